@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <utility>
+
+#include "platform/KeyEventSource.h"
+
+namespace zarvy {
+
+// Key presses that the test makes up. Main thread.
+class FakeKeyEventSource final : public KeyEventSource {
+ public:
+  std::optional<Token> addGlobalMonitor(Handler handler) override {
+    ++m_addCount;
+    if (!m_canHear) return std::nullopt;
+    m_handlers.emplace(++m_lastToken, std::move(handler));
+    return m_lastToken;
+  }
+
+  void removeMonitor(Token token) override { m_handlers.erase(token); }
+
+  // Whether addGlobalMonitor() hands out tokens from now on.
+  void setCanHear(bool canHear) { m_canHear = canHear; }
+
+  // Calls every installed handler.
+  void send(const KeyEvent& event) const {
+    const auto handlers = m_handlers;
+    for (const auto& [token, handler] : handlers) handler(event);
+  }
+
+  // A key press that types `characters`.
+  void type(const QString& characters, quint16 keyCode = 0, quint64 modifierFlags = 0) const {
+    send({keyCode, modifierFlags, characters, 0.0});
+  }
+
+  // A key press that types nothing.
+  void press(quint16 keyCode, quint64 modifierFlags = 0) const {
+    send({keyCode, modifierFlags, std::nullopt, 0.0});
+  }
+
+  [[nodiscard]] std::size_t handlerCount() const { return m_handlers.size(); }
+  [[nodiscard]] int addCount() const { return m_addCount; }
+
+  // A copy of the installed handlers, for a test of what happens to late events.
+  [[nodiscard]] std::map<Token, Handler> handlers() const { return m_handlers; }
+
+ private:
+  bool m_canHear = true;
+  int m_addCount = 0;
+  Token m_lastToken = 0;
+  std::map<Token, Handler> m_handlers;
+};
+
+}  // namespace zarvy

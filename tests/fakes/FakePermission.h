@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/AccessibilityPermission.h"
+
+namespace zarvy {
+
+// A permission that the test grants and takes away. Main thread.
+class FakePermission final : public AccessibilityPermission {
+ public:
+  explicit FakePermission(bool trusted = true) : m_trusted(trusted) {}
+
+  void setTrusted(bool trusted) { m_trusted = trusted; }
+
+  [[nodiscard]] bool isTrusted() const override { return m_trusted; }
+  [[nodiscard]] QString reasonForMissing() const override {
+    return m_trusted ? QString() : QStringLiteral("the test took it away");
+  }
+
+ private:
+  bool m_trusted;
+};
+
+}  // namespace zarvy

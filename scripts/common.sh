@@ -1,0 +1,84 @@
+# shellcheck shell=bash
+# Sourced by run.sh, test.sh and bench.sh: what all three do before their own work.
+# The working directory is the root of the repository.
+
+say() { printf '%s\n' "$*"; }
+complain() { printf '%s\n' "$*" >&2; }
+
+# Qt and the applications of the tests want a UTF-8 locale; a bare machine often has none set.
+use_utf8_locale() {
+  if [[ $(locale charmap 2>/dev/null) != UTF-8 ]]; then
+    export LC_ALL=C.UTF-8
+  fi
+}
+
+# packages_for [<purpose>...]: the lines of packages.txt without a purpose, and those of the
+# purposes given.
+packages_for() {
+  local name _ purpose
+  while read -r name _ purpose || [[ -n $name ]]; do
+    if [[ -z $name || $name == \#* ]]; then
+      continue
+    elif [[ -z $purpose || " $* " == *" $purpose "* ]]; then
+      printf '%s\n' "$name"
+    fi
+  done <packages.txt
+}
+
+# missing_packages <package>...: those of them that are not installed.
+missing_packages() {
+  local installed name
+  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null |
+    sed -n 's/^installed //p')
+  for name in "$@"; do
+    if ! grep -qxF -- "$name" <<<"$installed"; then
+      printf '%s\n' "$name"
+    fi
+  done
+}
+
+as_root() {
+  if [[ $(id -u) == 0 ]]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    complain "Installing packages needs root, and there is no sudo here. As root, run: $*"
+    return 1
+  fi
+}
+
+# ensure_packages [<purpose>...]: installs what packages.txt names for these purposes, if any of it
+# is missing.
+ensure_packages() {
+  local wanted missing apt
+  if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+    complain "This is not a Debian system: install the counterparts of packages.txt by hand, then" \
+      "use the presets of CMakePresets.json (see CONTRIBUTING.md)."
+    return 1
+  fi
+  mapfile -t wanted < <(packages_for "$@")
+  mapfile -t missing < <(missing_packages "${wanted[@]}")
+  if [[ ${#missing[@]} == 0 ]]; then
+    return 0
+  fi
+  say "Installing ${#missing[@]} packages: ${missing[*]}"
+  apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300)
+  # A source that does not answer need not be one that these packages come from.
+  as_root "${apt[@]}" update || complain "Not every package list could be refreshed; going on."
+  as_root "${apt[@]}" install --no-install-recommends "${missing[@]}" || return 1
+  mapfile -t missing < <(missing_packages "${wanted[@]}")
+  if [[ ${#missing[@]} != 0 ]]; then
+    complain "Still missing after the installation: ${missing[*]}"
+    return 1
+  fi
+}
+
+# build_preset <preset> [<target>...]: configures, and builds the targets (all of them if none is
+# named).
+build_preset() {
+  local preset=$1
+  shift
+  cmake --preset "$preset" -Wno-dev --log-level=WARNING &&
+    cmake --build --preset "$preset" --parallel "$(nproc)" ${1:+--target "$@"}
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace zarvy {
+
+// The threads behind the queues: tasks start in the order in which they were posted, on at most
+// `maxThreads` threads. A thread is made when a task finds none idle, and then stays, so that a
+// task which is in a hurry does not wait for a thread to be born. An idle thread never wakes up.
+class TaskThreads {
+ public:
+  using Task = std::function<void()>;
+
+  // `name` shows in debuggers; the system keeps its first 15 bytes.
+  TaskThreads(std::string name, std::size_t maxThreads);
+
+  // Runs what is still posted to its end first.
+  ~TaskThreads();
+
+  TaskThreads(const TaskThreads&) = delete;
+  TaskThreads& operator=(const TaskThreads&) = delete;
+
+  // Any thread.
+  void post(Task task);
+
+  // Returns once no task is waiting or running. Any thread but these.
+  void drain();
+
+ private:
+  void runTasks();
+
+  const std::string m_name;
+  const std::size_t m_maxThreads;
+  std::mutex m_mutex;  // guards all below
+  std::condition_variable m_wake;
+  std::condition_variable m_allDone;
+  std::deque<Task> m_tasks;
+  std::vector<std::thread> m_threads;
+  std::size_t m_idle = 0;
+  std::size_t m_running = 0;
+  bool m_ending = false;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "base/TaskQueue.h"
+#include "base/TaskThreads.h"
+
+namespace zarvy {
+
+// A serial queue with a thread of its own. Its end waits for the tasks posted so far.
+class ThreadSerialQueue final : public SerialQueue {
+ public:
+  explicit ThreadSerialQueue(std::string name) : m_threads(std::move(name), 1) {}
+
+  void post(Task task) override { m_threads.post(std::move(task)); }
+  void drain() override { m_threads.drain(); }
+
+ private:
+  TaskThreads m_threads;
+};
+
+}  // namespace zarvy

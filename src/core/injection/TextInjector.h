@@ -1,0 +1,67 @@
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QString>
+
+#include "base/Scheduler.h"
+#include "base/Sleeper.h"
+#include "base/TaskQueue.h"
+#include "core/injection/InjectionPlan.h"
+#include "platform/KeyEventPoster.h"
+#include "platform/Workspace.h"
+
+namespace zarvy {
+
+// The hand that writes into other applications: backspaces that remove the typed trigger, the text,
+// and left arrows to the caret's place, all as key events. Made, used and released on the main
+// thread; the key events go out from a thread of `workers`, each injection from one of its own, so
+// that two that overlap interleave. An injection in flight keeps its injector alive; one that has
+// not begun does not.
+//
+// An injection cannot fail in a way that its caller sees. A key that cannot be pressed is left out
+// and its pause is kept.
+class TextInjector : public std::enable_shared_from_this<TextInjector> {
+ public:
+  // The references outlive every injection: `workers` is drained before they go.
+  [[nodiscard]] static std::shared_ptr<TextInjector> make(KeyEventPoster& poster,
+                                                          Workspace& workspace, Sleeper& sleeper,
+                                                          WorkerPool& workers,
+                                                          Scheduler& scheduler);
+
+  // Called on the main thread after the last key event of an injection, if it is set by then.
+  // Belongs to the main thread.
+  std::function<void()> onInjectionComplete;
+
+  // Types `text` in place of the `backspaceCount` characters before the caret of `targetApp`, or of
+  // the frontmost application if absent, and puts the caret `cursorOffset` characters before the
+  // end of the text. Returns at once. Does nothing without a target, nor where the target is this
+  // program itself. A negative `backspaceCount` ends the process. Main thread.
+  void inject(const QString& text, qsizetype backspaceCount,
+              const std::optional<RunningApplication>& targetApp,
+              std::optional<qsizetype> cursorOffset);
+
+  // Injections end before their next action, without a half-pressed key. For the end of the
+  // program, which cannot wait for a long text. Any thread.
+  void cutShort() { m_isCutShort = true; }
+
+ private:
+  TextInjector(KeyEventPoster& poster, Workspace& workspace, Sleeper& sleeper, WorkerPool& workers,
+               Scheduler& scheduler);
+
+  void bringToFront(const RunningApplication& target);
+  void type(const QString& text, qsizetype backspaceCount, std::optional<qsizetype> cursorOffset);
+  void run(const InjectionPlan& plan, TypingSession& session);
+
+  KeyEventPoster& m_poster;
+  Workspace& m_workspace;
+  Sleeper& m_sleeper;
+  WorkerPool& m_workers;
+  Scheduler& m_scheduler;
+  std::atomic<bool> m_isCutShort = false;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <mutex>
+#include <optional>
+#include <utility>
+
+#include "fakes/Journal.h"
+#include "platform/Workspace.h"
+
+namespace zarvy {
+
+// A desktop with one application in front, which the test picks. An activation is written down as
+// "activate name" and takes place at once. Any thread.
+class FakeWorkspace final : public Workspace {
+ public:
+  explicit FakeWorkspace(Journal& journal) : m_journal(journal) {}
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    const std::scoped_lock guard(m_lock);
+    return m_frontmost;
+  }
+
+  [[nodiscard]] std::optional<RunningApplication> runningApplication(
+      qint64 processIdentifier) const override {
+    const auto frontmost = frontmostApplication();
+    return frontmost && frontmost->processIdentifier == processIdentifier ? frontmost
+                                                                          : std::nullopt;
+  }
+
+  [[nodiscard]] bool isActive(const RunningApplication& application) const override {
+    return frontmostApplication() == application;
+  }
+
+  void activate(const RunningApplication& application) override {
+    m_journal.add(QStringLiteral("activate %1").arg(application.localizedName.value_or(QString())));
+    setFrontmost(application);
+  }
+
+  [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override {
+    const std::scoped_lock guard(m_lock);
+    return m_own;
+  }
+
+  void setFrontmost(std::optional<RunningApplication> application) {
+    const std::scoped_lock guard(m_lock);
+    m_frontmost = std::move(application);
+  }
+
+  void setOwnBundleIdentifier(std::optional<QString> identifier) {
+    const std::scoped_lock guard(m_lock);
+    m_own = std::move(identifier);
+  }
+
+ private:
+  Journal& m_journal;
+  mutable std::mutex m_lock;
+  std::optional<RunningApplication> m_frontmost;
+  std::optional<QString> m_own = QStringLiteral("zarvy");
+};
+
+}  // namespace zarvy

@@ -5,8 +5,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 source scripts/common.sh
 
-has_display() {
-  [[ -n ${DISPLAY:-} ]] && timeout 10 xdpyinfo >/dev/null 2>&1
+display_answers() {
+  timeout 10 xdpyinfo >/dev/null 2>&1
 }
 
 run_program() {
@@ -23,12 +23,15 @@ run_demo() {
 }
 
 use_utf8_locale
-ensure_packages
 if [[ ${1:-} == --demo ]]; then
   run_demo
-elif has_display; then
-  run_program
-else
-  say "No X display answers here: showing Zarvy on a virtual one."
+elif [[ -z ${DISPLAY:-} ]]; then
+  say "No X display here: showing Zarvy on a virtual one."
   run_demo
 fi
+ensure_packages
+if ! display_answers; then
+  say "The X display $DISPLAY does not answer: showing Zarvy on a virtual one."
+  run_demo
+fi
+run_program

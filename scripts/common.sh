@@ -12,27 +12,29 @@ use_utf8_locale() {
   fi
 }
 
-# packages_for [<purpose>...]: the lines of packages.txt without a purpose, and those of the
-# purposes given.
-packages_for() {
+# choose_packages [<purpose>...]: sets the array `wanted` to the lines of packages.txt without a
+# purpose and those of the purposes given.
+choose_packages() {
   local name _ purpose
+  wanted=()
   while read -r name _ purpose || [[ -n $name ]]; do
     if [[ -z $name || $name == \#* ]]; then
       continue
     elif [[ -z $purpose || " $* " == *" $purpose "* ]]; then
-      printf '%s\n' "$name"
+      wanted+=("$name")
     fi
   done <packages.txt
 }
 
-# missing_packages <package>...: those of them that are not installed.
-missing_packages() {
-  local installed name
-  installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null |
-    sed -n 's/^installed //p')
-  for name in "$@"; do
-    if ! grep -qxF -- "$name" <<<"$installed"; then
-      printf '%s\n' "$name"
+# find_missing: sets the array `missing` to what of `wanted` is not installed.
+find_missing() {
+  local states name
+  missing=()
+  # The status says that some package is unknown here, which is what is being asked.
+  states=$(dpkg-query -W -f '${Package} ${db:Status-Status}\n' "${wanted[@]}" 2>/dev/null) || true
+  for name in "${wanted[@]}"; do
+    if ! grep -qxF -- "$name installed" <<<"$states"; then
+      missing+=("$name")
     fi
   done
 }
@@ -57,8 +59,8 @@ ensure_packages() {
       "use the presets of CMakePresets.json (see CONTRIBUTING.md)."
     return 1
   fi
-  mapfile -t wanted < <(packages_for "$@")
-  mapfile -t missing < <(missing_packages "${wanted[@]}")
+  choose_packages "$@"
+  find_missing
   if [[ ${#missing[@]} == 0 ]]; then
     return 0
   fi
@@ -67,7 +69,7 @@ ensure_packages() {
   # A source that does not answer need not be one that these packages come from.
   as_root "${apt[@]}" update || complain "Not every package list could be refreshed; going on."
   as_root "${apt[@]}" install --no-install-recommends "${missing[@]}" || return 1
-  mapfile -t missing < <(missing_packages "${wanted[@]}")
+  find_missing
   if [[ ${#missing[@]} != 0 ]]; then
     complain "Still missing after the installation: ${missing[*]}"
     return 1

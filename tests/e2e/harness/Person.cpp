@@ -1,0 +1,127 @@
+#include "e2e/harness/Person.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <thread>
+
+#include <QList>
+
+#include <xcb/xinput.h>
+#include <xcb/xtest.h>
+
+namespace zarvy::e2e {
+
+namespace {
+
+// The slave keyboard that stands for hardware: neither a master nor the XTEST device.
+std::uint8_t findServerKeyboard(xcb_connection_t* connection) {
+  const auto devices = owned(xcb_input_xi_query_device_reply(
+      connection, xcb_input_xi_query_device(connection, XCB_INPUT_DEVICE_ALL), nullptr));
+  if (!devices) throw std::runtime_error("the server does not list its devices");
+  for (auto device = xcb_input_xi_query_device_infos_iterator(devices.get()); device.rem > 0;
+       xcb_input_xi_device_info_next(&device)) {
+    const std::string name(xcb_input_xi_device_info_name(device.data), device.data->name_len);
+    if (device.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
+        name.find("XTEST") == std::string::npos) {
+      return static_cast<std::uint8_t>(device.data->deviceid);
+    }
+  }
+  throw std::runtime_error("the server has no keyboard of its own");
+}
+
+KeyStroke strokeOrThrow(const std::optional<KeyStroke>& stroke, const QString& what) {
+  if (!stroke) throw std::runtime_error("no key of this layout types " + what.toStdString());
+  return *stroke;
+}
+
+}  // namespace
+
+Person::Person(const XConnection& connection)
+    : m_connection(connection), m_serverKeyboard(findServerKeyboard(connection.get())) {
+  const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id);
+  m_inputFirstEvent = extension->first_event;
+}
+
+Person::~Person() {
+  releaseAll();
+}
+
+void Person::type(const QString& text, const TypingStyle& style) {
+  const PhysicalKeyboard keyboard(m_connection);
+  const auto characters = text.toUcs4();
+  auto next = std::chrono::steady_clock::now();
+  for (qsizetype index = 0; index < characters.size(); ++index) {
+    const bool last = index + 1 == characters.size();
+    const char32_t character = characters[index];
+    const auto stroke =
+        strokeOrThrow(keyboard.strokeFor(character), QString::fromUcs4(&character, 1));
+    std::this_thread::sleep_until(next);
+    holdModifiers(keyboard, stroke, style.body);
+    sendKey(stroke.key, true, style.body);
+    if (last && style.keepLastKeyDown) return;
+    std::this_thread::sleep_until(next + style.interval / 2);
+    sendKey(stroke.key, false, style.body);
+    next += style.interval;
+  }
+  std::this_thread::sleep_for(style.lateRelease);
+  holdModifiers(keyboard, {}, style.body);
+}
+
+void Person::tap(xkb_keysym_t symbol, const TypingStyle& style) {
+  const PhysicalKeyboard keyboard(m_connection);
+  const auto stroke = strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16));
+  holdModifiers(keyboard, stroke, style.body);
+  sendKey(stroke.key, true, style.body);
+  std::this_thread::sleep_for(style.interval / 2);
+  sendKey(stroke.key, false, style.body);
+  holdModifiers(keyboard, {}, style.body);
+  std::this_thread::sleep_for(style.interval / 2);
+}
+
+void Person::press(xkb_keysym_t symbol, Body body) {
+  const PhysicalKeyboard keyboard(m_connection);
+  sendKey(strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16)).key, true,
+          body);
+}
+
+void Person::release(xkb_keysym_t symbol, Body body) {
+  const PhysicalKeyboard keyboard(m_connection);
+  sendKey(strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16)).key, false,
+          body);
+}
+
+void Person::releaseAll() {
+  while (!m_held.empty()) sendKey(m_held.back().key, false, m_held.back().body);
+}
+
+bool Person::canType(const QString& text) const {
+  const PhysicalKeyboard keyboard(m_connection);
+  const auto characters = text.toUcs4();
+  return std::all_of(characters.begin(), characters.end(),
+                     [&](char32_t character) { return keyboard.strokeFor(character).has_value(); });
+}
+
+void Person::holdModifiers(const PhysicalKeyboard& keyboard, const KeyStroke& stroke, Body body) {
+  const auto hold = [&](xcb_keycode_t key, bool wanted) {
+    const bool held = std::count(m_held.begin(), m_held.end(), HeldKey{key, body}) > 0;
+    if (key != 0 && held != wanted) sendKey(key, wanted, body);
+  };
+  hold(keyboard.shiftKey(), stroke.shift);
+  hold(keyboard.thirdLevelKey(), stroke.thirdLevel);
+}
+
+void Person::sendKey(xcb_keycode_t key, bool down, Body body) {
+  if (body == Body::xtest) {
+    xcb_test_fake_input(m_connection.get(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key,
+                        XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+  } else {
+    const int kind = down ? XCB_INPUT_DEVICE_KEY_PRESS : XCB_INPUT_DEVICE_KEY_RELEASE;
+    xcb_test_fake_input(m_connection.get(), static_cast<std::uint8_t>(m_inputFirstEvent + kind),
+                        key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, m_serverKeyboard);
+  }
+  xcb_flush(m_connection.get());
+  std::erase(m_held, HeldKey{key, body});
+  if (down) m_held.push_back({key, body});
+}
+
+}  // namespace zarvy::e2e

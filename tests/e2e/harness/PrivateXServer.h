@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "e2e/harness/ChildProcess.h"
+
+namespace zarvy::e2e {
+
+// An Xvfb of its own on a free display number, ready for clients once constructed. Ends with the
+// object. Throws std::runtime_error where it does not come up.
+class PrivateXServer {
+ public:
+  explicit PrivateXServer(const std::string& logFolder);
+
+  // As in DISPLAY, ":7" for example.
+  [[nodiscard]] const std::string& display() const { return m_display; }
+
+  // Ends the server at once, under the hands of its clients.
+  void kill();
+
+ private:
+  std::optional<ChildProcess> m_process;
+  std::string m_display;
+};
+
+}  // namespace zarvy::e2e

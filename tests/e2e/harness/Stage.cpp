@@ -1,0 +1,100 @@
+#include "e2e/harness/Stage.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+#include "e2e/harness/ReportingTarget.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+Environment desktopEnvironment(const std::string& folder, const std::string& display) {
+  Environment environment = environmentWithHome(folder);
+  environment["DISPLAY"] = display;
+  return environment;
+}
+
+}  // namespace
+
+const std::vector<TargetKind>& allTargetKinds() {
+  static const std::vector<TargetKind> kinds = {TargetKind::xterm, TargetKind::qt6,
+                                                TargetKind::mousepad, TargetKind::featherpad,
+                                                TargetKind::chromium};
+  return kinds;
+}
+
+std::string nameOf(TargetKind kind) {
+  switch (kind) {
+    case TargetKind::xterm:
+      return "xterm";
+    case TargetKind::mousepad:
+      return "mousepad";
+    case TargetKind::featherpad:
+      return "featherpad";
+    case TargetKind::qt6:
+      return "qt6";
+    case TargetKind::chromium:
+      return "chromium";
+  }
+  throw std::logic_error("no such target");
+}
+
+Stage::Stage(const KeyboardLayout& layout)
+    : m_server(m_folder.path().toStdString()),
+      m_environment(desktopEnvironment(m_folder.path().toStdString(), m_server.display())),
+      m_connection(m_server.display()),
+      m_windowManager(m_connection, m_environment, m_folder.path().toStdString()),
+      m_bus(m_environment, m_folder.path().toStdString()),
+      m_person(m_connection) {
+  m_environment["DBUS_SESSION_BUS_ADDRESS"] = m_bus.address();
+  m_environment["AT_SPI_BUS_ADDRESS"] = m_bus.accessibilityAddress();
+  setKeyboardLayout(layout, m_environment);
+}
+
+Stage::~Stage() = default;
+
+ProgramUnderTest& Stage::startProgram(const std::string& program,
+                                      const std::vector<TestSnippet>& snippets) {
+  m_program = std::make_unique<ProgramUnderTest>(ProgramUnderTest::Setting{
+      .program = program, .environment = m_environment, .homeFolder = makeFolder("program")});
+  m_program->writeLibrary(snippets);
+  m_program->start();
+  return *m_program;
+}
+
+TargetApplication& Stage::startTarget(TargetKind kind) {
+  m_target.reset();
+  m_target = makeTarget(kind);
+  m_target->start(m_person);
+  return *m_target;
+}
+
+std::string Stage::makeFolder(const std::string& name) {
+  const std::string path =
+      m_folder.path().toStdString() + "/" + name + std::to_string(m_folderCount++);
+  std::filesystem::create_directories(path);
+  return path;
+}
+
+std::unique_ptr<TargetApplication> Stage::makeTarget(TargetKind kind) {
+  TargetSetting setting{.connection = m_connection,
+                        .environment = m_environment,
+                        .folder = makeFolder(nameOf(kind)),
+                        .accessibilityAddress = m_bus.accessibilityAddress()};
+  switch (kind) {
+    case TargetKind::xterm:
+      return std::make_unique<XtermTarget>(setting, ZARVY_E2E_TERMINAL_PROBE);
+    case TargetKind::qt6:
+      return std::make_unique<Qt6EditorTarget>(setting, ZARVY_E2E_QT6_EDITOR);
+    case TargetKind::mousepad:
+    case TargetKind::featherpad:
+    case TargetKind::chromium:
+      break;
+  }
+  throw std::logic_error("no such target");
+}
+
+}  // namespace zarvy::e2e

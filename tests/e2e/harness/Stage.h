@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QTemporaryDir>
+
+#include "e2e/harness/KeyboardLayout.h"
+#include "e2e/harness/Person.h"
+#include "e2e/harness/PrivateXServer.h"
+#include "e2e/harness/ProgramUnderTest.h"
+#include "e2e/harness/SessionBus.h"
+#include "e2e/harness/TargetApplication.h"
+#include "e2e/harness/WindowManager.h"
+
+namespace zarvy::e2e {
+
+enum class TargetKind { xterm, mousepad, featherpad, qt6, chromium };
+
+[[nodiscard]] const std::vector<TargetKind>& allTargetKinds();
+[[nodiscard]] std::string nameOf(TargetKind kind);
+
+// A desktop of its own: X server, window manager, buses, a person at the keyboard; then the program
+// and an application as a test asks for them. Everything ends with it. Main thread. Throws
+// std::runtime_error where something does not come up.
+class Stage {
+ public:
+  explicit Stage(const KeyboardLayout& layout);
+  ~Stage();
+
+  [[nodiscard]] PrivateXServer& server() { return m_server; }
+  [[nodiscard]] const XConnection& connection() const { return m_connection; }
+  [[nodiscard]] Person& person() { return m_person; }
+
+  // DISPLAY, the session bus, and a home folder that the desktop shares.
+  [[nodiscard]] const Environment& environment() const { return m_environment; }
+
+  void changeLayout(const KeyboardLayout& layout) { setKeyboardLayout(layout, m_environment); }
+  [[nodiscard]] MappingDump mapping() const { return dumpMapping(m_connection, m_environment); }
+
+  // Starts the program with this library. `program` is its path.
+  ProgramUnderTest& startProgram(const std::string& program,
+                                 const std::vector<TestSnippet>& snippets);
+  [[nodiscard]] ProgramUnderTest* program() { return m_program.get(); }
+
+  // Starts an application and brings it to the front; the one before it ends.
+  TargetApplication& startTarget(TargetKind kind);
+  [[nodiscard]] TargetApplication& target() { return *m_target; }
+
+  // A fresh folder that goes with the stage.
+  [[nodiscard]] std::string makeFolder(const std::string& name);
+
+ private:
+  [[nodiscard]] std::unique_ptr<TargetApplication> makeTarget(TargetKind kind);
+
+  QTemporaryDir m_folder;
+  PrivateXServer m_server;
+  Environment m_environment;
+  XConnection m_connection;
+  WindowManager m_windowManager;
+  SessionBus m_bus;
+  Person m_person;
+  std::unique_ptr<ProgramUnderTest> m_program;
+  std::unique_ptr<TargetApplication> m_target;
+  int m_folderCount = 0;
+};
+
+}  // namespace zarvy::e2e

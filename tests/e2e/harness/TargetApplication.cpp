@@ -1,0 +1,57 @@
+#include "e2e/harness/TargetApplication.h"
+
+#include <stdexcept>
+
+#include "e2e/harness/WaitUntil.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr auto startDeadline = std::chrono::seconds(60);
+constexpr auto emptyDeadline = std::chrono::seconds(20);
+
+}  // namespace
+
+void TargetApplication::start(Person& person) {
+  const ProcessSpecification specification = program();
+  m_process.emplace(specification);
+  if (!waitUntil([this] { return isFocused(); }, startDeadline)) {
+    throw std::runtime_error(specification.program + " did not come to the front");
+  }
+  connect();
+  // A space has its place on every layout and completes no trigger.
+  clear();
+  person.type(u" "_s);
+  if (!waitForState({.text = u" "_s, .caret = 1}, startDeadline)) {
+    throw std::runtime_error(specification.program + " does not show what is typed");
+  }
+  clear();
+}
+
+void TargetApplication::clear() {
+  empty();
+  if (!waitForState({}, emptyDeadline)) throw std::runtime_error("the target cannot be emptied");
+}
+
+bool TargetApplication::waitForState(const EditorState& wanted,
+                                     std::chrono::milliseconds deadline) {
+  return waitUntil([&] { return state() == wanted; }, deadline, std::chrono::milliseconds(20));
+}
+
+void TargetApplication::close() {
+  m_process.reset();
+}
+
+bool TargetApplication::isFocused() const {
+  const XConnection& connection = m_setting.connection;
+  const auto active = connection.property(connection.root(), "_NET_ACTIVE_WINDOW");
+  if (active.empty() || active[0] == XCB_WINDOW_NONE) return false;
+  const auto focus = owned(
+      xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+  return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != connection.root();
+}
+
+}  // namespace zarvy::e2e

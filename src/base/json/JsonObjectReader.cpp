@@ -1,0 +1,140 @@
+#include "base/json/JsonObjectReader.h"
+
+#include <cmath>
+#include <limits>
+
+#include "base/json/JsonScalars.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+QString typeName(QJsonValue::Type type) {
+  switch (type) {
+    case QJsonValue::Bool:
+      return u"a boolean"_s;
+    case QJsonValue::Double:
+      return u"a number"_s;
+    case QJsonValue::String:
+      return u"a string"_s;
+    case QJsonValue::Array:
+      return u"an array"_s;
+    case QJsonValue::Object:
+      return u"an object"_s;
+    default:
+      return u"null"_s;
+  }
+}
+
+// The whole number that `value` holds. Qt keeps integers of 64 bits with their sign exactly and
+// everything else as floating point.
+std::optional<qint64> wholeNumber(const QJsonValue& value) {
+  const qint64 number = value.toInteger(0);
+  if (number == 0 && value.toInteger(1) != 0) return std::nullopt;
+  return number;
+}
+
+std::optional<quint64> unsignedNumber(const QJsonValue& value) {
+  if (const auto number = wholeNumber(value)) {
+    if (*number < 0) return std::nullopt;
+    return static_cast<quint64>(*number);
+  }
+  const double number = value.toDouble();
+  if (!(number >= 0x1p63 && number < 0x1p64)) return std::nullopt;
+  return static_cast<quint64>(number);
+}
+
+}  // namespace
+
+JsonObjectReader::JsonObjectReader(const QJsonValue& value) : m_object(value.toObject()) {
+  if (!value.isObject()) m_error = JsonError{{}, u"is not an object"_s};
+}
+
+QString JsonObjectReader::string(QStringView key) {
+  return required(key, QJsonValue::String).toString();
+}
+
+bool JsonObjectReader::boolean(QStringView key) {
+  return required(key, QJsonValue::Bool).toBool();
+}
+
+qint64 JsonObjectReader::integer(QStringView key) {
+  const auto number = wholeNumber(required(key, QJsonValue::Double));
+  if (!number) fail(key, u"is not a whole number of 64 bits"_s);
+  return number.value_or(0);
+}
+
+QUuid JsonObjectReader::uuid(QStringView key) {
+  const auto uuid = uuidFromJsonText(string(key));
+  if (!uuid) fail(key, u"is not a UUID"_s);
+  return uuid.value_or(QUuid());
+}
+
+QDateTime JsonObjectReader::instant(QStringView key) {
+  const auto instant = instantFromJsonText(string(key));
+  if (!instant) fail(key, u"is not a date of the form 2026-01-21T09:30:00Z"_s);
+  return instant.value_or(QDateTime());
+}
+
+std::optional<QUuid> JsonObjectReader::optionalUuid(QStringView key) {
+  const QJsonValue value = optional(key, QJsonValue::String);
+  if (!value.isString()) return std::nullopt;
+  const auto uuid = uuidFromJsonText(value.toString());
+  if (!uuid) fail(key, u"is not a UUID"_s);
+  return uuid;
+}
+
+bool JsonObjectReader::boolean(QStringView key, bool fallback) {
+  return optional(key, QJsonValue::Bool).toBool(fallback);
+}
+
+quint16 JsonObjectReader::unsigned16(QStringView key, quint16 fallback) {
+  const quint64 number = unsigned64(key, fallback);
+  if (number > std::numeric_limits<quint16>::max()) {
+    fail(key, u"is not a whole number from 0 to 65535"_s);
+    return fallback;
+  }
+  return static_cast<quint16>(number);
+}
+
+quint64 JsonObjectReader::unsigned64(QStringView key, quint64 fallback) {
+  const QJsonValue value = optional(key, QJsonValue::Double);
+  if (!value.isDouble()) return fallback;
+  const auto number = unsignedNumber(value);
+  if (!number) fail(key, u"is not a whole number of 0 or more in 64 bits"_s);
+  return number.value_or(fallback);
+}
+
+void JsonObjectReader::fail(QStringView key, const QString& cause) {
+  if (!m_error) m_error = JsonError{u"key \""_s + key.toString() + u'"', cause};
+}
+
+QJsonValue JsonObjectReader::required(QStringView key, QJsonValue::Type type) {
+  const QJsonValue value = m_object.value(key);
+  if (value.isUndefined()) fail(key, u"is missing"_s);
+  return checked(key, value, type);
+}
+
+QJsonValue JsonObjectReader::optional(QStringView key, QJsonValue::Type type) {
+  const QJsonValue value = m_object.value(key);
+  if (value.isUndefined() || value.isNull()) return QJsonValue::Undefined;
+  return checked(key, value, type);
+}
+
+QJsonValue JsonObjectReader::checked(QStringView key, QJsonValue value, QJsonValue::Type type) {
+  if (value.type() != type) {
+    fail(key, u"is "_s + typeName(value.type()) + u" and not "_s + typeName(type));
+  }
+  return value;
+}
+
+QJsonValue jsonNumber(quint64 value) {
+  constexpr auto largestInteger = static_cast<quint64>(std::numeric_limits<qint64>::max());
+  if (value <= largestInteger) return static_cast<qint64>(value);
+  // The nearest double below 2^64, so that what is written can be read.
+  constexpr double largestDouble = 18446744073709549568.0;
+  return std::fmin(static_cast<double>(value), largestDouble);
+}
+
+}  // namespace zarvy

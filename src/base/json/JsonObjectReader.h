@@ -1,0 +1,60 @@
+#pragma once
+
+#include <optional>
+#include <utility>
+
+#include <QDateTime>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <QUuid>
+
+#include "base/json/JsonResult.h"
+
+namespace zarvy {
+
+// Takes the members of one JSON object out by key and type. Reading goes on after a failure with
+// default values; the first failure is kept and becomes the result, so that a decoder is a plain
+// list of fields. Unknown keys are ignored.
+class JsonObjectReader {
+ public:
+  explicit JsonObjectReader(const QJsonValue& value);
+
+  // Members that must be present and of the type told.
+  [[nodiscard]] QString string(QStringView key);
+  [[nodiscard]] bool boolean(QStringView key);
+  [[nodiscard]] qint64 integer(QStringView key);
+  [[nodiscard]] QUuid uuid(QStringView key);
+  [[nodiscard]] QDateTime instant(QStringView key);
+
+  // Members that may be missing or null; absent, or `fallback`, then.
+  [[nodiscard]] std::optional<QUuid> optionalUuid(QStringView key);
+  [[nodiscard]] bool boolean(QStringView key, bool fallback);
+  [[nodiscard]] quint16 unsigned16(QStringView key, quint16 fallback);
+  // Whole numbers below 2^64. JSON numbers of 2^63 and more are held as floating point: what that
+  // cannot hold exactly comes back as the nearest that it can.
+  [[nodiscard]] quint64 unsigned64(QStringView key, quint64 fallback);
+
+  // Reports the member `key` as wrong; `cause` completes a sentence that begins with the key.
+  void fail(QStringView key, const QString& cause);
+
+  // `record`, unless something failed.
+  template <typename Record>
+  [[nodiscard]] JsonResult<Record> result(Record record) const {
+    if (m_error) return *m_error;
+    return record;
+  }
+
+ private:
+  [[nodiscard]] QJsonValue required(QStringView key, QJsonValue::Type type);
+  [[nodiscard]] QJsonValue optional(QStringView key, QJsonValue::Type type);
+  [[nodiscard]] QJsonValue checked(QStringView key, QJsonValue value, QJsonValue::Type type);
+
+  QJsonObject m_object;
+  std::optional<JsonError> m_error;
+};
+
+// A JSON integer that reads back as `value`; see unsigned64() above for 2^63 and more.
+[[nodiscard]] QJsonValue jsonNumber(quint64 value);
+
+}  // namespace zarvy

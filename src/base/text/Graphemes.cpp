@@ -1,0 +1,111 @@
+#include "base/text/Graphemes.h"
+
+#include <optional>
+
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
+
+#include "base/text/GraphemeBreaker.h"
+
+namespace zarvy {
+namespace {
+
+// Code points that join nothing by themselves: between two of them there is always a boundary.
+bool isPlain(char32_t codePoint) {
+  if (codePoint < 0x80) return codePoint >= 0x20 && codePoint != 0x7F;
+  return u_getIntPropertyValue(static_cast<UChar32>(codePoint), UCHAR_GRAPHEME_CLUSTER_BREAK) ==
+         U_GCB_OTHER;
+}
+
+char32_t codePointBefore(QStringView text, qsizetype position) {
+  const char16_t unit = text[position - 1].unicode();
+  if (U16_IS_TRAIL(unit) && position > 1 && text[position - 2].isHighSurrogate()) {
+    return QChar::surrogateToUcs4(text[position - 2].unicode(), unit);
+  }
+  return unit;
+}
+
+char32_t codePointAt(QStringView text, qsizetype position) {
+  const char16_t unit = text[position].unicode();
+  if (U16_IS_LEAD(unit) && position + 1 < text.size() && text[position + 1].isLowSurrogate()) {
+    return QChar::surrogateToUcs4(unit, text[position + 1].unicode());
+  }
+  return unit;
+}
+
+constexpr qsizetype lengthOf(char32_t codePoint) {
+  return codePoint > 0xFFFF ? 2 : 1;
+}
+
+// Walks forward; the full rules come in only where the quick test cannot tell.
+class ForwardGraphemes {
+ public:
+  explicit ForwardGraphemes(QStringView text) : m_text(text) {}
+
+  [[nodiscard]] bool atEnd() const { return m_position == m_text.size(); }
+
+  QStringView next() {
+    const qsizetype start = m_position;
+    m_position = boundaryAfter(start);
+    return m_text.sliced(start, m_position - start);
+  }
+
+ private:
+  qsizetype boundaryAfter(qsizetype position) {
+    const char32_t first = codePointAt(m_text, position);
+    const qsizetype end = position + lengthOf(first);
+    if (end == m_text.size()) return end;
+    if (isPlain(first) && isPlain(codePointAt(m_text, end))) return end;
+    if (!m_breaker) m_breaker.emplace(m_text);
+    return m_breaker->following(position);
+  }
+
+  QStringView m_text;
+  qsizetype m_position = 0;
+  std::optional<GraphemeBreaker> m_breaker;
+};
+
+}  // namespace
+
+qsizetype graphemeCount(QStringView text) {
+  qsizetype count = 0;
+  for (ForwardGraphemes walk(text); !walk.atEnd(); ++count) walk.next();
+  return count;
+}
+
+bool hasGraphemes(QStringView text, qsizetype count) {
+  if (text.size() < count) return false;
+  ForwardGraphemes walk(text);
+  for (; count > 0 && !walk.atEnd(); --count) walk.next();
+  return count <= 0;
+}
+
+QList<QStringView> graphemes(QStringView text) {
+  QList<QStringView> result;
+  for (ForwardGraphemes walk(text); !walk.atEnd();) result.append(walk.next());
+  return result;
+}
+
+bool isGraphemeBoundary(QStringView text, qsizetype position) {
+  if (position <= 0 || position >= text.size()) return true;
+  if (isPlain(codePointBefore(text, position)) && isPlain(codePointAt(text, position))) return true;
+  return GraphemeBreaker(text).isBoundary(position);
+}
+
+ReverseGraphemes::ReverseGraphemes(QStringView text) : m_text(text), m_position(text.size()) {}
+
+ReverseGraphemes::~ReverseGraphemes() = default;
+
+QStringView ReverseGraphemes::next() {
+  if (m_position == 0) return {};
+  const qsizetype end = m_position;
+  const char32_t last = codePointBefore(m_text, end);
+  m_position = end - lengthOf(last);
+  if (m_position > 0 && !(isPlain(last) && isPlain(codePointBefore(m_text, m_position)))) {
+    if (!m_breaker) m_breaker = std::make_unique<GraphemeBreaker>(m_text);
+    m_position = m_breaker->preceding(end);
+  }
+  return m_text.sliced(m_position, end - m_position);
+}
+
+}  // namespace zarvy

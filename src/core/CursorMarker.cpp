@@ -1,0 +1,17 @@
+#include "core/CursorMarker.h"
+
+#include "base/text/Graphemes.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+ExpandedText resolveCursorMarker(const QString& text) {
+  const QString marker = u"{{cursor}}"_s;
+  const qsizetype start = text.indexOf(marker);
+  if (start < 0) return {text, std::nullopt};
+  const QStringView behind = QStringView(text).sliced(start + marker.size());
+  return {QString(text).remove(marker), graphemeCount(behind)};
+}
+
+}  // namespace zarvy

@@ -1,0 +1,132 @@
+#include "core/KeyboardMonitor.h"
+
+#include <utility>
+
+#include "base/text/Graphemes.h"
+#include "platform/SyntheticEvent.h"
+#include "platform/VirtualKey.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+// Every modifier that no key position depends on, Caps Lock apart.
+constexpr quint64 hotKeyMask = 0xFFFE0000;
+constexpr quint64 shortcutMask = modifier::command | modifier::control;
+
+// Characters that end a word.
+bool resetsBuffer(QStringView character) {
+  return character == u" "_s || character == u"\n"_s || character == u"\t"_s;
+}
+
+}  // namespace
+
+KeyboardMonitor::KeyboardMonitor(KeyEventSource& source, const AccessibilityPermission& permission,
+                                 Scheduler& scheduler, SerialQueue& processingQueue,
+                                 LineOutput& output)
+    : m_source(source),
+      m_permission(permission),
+      m_scheduler(scheduler),
+      m_processingQueue(processingQueue),
+      m_output(output),
+      m_buffer(std::make_shared<RollingBuffer>(maxBufferLength)),
+      m_life(std::make_shared<Life>()) {}
+
+KeyboardMonitor::~KeyboardMonitor() {
+  removeMonitor();
+}
+
+void KeyboardMonitor::start() {
+  if (m_globalMonitor) return;
+  if (!m_permission.isTrusted()) {
+    m_output.print(u"KeyboardMonitor: No accessibility permission"_s);
+    return;
+  }
+  m_globalMonitor =
+      m_source.addGlobalMonitor([this, life = std::weak_ptr(m_life)](const KeyEvent& event) {
+        if (!life.expired()) handleEvent(event);
+      });
+  m_output.print(u"KeyboardMonitor: Started (NSEvent global monitoring)"_s);
+}
+
+void KeyboardMonitor::stop() {
+  removeMonitor();
+  m_buffer->clear();
+  onPotentialTrigger = nullptr;
+  onQuickSearchTriggered = nullptr;
+  m_output.print(u"KeyboardMonitor: Stopped"_s);
+}
+
+void KeyboardMonitor::removeMonitor() {
+  if (!m_globalMonitor) return;
+  m_source.removeMonitor(*m_globalMonitor);
+  m_globalMonitor.reset();
+}
+
+void KeyboardMonitor::handleEvent(const KeyEvent& event) {
+  if (isSyntheticLocation(event.locationX)) return;
+  if (isQuickSearchHotKey(event)) {
+    m_scheduler.post([this, life = std::weak_ptr(m_life)] {
+      if (life.expired()) return;
+      // A copy, for the callback may stop or end this object.
+      if (const auto callback = onQuickSearchTriggered) callback();
+    });
+    return;
+  }
+  if ((event.modifierFlags & shortcutMask) != 0) return;
+  m_processingQueue.post([buffer = std::weak_ptr(m_buffer), keyCode = event.keyCode,
+                          characters = event.charactersIgnoringModifiers,
+                          offer = offerOnMainThread()] {
+    if (const auto alive = buffer.lock()) processKey(*alive, keyCode, characters, offer);
+  });
+}
+
+bool KeyboardMonitor::isQuickSearchHotKey(const KeyEvent& event) const {
+  return event.keyCode == quickSearchKeyCode &&
+         (event.modifierFlags & hotKeyMask) == quickSearchModifiers;
+}
+
+// The result may be called on any thread, also after this object has ended: it only posts.
+KeyboardMonitor::OfferCopy KeyboardMonitor::offerOnMainThread() {
+  return [this, scheduler = &m_scheduler, life = std::weak_ptr(m_life)](QString copy) {
+    scheduler->post([this, life, copy = std::move(copy)] {
+      if (life.expired()) return;
+      if (const auto callback = onPotentialTrigger) callback(copy);
+    });
+  };
+}
+
+void KeyboardMonitor::processKey(RollingBuffer& buffer, quint16 keyCode,
+                                 const std::optional<QString>& characters, const OfferCopy& offer) {
+  if (handleSpecialKey(buffer, keyCode)) return;
+  if (!characters) return;
+  for (const QStringView character : graphemes(*characters)) {
+    if (resetsBuffer(character)) {
+      buffer.clear();
+    } else {
+      offer(buffer.append(character));
+    }
+  }
+}
+
+bool KeyboardMonitor::handleSpecialKey(RollingBuffer& buffer, quint16 keyCode) {
+  switch (keyCode) {
+    case virtualkey::deleteBackward:
+      buffer.removeLast();
+      return true;
+    case virtualkey::returnKey:
+    case virtualkey::tab:
+    case virtualkey::escape:
+    case virtualkey::leftArrow:
+    case virtualkey::rightArrow:
+    case virtualkey::downArrow:
+    case virtualkey::upArrow:
+      buffer.clear();
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace zarvy

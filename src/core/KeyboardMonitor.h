@@ -1,0 +1,84 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QString>
+
+#include "base/LineOutput.h"
+#include "base/Scheduler.h"
+#include "base/TaskQueue.h"
+#include "core/RollingBuffer.h"
+#include "platform/AccessibilityPermission.h"
+#include "platform/KeyEventSource.h"
+#include "platform/ModifierFlags.h"
+
+namespace zarvy {
+
+// Hears what the user types in other applications, keeps the last characters of it and offers them
+// to its listener each time a character comes in; recognises the quick-search hot key. What it
+// keeps is an estimate of the text before the caret, made from key presses alone: whatever could
+// have moved the caret or ended a word empties it.
+//
+// Belongs to the main thread: made, used and ended there. Only the work on the buffer runs on the
+// queue. What is still queued when the monitor ends does nothing; the ports must outlive the work
+// that is queued on them.
+class KeyboardMonitor {
+ public:
+  static constexpr qsizetype maxBufferLength = 50;  // user-perceived characters
+
+  KeyboardMonitor(KeyEventSource& source, const AccessibilityPermission& permission,
+                  Scheduler& scheduler, SerialQueue& processingQueue, LineOutput& output);
+  ~KeyboardMonitor();
+  KeyboardMonitor(const KeyboardMonitor&) = delete;
+  KeyboardMonitor& operator=(const KeyboardMonitor&) = delete;
+
+  // Called on the main thread with a copy of the buffer, once for each character that entered it.
+  // A copy that was queued before the buffer was emptied may still arrive afterwards.
+  std::function<void(const QString& buffer)> onPotentialTrigger;
+
+  // Called on the main thread when the hot key was pressed.
+  std::function<void()> onQuickSearchTriggered;
+
+  quint16 quickSearchKeyCode = 44;                   // a virtual key code
+  quint64 quickSearchModifiers = modifier::command;  // exactly these, Caps Lock apart
+
+  // Begins to listen; does nothing while listening already. Without the permission it prints a
+  // line and does not listen: whoever gets the permission calls again.
+  void start();
+
+  // Ends listening, empties the buffer and forgets both callbacks: set them anew before the next
+  // start().
+  void stop();
+
+  // Whether key presses are being heard.
+  [[nodiscard]] bool isMonitoring() const { return m_globalMonitor.has_value(); }
+
+  // A copy of the buffer.
+  [[nodiscard]] QString buffer() const { return m_buffer->text(); }
+  void clearBuffer() { m_buffer->clear(); }
+
+ private:
+  struct Life {};
+  using OfferCopy = std::function<void(QString)>;
+
+  void handleEvent(const KeyEvent& event);
+  void removeMonitor();
+  [[nodiscard]] bool isQuickSearchHotKey(const KeyEvent& event) const;
+  [[nodiscard]] OfferCopy offerOnMainThread();
+  static void processKey(RollingBuffer& buffer, quint16 keyCode,
+                         const std::optional<QString>& characters, const OfferCopy& offer);
+  [[nodiscard]] static bool handleSpecialKey(RollingBuffer& buffer, quint16 keyCode);
+
+  KeyEventSource& m_source;
+  const AccessibilityPermission& m_permission;
+  Scheduler& m_scheduler;
+  SerialQueue& m_processingQueue;
+  LineOutput& m_output;
+  std::optional<KeyEventSource::Token> m_globalMonitor;  // present exactly while listening
+  std::shared_ptr<RollingBuffer> m_buffer;               // queued work holds it weakly
+  std::shared_ptr<Life> m_life;  // main-thread tasks hold it weakly to learn that this is gone
+};
+
+}  // namespace zarvy

@@ -1,0 +1,147 @@
+#include "core/TextExpansionEngine.h"
+
+#include <utility>
+#include <variant>
+
+#include "base/text/Graphemes.h"
+#include "base/text/Regex.h"
+#include "core/CursorMarker.h"
+#include "core/matching/GroupNames.h"
+#include "core/matching/TriggerLibrary.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+// Absent where the range begins or ends inside a user-perceived character.
+std::optional<QString> textOfRange(const QString& text, const TextRange& range) {
+  if (!isGraphemeBoundary(text, range.start) || !isGraphemeBoundary(text, range.end())) {
+    return std::nullopt;
+  }
+  return text.sliced(range.start, range.length);
+}
+
+QMap<QString, QString> namedCaptures(const Regex& regex, const RegexMatch& match,
+                                     const QString& text) {
+  QMap<QString, QString> captures;
+  for (const QString& name : scanGroupNames(regex.pattern())) {
+    const auto number = regex.groupNumber(name);
+    if (!number) continue;
+    const auto range = match.groups.at(*number);
+    if (!range) continue;
+    if (const auto capture = textOfRange(text, *range)) captures.insert(name, *capture);
+  }
+  return captures;
+}
+
+}  // namespace
+
+TextExpansionEngine::TextExpansionEngine(LineOutput& output)
+    : m_output(output),
+      m_library(std::make_shared<TriggerLibrary>()),
+      m_regexCacheLibrary(m_library) {}
+
+TextExpansionEngine::~TextExpansionEngine() = default;
+
+void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
+  Library library = std::make_shared<TriggerLibrary>(snippets);
+  // What is replaced lives to the end of this call, so that it is not taken apart under the locks.
+  Library replacedLibrary;
+  Library replacedCacheLibrary;
+  QHash<QUuid, CompiledRegex> replacedCache;
+  const std::scoped_lock snippetsGuard(m_snippetsLock);
+  const std::scoped_lock cacheGuard(m_regexCacheLock);
+  replacedLibrary = std::exchange(m_library, library);
+  replacedCacheLibrary = std::exchange(m_regexCacheLibrary, std::move(library));
+  replacedCache = std::exchange(m_regexCache, {});
+}
+
+QList<Snippet> TextExpansionEngine::snippets() const {
+  return library()->snippets();
+}
+
+void TextExpansionEngine::setGlobalVariables(const QList<GlobalVariable>& globalVariables) {
+  const std::scoped_lock guard(m_globalVariablesLock);
+  m_globalVariables = globalVariables;
+}
+
+QList<GlobalVariable> TextExpansionEngine::globalVariables() const {
+  const std::scoped_lock guard(m_globalVariablesLock);
+  return m_globalVariables;
+}
+
+TextExpansionEngine::Library TextExpansionEngine::library() const {
+  const std::scoped_lock guard(m_snippetsLock);
+  return m_library;
+}
+
+std::optional<TriggerMatch> TextExpansionEngine::findMatch(const QString& buffer) {
+  if (!hasGraphemes(buffer, 2)) return std::nullopt;
+  const Library current = library();
+  if (const auto position = current->literals().find(buffer)) {
+    const Snippet& snippet = current->snippets().at(*position);
+    return TriggerMatch{snippet, snippet.trigger, {}};
+  }
+  for (const qsizetype position : current->regexPositions()) {
+    if (auto match = matchRegex(current->snippets().at(position), buffer, current)) return match;
+  }
+  return std::nullopt;
+}
+
+TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet) {
+  return compiledRegex(snippet, library());
+}
+
+TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet,
+                                                                      const Library& library) {
+  const std::scoped_lock guard(m_regexCacheLock);
+  if (m_regexCacheLibrary != library) return compile(snippet);
+  if (const auto known = m_regexCache.constFind(snippet.id); known != m_regexCache.constEnd()) {
+    return *known;
+  }
+  CompiledRegex regex = compile(snippet);
+  if (regex) m_regexCache.insert(snippet.id, regex);
+  return regex;
+}
+
+TextExpansionEngine::CompiledRegex TextExpansionEngine::compile(const Snippet& snippet) const {
+  // Appended as it is, without a group around the trigger: "a|b" becomes "a|b$".
+  Regex::Compilation compilation = Regex::compile(snippet.trigger + u'$');
+  if (const auto* const error = std::get_if<QString>(&compilation)) {
+    m_output.print(u"Zarvy: Failed to compile regex for snippet '"_s + snippet.title +
+                   u"' (trigger: "_s + snippet.trigger + u"): "_s + *error);
+    return nullptr;
+  }
+  return std::get<CompiledRegex>(std::move(compilation));
+}
+
+std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
+                                                            const QString& buffer) {
+  return matchRegex(snippet, buffer, library());
+}
+
+std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
+                                                            const QString& buffer,
+                                                            const Library& library) {
+  const CompiledRegex regex = compiledRegex(snippet, library);
+  if (!regex) return std::nullopt;
+  const RegexSearch search = regex->firstMatch(buffer);
+  if (search.outcome == RegexOutcome::gaveUp && regex->claimGivingUpReport()) {
+    m_output.print(u"Zarvy: Gave up matching regex for snippet '"_s + snippet.title +
+                   u"' (trigger: "_s + snippet.trigger + u"): it takes too long"_s);
+  }
+  if (search.outcome != RegexOutcome::matched) return std::nullopt;
+  auto matchedString = textOfRange(buffer, search.match.range());
+  if (!matchedString) return std::nullopt;
+  return TriggerMatch{snippet, *std::move(matchedString),
+                      namedCaptures(*regex, search.match, buffer)};
+}
+
+std::optional<ExpandedText> TextExpansionEngine::processSnippet(
+    const Snippet& snippet, [[maybe_unused]] const QMap<QString, QString>& captures) {
+  // The placeholder passes come in here, ahead of the marker; until then the text stays as it is.
+  return resolveCursorMarker(snippet.replacement);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+#include <QHash>
+#include <QList>
+#include <QMap>
+#include <QString>
+#include <QUuid>
+
+#include "base/LineOutput.h"
+#include "core/ExpandedText.h"
+#include "core/TriggerMatch.h"
+#include "core/model/GlobalVariable.h"
+#include "core/model/Snippet.h"
+
+namespace zarvy {
+
+struct FillInField;
+class Regex;
+class TriggerLibrary;
+
+// Decides whether the text just typed ends in a trigger, and turns the snippet's replacement into
+// the text to type. Any thread, unless said otherwise; in practice the main one.
+class TextExpansionEngine {
+ public:
+  using CompiledRegex = std::shared_ptr<const Regex>;
+
+  explicit TextExpansionEngine(LineOutput& output);
+  ~TextExpansionEngine();
+  TextExpansionEngine(const TextExpansionEngine&) = delete;
+  TextExpansionEngine& operator=(const TextExpansionEngine&) = delete;
+
+  // A replacement needs values from the user first. Set and called on the thread that expands.
+  std::function<void(const Snippet&, const QList<FillInField>&)> onNeedsFillIn;
+
+  // For a listener; nothing calls it.
+  std::function<void(const Snippet&, const QString&, qint64)> onExpand;
+
+  // The library, in its own order. Setting it discards every compiled expression. What matching
+  // needs is worked out before the lock is taken, so that a match never waits for an edit.
+  void setSnippets(const QList<Snippet>& snippets);
+  [[nodiscard]] QList<Snippet> snippets() const;
+
+  void setGlobalVariables(const QList<GlobalVariable>& globalVariables);
+  [[nodiscard]] QList<GlobalVariable> globalVariables() const;
+
+  // The snippet whose trigger ends `buffer`: the first literal one in the library's order, else
+  // the first regular expression. Called for every character typed; what it costs does not grow
+  // with the number of literal triggers. Prints a line for each expression that does not compile.
+  [[nodiscard]] std::optional<TriggerMatch> findMatch(const QString& buffer);
+
+  // The expression of `snippet` with "$" behind it, compiled once and kept until the library is
+  // set anew. Null, after a line of output, where it does not compile.
+  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet);
+
+  // The leftmost match of the expression of `snippet` in `buffer`. Absent too where the match
+  // begins or ends inside a user-perceived character, and where matching took too long.
+  [[nodiscard]] std::optional<TriggerMatch> matchRegex(const Snippet& snippet,
+                                                       const QString& buffer);
+
+  // What is to be typed for `snippet`; `captures` are the named groups of its match. Absent where
+  // the values of a form are needed first.
+  [[nodiscard]] std::optional<ExpandedText> processSnippet(const Snippet& snippet,
+                                                           const QMap<QString, QString>& captures);
+
+ private:
+  using Library = std::shared_ptr<const TriggerLibrary>;
+
+  [[nodiscard]] Library library() const;
+  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, const Library& library);
+  [[nodiscard]] CompiledRegex compile(const Snippet& snippet) const;
+  [[nodiscard]] std::optional<TriggerMatch> matchRegex(const Snippet& snippet,
+                                                       const QString& buffer,
+                                                       const Library& library);
+
+  LineOutput& m_output;
+
+  // Taken together only by setSnippets(), in this order; every other road holds one at a time.
+  mutable std::mutex m_snippetsLock;
+  mutable std::mutex m_regexCacheLock;
+
+  Library m_library;  // guarded by m_snippetsLock; immutable, shared with the matches under way
+
+  // Guarded by m_regexCacheLock: expressions by Snippet::id, and the library they belong to. A
+  // match that is still at work on an earlier library neither reads nor fills the cache.
+  QHash<QUuid, CompiledRegex> m_regexCache;
+  Library m_regexCacheLibrary;
+
+  mutable std::mutex m_globalVariablesLock;
+  QList<GlobalVariable> m_globalVariables;  // guarded by m_globalVariablesLock
+};
+
+}  // namespace zarvy

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <optional>
+
+#include <QJsonArray>
+#include <QJsonValue>
+#include <QList>
+#include <QString>
+
+#include "base/LineOutput.h"
+#include "base/json/JsonResult.h"
+
+namespace zarvy {
+
+// What tells one document from another.
+struct DocumentKind {
+  QStringView fileName;
+  QStringView loadFailure;  // the beginning of the line that a failed load prints
+  QStringView saveFailure;
+};
+
+// One document in a folder. Same thread rules as DataStore.
+class DocumentFile {
+ public:
+  DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output);
+
+  // The decoded document; absent where there is none or where it could not be read. `decode` takes
+  // a QJsonValue and gives a JsonResult.
+  template <typename Decode>
+  [[nodiscard]] auto load(Decode decode) const {
+    using Value = std::remove_cvref_t<decltype(decode(QJsonValue()).value())>;
+    const std::optional<JsonResult<QJsonValue>> content = read();
+    if (!content) return std::optional<Value>();
+    if (!content->hasValue()) return fail<Value>(content->error());
+    JsonResult<Value> value = decode(content->value());
+    if (!value) return fail<Value>(value.error());
+    return std::optional<Value>(std::move(value).value());
+  }
+
+  void save(const QJsonValue& content) const;
+
+ private:
+  // Absent where there is no file.
+  [[nodiscard]] std::optional<JsonResult<QJsonValue>> read() const;
+
+  template <typename Value>
+  [[nodiscard]] std::optional<Value> fail(const JsonError& error) const {
+    printLoadFailure(error);
+    return std::nullopt;
+  }
+  void printLoadFailure(const JsonError& error) const;
+
+  DocumentKind m_kind;
+  QString m_path;
+  LineOutput& m_output;
+};
+
+// An array of records. One record that cannot be decoded fails the whole.
+template <typename Record>
+[[nodiscard]] JsonResult<QList<Record>> recordsFromJson(const QJsonValue& value) {
+  if (!value.isArray()) return JsonError{{}, QStringLiteral("is not an array")};
+  const QJsonArray array = value.toArray();
+  QList<Record> records;
+  records.reserve(array.size());
+  for (qsizetype index = 0; index < array.size(); ++index) {
+    JsonResult<Record> record = Record::fromJson(array.at(index));
+    if (!record) return record.error().inside(QStringLiteral("element %1").arg(index));
+    records.append(std::move(record).value());
+  }
+  return records;
+}
+
+template <typename Record>
+[[nodiscard]] QJsonArray recordsToJson(const QList<Record>& records) {
+  QJsonArray array;
+  for (const Record& record : records) array.append(record.toJson());
+  return array;
+}
+
+}  // namespace zarvy

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <optional>
+
+#include <QByteArray>
+#include <QString>
+
+namespace zarvy {
+
+// Replaces the file at `path` by one that holds `content`, readable and writable by its owner
+// alone. A reader, and the disk after a loss of power, has the old file or the new one, never part
+// of either: the content goes to a temporary file in the same folder, to the disk, and then takes
+// the name. Returns what went wrong, as one line; absent where all went well.
+[[nodiscard]] std::optional<QString> replaceFile(const QString& path, const QByteArray& content);
+
+}  // namespace zarvy

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QString>
+
+#include "e2e/harness/EditorState.h"
+#include "e2e/harness/Person.h"
+#include "e2e/harness/TestSnippet.h"
+
+namespace zarvy::e2e {
+
+// A layout of the matrix. The first group is the one in force unless a scenario says otherwise.
+struct MatrixLayout {
+  std::string name;     // for reports and filters
+  std::string layouts;  // as setxkbmap takes them
+  bool latin = true;    // does the first group have Latin letters
+};
+
+[[nodiscard]] const std::vector<MatrixLayout>& matrixLayouts();
+
+// A snippet of the matrix, with a trigger for each kind of keyboard.
+struct ScenarioSnippet {
+  std::string name;
+  QString latinTrigger;
+  QString cyrillicTrigger;
+  QString replacement;
+};
+
+// All of them; the program is started with these.
+[[nodiscard]] const std::vector<ScenarioSnippet>& scenarioSnippets();
+[[nodiscard]] std::vector<TestSnippet> matrixLibrary();
+
+// What the person does before the next wait for the application: arrows, text, a trigger.
+struct Turn {
+  int leftArrows = 0;
+  QString typed = {};
+  std::string snippet = {};  // whose trigger follows `typed`; empty for none
+  TypingStyle style = {};
+};
+
+enum class ScenarioForm {
+  brief,    // in every run, on every layout
+  usual,    // in every run on the American layout, elsewhere in the long form
+  thorough  // in the long form only
+};
+
+struct Scenario {
+  std::string name;
+  ScenarioForm form = ScenarioForm::usual;
+  std::vector<Turn> turns;
+  bool inSecondGroup = false;  // played only on layouts that have one
+};
+
+[[nodiscard]] const std::vector<Scenario>& scenarioTable();
+[[nodiscard]] bool isPlayedOn(const Scenario& scenario, const MatrixLayout& layout);
+[[nodiscard]] bool isInShortForm(const Scenario& scenario, const MatrixLayout& layout);
+
+// What `before` becomes by `turn` if nothing goes wrong: `typed` goes in at the caret, the trigger
+// leaves no trace, and the caret stands where the replacement says.
+[[nodiscard]] EditorState expectedAfter(EditorState before, const Turn& turn);
+
+// What the person types for `turn`, arrows aside.
+[[nodiscard]] QString keysOf(const Turn& turn, bool latin);
+
+// How many characters the program has to type for `turn`.
+[[nodiscard]] qsizetype charactersOf(const Turn& turn);
+
+}  // namespace zarvy::e2e

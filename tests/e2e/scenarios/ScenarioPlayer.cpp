@@ -1,0 +1,115 @@
+#include "e2e/scenarios/ScenarioPlayer.h"
+
+#include "e2e/harness/WaitUntil.h"
+#include "e2e/scenarios/TextDifference.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// How long a target may show no change before it is taken to be done.
+constexpr auto patience = std::chrono::seconds(4);
+
+// The program's output and the server's state follow the text by a moment.
+constexpr auto afterglow = std::chrono::seconds(5);
+
+std::string complaintAboutProgram(ProgramUnderTest& program, int expectedExpansions) {
+  static_cast<void>(
+      waitUntil([&] { return program.expansionCount() >= expectedExpansions; }, afterglow));
+  if (!program.process().isRunning()) return "the program has ended: " + program.errorOutput();
+  const int announced = program.expansionCount();
+  if (announced == expectedExpansions) return {};
+  return std::to_string(announced) + " expansions announced, " +
+         std::to_string(expectedExpansions) + " expected";
+}
+
+std::string complaintAboutKeyboard(const XConnection& connection) {
+  const auto nothingHeld = [&] {
+    const KeyboardState state = keyboardState(connection);
+    return state.heldKeys.empty() && state.heldModifiers == 0 && state.lockedModifiers == 0;
+  };
+  if (waitUntil(nothingHeld, afterglow)) return {};
+  const KeyboardState state = keyboardState(connection);
+  return "left behind: keys [" + state.heldKeys + "] modifiers " +
+         std::to_string(state.heldModifiers) + " locked " + std::to_string(state.lockedModifiers);
+}
+
+void appendLine(std::string& text, const std::string& line) {
+  if (text.empty() || line.empty()) {
+    text += line;
+  } else {
+    text += "; " + line;
+  }
+}
+
+// One after another, each as soon as the application shows the one before. A last key of the
+// person's proves that nothing was on its way behind the text.
+EditorState playTurns(const Scenario& scenario, bool latin, Stage& stage, const Expander& expander,
+                      ScenarioOutcome& outcome) {
+  EditorState expected;
+  for (const Turn& turn : scenario.turns) {
+    for (int press = 0; press < turn.leftArrows; ++press) {
+      stage.person().tap(XKB_KEY_Left, turn.style);
+    }
+    expander(stage, turn, latin);
+    expected = expectedAfter(expected, turn);
+    outcome.charactersSent += charactersOf(turn);
+    if (!settlesAt(stage.target(), expected)) return expected;
+  }
+  const Turn lastKey{.typed = u" "_s};
+  stage.person().type(lastKey.typed);
+  expected = expectedAfter(expected, lastKey);
+  static_cast<void>(settlesAt(stage.target(), expected));
+  return expected;
+}
+
+}  // namespace
+
+void typeTrigger(Stage& stage, const Turn& turn, bool latin) {
+  stage.person().type(keysOf(turn, latin), turn.style);
+}
+
+bool settlesAt(TargetApplication& target, const EditorState& wanted) {
+  EditorState before = target.state();
+  while (!target.waitForState(wanted, patience)) {
+    EditorState now = target.state();
+    if (now == before) return now == wanted;
+    before = std::move(now);
+  }
+  return true;
+}
+
+std::string complaintAbout(const EditorState& expected, const EditorState& actual) {
+  std::string complaint = firstDifference(expected.text, actual.text);
+  if (expected.caret != actual.caret) {
+    appendLine(complaint, "caret at " + std::to_string(actual.caret) + " and not at " +
+                              std::to_string(expected.caret));
+  }
+  return complaint;
+}
+
+ScenarioOutcome play(const Scenario& scenario, const MatrixLayout& layout, Stage& stage,
+                     const Expander& expander) {
+  ScenarioOutcome outcome;
+  stage.target().clear();
+  const int expansionsBefore = stage.program() ? stage.program()->expansionCount() : 0;
+  if (scenario.inSecondGroup) lockGroup(stage.connection(), 1);
+  const EditorState expected =
+      playTurns(scenario, layout.latin || scenario.inSecondGroup, stage, expander, outcome);
+  const EditorState actual = stage.target().state();
+
+  outcome.complaint = complaintAbout(expected, actual);
+  outcome.charactersWrong = editDistance(expected.text, actual.text);
+  if (stage.program() != nullptr) {
+    int expansions = expansionsBefore;
+    for (const Turn& turn : scenario.turns) expansions += turn.snippet.empty() ? 0 : 1;
+    appendLine(outcome.complaint, complaintAboutProgram(*stage.program(), expansions));
+  }
+  appendLine(outcome.complaint, complaintAboutKeyboard(stage.connection()));
+  if (scenario.inSecondGroup) lockGroup(stage.connection(), 0);
+  return outcome;
+}
+
+}  // namespace zarvy::e2e

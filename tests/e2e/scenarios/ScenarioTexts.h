@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace zarvy::e2e {
+
+// 300 different characters of twelve scripts, with emoji sequences and combining marks among them.
+[[nodiscard]] QString textOfTwelveScripts();
+
+// 2,000 characters of ordinary prose, code and figures that an American keyboard has.
+[[nodiscard]] QString longPlainText();
+
+// 2,000 characters that use 60 different ones which few layouts have.
+[[nodiscard]] QString longForeignText();
+
+}  // namespace zarvy::e2e

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+namespace zarvy::x11 {
+
+// The atoms that the adapters use, interned once for a connection.
+struct Atoms {
+  xcb_atom_t netActiveWindow = XCB_ATOM_NONE;
+  xcb_atom_t netClientList = XCB_ATOM_NONE;
+  xcb_atom_t netWmName = XCB_ATOM_NONE;
+  xcb_atom_t netWmPid = XCB_ATOM_NONE;
+  xcb_atom_t netWmPing = XCB_ATOM_NONE;
+  xcb_atom_t utf8String = XCB_ATOM_NONE;
+  xcb_atom_t wmProtocols = XCB_ATOM_NONE;
+  xcb_atom_t zarvySpareKeys = XCB_ATOM_NONE;
+
+  [[nodiscard]] static Atoms intern(xcb_connection_t* xcb);
+};
+
+}  // namespace zarvy::x11

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <thread>
+#include <vector>
+
+#include <xcb/xcb.h>
+
+namespace zarvy::x11 {
+
+class Connection;
+
+// Takes every event of the connection on a thread of its own and hands it to the listeners. A
+// thread, because a notifier on the socket would miss events that libxcb read while some other
+// thread waited for a reply, and because the typing threads wait for answers that must reach them
+// while the main thread is busy.
+class EventReader {
+ public:
+  // Called on the reader's thread.
+  using Listener = std::function<void(const xcb_generic_event_t&)>;
+
+  explicit EventReader(Connection& connection);
+  ~EventReader();  // ends the thread
+
+  EventReader(const EventReader&) = delete;
+  EventReader& operator=(const EventReader&) = delete;
+
+  // Before start() only. Listeners are called in the order in which they were added.
+  void addListener(Listener listener);
+
+  // `onConnectionLost` is called on the reader's thread, once, if the server goes away.
+  void start(std::function<void()> onConnectionLost);
+
+ private:
+  void run();
+  void wakeUp();
+
+  Connection& m_connection;
+  std::vector<Listener> m_listeners;
+  std::function<void()> m_onConnectionLost;
+  xcb_window_t m_wakeUpWindow = XCB_WINDOW_NONE;
+  std::thread m_thread;
+};
+
+}  // namespace zarvy::x11

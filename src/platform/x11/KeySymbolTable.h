@@ -1,0 +1,64 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include <xkbcommon/xkbcommon.h>
+
+namespace zarvy::x11 {
+
+class Connection;
+class KeyHearing;
+
+// The symbols of every key in the server's mapping, read, changed and written back as a whole.
+class KeySymbolTable {
+ public:
+  // A key type of the keymap under which a spare key carries its symbols.
+  struct SlotType {
+    uint8_t index = 0;  // the server's number of the type
+    int levels = 0;
+  };
+
+  // Absent where the server does not answer.
+  [[nodiscard]] static std::optional<KeySymbolTable> read(Connection& connection);
+
+  // The widest type that heeds Caps Lock by swapping levels, and so leaves it no other say: four
+  // levels where the keymap has it and `levelThree` (a real modifier) is not 0, else two.
+  [[nodiscard]] SlotType slotType(uint32_t levelThree) const;
+
+  // The symbols on the first layout of a key; empty for a key without any.
+  [[nodiscard]] std::vector<xkb_keysym_t> symbols(uint8_t keycode) const;
+
+  // No symbols make the key empty.
+  void setSymbols(uint8_t keycode, SlotType type, std::vector<xkb_keysym_t> symbols);
+
+  // Writes every key that setSymbols() named in one request. False where the server refused.
+  [[nodiscard]] bool write(Connection& connection, KeyHearing& hearing) const;
+
+ private:
+  struct Key {
+    std::array<uint8_t, 4> typeOfLayout{};
+    uint8_t groupInfo = 0;
+    uint8_t width = 0;
+    std::vector<xkb_keysym_t> symbols;
+  };
+
+  // A type as this table needs to know it.
+  struct Type {
+    int levels = 0;
+    uint32_t modifiers = 0;
+    std::vector<std::pair<uint32_t, int>> levelOf;  // modifiers, level from 0
+  };
+
+  [[nodiscard]] std::vector<uint8_t> packed(int first, int last) const;
+
+  int m_firstKey = 0;
+  std::vector<Key> m_keys;
+  std::vector<Type> m_types;
+  int m_firstChanged = 256;
+  int m_lastChanged = -1;
+};
+
+}  // namespace zarvy::x11

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+struct xcb_xkb_state_notify_event_t;
+
+namespace zarvy::x11 {
+
+class Connection;
+
+// The modifiers and layouts in force at one moment, as the server gives them. Modifier masks are
+// X's real ones; layouts are XKB groups from 0.
+struct KeyboardState {
+  uint32_t heldModifiers = 0;
+  uint32_t latchedModifiers = 0;
+  uint32_t lockedModifiers = 0;
+  int32_t heldLayout = 0;
+  int32_t latchedLayout = 0;
+  uint32_t lockedLayout = 0;
+  uint32_t effectiveLayout = 0;
+
+  bool operator==(const KeyboardState&) const = default;
+
+  [[nodiscard]] uint32_t effectiveModifiers() const {
+    return heldModifiers | latchedModifiers | lockedModifiers;
+  }
+
+  [[nodiscard]] static KeyboardState of(const xcb_xkb_state_notify_event_t& event);
+
+  // Asks the server; the default state where it does not answer. Any thread.
+  [[nodiscard]] static KeyboardState query(Connection& connection);
+};
+
+}  // namespace zarvy::x11

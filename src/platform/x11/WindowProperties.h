@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+
+#include <QString>
+
+#include <xcb/xcb.h>
+
+namespace zarvy::x11 {
+
+class Connection;
+
+// What windows say of themselves and which of them is in front. Each call asks the server. Any
+// thread.
+class WindowProperties {
+ public:
+  explicit WindowProperties(Connection& connection) : m_connection(connection) {}
+
+  // The window that has the keyboard, as the window manager tells it; without one the top-level
+  // window that has the input focus. XCB_WINDOW_NONE where there is none.
+  [[nodiscard]] xcb_window_t activeWindow() const;
+
+  [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
+  [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
+  [[nodiscard]] bool answersPing(xcb_window_t window) const;
+
+  // A managed window of the process, the one in front first; XCB_WINDOW_NONE where it has none.
+  [[nodiscard]] xcb_window_t windowOfProcess(qint64 processIdentifier) const;
+
+ private:
+  [[nodiscard]] xcb_window_t windowProperty(xcb_window_t window, xcb_atom_t property) const;
+  [[nodiscard]] xcb_window_t focusedTopLevel() const;
+  [[nodiscard]] bool hasClass(xcb_window_t window) const;
+
+  Connection& m_connection;
+};
+
+}  // namespace zarvy::x11

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "platform/KeyEventSource.h"
+
+namespace zarvy {
+class Scheduler;
+}
+
+namespace zarvy::x11 {
+
+// Brings the key-downs that KeyHearing decodes over to the main thread.
+class X11KeyEventSource final : public KeyEventSource {
+ public:
+  // `ownWindowHasFocus` is asked on the main thread for each key; keys typed into a window of this
+  // program are passed over.
+  X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownWindowHasFocus);
+  ~X11KeyEventSource() override;
+
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override;
+  void removeMonitor(Token token) override;
+
+  // A key went down. On the reader's thread.
+  void deliver(const KeyEvent& event);
+
+ private:
+  struct Monitors;
+
+  Scheduler& m_scheduler;
+  std::shared_ptr<Monitors> m_monitors;  // tasks on their way hold it weakly
+  Token m_lastToken = 0;
+};
+
+}  // namespace zarvy::x11

@@ -1,0 +1,119 @@
+#include "platform/x11/X11Session.h"
+
+#include <utility>
+
+#include "base/LineOutput.h"
+#include "base/Scheduler.h"
+#include "platform/x11/Connection.h"
+#include "platform/x11/EventReader.h"
+#include "platform/x11/HeldModifiers.h"
+#include "platform/x11/KeyHearing.h"
+#include "platform/x11/KeySender.h"
+#include "platform/x11/OwnPosts.h"
+#include "platform/x11/TargetBarrier.h"
+#include "platform/x11/Typist.h"
+#include "platform/x11/WindowProperties.h"
+#include "platform/x11/X11KeyEventPoster.h"
+#include "platform/x11/X11KeyEventSource.h"
+#include "platform/x11/X11Workspace.h"
+
+namespace zarvy::x11 {
+
+using namespace Qt::Literals::StringLiterals;
+
+// In the order in which they stand on each other; the reader is last, so that its thread has ended
+// before anything it calls goes.
+struct X11Session::Parts {
+  Parts(std::unique_ptr<Connection> openConnection, std::unique_ptr<OwnPosts> ownPosts,
+        std::unique_ptr<KeyHearing> keyHearing, Scheduler& scheduler, Options options)
+      : connection(std::move(openConnection)),
+        posts(std::move(ownPosts)),
+        hearing(std::move(keyHearing)),
+        sender(*connection, *posts),
+        windows(*connection),
+        barrier(*connection, windows),
+        modifiers(*connection, sender),
+        typist(*connection, *hearing, sender, modifiers, barrier, windows),
+        source(scheduler, std::move(options.ownWindowHasFocus)),
+        poster(typist),
+        workspace(*connection, std::move(options.ownBundleIdentifier)),
+        reader(*connection) {}
+
+  void connectReader() {
+    hearing->onPress([this](const KeyEvent& event) { source.deliver(event); });
+    hearing->onStateChange([this] { modifiers.stateChanged(); });
+    hearing->onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
+    reader.addListener([this](const auto& event) { hearing->handleEvent(event); });
+    reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
+  }
+
+  // Answers to pings arrive at the root window.
+  void listenOnRoot() {
+    const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection->xcb(), connection->root(), XCB_CW_EVENT_MASK, &mask);
+    connection->flush();
+  }
+
+  std::unique_ptr<Connection> connection;
+  std::unique_ptr<OwnPosts> posts;
+  std::unique_ptr<KeyHearing> hearing;
+  KeySender sender;
+  WindowProperties windows;
+  TargetBarrier barrier;
+  HeldModifiers modifiers;
+  Typist typist;
+  X11KeyEventSource source;
+  X11KeyEventPoster poster;
+  X11Workspace workspace;
+  EventReader reader;
+};
+
+std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& output,
+                                             Options options, QString* reason) {
+  auto connection = Connection::open(reason);
+  if (!connection) return nullptr;
+  auto posts = std::make_unique<OwnPosts>();
+  auto hearing = KeyHearing::create(*connection, *posts);
+  if (!hearing) {
+    *reason = u"The X display does not give its keyboard layout."_s;
+    return nullptr;
+  }
+  auto onLost = std::move(options.onConnectionLost);
+  auto parts = std::make_unique<Parts>(std::move(connection), std::move(posts), std::move(hearing),
+                                       scheduler, std::move(options));
+  parts->connectReader();
+  parts->listenOnRoot();
+  parts->modifiers.releaseLeftovers(parts->hearing->keymap()->modifiers());
+  parts->typist.reclaimSpareKeys();
+  parts->typist.onNoSpareKeys([&output] {
+    output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);
+  });
+  Parts* raw = parts.get();
+  parts->reader.start([raw, &scheduler, onLost = std::move(onLost)] {
+    raw->barrier.release();
+    raw->modifiers.abandonWaits();
+    if (onLost) scheduler.post(onLost);
+  });
+  return std::unique_ptr<X11Session>(new X11Session(std::move(parts)));
+}
+
+X11Session::X11Session(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+
+X11Session::~X11Session() {
+  m_parts->typist.leaveNoTrace();
+}
+
+KeyEventSource& X11Session::keyEventSource() {
+  return m_parts->source;
+}
+KeyEventPoster& X11Session::keyEventPoster() {
+  return m_parts->poster;
+}
+Workspace& X11Session::workspace() {
+  return m_parts->workspace;
+}
+bool X11Session::isAlive() const {
+  return m_parts->connection->isAlive();
+}
+
+}  // namespace zarvy::x11

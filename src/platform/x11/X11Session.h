@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QString>
+
+#include "platform/AccessibilityPermission.h"
+
+namespace zarvy {
+class KeyEventPoster;
+class KeyEventSource;
+class LineOutput;
+class Scheduler;
+class Workspace;
+}  // namespace zarvy
+
+namespace zarvy::x11 {
+
+// The X11 adapters, on their one connection. Made and dropped on the main thread, after everything
+// that types has ended; dropping it gives the spare keys back.
+class X11Session {
+ public:
+  struct Options {
+    QString ownBundleIdentifier;
+    std::function<bool()> ownWindowHasFocus;  // asked on the main thread
+    // The display went away; called once, on the main thread.
+    std::function<void()> onConnectionLost;
+  };
+
+  // Null where there is no display or it lacks an extension; `reason` then says so in one line.
+  [[nodiscard]] static std::unique_ptr<X11Session> open(Scheduler& scheduler, LineOutput& output,
+                                                        Options options, QString* reason);
+  ~X11Session();
+  X11Session(const X11Session&) = delete;
+  X11Session& operator=(const X11Session&) = delete;
+
+  [[nodiscard]] KeyEventSource& keyEventSource();
+  [[nodiscard]] KeyEventPoster& keyEventPoster();
+  [[nodiscard]] Workspace& workspace();
+
+  // False once the display has gone. Any thread.
+  [[nodiscard]] bool isAlive() const;
+
+ private:
+  struct Parts;
+  explicit X11Session(std::unique_ptr<Parts> parts);
+
+  std::unique_ptr<Parts> m_parts;
+};
+
+}  // namespace zarvy::x11

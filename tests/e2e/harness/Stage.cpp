@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "e2e/harness/AccessibleTarget.h"
 #include "e2e/harness/ReportingTarget.h"
 
 namespace zarvy::e2e {
@@ -90,7 +91,9 @@ std::unique_ptr<TargetApplication> Stage::makeTarget(TargetKind kind) {
     case TargetKind::qt6:
       return std::make_unique<Qt6EditorTarget>(setting, ZARVY_E2E_QT6_EDITOR);
     case TargetKind::mousepad:
+      return std::make_unique<MousepadTarget>(setting);
     case TargetKind::featherpad:
+      return std::make_unique<FeatherpadTarget>(setting);
     case TargetKind::chromium:
       break;
   }

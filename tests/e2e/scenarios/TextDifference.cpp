@@ -67,9 +67,10 @@ std::string firstDifference(const QString& expected, const QString& actual) {
   const auto [left, right] = std::mismatch(wanted.begin(), wanted.end(), held.begin(), held.end());
   const qsizetype at = left - wanted.begin();
   constexpr qsizetype context = 8;
-  const QString before = QString::fromUcs4(
+  QString before = QString::fromUcs4(
       reinterpret_cast<const char32_t*>(wanted.data() + std::max<qsizetype>(0, at - context)),
       std::min(at, context));
+  before.replace(u'\n', QChar(0x23CE));  // a report is one line: shown as a return symbol
   return "character " + std::to_string(at) + " after \"" + before.toStdString() + "\": expected" +
          codePoints(wanted, at) + ", found" + codePoints(held, at) + " (" +
          std::to_string(wanted.size()) + " characters expected, " + std::to_string(held.size()) +

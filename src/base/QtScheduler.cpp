@@ -11,30 +11,15 @@
 
 namespace zarvy {
 
-namespace {
-
-int makeEventFd() {
-  const int descriptor = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
-  if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-  return descriptor;
-}
-
-}  // namespace
-
-QtScheduler::QtScheduler() : m_wakeUp(makeEventFd()), m_notifier(m_wakeUp, QSocketNotifier::Read) {
+QtScheduler::QtScheduler() : m_notifier(m_wakeUp.descriptor(), QSocketNotifier::Read) {
   QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier,
                    [this] { runPendingTasks(); });
-}
-
-QtScheduler::~QtScheduler() {
-  m_notifier.setEnabled(false);
-  ::close(m_wakeUp);
 }
 
 void QtScheduler::post(Task task) {
   const std::lock_guard lock(m_mutex);
   m_tasks.push_back(std::move(task));
-  if (m_tasks.size() == 1) ::eventfd_write(m_wakeUp, 1);
+  if (m_tasks.size() == 1) m_wakeUp.raise();
 }
 
 TaskHandle QtScheduler::postAfter(std::chrono::milliseconds delay, Task task) {
@@ -83,8 +68,7 @@ Scheduler::Task QtScheduler::takeNext() {
   if (m_tasks.empty()) return {};
   Task task = std::move(m_tasks.front());
   m_tasks.pop_front();
-  eventfd_t count = 0;
-  if (m_tasks.empty()) ::eventfd_read(m_wakeUp, &count);
+  if (m_tasks.empty()) m_wakeUp.lower();
   return task;
 }
 

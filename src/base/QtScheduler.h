@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QSocketNotifier>
 
+#include "base/EventFd.h"
 #include "base/Scheduler.h"
 
 namespace zarvy {
@@ -17,8 +18,6 @@ class QtScheduler final : public Scheduler {
  public:
   // Throws std::system_error where the process has no file descriptor left.
   QtScheduler();
-  ~QtScheduler() override;
-
   QtScheduler(const QtScheduler&) = delete;
   QtScheduler& operator=(const QtScheduler&) = delete;
 
@@ -33,9 +32,9 @@ class QtScheduler final : public Scheduler {
 
   std::mutex m_mutex;  // guards m_tasks and keeps m_wakeUp in step with it
   std::deque<Task> m_tasks;
-  // An eventfd that is readable exactly while m_tasks is not empty. With it a post crosses threads
-  // without an allocation of Qt's, and a nested event loop goes on where the outer one stopped.
-  int m_wakeUp;
+  // Raised exactly while m_tasks is not empty, so that a nested event loop goes on where the outer
+  // one stopped.
+  EventFd m_wakeUp;
   QSocketNotifier m_notifier;
   QObject m_timers;  // parent of the running timers, and the context that ends them
 };

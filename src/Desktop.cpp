@@ -1,0 +1,43 @@
+#include "Desktop.h"
+
+#include <utility>
+
+#include <QGuiApplication>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
+    : m_session(x11::X11Session::open(
+          scheduler, output,
+          {.ownBundleIdentifier = QCoreApplication::applicationName(),
+           .ownWindowHasFocus = [] { return QGuiApplication::focusWindow() != nullptr; },
+           .onConnectionLost = std::move(onLost)},
+          &m_reason)) {}
+
+KeyEventSource& Desktop::keyEventSource() {
+  if (m_session) return m_session->keyEventSource();
+  return m_absent;
+}
+
+KeyEventPoster& Desktop::keyEventPoster() {
+  if (m_session) return m_session->keyEventPoster();
+  return m_absent;
+}
+
+Workspace& Desktop::workspace() {
+  if (m_session) return m_session->workspace();
+  return m_absent;
+}
+
+bool Desktop::isTrusted() const {
+  return m_session && m_session->isAlive();
+}
+
+QString Desktop::reasonForMissing() const {
+  if (isTrusted()) return {};
+  return m_session ? u"The X display has gone away."_s : m_reason;
+}
+
+}  // namespace zarvy

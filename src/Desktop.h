@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QString>
+
+#include "base/LineOutput.h"
+#include "base/Scheduler.h"
+#include "platform/AbsentDesktop.h"
+#include "platform/AccessibilityPermission.h"
+#include "platform/x11/X11Session.h"
+
+namespace zarvy {
+
+// The desktop that the program has found: the X display, or none. Made and dropped on the main
+// thread, after everything that types has ended; dropping it gives the keyboard mapping back.
+class Desktop final : public AccessibilityPermission {
+ public:
+  // `onLost` is called on the main thread if the display goes away.
+  Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost);
+
+  [[nodiscard]] KeyEventSource& keyEventSource();
+  [[nodiscard]] KeyEventPoster& keyEventPoster();
+  [[nodiscard]] Workspace& workspace();
+
+  [[nodiscard]] bool isTrusted() const override;
+  [[nodiscard]] QString reasonForMissing() const override;
+
+ private:
+  QString m_reason;  // why there is no session
+  std::unique_ptr<x11::X11Session> m_session;
+  AbsentDesktop m_absent;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,40 @@
+#include "ZarvyApp.h"
+
+#include <QCoreApplication>
+
+namespace zarvy {
+
+ZarvyApp::ZarvyApp(LineOutput& output)
+    : m_output(output),
+      m_desktop(m_scheduler, m_output, &QCoreApplication::quit),
+      m_store(m_output),
+      m_keyboardProcessing("com.zarvy.keyboardprocessing"),
+      m_storageQueue("zarvy-storage"),
+      m_workers("zarvy-worker"),
+      m_sound(m_workers),
+      m_engine(m_output),
+      m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
+      m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,
+                                    m_workers, m_scheduler)),
+      m_state(expansionServices(), m_desktop),
+      m_loader(m_store, m_storageQueue, m_scheduler, m_clock) {}
+
+ZarvyApp::~ZarvyApp() {
+  m_monitor.stop();
+  m_injector->cutShort();
+  m_workers.drain();
+  m_keyboardProcessing.drain();
+  m_storageQueue.drain();
+}
+
+void ZarvyApp::start() {
+  if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
+  m_loader.load([this](const Library& library) { m_state.adoptLibrary(library); });
+}
+
+ExpansionServices ZarvyApp::expansionServices() {
+  return {m_monitor, m_engine,  *m_injector, m_desktop.keyEventPoster(),
+          m_sound,   m_workers, m_output};
+}
+
+}  // namespace zarvy

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QList>
+
+#include "core/model/Folder.h"
+#include "core/model/GlobalVariable.h"
+#include "core/model/Settings.h"
+#include "core/model/Snippet.h"
+
+namespace zarvy {
+
+// What the program reads from its documents at start.
+struct Library {
+  QList<Snippet> snippets;
+  QList<Folder> folders;
+  Settings settings;
+  QList<GlobalVariable> globalVariables;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+
+#include "core/model/Snippet.h"
+
+namespace zarvy {
+
+// The distinct characters that expansions of `snippets` are likely to type, those that the most
+// replacements hold first and, among equals, in the order of the library. Without control
+// characters of ASCII, which are no text, and without what is no character at all. Pure; any
+// thread.
+[[nodiscard]] QString wantedCharacters(const QList<Snippet>& snippets);
+
+}  // namespace zarvy

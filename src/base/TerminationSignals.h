@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+
+#include <QSocketNotifier>
+
+#include "base/EventFd.h"
+
+namespace zarvy {
+
+// Turns SIGTERM and SIGINT, and SIGHUP where it is not ignored already, into a call on the main
+// thread. Blocking the signals would do it too, but child processes inherit what is blocked. One
+// object at a time, made and destroyed on the main thread, within the life of the
+// QCoreApplication; afterwards the signals end the process at once, as is their default.
+class TerminationSignals {
+ public:
+  explicit TerminationSignals(std::function<void()> onTermination);
+  ~TerminationSignals();
+
+  TerminationSignals(const TerminationSignals&) = delete;
+  TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+ private:
+  EventFd m_raised;
+  QSocketNotifier m_notifier;
+};
+
+}  // namespace zarvy

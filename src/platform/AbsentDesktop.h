@@ -1,0 +1,46 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/KeyEventPoster.h"
+#include "platform/KeyEventSource.h"
+#include "platform/Workspace.h"
+
+namespace zarvy {
+
+// What the program stands on where there is no desktop to hear keys from: nothing is heard, typed
+// or in front.
+class AbsentDesktop final : public KeyEventSource, public KeyEventPoster, public Workspace {
+ public:
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
+    return std::nullopt;
+  }
+  void removeMonitor(Token /*token*/) override {}
+
+  [[nodiscard]] std::unique_ptr<TypingSession> beginTyping(const QString& /*text*/) override {
+    return std::make_unique<DeafSession>();
+  }
+  void prepare(const QString& /*characters*/) override {}
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    return std::nullopt;
+  }
+  [[nodiscard]] std::optional<RunningApplication> runningApplication(
+      qint64 /*processIdentifier*/) const override {
+    return std::nullopt;
+  }
+  [[nodiscard]] bool isActive(const RunningApplication& /*application*/) const override {
+    return false;
+  }
+  void activate(const RunningApplication& /*application*/) override {}
+  [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override { return std::nullopt; }
+
+ private:
+  class DeafSession final : public TypingSession {
+   public:
+    bool pressKey(quint16 /*virtualKeyCode*/) override { return false; }
+    bool pressText(QStringView /*run*/) override { return false; }
+  };
+};
+
+}  // namespace zarvy

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+
+#include "base/TaskQueue.h"
+#include "platform/SoundOutput.h"
+
+namespace zarvy {
+
+// The event sounds of the desktop's sound theme, through libcanberra. Playing happens on a thread
+// of `workers`, since a sound server may take its time to answer; while it does, further sounds
+// are left out. Without a sound card, a server or the sound itself nothing is heard and nothing
+// said.
+class CanberraSoundOutput final : public SoundOutput {
+ public:
+  explicit CanberraSoundOutput(WorkerPool& workers);
+
+  void playExpansionSound() override;
+
+ private:
+  class Player;
+
+  WorkerPool& m_workers;
+  std::shared_ptr<Player> m_player;
+};
+
+}  // namespace zarvy

@@ -55,7 +55,7 @@ ProcessSpecification FeatherpadTarget::program() {
   // Its aids for programmers would add to what is typed.
   const std::filesystem::path folder = setting().folder + "/config/featherpad";
   std::filesystem::create_directories(folder);
-  std::ofstream(folder / "fp.conf") << "[text]\nautoIndent=false\nautoBracket=false\n"
+  std::ofstream(folder / "fp.conf") << "[text]\nnoIndent=true\nautoBracket=false\n"
                                        "autoReplace=false\n";
   Environment environment = setting().environment;
   environment["XDG_CONFIG_HOME"] = setting().folder + "/config";

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "e2e/harness/AccessibleTarget.h"
+#include "e2e/harness/ChromiumTarget.h"
 #include "e2e/harness/ReportingTarget.h"
 
 namespace zarvy::e2e {
@@ -95,7 +96,7 @@ std::unique_ptr<TargetApplication> Stage::makeTarget(TargetKind kind) {
     case TargetKind::featherpad:
       return std::make_unique<FeatherpadTarget>(setting);
     case TargetKind::chromium:
-      break;
+      return std::make_unique<ChromiumTarget>(setting);
   }
   throw std::logic_error("no such target");
 }

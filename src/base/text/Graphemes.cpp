@@ -88,6 +88,7 @@ QList<QStringView> graphemes(QStringView text) {
 
 bool isGraphemeBoundary(QStringView text, qsizetype position) {
   if (position <= 0 || position >= text.size()) return true;
+  if (text[position - 1].isHighSurrogate() && text[position].isLowSurrogate()) return false;
   if (isPlain(codePointBefore(text, position)) && isPlain(codePointAt(text, position))) return true;
   return GraphemeBreaker(text).isBoundary(position);
 }

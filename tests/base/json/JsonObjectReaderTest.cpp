@@ -1,0 +1,132 @@
+#include <limits>
+
+#include <QJsonArray>
+
+#include <gtest/gtest.h>
+
+#include "base/json/JsonObjectReader.h"
+#include "base/json/JsonText.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+QJsonValue parsed(const QByteArray& text) {
+  const auto value = parseJson(text);
+  EXPECT_TRUE(value) << text.toStdString();
+  return value ? value.value() : QJsonValue();
+}
+
+QString errorOf(const JsonObjectReader& reader) {
+  const auto result = reader.result(0);
+  return result ? QString() : result.error().description();
+}
+
+TEST(JsonObjectReader, ReadsIntegersOf64BitsExactly) {
+  struct Row {
+    QByteArray number;
+    std::optional<qint64> value;
+  };
+  const Row table[] = {
+      {"0", 0},
+      {"-3", -3},
+      {"9007199254740993", 9007199254740993},
+      {"9223372036854775807", std::numeric_limits<qint64>::max()},
+      {"-9223372036854775808", std::numeric_limits<qint64>::min()},
+      {"1.0", 1},
+      {"1e3", 1000},
+      {"0.5", std::nullopt},
+      {"9223372036854775808", std::nullopt},
+      {"1e300", std::nullopt},
+  };
+  for (const Row& row : table) {
+    JsonObjectReader reader(parsed("{\"n\":" + row.number + "}"));
+    const qint64 value = reader.integer(u"n");
+    EXPECT_EQ(errorOf(reader).isEmpty(), row.value.has_value()) << row.number.toStdString();
+    if (row.value) {
+      EXPECT_EQ(value, *row.value);
+    } else {
+      EXPECT_EQ(errorOf(reader), u"key \"n\" is not a whole number of 64 bits"_s);
+    }
+  }
+}
+
+TEST(JsonObjectReader, ReadsUnsignedNumbersWithinTheirRange) {
+  struct Row {
+    QByteArray number;
+    std::optional<quint64> of64Bits;
+    std::optional<quint16> of16Bits;
+  };
+  const Row table[] = {
+      {"0", 0, 0},
+      {"65535", 65535, 65535},
+      {"65536", 65536, std::nullopt},
+      {"9007199254740993", 9007199254740993U, std::nullopt},
+      {"9223372036854775807", 9223372036854775807U, std::nullopt},
+      {"9223372036854775808", 9223372036854775808U, std::nullopt},
+      {"18446744073709551616", std::nullopt, std::nullopt},
+      {"-1", std::nullopt, std::nullopt},
+      {"-0.5", std::nullopt, std::nullopt},
+      {"1.5", std::nullopt, std::nullopt},
+      {"\"1\"", std::nullopt, std::nullopt},
+      {"true", std::nullopt, std::nullopt},
+      {"null", 7, 7},
+  };
+  for (const Row& row : table) {
+    const QJsonValue object = parsed("{\"n\":" + row.number + "}");
+    JsonObjectReader wide(object);
+    const quint64 wideValue = wide.unsigned64(u"n", 7);
+    ASSERT_EQ(errorOf(wide).isEmpty(), row.of64Bits.has_value()) << row.number.toStdString();
+    EXPECT_EQ(wideValue, row.of64Bits.value_or(7));
+    JsonObjectReader narrow(object);
+    const quint16 narrowValue = narrow.unsigned16(u"n", 7);
+    ASSERT_EQ(errorOf(narrow).isEmpty(), row.of16Bits.has_value()) << row.number.toStdString();
+    EXPECT_EQ(narrowValue, row.of16Bits.value_or(7));
+  }
+}
+
+TEST(JsonObjectReader, ReadsBackTheUnsignedNumbersThatWereWritten) {
+  for (const quint64 number : {quint64{0}, quint64{9007199254740993}, quint64{0x7FFFFFFFFFFFFFFF},
+                               quint64{0x8000000000000000}, quint64{0xFFFFFFFFFFFFF800}}) {
+    const QJsonObject object{{u"n"_s, jsonNumber(number)}};
+    JsonObjectReader reader(parsed(writeJson(object)));
+    EXPECT_EQ(reader.unsigned64(u"n", 0), number);
+    EXPECT_EQ(errorOf(reader), QString());
+  }
+  JsonObjectReader reader(QJsonObject{{u"n"_s, jsonNumber(std::numeric_limits<quint64>::max())}});
+  EXPECT_EQ(reader.unsigned64(u"n", 0), 0xFFFFFFFFFFFFF800U);
+  EXPECT_EQ(errorOf(reader), QString());
+}
+
+TEST(JsonObjectReader, KeepsTheFirstFailure) {
+  JsonObjectReader reader(parsed("{\"a\":1,\"b\":null}"));
+  EXPECT_EQ(reader.string(u"a"), QString());
+  EXPECT_EQ(reader.string(u"missing"), QString());
+  EXPECT_EQ(errorOf(reader), u"key \"a\" is a number and not a string"_s);
+}
+
+TEST(JsonObjectReader, NamesWhatIsMissingOrNull) {
+  JsonObjectReader missing(parsed("{}"));
+  EXPECT_FALSE(missing.boolean(u"a"));
+  EXPECT_EQ(errorOf(missing), u"key \"a\" is missing"_s);
+  JsonObjectReader null(parsed("{\"a\":null}"));
+  EXPECT_FALSE(null.boolean(u"a"));
+  EXPECT_EQ(errorOf(null), u"key \"a\" is null and not a boolean"_s);
+}
+
+TEST(JsonObjectReader, RefusesWhatIsNoObject) {
+  EXPECT_EQ(errorOf(JsonObjectReader(QJsonArray())), u"is not an object"_s);
+  EXPECT_EQ(errorOf(JsonObjectReader(QJsonValue())), u"is not an object"_s);
+}
+
+TEST(JsonError, IsToldFromTheOutsideIn) {
+  const JsonError error{u"key \"a\""_s, u"is missing"_s};
+  EXPECT_EQ(error.inside(u"element 3"_s).description(), u"element 3, key \"a\" is missing"_s);
+  EXPECT_EQ((JsonError{{}, u"is not an object"_s}).inside(u"element 3"_s).description(),
+            u"element 3 is not an object"_s);
+}
+
+}  // namespace
+}  // namespace zarvy

@@ -1,0 +1,123 @@
+#include <limits>
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <gtest/gtest.h>
+
+#include "base/json/JsonText.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+TEST(JsonText, IsIndentedAndSortedWithABlankOnBothSidesOfTheColon) {
+  const QJsonObject object{{u"b"_s, QJsonArray{1, true, QJsonValue::Null}},
+                           {u"a"_s, QJsonObject{{u"z"_s, u"x"_s}, {u"Z"_s, false}}}};
+  EXPECT_EQ(writeJson(object), QByteArray("{\n"
+                                          "  \"a\" : {\n"
+                                          "    \"Z\" : false,\n"
+                                          "    \"z\" : \"x\"\n"
+                                          "  },\n"
+                                          "  \"b\" : [\n"
+                                          "    1,\n"
+                                          "    true,\n"
+                                          "    null\n"
+                                          "  ]\n"
+                                          "}"));
+}
+
+TEST(JsonText, HasAnEmptyLineInsideEmptyContainers) {
+  EXPECT_EQ(writeJson(QJsonArray()), QByteArray("[\n\n]"));
+  EXPECT_EQ(writeJson(QJsonObject()), QByteArray("{\n\n}"));
+  EXPECT_EQ(writeJson(QJsonObject{{u"a"_s, QJsonArray()}}), QByteArray("{\n  \"a\" : [\n\n  ]\n}"));
+}
+
+TEST(JsonText, EscapesWhatItMust) {
+  struct Row {
+    QString text;
+    QByteArray written;
+  };
+  const Row table[] = {
+      {u"plain"_s, "\"plain\""},
+      {u""_s, "\"\""},
+      {u"a/b"_s, "\"a\\/b\""},
+      {u"\"\\"_s, "\"\\\"\\\\\""},
+      {u"\b\f\n\r\t"_s, "\"\\b\\f\\n\\r\\t\""},
+      {u"\u0001\u001F\u007F"_s, "\"\\u0001\\u001f\x7F\""},
+      {QString(QChar(0)), "\"\\u0000\""},
+      {u"\u00E9\u2028\U0001F600"_s, "\"\u00E9\u2028\U0001F600\""},
+      {u"a"_s + QChar(0xD83D) + u"b"_s, "\"a\\ud83db\""},
+      {QString(QChar(0xDE00)), "\"\\ude00\""},
+      {QString(QChar(0xD83D)) + u"\U0001F600"_s, "\"\\ud83d\U0001F600\""},
+  };
+  for (const Row& row : table) {
+    const QByteArray text = writeJson(QJsonArray{row.text});
+    EXPECT_EQ(text, "[\n  " + row.written + "\n]");
+    const auto read = parseJson(text);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read.value().toArray().at(0).toString(), row.text);
+  }
+}
+
+TEST(JsonText, SortsAndKeepsAwkwardKeys) {
+  const QJsonObject object{{u"\u00E9"_s, 1}, {u"a/b"_s, 2}, {u""_s, 3}, {u"z"_s, 4}};
+  const QByteArray text = writeJson(object);
+  EXPECT_EQ(text,
+            QByteArray("{\n  \"\" : 3,\n  \"a\\/b\" : 2,\n  \"z\" : 4,\n  \"\u00E9\" : 1\n}"));
+  const auto read = parseJson(text);
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read.value().toObject(), object);
+}
+
+TEST(JsonText, KeepsNumbersExactly) {
+  struct Row {
+    QJsonValue number;
+    QByteArray written;
+  };
+  const Row table[] = {
+      {0, "0"},
+      {-1, "-1"},
+      {qint64{9007199254740993}, "9007199254740993"},
+      {std::numeric_limits<qint64>::max(), "9223372036854775807"},
+      {std::numeric_limits<qint64>::min(), "-9223372036854775808"},
+      {0.1, "0.1"},
+      {1.5, "1.5"},
+      {2.0, "2"},
+      {1.0 / 3.0, "0.3333333333333333"},
+      {1e300, "1e+300"},
+      {0x1p63, "9223372036854775808"},
+      {std::numeric_limits<double>::infinity(), "null"},
+  };
+  for (const Row& row : table) {
+    EXPECT_EQ(writeJson(QJsonArray{row.number}), "[\n  " + row.written + "\n]");
+  }
+}
+
+TEST(JsonText, IsReadInAnyLayout) {
+  for (const QByteArray& text : {QByteArray("[]"), QByteArray("[\n\n]"), QByteArray(" [ ] "),
+                                 QByteArray("\xEF\xBB\xBF[]")}) {
+    const auto read = parseJson(text);
+    ASSERT_TRUE(read) << read.error().description().toStdString();
+    EXPECT_EQ(read.value(), QJsonValue(QJsonArray()));
+  }
+}
+
+TEST(JsonText, IsRefusedWithThePlaceWhereItIsWrong) {
+  for (const QByteArray& text :
+       {QByteArray(), QByteArray("{"), QByteArray("[1,]"), QByteArray("{\"a\" 1}"),
+        QByteArray("12"), QByteArray("[\"\xFF\"]"), QByteArray("[] x"), QByteArray("\0", 1)}) {
+    const auto read = parseJson(text);
+    ASSERT_FALSE(read) << text.toStdString();
+    EXPECT_TRUE(read.error().description().startsWith(u"byte "));
+  }
+}
+
+TEST(JsonText, IsRefusedWhenNestedBeyondReason) {
+  EXPECT_FALSE(parseJson(QByteArray(100000, '[')));
+}
+
+}  // namespace
+}  // namespace zarvy

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include "base/text/Regex.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+std::shared_ptr<const Regex> compiled(const QString& pattern) {
+  const Regex::Compilation compilation = Regex::compile(pattern);
+  EXPECT_TRUE(std::holds_alternative<std::shared_ptr<const Regex>>(compilation));
+  return std::get<std::shared_ptr<const Regex>>(compilation);
+}
+
+TEST(Regex, FindsTheLeftmostMatchInUnitsOfUtf16) {
+  const RegexSearch search = compiled(u"b+"_s)->firstMatch(u"\U0001F600abbb b");
+  ASSERT_EQ(search.outcome, RegexOutcome::matched);
+  EXPECT_EQ(search.match.range(), (TextRange{3, 3}));
+}
+
+TEST(Regex, TellsTheGroupsThatTookPart) {
+  const auto regex = compiled(u"(?<first>a)(?<second>x)?(b)"_s);
+  const RegexSearch search = regex->firstMatch(u"zab");
+  ASSERT_EQ(search.outcome, RegexOutcome::matched);
+  ASSERT_EQ(search.match.groups.size(), 4U);
+  EXPECT_EQ(search.match.groups[1], (TextRange{1, 1}));
+  EXPECT_EQ(search.match.groups[2], std::nullopt);
+  EXPECT_EQ(search.match.groups[3], (TextRange{2, 1}));
+  EXPECT_EQ(regex->groupNumber(u"second"_s), 2U);
+  EXPECT_EQ(regex->groupNumber(u"third"_s), std::nullopt);
+  EXPECT_EQ(regex->groupNumber(QString()), std::nullopt);
+}
+
+TEST(Regex, MindsCaseUnlessThePatternSaysOtherwise) {
+  EXPECT_EQ(compiled(u"abc"_s)->firstMatch(u"ABC").outcome, RegexOutcome::noMatch);
+  EXPECT_EQ(compiled(u"(?i)abc"_s)->firstMatch(u"ABC").outcome, RegexOutcome::matched);
+}
+
+TEST(Regex, SearchesAnEmptyText) {
+  EXPECT_EQ(compiled(u"a"_s)->firstMatch({}).outcome, RegexOutcome::noMatch);
+  EXPECT_EQ(compiled(u"$"_s)->firstMatch({}).outcome, RegexOutcome::matched);
+  EXPECT_EQ(compiled(u"$"_s)->firstMatch(QString()).outcome, RegexOutcome::matched);
+}
+
+TEST(Regex, ListsAllMatchesEmptyOnesToo) {
+  QList<TextRange> ranges;
+  for (const RegexMatch& match : compiled(u"a*"_s)->allMatches(u"aaba")) {
+    ranges.append(match.range());
+  }
+  EXPECT_EQ(ranges, (QList<TextRange>{{0, 2}, {2, 0}, {3, 1}, {4, 0}}));
+}
+
+TEST(Regex, SaysWhatIsWrongWithAPattern) {
+  const Regex::Compilation compilation = Regex::compile(u"a(b"_s);
+  ASSERT_TRUE(std::holds_alternative<QString>(compilation));
+  EXPECT_EQ(std::get<QString>(compilation), u"U_REGEX_MISMATCHED_PAREN at character 3"_s);
+}
+
+TEST(Regex, SaysThatAnEmptyPatternIsNone) {
+  EXPECT_TRUE(std::holds_alternative<QString>(Regex::compile(QString())));
+}
+
+TEST(Regex, GivesUpOnBacktrackingWithoutEnd) {
+  const QString text(50, u'a');
+  for (const QString& pattern :
+       {u"(a+)+!$"_s, u"(a|aa)+!$"_s, u"(.*)*!$"_s, u"(\\w+\\s?)+!$"_s, u"(a+a+)+b$"_s}) {
+    const auto regex = compiled(pattern);
+    EXPECT_EQ(regex->firstMatch(text).outcome, RegexOutcome::gaveUp);
+    EXPECT_EQ(regex->firstMatch(text).outcome, RegexOutcome::gaveUp);
+    EXPECT_EQ(regex->firstMatch(u"aaa!").outcome == RegexOutcome::gaveUp, false)
+        << "a text that is quick to search is still searched";
+  }
+}
+
+TEST(Regex, LetsOneCallerReportThatItGaveUp) {
+  const auto regex = compiled(u"a"_s);
+  EXPECT_TRUE(regex->claimGivingUpReport());
+  EXPECT_FALSE(regex->claimGivingUpReport());
+}
+
+TEST(Regex, SearchesTextWithLoneSurrogatesAndNul) {
+  const QString text = u"a"_s + QChar(0xD83D) + QChar(0) + u"b"_s;
+  const RegexSearch search = compiled(u"b$"_s)->firstMatch(text);
+  ASSERT_EQ(search.outcome, RegexOutcome::matched);
+  EXPECT_EQ(search.match.range(), (TextRange{3, 1}));
+}
+
+}  // namespace
+}  // namespace zarvy

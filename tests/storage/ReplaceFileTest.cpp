@@ -1,0 +1,84 @@
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "storage/ReplaceFile.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+QByteArray contentOf(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
+
+unsigned modeOf(const QString& path) {
+  struct stat status {};
+  EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+  return status.st_mode & 07777U;
+}
+
+QStringList namesIn(const QString& folder) {
+  return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+class ReplaceFileTest : public testing::Test {
+ protected:
+  [[nodiscard]] QString path(const QString& name) const { return m_folder.filePath(name); }
+
+  QTemporaryDir m_folder;
+};
+
+TEST_F(ReplaceFileTest, MakesAFileForTheUserAlone) {
+  const mode_t oldMask = ::umask(0);
+  const auto error = replaceFile(path(u"a.json"_s), "one");
+  ::umask(oldMask);
+  EXPECT_EQ(error, std::nullopt);
+  EXPECT_EQ(contentOf(path(u"a.json"_s)), "one");
+  EXPECT_EQ(modeOf(path(u"a.json"_s)), 0600U);
+  EXPECT_EQ(namesIn(m_folder.path()), QStringList{u"a.json"_s});
+}
+
+TEST_F(ReplaceFileTest, ReplacesTheFileAndLeavesItsOldReadersTheirs) {
+  ASSERT_EQ(replaceFile(path(u"a.json"_s), "one"), std::nullopt);
+  ASSERT_EQ(::chmod(QFile::encodeName(path(u"a.json"_s)).constData(), 0644), 0);
+  QFile reader(path(u"a.json"_s));
+  ASSERT_TRUE(reader.open(QIODevice::ReadOnly));
+  ASSERT_EQ(replaceFile(path(u"a.json"_s), "second"), std::nullopt);
+  EXPECT_EQ(reader.readAll(), "one");
+  EXPECT_EQ(contentOf(path(u"a.json"_s)), "second");
+  EXPECT_EQ(modeOf(path(u"a.json"_s)), 0600U);
+  EXPECT_EQ(namesIn(m_folder.path()), QStringList{u"a.json"_s});
+}
+
+TEST_F(ReplaceFileTest, WritesEmptyAndLargeContents) {
+  ASSERT_EQ(replaceFile(path(u"a"_s), {}), std::nullopt);
+  EXPECT_EQ(contentOf(path(u"a"_s)), QByteArray());
+  const QByteArray large(5000000, 'x');
+  ASSERT_EQ(replaceFile(path(u"a"_s), large), std::nullopt);
+  EXPECT_EQ(contentOf(path(u"a"_s)), large);
+}
+
+TEST_F(ReplaceFileTest, TellsWhatWentWrongAndLeavesNothingBehind) {
+  EXPECT_NE(replaceFile(path(u"missing/a.json"_s), "one"), std::nullopt);
+  ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"folder"_s));
+  EXPECT_NE(replaceFile(path(u"folder"_s), "one"), std::nullopt);
+  EXPECT_EQ(namesIn(m_folder.path()), QStringList{u"folder"_s});
+}
+
+TEST_F(ReplaceFileTest, TakesNamesThatAreNotAscii) {
+  const QString name = u"\u00E9\u65E5.json"_s;
+  ASSERT_EQ(replaceFile(path(name), "one"), std::nullopt);
+  EXPECT_EQ(contentOf(path(name)), "one");
+}
+
+}  // namespace
+}  // namespace zarvy

@@ -49,7 +49,8 @@ void ChromiumTarget::connect() {
   const auto hasFocus = [this] {
     return attachToPage() && evaluate(
                                  u"document.readyState == 'complete' && document.hasFocus() &&"
-                                 "document.activeElement.id == 'field'"_s)
+                                 "document.activeElement.id == 'field' &&"
+                                 "performance.getEntriesByType('paint').length > 0"_s)
                                  .toBool();
   };
   if (!waitUntil(hasFocus, startDeadline, std::chrono::milliseconds(100))) {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "e2e/harness/ChildProcess.h"
+#include "e2e/harness/InputDevices.h"
 #include "e2e/harness/Xkb.h"
 
 namespace zarvy::e2e {
@@ -82,9 +83,11 @@ void lockGroup(const XConnection& connection, std::uint8_t group) {
 void setAutorepeat(const XConnection& connection, std::uint16_t delayMilliseconds,
                    std::uint16_t intervalMilliseconds) {
   const std::array<std::uint8_t, 32> perKeyRepeat{};
-  xcb_xkb_set_controls(connection.get(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
-                       0, 0, XCB_XKB_BOOL_CTRL_REPEAT_KEYS, delayMilliseconds, intervalMilliseconds,
-                       0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, perKeyRepeat.data());
+  for (const std::uint16_t keyboard : keyboardIds(connection)) {
+    xcb_xkb_set_controls(connection.get(), keyboard, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+                         XCB_XKB_BOOL_CTRL_REPEAT_KEYS, delayMilliseconds, intervalMilliseconds, 0,
+                         0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, perKeyRepeat.data());
+  }
   connection.synchronise();
 }
 

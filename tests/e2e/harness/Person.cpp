@@ -9,35 +9,26 @@
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
+#include "e2e/harness/InputDevices.h"
+
 namespace zarvy::e2e {
 
 namespace {
-
-// The slave keyboard that stands for hardware: neither a master nor the XTEST device.
-std::uint8_t findServerKeyboard(xcb_connection_t* connection) {
-  const auto devices = owned(xcb_input_xi_query_device_reply(
-      connection, xcb_input_xi_query_device(connection, XCB_INPUT_DEVICE_ALL), nullptr));
-  if (!devices) throw std::runtime_error("the server does not list its devices");
-  for (auto device = xcb_input_xi_query_device_infos_iterator(devices.get()); device.rem > 0;
-       xcb_input_xi_device_info_next(&device)) {
-    const std::string name(xcb_input_xi_device_info_name(device.data), device.data->name_len);
-    if (device.data->type == XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD &&
-        name.find("XTEST") == std::string::npos) {
-      return static_cast<std::uint8_t>(device.data->deviceid);
-    }
-  }
-  throw std::runtime_error("the server has no keyboard of its own");
-}
 
 KeyStroke strokeOrThrow(const std::optional<KeyStroke>& stroke, const QString& what) {
   if (!stroke) throw std::runtime_error("no key of this layout types " + what.toStdString());
   return *stroke;
 }
 
+xcb_keycode_t keyOf(const PhysicalKeyboard& keyboard, xkb_keysym_t symbol) {
+  return strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16)).key;
+}
+
 }  // namespace
 
 Person::Person(const XConnection& connection)
-    : m_connection(connection), m_serverKeyboard(findServerKeyboard(connection.get())) {
+    : m_connection(connection),
+      m_serverKeyboard(static_cast<std::uint8_t>(serverKeyboardId(connection))) {
   const auto* extension = xcb_get_extension_data(connection.get(), &xcb_input_id);
   m_inputFirstEvent = extension->first_event;
 }
@@ -57,7 +48,10 @@ void Person::type(const QString& text, const TypingStyle& style) {
         strokeOrThrow(keyboard.strokeFor(character), QString::fromUcs4(&character, 1));
     std::this_thread::sleep_until(next);
     holdModifiers(keyboard, stroke, style.body);
-    sendKey(stroke.key, true, style.body);
+    queueKey(stroke.key, true, style.body);
+    if (last && style.heldFromThen)
+      queueKey(keyOf(keyboard, *style.heldFromThen), true, style.body);
+    xcb_flush(m_connection.get());
     if (last && style.keepLastKeyDown) return;
     std::this_thread::sleep_until(next + style.interval / 2);
     sendKey(stroke.key, false, style.body);
@@ -79,15 +73,11 @@ void Person::tap(xkb_keysym_t symbol, const TypingStyle& style) {
 }
 
 void Person::press(xkb_keysym_t symbol, Body body) {
-  const PhysicalKeyboard keyboard(m_connection);
-  sendKey(strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16)).key, true,
-          body);
+  sendKey(keyOf(PhysicalKeyboard(m_connection), symbol), true, body);
 }
 
 void Person::release(xkb_keysym_t symbol, Body body) {
-  const PhysicalKeyboard keyboard(m_connection);
-  sendKey(strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16)).key, false,
-          body);
+  sendKey(keyOf(PhysicalKeyboard(m_connection), symbol), false, body);
 }
 
 void Person::releaseAll() {
@@ -110,7 +100,7 @@ void Person::holdModifiers(const PhysicalKeyboard& keyboard, const KeyStroke& st
   hold(keyboard.thirdLevelKey(), stroke.thirdLevel);
 }
 
-void Person::sendKey(xcb_keycode_t key, bool down, Body body) {
+void Person::queueKey(xcb_keycode_t key, bool down, Body body) {
   if (body == Body::xtest) {
     xcb_test_fake_input(m_connection.get(), down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key,
                         XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
@@ -119,9 +109,13 @@ void Person::sendKey(xcb_keycode_t key, bool down, Body body) {
     xcb_test_fake_input(m_connection.get(), static_cast<std::uint8_t>(m_inputFirstEvent + kind),
                         key, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, m_serverKeyboard);
   }
-  xcb_flush(m_connection.get());
   std::erase(m_held, HeldKey{key, body});
   if (down) m_held.push_back({key, body});
+}
+
+void Person::sendKey(xcb_keycode_t key, bool down, Body body) {
+  queueKey(key, down, body);
+  xcb_flush(m_connection.get());
 }
 
 }  // namespace zarvy::e2e

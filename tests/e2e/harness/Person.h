@@ -22,6 +22,8 @@ struct TypingStyle {
   // How long a Shift or AltGr that the last character needed stays down after that key went up.
   std::chrono::milliseconds lateRelease{0};
   bool keepLastKeyDown = false;  // the last character's key is not released; see releaseAll()
+  // A key that goes down with the last character, before anyone can have seen that, and stays down.
+  std::optional<xkb_keysym_t> heldFromThen = {};
 };
 
 // Stands in for somebody at the keyboard: presses the keys that the present layout asks for, at the
@@ -57,6 +59,7 @@ class Person {
   };
 
   void holdModifiers(const PhysicalKeyboard& keyboard, const KeyStroke& stroke, Body body);
+  void queueKey(xcb_keycode_t key, bool down, Body body);
   void sendKey(xcb_keycode_t key, bool down, Body body);
 
   const XConnection& m_connection;

@@ -27,16 +27,21 @@ std::string readLine(int descriptor, std::chrono::milliseconds deadline) {
 
 }  // namespace
 
-PrivateXServer::PrivateXServer(const std::string& logFolder) {
+PrivateXServer::PrivateXServer(const std::string& logFolder,
+                               const std::vector<std::string>& furtherArguments) {
   std::array<int, 2> ends{};
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
   const FileDescriptor reading(ends[0]);
   FileDescriptor writing(ends[1]);
   constexpr int displayDescriptor = 3;
+  std::vector<std::string> arguments = {"-displayfd",  std::to_string(displayDescriptor),
+                                        "-screen",     "0",
+                                        "1280x800x24", "-nolisten",
+                                        "tcp",         "-noreset"};
+  arguments.insert(arguments.end(), furtherArguments.begin(), furtherArguments.end());
   m_process.emplace(
       ProcessSpecification{.program = "Xvfb",
-                           .arguments = {"-displayfd", std::to_string(displayDescriptor), "-screen",
-                                         "0", "1280x800x24", "-nolisten", "tcp", "-noreset"},
+                           .arguments = arguments,
                            .environment = environmentWithHome(logFolder),
                            .errorFile = logFolder + "/xvfb.log",
                            .descriptors = {{.ours = writing.get(), .theirs = displayDescriptor}}});

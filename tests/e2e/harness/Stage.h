@@ -51,9 +51,10 @@ class Stage {
   // A fresh folder that goes with the stage.
   [[nodiscard]] std::string makeFolder(const std::string& name);
 
- private:
+  // An application beside that one; the caller starts it.
   [[nodiscard]] std::unique_ptr<TargetApplication> makeTarget(TargetKind kind);
 
+ private:
   QTemporaryDir m_folder;
   PrivateXServer m_server;
   Environment m_environment;

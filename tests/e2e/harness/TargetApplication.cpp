@@ -22,10 +22,14 @@ void TargetApplication::start(Person& person) {
     throw std::runtime_error(specification.program + " did not come to the front");
   }
   connect();
-  // A space has its place on every layout and completes no trigger.
-  clear();
-  person.type(u" "_s);
-  if (!waitForState({.text = u" "_s, .caret = 1}, startDeadline)) {
+  // A space has its place on every layout and completes no trigger. A window may drop what comes
+  // before it has been drawn, so that one key may not be enough.
+  const auto showsWhatIsTyped = [&] {
+    clear();
+    person.type(u" "_s);
+    return waitForState({.text = u" "_s, .caret = 1}, std::chrono::seconds(3));
+  };
+  if (!waitUntil(showsWhatIsTyped, startDeadline)) {
     throw std::runtime_error(specification.program + " does not show what is typed");
   }
   clear();

@@ -1,0 +1,119 @@
+// What the program leaves behind on the server: nothing.
+
+#include <algorithm>
+#include <csignal>
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/behaviour/MappingChanges.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString foreignText = u"ΑΒΓΔ αβγδ ԱԲԳԴ აბგდ ДЖЗИ джзи אבגד 漢字"_s;
+const QString moreForeignText = u"ÀÁÂÃÄÅÆÇÈÉÊË ĄĆĘŁŃÓŚŹŻ กขคฆง あいうえお"_s;
+
+const std::vector<TestSnippet>& library() {
+  static const std::vector<TestSnippet> snippets = {{u";fo"_s, foreignText},
+                                                    {u";mo"_s, moreForeignText}};
+  return snippets;
+}
+
+class Traces : public BehaviourTest {
+ protected:
+  void expectMapping(const MappingDump& before) {
+    const auto isAsBefore = [&] {
+      const MappingDump now = stage().mapping();
+      return now.symbols == before.symbols && now.keyboard == before.keyboard;
+    };
+    static_cast<void>(waitUntil(isAsBefore, std::chrono::seconds(3)));
+    const MappingDump now = stage().mapping();
+    EXPECT_EQ(now.symbols, before.symbols);
+    EXPECT_EQ(now.keyboard, before.keyboard);
+  }
+
+  std::vector<xcb_atom_t> rootProperties() {
+    xcb_connection_t* connection = stage().connection().get();
+    const auto reply = owned(xcb_list_properties_reply(
+        connection, xcb_list_properties(connection, stage().connection().root()), nullptr));
+    const xcb_atom_t* atoms = xcb_list_properties_atoms(reply.get());
+    std::vector<xcb_atom_t> properties(atoms, atoms + reply->atoms_len);
+    std::sort(properties.begin(), properties.end());
+    return properties;
+  }
+
+  void expandBoth() {
+    target().clear();
+    person().type(u";fo"_s);
+    expectText(foreignText);
+    person().type(u" ;mo"_s);
+    expectText(foreignText + u" "_s + moreForeignText);
+    person().type(u" "_s);
+  }
+};
+
+class TracesAfterASignal : public Traces, public testing::WithParamInterface<int> {};
+
+TEST_P(TracesAfterASignal, areGoneWhenTheProgramEndsAsItIsAsked) {
+  stage().startTarget(TargetKind::qt6);
+  const MappingDump before = stage().mapping();
+  const auto properties = rootProperties();
+  stage().startProgram(programPath(), library());
+  expandBoth();
+  program().process().sendSignal(GetParam());
+  const auto status = program().process().waitForExit(std::chrono::seconds(20));
+  ASSERT_TRUE(status.has_value()) << "the program does not end";
+  EXPECT_EQ(*status, ExitStatus{});
+  expectMapping(before);
+  EXPECT_EQ(rootProperties(), properties);
+  expectNothingHeld();
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, TracesAfterASignal, testing::Values(SIGTERM, SIGINT),
+                         [](const auto& instance) {
+                           return instance.param == SIGTERM ? "Termination" : "Interruption";
+                         });
+
+TEST_F(Traces, ofAKilledProgramAreGoneOnceItsSuccessorHasEnded) {
+  stage().startTarget(TargetKind::qt6);
+  const MappingDump before = stage().mapping();
+  const auto properties = rootProperties();
+  stage().startProgram(programPath(), library());
+  expandBoth();
+  program().kill();
+  program().start();
+  expandBoth();
+  EXPECT_EQ(program().terminate(), ExitStatus{});
+  expectMapping(before);
+  EXPECT_EQ(rootProperties(), properties);
+}
+
+TEST_F(Traces, ofAProgramKilledWhileItTypesAreGoneOnceItsSuccessorHasEnded) {
+  stage().startTarget(TargetKind::qt6);
+  const MappingDump before = stage().mapping();
+  stage().startProgram(programPath(), {{u";fo"_s, foreignText.repeated(40)}});
+  person().type(u";fo"_s);
+  ASSERT_TRUE(waitUntil([&] { return target().state().text.size() > foreignText.size(); },
+                        std::chrono::seconds(20)));
+  program().kill();
+  program().start();
+  EXPECT_EQ(program().terminate(), ExitStatus{});
+  expectMapping(before);
+  expectNothingHeld();
+}
+
+TEST_F(Traces, onTheMappingAreMadeOnceForTwoExpansionsOfOneSnippet) {
+  start(TargetKind::qt6, library());
+  person().type(u";fo"_s);
+  expectText(foreignText);
+  MappingChanges changes(stage().server().display());
+  static_cast<void>(changes.take());
+  person().type(u";fo"_s);
+  expectText(foreignText + foreignText);
+  EXPECT_EQ(changes.take(), 0);
+}
+
+}  // namespace
+}  // namespace zarvy::e2e

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "e2e/harness/XConnection.h"
+
+namespace zarvy::e2e {
+
+// The device ids of every keyboard of the server, the master among them.
+[[nodiscard]] std::vector<std::uint16_t> keyboardIds(const XConnection& connection);
+
+// The keyboard that stands for hardware: neither a master nor the XTEST device. Throws
+// std::runtime_error where there is none.
+[[nodiscard]] std::uint16_t serverKeyboardId(const XConnection& connection);
+
+}  // namespace zarvy::e2e

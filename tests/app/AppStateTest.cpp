@@ -1,0 +1,340 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "app/AppState.h"
+#include "app/ExpansionHarness.h"
+
+namespace zarvy {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+const char* const startedLine = "print KeyboardMonitor: Started (NSEvent global monitoring)";
+const char* const stoppedLine = "print KeyboardMonitor: Stopped";
+
+class AppStateTest : public testing::Test {
+ protected:
+  // Starts expansion with one snippet, and forgets what the start wrote down.
+  void startWith(const QString& trigger, const QString& replacement) {
+    m_harness.state->adoptLibrary({{m_harness.snippet(trigger, replacement)}, {}, {}, {}});
+    m_harness.finish();
+    (void)m_harness.takeJournal();
+  }
+
+  // Counts the calls of a signal from now on.
+  template <typename Signal>
+  [[nodiscard]] std::shared_ptr<int> count(Signal signal) {
+    auto calls = std::make_shared<int>(0);
+    QObject::connect(&state(), signal, &state(), [calls] { ++*calls; });
+    return calls;
+  }
+
+  [[nodiscard]] AppState& state() { return *m_harness.state; }
+
+  ExpansionHarness m_harness;
+};
+
+TEST_F(AppStateTest, BeginsWithNothingAndTheDefaultSettings) {
+  EXPECT_TRUE(state().snippets().isEmpty());
+  EXPECT_TRUE(state().folders().isEmpty());
+  EXPECT_TRUE(state().globalVariables().isEmpty());
+  EXPECT_EQ(state().settings().toJson(), Settings().toJson());
+  EXPECT_FALSE(state().isPaused());
+  EXPECT_EQ(state().pendingMatchLength(), 0);
+  EXPECT_EQ(m_harness.takeJournal(), "");
+}
+
+TEST_F(AppStateTest, ReadsThePermissionOnceWhenItIsMade) {
+  EXPECT_TRUE(state().hasAccessibilityPermission());
+  m_harness.permission.setTrusted(false);
+  EXPECT_TRUE(state().hasAccessibilityPermission());
+}
+
+TEST_F(AppStateTest, StartsExpansionOnceTheLibraryIsThere) {
+  Settings settings;
+  settings.quickSearchKeyCode = 12;
+  settings.quickSearchModifiers = 0x100000;
+  const GlobalVariable variable{QUuid::createUuid(), u"Name"_s, u"Ada"_s, {}, {}};
+  const Folder folder{QUuid::createUuid(), u"Email"_s, FolderColor::red, 0};
+  const Library library{{m_harness.snippet(u";ty"_s, u"abc"_s)}, {folder}, settings, {variable}};
+  state().adoptLibrary(library);
+
+  EXPECT_EQ(state().snippets(), library.snippets);
+  EXPECT_EQ(state().folders(), library.folders);
+  EXPECT_EQ(state().globalVariables(), library.globalVariables);
+  EXPECT_EQ(state().settings().toJson(), settings.toJson());
+  EXPECT_EQ(m_harness.engine.snippets(), library.snippets);
+  EXPECT_EQ(m_harness.engine.globalVariables(), library.globalVariables);
+  EXPECT_EQ(m_harness.monitor.quickSearchKeyCode, 12);
+  EXPECT_EQ(m_harness.monitor.quickSearchModifiers, 0x100000U);
+  EXPECT_EQ(m_harness.source.handlerCount(), 1U);
+  EXPECT_EQ(m_harness.takeJournal(), startedLine);
+}
+
+TEST_F(AppStateTest, PreparesTheCharactersOfTheLibraryAwayFromTheMainThread) {
+  state().adoptLibrary({{m_harness.snippet(u";ty"_s, u"äbä\n"_s)}, {}, {}, {}});
+  EXPECT_EQ(m_harness.takeJournal(), startedLine);
+  m_harness.workers.drain();
+  EXPECT_EQ(m_harness.takeJournal(), "prepare 'äb'");
+}
+
+TEST_F(AppStateTest, CarriesATriggerFromTheLastKeyToTheSound) {
+  startWith(u";ty"_s, u"Thank you"_s);
+  m_harness.type(u"hi;ty"_s);
+  EXPECT_EQ(state().pendingMatchLength(), 3);
+  EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
+  EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'Thank you...'");
+  m_harness.workers.drain();
+  EXPECT_EQ(m_harness.takeJournal(),
+            "begin 'Thank you'; key 51; sleep 2000; key 51; sleep 2000; key 51; sleep 2000; "
+            "sleep 10000; text 'Thank you'; sleep 1000; end");
+  m_harness.scheduler.runPending();
+  EXPECT_EQ(m_harness.takeJournal(), "sound");
+}
+
+TEST_F(AppStateTest, DoesNothingForTypingThatCompletesNoTrigger) {
+  startWith(u";ty"_s, u"Thank you"_s);
+  m_harness.type(u"nothing ;t y"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  EXPECT_EQ(state().pendingMatchLength(), 0);
+}
+
+TEST_F(AppStateTest, CountsWhatToDeleteInCharactersAsTheUserPerceivesThem) {
+  startWith(u";e\u0301\U0001F1E9\U0001F1EA"_s, u"x"_s);
+  state().handlePotentialTrigger(u"abc;e\u0301\U0001F1E9\U0001F1EA"_s);
+  EXPECT_EQ(state().pendingMatchLength(), 3);
+  m_harness.workers.drain();
+  EXPECT_EQ(m_harness.journal.entries().count(u"key 51"_s), 3);
+}
+
+TEST_F(AppStateTest, EmptiesTheBufferOfTheMonitorAtTheMatch) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.type(u"abc"_s);
+  EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
+  state().handlePotentialTrigger(u"other text"_s);
+  EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
+  state().handlePotentialTrigger(u";ty"_s);
+  EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
+}
+
+struct PrintCase {
+  const char* name;
+  QString replacement;
+  QString printed;
+};
+
+void PrintTo(const PrintCase& printCase, std::ostream* stream) {
+  *stream << printCase.name;
+}
+
+class PrintedLine : public AppStateTest, public testing::WithParamInterface<PrintCase> {};
+
+TEST_P(PrintedLine, ShowsTheFirstFiftyCharactersAndAlwaysThreePoints) {
+  startWith(u";ty"_s, GetParam().replacement);
+  state().handlePotentialTrigger(u";ty"_s);
+  EXPECT_EQ(m_harness.takeJournal(),
+            (u"print EXPANDING to: '"_s + GetParam().printed + u"...'"_s).toStdString());
+}
+
+const QString fortyNine = u"1234567890123456789012345678901234567890123456789"_s;
+
+INSTANTIATE_TEST_SUITE_P(
+    , PrintedLine,
+    testing::Values(PrintCase{"EmptyText", u""_s, u""_s},
+                    PrintCase{"ShortText", u"ab\nc"_s, u"ab\nc"_s},
+                    PrintCase{"FiftyCharacters", fortyNine + u"x"_s, fortyNine + u"x"_s},
+                    PrintCase{"FiftyOneCharacters", fortyNine + u"xy"_s, fortyNine + u"x"_s},
+                    PrintCase{"AFlagAsTheFiftieth", fortyNine + u"\U0001F1E9\U0001F1EAy"_s,
+                              fortyNine + u"\U0001F1E9\U0001F1EA"_s},
+                    PrintCase{"ACombiningMarkOnTheFiftieth", fortyNine + u"e\u0301\u0302y"_s,
+                              fortyNine + u"e\u0301\u0302"_s}),
+    [](const testing::TestParamInfo<PrintCase>& row) { return std::string(row.param.name); });
+
+TEST_F(AppStateTest, ReadsTheSoundSettingAtTheEndOfTheInjection) {
+  startWith(u";ty"_s, u""_s);
+  Settings silent;
+  silent.soundEnabled = false;
+  state().handlePotentialTrigger(u";ty"_s);
+  state().setSettings(silent);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "end");
+
+  state().handlePotentialTrigger(u";ty"_s);
+  state().setSettings(Settings());
+  m_harness.finish();
+  EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "sound");
+}
+
+TEST_F(AppStateTest, InjectsNothingIntoThisProgramsOwnWindowButSaysSoAllTheSame) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.workspace.setFrontmost(RunningApplication{1, u"zarvy"_s, {}, 2});
+  m_harness.type(u";ty"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'x...'");
+}
+
+TEST_F(AppStateTest, PausingStopsTheMonitorAndUnpausingStartsIt) {
+  startWith(u";ty"_s, u"x"_s);
+  state().togglePause();
+  EXPECT_TRUE(state().isPaused());
+  EXPECT_EQ(m_harness.source.handlerCount(), 0U);
+  EXPECT_EQ(m_harness.takeJournal(), stoppedLine);
+  m_harness.type(u";ty"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+
+  state().togglePause();
+  EXPECT_FALSE(state().isPaused());
+  EXPECT_EQ(m_harness.source.handlerCount(), 1U);
+  EXPECT_EQ(m_harness.takeJournal(), startedLine);
+  m_harness.workers.drain();
+  (void)m_harness.takeJournal();
+  m_harness.type(u";ty"_s);
+  EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'x...'");
+}
+
+TEST_F(AppStateTest, PassesOverAnOfferThatArrivesAfterThePause) {
+  startWith(u";ty"_s, u"x"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  state().handlePotentialTrigger(u";ty"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  EXPECT_EQ(state().pendingMatchLength(), 0);
+}
+
+TEST_F(AppStateTest, PassesOverAnOfferThatWasOnItsWayWhenThePauseCame) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.type(u";t"_s);
+  m_harness.source.type(u"y"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+}
+
+TEST_F(AppStateTest, AnInjectionInFlightGoesOnAfterAPauseButWithoutTheSound) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.type(u";ty"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(),
+            "begin 'x'; key 51; sleep 2000; key 51; sleep 2000; key 51; sleep 2000; sleep 10000; "
+            "text 'x'; sleep 1000; end");
+}
+
+TEST_F(AppStateTest, StoppingClearsEveryCallback) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.engine.onNeedsFillIn = [](const Snippet&, const QList<FillInField>&) {};
+  m_harness.engine.onExpand = [](const Snippet&, const QString&, qint64) {};
+  m_harness.monitor.onQuickSearchTriggered = [] {};
+  state().stopExpansion();
+  EXPECT_FALSE(m_harness.engine.onNeedsFillIn);
+  EXPECT_FALSE(m_harness.engine.onExpand);
+  EXPECT_FALSE(m_harness.monitor.onQuickSearchTriggered);
+  EXPECT_FALSE(m_harness.monitor.onPotentialTrigger);
+  EXPECT_FALSE(m_harness.injector->onInjectionComplete);
+}
+
+TEST_F(AppStateTest, StartingWhilePausedIsSilentAndDoesNothing) {
+  startWith(u";ty"_s, u"x"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  state().startExpansion();
+  m_harness.finish();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  EXPECT_EQ(m_harness.source.handlerCount(), 0U);
+}
+
+TEST_F(AppStateTest, ALibraryThatArrivesWhilePausedReachesTheEngineButStartsNothing) {
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  state().adoptLibrary({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  m_harness.finish();
+  EXPECT_EQ(m_harness.engine.snippets().size(), 1);
+  EXPECT_EQ(m_harness.takeJournal(), "");
+}
+
+TEST_F(AppStateTest, StartingTwiceInstallsOneMonitor) {
+  startWith(u";ty"_s, u"x"_s);
+  state().startExpansion();
+  EXPECT_EQ(m_harness.source.handlerCount(), 1U);
+  EXPECT_EQ(m_harness.takeJournal(), "");
+}
+
+TEST_F(AppStateTest, RaisesASignalOnlyWhenAValueHasReallyChanged) {
+  const Library library{{m_harness.snippet(u";ty"_s, u"x"_s)},
+                        {Folder{QUuid::createUuid(), u"Email"_s, FolderColor::red, 0}},
+                        {},
+                        {GlobalVariable{QUuid::createUuid(), u"Name"_s, u"Ada"_s, {}, {}}}};
+  const auto snippets = count(&AppState::snippetsChanged);
+  const auto folders = count(&AppState::foldersChanged);
+  const auto variables = count(&AppState::globalVariablesChanged);
+  const auto settings = count(&AppState::settingsChanged);
+  const auto paused = count(&AppState::isPausedChanged);
+  const auto length = count(&AppState::pendingMatchLengthChanged);
+
+  state().adoptLibrary(library);
+  state().adoptLibrary(library);
+  EXPECT_EQ(*snippets, 1);
+  EXPECT_EQ(*folders, 1);
+  EXPECT_EQ(*variables, 1);
+  EXPECT_EQ(*settings, 0);
+
+  Settings loud;
+  loud.hideDockIcon = true;
+  state().setSettings(loud);
+  state().setSettings(loud);
+  EXPECT_EQ(*settings, 1);
+
+  state().handlePotentialTrigger(u";ty"_s);
+  state().handlePotentialTrigger(u";ty"_s);
+  EXPECT_EQ(*length, 1);
+
+  state().togglePause();
+  state().togglePause();
+  EXPECT_EQ(*paused, 2);
+}
+
+TEST_F(AppStateTest, CallbacksDoNothingOnceItIsGone) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.type(u";ty;t"_s);
+  (void)m_harness.takeJournal();
+  m_harness.state.reset();
+  m_harness.source.type(u"y"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "end");
+}
+
+TEST(AppStateWithoutPermission, SaysWhyItCannotStart) {
+  ExpansionHarness harness(false);
+  EXPECT_FALSE(harness.state->hasAccessibilityPermission());
+  harness.state->startExpansion();
+  harness.finish();
+  EXPECT_EQ(harness.takeJournal(), "print Cannot start expansion: no accessibility permission");
+  EXPECT_EQ(harness.source.addCount(), 0);
+}
+
+TEST(AppStateWithoutPermission, TakesTheLibraryOverWithoutAWord) {
+  ExpansionHarness harness(false);
+  harness.state->adoptLibrary({{harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  harness.finish();
+  EXPECT_EQ(harness.takeJournal(), "");
+  EXPECT_EQ(harness.engine.snippets().size(), 1);
+}
+
+TEST(AppStateWithoutPermission, PausingWinsOverTheMissingPermission) {
+  ExpansionHarness harness(false);
+  harness.state->togglePause();
+  (void)harness.takeJournal();
+  harness.state->startExpansion();
+  EXPECT_EQ(harness.takeJournal(), "");
+  harness.state->togglePause();
+  EXPECT_EQ(harness.takeJournal(), "print Cannot start expansion: no accessibility permission");
+}
+
+}  // namespace
+}  // namespace zarvy

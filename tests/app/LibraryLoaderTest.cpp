@@ -1,0 +1,141 @@
+#include <optional>
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include "app/LibraryLoader.h"
+#include "core/model/FirstRunContent.h"
+#include "fakes/ManualClock.h"
+#include "fakes/ManualQueue.h"
+#include "fakes/ManualScheduler.h"
+#include "fakes/RecordingLineOutput.h"
+
+namespace zarvy {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+class LibraryLoaderTest : public testing::Test {
+ protected:
+  void load() {
+    m_loader.load([this](const Library& library) {
+      m_loaded = library;
+      ++m_loadCount;
+    });
+  }
+
+  void finish() {
+    m_storageQueue.drain();
+    m_scheduler.runPending();
+    m_storageQueue.drain();
+  }
+
+  void write(const QString& fileName, const QByteArray& content) {
+    QFile file(QDir(m_store.dataDirectory()).filePath(fileName));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(content), content.size());
+  }
+
+  [[nodiscard]] bool hasFile(const QString& fileName) const {
+    return QFile::exists(QDir(m_store.dataDirectory()).filePath(fileName));
+  }
+
+  QTemporaryDir m_folder;
+  RecordingLineOutput m_output;
+  DataStore m_store{m_output, [this] { return std::optional(m_folder.path()); }};
+  ManualSerialQueue m_storageQueue;
+  ManualScheduler m_scheduler;
+  ManualClock m_clock;
+  LibraryLoader m_loader{m_store, m_storageQueue, m_scheduler, m_clock};
+  std::optional<Library> m_loaded;
+  int m_loadCount = 0;
+};
+
+TEST_F(LibraryLoaderTest, ReadsOnTheStorageQueueAndDeliversOnTheMainThread) {
+  load();
+  EXPECT_FALSE(m_loaded);
+  m_storageQueue.drain();
+  EXPECT_FALSE(m_loaded);
+  m_scheduler.runPending();
+  EXPECT_TRUE(m_loaded);
+  EXPECT_EQ(m_loadCount, 1);
+}
+
+TEST_F(LibraryLoaderTest, InstallsAndSavesTheFirstRunContentInAnEmptyLibrary) {
+  load();
+  finish();
+  ASSERT_TRUE(m_loaded);
+  EXPECT_EQ(m_loaded->folders, FirstRunContent::make(m_clock).folders);
+  EXPECT_EQ(m_loaded->snippets.size(), FirstRunContent::make(m_clock).snippets.size());
+  EXPECT_EQ(m_store.loadSnippets(), m_loaded->snippets);
+  EXPECT_EQ(m_store.loadFolders(), m_loaded->folders);
+  EXPECT_FALSE(hasFile(u"settings.json"_s));
+  EXPECT_TRUE(m_output.lines().isEmpty());
+}
+
+TEST_F(LibraryLoaderTest, FindsTheSameContentAtTheSecondStart) {
+  load();
+  finish();
+  const Library first = *m_loaded;
+  load();
+  finish();
+  EXPECT_EQ(m_loaded->snippets, first.snippets);
+  EXPECT_EQ(m_loaded->folders, first.folders);
+}
+
+TEST_F(LibraryLoaderTest, TakesFoldersWithoutSnippetsForALibrary) {
+  const QList<Folder> folders{Folder{QUuid::createUuid(), u"Mine"_s, FolderColor::pink, 4}};
+  m_store.saveFolders(folders);
+  load();
+  finish();
+  EXPECT_TRUE(m_loaded->snippets.isEmpty());
+  EXPECT_EQ(m_loaded->folders, folders);
+  EXPECT_FALSE(hasFile(u"snippets.json"_s));
+}
+
+TEST_F(LibraryLoaderTest, TakesSnippetsWithoutFoldersForALibrary) {
+  const QList<Snippet> snippets{Snippet::create(u"t"_s, u";x"_s, u"y"_s, m_clock)};
+  m_store.saveSnippets(snippets);
+  load();
+  finish();
+  EXPECT_EQ(m_loaded->snippets, snippets);
+  EXPECT_TRUE(m_loaded->folders.isEmpty());
+  EXPECT_FALSE(hasFile(u"folders.json"_s));
+}
+
+TEST_F(LibraryLoaderTest, ReadsSettingsAndGlobalVariablesBesideTheFirstRunContent) {
+  Settings settings;
+  settings.soundEnabled = false;
+  settings.quickSearchKeyCode = 7;
+  m_store.saveSettings(settings);
+  const QDateTime noon = m_clock.now();
+  const QList<GlobalVariable> variables{
+      GlobalVariable{QUuid::createUuid(), u"Name"_s, u"Ada"_s, noon, noon}};
+  m_store.saveGlobalVariables(variables);
+  load();
+  finish();
+  EXPECT_EQ(m_loaded->settings.toJson(), settings.toJson());
+  EXPECT_EQ(m_loaded->globalVariables, variables);
+  EXPECT_FALSE(m_loaded->snippets.isEmpty());
+}
+
+TEST_F(LibraryLoaderTest, PrintsTheFailuresInTheOrderOfReading) {
+  write(u"global_variables.json"_s, "?");
+  write(u"settings.json"_s, "?");
+  write(u"folders.json"_s, "?");
+  write(u"snippets.json"_s, "?");
+  load();
+  m_storageQueue.drain();
+  const QStringList lines = m_output.lines();
+  ASSERT_EQ(lines.size(), 4);
+  EXPECT_TRUE(lines.at(0).startsWith(u"Error loading snippets: "_s));
+  EXPECT_TRUE(lines.at(1).startsWith(u"Error loading folders: "_s));
+  EXPECT_TRUE(lines.at(2).startsWith(u"Error loading settings: "_s));
+  EXPECT_TRUE(lines.at(3).startsWith(u"Error loading global variables: "_s));
+}
+
+}  // namespace
+}  // namespace zarvy

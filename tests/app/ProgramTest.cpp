@@ -1,0 +1,131 @@
+#include <csignal>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace zarvy {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr int deadline = 60'000;  // milliseconds; for a machine that does much else
+
+// The built program, started without a display, in a home of its own.
+class ProgramWithoutDisplay : public testing::Test {
+ protected:
+  ProgramWithoutDisplay() {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_DATA_HOME"}) {
+      environment.remove(QString::fromLatin1(name));
+    }
+    environment.insert(u"HOME"_s, m_home.path());
+    environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
+    m_program.setProcessEnvironment(environment);
+    m_program.setProgram(QStringLiteral(ZARVY_PROGRAM));
+  }
+
+  ~ProgramWithoutDisplay() override {
+    if (m_program.state() == QProcess::NotRunning) return;
+    m_program.kill();
+    m_program.waitForFinished(deadline);
+  }
+
+  // Everything printed so far, once it holds `line`.
+  [[nodiscard]] QByteArray waitForLine(const QByteArray& line) {
+    const QDeadlineTimer limit(deadline);
+    while (!m_printed.contains(line + '\n') && !limit.hasExpired()) {
+      m_program.waitForReadyRead(static_cast<int>(limit.remainingTime()));
+      m_printed += m_program.readAllStandardOutput();
+      if (m_program.state() == QProcess::NotRunning) break;
+    }
+    return m_printed;
+  }
+
+  // The library is written once the program has come up and taken it over.
+  [[nodiscard]] bool waitForLibrary() {
+    const QString path = m_home.filePath(u".local/share/Zarvy/folders.json"_s);
+    const QDeadlineTimer limit(deadline);
+    while (!QFile::exists(path) && !limit.hasExpired()) {
+      if (m_program.waitForFinished(20)) return false;
+    }
+    return QFile::exists(path);
+  }
+
+  void sendSignal(int signal) { ::kill(static_cast<pid_t>(m_program.processId()), signal); }
+
+  void expectCleanEnd() {
+    ASSERT_TRUE(m_program.waitForFinished(deadline));
+    EXPECT_EQ(m_program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(m_program.exitCode(), 0);
+  }
+
+  QTemporaryDir m_home;
+  QProcess m_program;
+  QByteArray m_printed;
+};
+
+class EndedBySignal : public ProgramWithoutDisplay, public testing::WithParamInterface<int> {};
+
+TEST_P(EndedBySignal, StaysUpWithOneLineAndEndsCleanly) {
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  EXPECT_EQ(m_program.state(), QProcess::Running);
+  sendSignal(GetParam());
+  expectCleanEnd();
+  m_printed += m_program.readAllStandardOutput();
+  EXPECT_EQ(m_printed, "No X display can be reached.\nKeyboardMonitor: Stopped\n");
+  EXPECT_EQ(m_program.readAllStandardError(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(, EndedBySignal, testing::Values(SIGTERM, SIGINT, SIGHUP),
+                         [](const testing::TestParamInfo<int>& row) {
+                           return std::string(sigabbrev_np(row.param));
+                         });
+
+TEST_F(ProgramWithoutDisplay, StaysUpAlsoWhereTheDisplayNamedDoesNotAnswer) {
+  QProcessEnvironment environment = m_program.processEnvironment();
+  environment.insert(u"DISPLAY"_s, u":4711"_s);
+  environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+  m_program.setProcessEnvironment(environment);
+  m_program.start();
+  EXPECT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+TEST_F(ProgramWithoutDisplay, IgnoresWhatStandsOnTheCommandLine) {
+  m_program.setArguments({u"--version"_s, u"-platform"_s, u"none"_s, u"-x"_s, u"file.txt"_s});
+  m_program.start();
+  EXPECT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+TEST_F(ProgramWithoutDisplay, OutlivesTheReaderOfItsOutput) {
+  m_program.start();
+  (void)waitForLine("No X display can be reached.");
+  m_program.closeReadChannel(QProcess::StandardOutput);
+  ASSERT_TRUE(waitForLibrary());
+  sendSignal(SIGTERM);  // prints a last line into the closed pipe
+  expectCleanEnd();
+}
+
+TEST_F(ProgramWithoutDisplay, EndsCleanlyWhenTheSignalComesBeforeItIsUp) {
+  m_program.start();
+  (void)waitForLine("No X display can be reached.");
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+}  // namespace
+}  // namespace zarvy

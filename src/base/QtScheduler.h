@@ -18,6 +18,8 @@ class QtScheduler final : public Scheduler {
  public:
   // Throws std::system_error where the process has no file descriptor left.
   QtScheduler();
+  ~QtScheduler() override = default;
+
   QtScheduler(const QtScheduler&) = delete;
   QtScheduler& operator=(const QtScheduler&) = delete;
 

@@ -32,15 +32,12 @@ KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts,
 
 // Raw events, since they come whoever has the focus and whoever holds a grab; the state of the
 // modifiers on the same connection, so that both arrive in the order in which they happened.
+// Autorepeat makes no raw events: it is taken from the events of the single keyboards, which reach
+// the root window since applications listen to the union of all keyboards only.
 void KeyHearing::selectEvents() {
-  struct {
-    xcb_input_event_mask_t head;
-    uint32_t mask;
-  } selection{};
-  selection.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
-  selection.head.mask_len = 1;
-  selection.mask = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
-  xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &selection.head);
+  selectInputEvents(XCB_INPUT_DEVICE_ALL_MASTER, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                                     XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+  selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
 
   constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
                               XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
@@ -61,6 +58,14 @@ void KeyHearing::selectEvents() {
   m_connection.flush();
 }
 
+void KeyHearing::selectInputEvents(uint16_t device, uint32_t mask) {
+  struct {
+    xcb_input_event_mask_t head;
+    uint32_t mask;
+  } selection{{.deviceid = device, .mask_len = 1}, mask};
+  xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &selection.head);
+}
+
 std::shared_ptr<const KeymapSnapshot> KeyHearing::keymap() const {
   const std::lock_guard lock(m_mutex);
   return m_snapshot;
@@ -75,6 +80,16 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
   const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
   if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(key, true);
   if (generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) handleRawKey(key, false);
+  if (generic.event_type == XCB_INPUT_KEY_PRESS) {
+    handleKeyboardPress(reinterpret_cast<const xcb_input_key_press_event_t&>(event));
+  }
+}
+
+// This program never holds a key long enough to make it repeat.
+void KeyHearing::handleKeyboardPress(const xcb_input_key_press_event_t& event) {
+  const bool isUnionOfKeyboards = event.deviceid == m_connection.coreKeyboard();
+  if (isUnionOfKeyboards || !(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
+  m_onPress(m_decoder.decodePress(static_cast<uint8_t>(event.detail)));
 }
 
 void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press) {

@@ -10,6 +10,7 @@
 #include "platform/KeyEvent.h"
 #include "platform/x11/KeyDecoder.h"
 
+struct xcb_input_key_press_event_t;
 struct xcb_input_raw_key_press_event_t;
 
 namespace zarvy::x11 {
@@ -55,6 +56,8 @@ class KeyHearing {
   KeyHearing(Connection& connection, OwnPosts& posts,
              std::shared_ptr<const KeymapSnapshot> snapshot);
   void selectEvents();
+  void selectInputEvents(uint16_t device, uint32_t mask);
+  void handleKeyboardPress(const xcb_input_key_press_event_t& event);
   void handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press);
   void handleXkbEvent(const xcb_generic_event_t& event);
   [[nodiscard]] bool isOwnMapChange(uint32_t sequence);

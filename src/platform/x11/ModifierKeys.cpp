@@ -11,8 +11,10 @@ namespace zarvy::x11 {
 namespace {
 
 constexpr int realModifierCount = 8;
+constexpr int lowestKeycode = 8;
+constexpr int highestKeycode = 255;
 
-enum class Role { other, shift, option, command, numLock, capsLock, levelThree };
+enum class Role { none, shift, option, command, numLock, capsLock, levelThree, other };
 
 Role roleOf(xkb_keysym_t symbol) {
   switch (symbol) {
@@ -36,8 +38,13 @@ Role roleOf(xkb_keysym_t symbol) {
       return Role::capsLock;
     case XKB_KEY_ISO_Level3_Shift:
       return Role::levelThree;
-    default:
+    case XKB_KEY_Control_L:
+    case XKB_KEY_Control_R:
+    case XKB_KEY_ISO_Level5_Shift:
+    case XKB_KEY_Mode_switch:
       return Role::other;
+    default:
+      return Role::none;
   }
 }
 
@@ -50,16 +57,18 @@ Role roleOfKey(xkb_keymap* keymap, xkb_keycode_t key) {
     const int count = xkb_keymap_key_get_syms_by_level(keymap, key, 0, level, &symbols);
     if (count != 1) continue;
     const Role role = roleOf(symbols[0]);
-    if (role != Role::other) return role;
+    if (role != Role::none) return role;
   }
-  return Role::other;
+  return Role::none;
 }
 
-bool plainLevelHas(xkb_keymap* keymap, xkb_keycode_t key, Role role) {
+Role roleOfPlainLevel(xkb_keymap* keymap, xkb_keycode_t key) {
   const xkb_keysym_t* symbols = nullptr;
   const int count = xkb_keymap_key_get_syms_by_level(keymap, key, 0, 0, &symbols);
-  return count == 1 && roleOf(symbols[0]) == role;
+  return count == 1 ? roleOf(symbols[0]) : Role::none;
 }
+
+bool isLock(Role role) { return role == Role::numLock || role == Role::capsLock; }
 
 }  // namespace
 
@@ -73,24 +82,34 @@ ModifierKeys ModifierKeys::read(Connection& connection, xkb_keymap* keymap) {
   for (int modifier = 0; modifier < realModifierCount; ++modifier) {
     for (int i = 0; i < perModifier; ++i) {
       const xcb_keycode_t keycode = keycodes[modifier * perModifier + i];
-      if (keycode != 0) keys.addKey(1U << modifier, keycode, keymap);
+      if (keycode != 0) keys.addBoundKey(1U << modifier, keycode, keymap);
     }
+  }
+  for (int keycode = lowestKeycode; keycode <= highestKeycode; ++keycode) {
+    keys.addBySymbol(static_cast<uint8_t>(keycode), keymap);
   }
   return keys;
 }
 
-void ModifierKeys::addKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap) {
+void ModifierKeys::addBoundKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap) {
   all.set(keycode);
   const Role role = roleOfKey(keymap, keycode);
   if (role == Role::option) option |= realMask;
   if (role == Role::command) command |= realMask;
   if (role == Role::numLock) numLock |= realMask;
   if (role == Role::levelThree) levelThree |= realMask;
-  if (role != Role::numLock && role != Role::capsLock) momentary.set(keycode);
-  if (realMask == shift && plainLevelHas(keymap, keycode, Role::shift)) {
-    shiftKeys.push_back(keycode);
-  }
-  if (plainLevelHas(keymap, keycode, Role::levelThree)) levelThreeKeys.push_back(keycode);
+  if (!isLock(role)) momentary.set(keycode);
+}
+
+// A key can hold a modifier without being bound to it: layouts with AltGr bind a key that no
+// keyboard has, and give the right Alt the same symbol.
+void ModifierKeys::addBySymbol(uint8_t keycode, xkb_keymap* keymap) {
+  const Role role = roleOfPlainLevel(keymap, keycode);
+  if (role == Role::none) return;
+  all.set(keycode);
+  if (!isLock(role)) momentary.set(keycode);
+  if (role == Role::shift) shiftKeys.push_back(keycode);
+  if (role == Role::levelThree) levelThreeKeys.push_back(keycode);
 }
 
 quint64 ModifierKeys::flagsOf(uint32_t realMask) const {

@@ -29,7 +29,7 @@ struct ModifierKeys {
   std::vector<uint8_t> levelThreeKeys;  // keys that hold LevelThree
 
   KeycodeSet momentary;  // keys that hold a modifier while they are down; not Caps or Num Lock
-  KeycodeSet all;        // every key that is bound to a modifier
+  KeycodeSet all;        // every key that holds or locks a modifier
 
   // Reads the server's modifier mapping and gives it meaning by the symbols of `keymap`.
   [[nodiscard]] static ModifierKeys read(Connection& connection, xkb_keymap* keymap);
@@ -47,7 +47,8 @@ struct ModifierKeys {
   [[nodiscard]] uint32_t ignoredForText() const;
 
  private:
-  void addKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap);
+  void addBoundKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap);
+  void addBySymbol(uint8_t keycode, xkb_keymap* keymap);
 };
 
 }  // namespace zarvy::x11

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+#include <QTemporaryDir>
+
+#include "e2e/harness/KeyboardLayout.h"
+#include "e2e/harness/Person.h"
+#include "e2e/harness/PrivateXServer.h"
+#include "fakes/ManualScheduler.h"
+#include "fakes/RecordingLineOutput.h"
+#include "platform/KeyEvent.h"
+#include "platform/x11/TypingWitness.h"
+#include "platform/x11/X11Session.h"
+
+namespace zarvy::x11 {
+
+// An X server with a person at its keyboard, a window in front, and the adapters under test.
+class KeyboardDesk {
+ public:
+  explicit KeyboardDesk(const e2e::KeyboardLayout& layout);
+  ~KeyboardDesk();
+  KeyboardDesk(const KeyboardDesk&) = delete;
+  KeyboardDesk& operator=(const KeyboardDesk&) = delete;
+
+  [[nodiscard]] e2e::PrivateXServer& server() { return m_server; }
+  [[nodiscard]] const e2e::XConnection& connection() const { return m_connection; }
+  [[nodiscard]] e2e::Person& person() { return m_person; }
+  [[nodiscard]] TypingWitness& witness() { return m_witness; }
+  [[nodiscard]] X11Session& session() { return *m_session; }
+  [[nodiscard]] RecordingLineOutput& output() { return m_output; }
+
+  void changeLayout(const e2e::KeyboardLayout& layout);
+  [[nodiscard]] e2e::MappingDump mapping() const;
+  [[nodiscard]] e2e::KeyboardState keyboard() const { return e2e::keyboardState(m_connection); }
+
+  // Drops the adapters, as the end of the program does.
+  void closeSession() { m_session.reset(); }
+  void openSession();
+
+  // Types through the adapters under test.
+  void type(const QString& text);
+
+  // What the adapters have heard so far; waits until `count` presses have come, not long.
+  [[nodiscard]] std::vector<KeyEvent> heard(std::size_t count);
+
+  // The texts that the person's keys typed among heard(count), one after another.
+  [[nodiscard]] QString heardText(std::size_t count);
+
+  // Waits until the adapters have noticed what happened on the server so far.
+  void letAdaptersCatchUp();
+
+  [[nodiscard]] bool connectionLost();
+
+ private:
+  QTemporaryDir m_folder;
+  e2e::PrivateXServer m_server;
+  e2e::Environment m_environment;
+  e2e::XConnection m_connection;
+  e2e::Person m_person;
+  ManualScheduler m_scheduler;
+  RecordingLineOutput m_output;
+  std::vector<KeyEvent> m_heard;
+  bool m_connectionLost = false;
+  TypingWitness m_witness;
+  std::unique_ptr<X11Session> m_session;
+};
+
+}  // namespace zarvy::x11

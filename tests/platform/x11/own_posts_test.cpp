@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include "platform/x11/OwnPosts.h"
+
+namespace zarvy::x11 {
+namespace {
+
+class OwnPostsTest : public testing::Test {
+ protected:
+  void record(uint32_t sequence, uint8_t keycode, bool press) {
+    const auto lock = posts.lockForPosting();
+    posts.record(sequence, keycode, press);
+  }
+
+  OwnPosts posts;
+};
+
+TEST_F(OwnPostsTest, TakesAPostOnce) {
+  record(10, 38, true);
+  EXPECT_TRUE(posts.take(10, 38, true));
+  EXPECT_FALSE(posts.take(10, 38, true)) << "another client pressed the same key just after";
+}
+
+TEST_F(OwnPostsTest, LeavesOtherKeysAndDirectionsToOthers) {
+  record(10, 38, true);
+  EXPECT_FALSE(posts.take(10, 39, true));
+  EXPECT_FALSE(posts.take(10, 38, false));
+  EXPECT_TRUE(posts.take(10, 38, true));
+}
+
+TEST_F(OwnPostsTest, PassesOverPostsThatCausedNoEvent) {
+  record(10, 50, false);
+  record(11, 38, true);
+  record(12, 38, false);
+  EXPECT_TRUE(posts.take(11, 38, true));
+  EXPECT_TRUE(posts.take(12, 38, false));
+}
+
+TEST_F(OwnPostsTest, KeepsPostsThatAreStillToCome) {
+  record(20, 38, true);
+  EXPECT_FALSE(posts.take(15, 38, true));
+  EXPECT_TRUE(posts.take(20, 38, true));
+}
+
+TEST_F(OwnPostsTest, CountsOnAcrossTheWrapOfSequenceNumbers) {
+  record(0xfffffffe, 38, true);
+  record(0xffffffff, 38, false);
+  record(1, 39, true);
+  EXPECT_TRUE(posts.take(0xffffffff, 38, false));
+  EXPECT_TRUE(posts.take(1, 39, true));
+}
+
+}  // namespace
+}  // namespace zarvy::x11

@@ -1,0 +1,132 @@
+// What the adapters hear of a person's keys, on a real X server.
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/ModifierFlags.h"
+#include "platform/SyntheticEvent.h"
+#include "platform/VirtualKey.h"
+#include "platform/x11/KeyboardDesk.h"
+
+namespace zarvy::x11 {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+struct LayoutRow {
+  std::string layouts;
+  QString typed;
+};
+
+class HearingOnLayout : public testing::TestWithParam<LayoutRow> {};
+
+TEST_P(HearingOnLayout, GivesTheCharactersThatThePersonTypes) {
+  for (const auto body : {e2e::Body::xtest, e2e::Body::serverKeyboard}) {
+    KeyboardDesk desk({.layouts = GetParam().layouts});
+    const QString& typed = GetParam().typed;
+    desk.person().type(typed, {.body = body, .interval = 2ms});
+    desk.letAdaptersCatchUp();
+    EXPECT_EQ(desk.heardText(static_cast<std::size_t>(typed.size())), typed);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Layouts, HearingOnLayout,
+                         testing::Values(LayoutRow{"us", u";sig Hello, World! {x}~|"_s},
+                                         LayoutRow{"de", u"äöüÄß;Zy@€{[]}\\~|µ"_s},
+                                         LayoutRow{"fr", u"éèàç;1234azertyAZ@#{"_s},
+                                         LayoutRow{"ru,us", u"ЖукжукЁё.,"_s},
+                                         LayoutRow{"jp", u";ty@[]:\"^"_s}),
+                         [](const auto& row) {
+                           return row.param.layouts.substr(0, row.param.layouts.find(','));
+                         });
+
+TEST(Hearing, FollowsTheLayoutGroupThatThePersonChooses) {
+  KeyboardDesk desk({.layouts = "ru,us"});
+  e2e::lockGroup(desk.connection(), 1);
+  desk.person().type(u";ty"_s, {.interval = 2ms});
+  e2e::lockGroup(desk.connection(), 0);
+  desk.person().type(u"жук"_s, {.interval = 2ms});
+  EXPECT_EQ(desk.heardText(6), u";tyжук"_s);
+}
+
+TEST(Hearing, FollowsANewLayout) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.person().type(u";z"_s, {.interval = 2ms});
+  desk.changeLayout({.layouts = "de"});
+  desk.person().type(u"üz"_s, {.interval = 2ms});
+  EXPECT_EQ(desk.heardText(4), u";züz"_s);
+}
+
+TEST(Hearing, NamesKeysByTheirPlaceAndModifiersByTheirFlags) {
+  KeyboardDesk desk({.layouts = "de"});
+  desk.person().press(XKB_KEY_Control_L);
+  desk.person().tap(XKB_KEY_y);  // where a US keyboard has z
+  desk.person().releaseAll();
+  desk.person().press(XKB_KEY_Alt_L);
+  desk.person().tap(XKB_KEY_space);
+  desk.person().releaseAll();
+  const std::vector<KeyEvent> heard = desk.heard(4);
+  EXPECT_EQ(heard[1].keyCode, 6);
+  EXPECT_EQ(heard[1].modifierFlags, modifier::control);
+  EXPECT_EQ(heard[1].charactersIgnoringModifiers, u"y"_s);
+  EXPECT_EQ(heard[3].keyCode, virtualkey::space);
+  EXPECT_EQ(heard[3].modifierFlags, modifier::option);
+}
+
+TEST(Hearing, LeavesCapsLockOutOfTheCharactersButNotOfTheFlags) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.person().tap(XKB_KEY_Caps_Lock);
+  desk.person().tap(XKB_KEY_a);
+  const std::vector<KeyEvent> heard = desk.heard(2);
+  EXPECT_EQ(heard[1].charactersIgnoringModifiers, u"a"_s);
+  EXPECT_EQ(heard[1].modifierFlags, modifier::capsLock);
+}
+
+TEST(Hearing, ComposesDeadKeys) {
+  KeyboardDesk desk({.layouts = "de"});
+  desk.person().tap(XKB_KEY_dead_acute);
+  desk.person().tap(XKB_KEY_e);
+  desk.person().tap(XKB_KEY_x);
+  const std::vector<KeyEvent> heard = desk.heard(3);
+  EXPECT_EQ(heard[0].charactersIgnoringModifiers, std::nullopt);
+  EXPECT_EQ(heard[1].charactersIgnoringModifiers, u"é"_s);
+  EXPECT_EQ(heard[2].charactersIgnoringModifiers, u"x"_s);
+}
+
+TEST(Hearing, ComposesComposeSequences) {
+  KeyboardDesk desk({.layouts = "us", .options = "compose:menu"});
+  desk.person().tap(XKB_KEY_Multi_key);
+  desk.person().tap(XKB_KEY_o);
+  desk.person().tap(XKB_KEY_c);
+  EXPECT_EQ(desk.heardText(3), u"©"_s);
+}
+
+TEST(Hearing, HearsAutorepeat) {
+  KeyboardDesk desk({.layouts = "us"});
+  e2e::setAutorepeat(desk.connection(), 40, 10);
+  desk.person().press(XKB_KEY_a, e2e::Body::serverKeyboard);
+  EXPECT_TRUE(desk.heardText(5).startsWith(u"aaaaa"_s));
+  desk.person().releaseAll();
+}
+
+TEST(Hearing, KnowsItsOwnKeysAmongThePersons) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.type(u"own"_s);
+  desk.person().type(u"foreign"_s, {.interval = 1ms});
+  desk.type(u"more"_s);
+  desk.letAdaptersCatchUp();
+  EXPECT_EQ(desk.heardText(14), u"foreign"_s);
+}
+
+TEST(Hearing, SaysWhenTheDisplayGoesAway) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.server().kill();
+  EXPECT_TRUE(desk.connectionLost());
+  EXPECT_FALSE(desk.session().isAlive());
+}
+
+}  // namespace
+}  // namespace zarvy::x11

@@ -63,11 +63,12 @@ Regex::Compilation Regex::compile(const QString& pattern) {
 }
 
 Regex::Regex(QString pattern, Handle handle)
-    : m_pattern(std::move(pattern)), m_handle(std::move(handle)) {}
+    : m_pattern(std::move(pattern)), m_required(m_pattern), m_handle(std::move(handle)) {}
 
 Regex::~Regex() = default;
 
 RegexSearch Regex::firstMatch(QStringView text) const {
+  if (!m_required.arePresentIn(text)) return {};
   const std::scoped_lock guard(m_lock);
   if (!setText(m_handle.get(), text)) return {};
   RegexSearch result = search(true);

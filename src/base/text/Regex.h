@@ -10,6 +10,8 @@
 #include <QList>
 #include <QString>
 
+#include "base/text/RequiredCharacters.h"
+
 struct URegularExpression;
 
 namespace zarvy {
@@ -82,6 +84,7 @@ class Regex {
   [[nodiscard]] RegexSearch search(bool fromStart) const;
 
   const QString m_pattern;
+  const RequiredCharacters m_required;
   const Handle m_handle;  // guarded by m_lock: it holds the state of the search
   mutable std::mutex m_lock;
   mutable std::atomic<bool> m_isReported{false};

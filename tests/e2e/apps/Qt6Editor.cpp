@@ -11,10 +11,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-void report(const QPlainTextEdit& editor, QLocalSocket& socket) {
+void report(const QPlainTextEdit& editor, int clearCount, QLocalSocket& socket) {
   const QString text = editor.toPlainText();
   const auto caret = static_cast<std::size_t>(editor.textCursor().position());
   socket.write(QByteArray::fromStdString(zarvy::e2e::stateReport(
+      clearCount,
       {reinterpret_cast<const char16_t*>(text.utf16()), static_cast<std::size_t>(text.size())},
       caret)));
   socket.flush();
@@ -31,11 +32,13 @@ int main(int argc, char** argv) {
   QPlainTextEdit editor;
   editor.setWindowTitle(u"Editor"_s);
   editor.resize(800, 600);
-  const auto tell = [&] { report(editor, socket); };
+  int clearCount = 0;
+  const auto tell = [&] { report(editor, clearCount, socket); };
   QObject::connect(&editor, &QPlainTextEdit::textChanged, &editor, tell);
   QObject::connect(&editor, &QPlainTextEdit::cursorPositionChanged, &editor, tell);
   QObject::connect(&socket, &QLocalSocket::readyRead, &editor, [&] {
-    if (socket.readAll().contains("clear")) editor.clear();
+    clearCount += static_cast<int>(socket.readAll().count('\n'));
+    editor.clear();
     tell();
   });
   editor.show();

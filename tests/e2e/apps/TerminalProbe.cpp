@@ -1,6 +1,7 @@
 // Runs in a terminal, takes what is typed there byte by byte as a line editor would, and tells its
 // text and caret over a local socket after each read.
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <poll.h>
@@ -54,7 +55,9 @@ int main(int argc, char** argv) {
   if (channel < 0) return 1;
 
   zarvy::e2e::LineEditor editor;
-  while (writeAll(channel, zarvy::e2e::stateReport(editor.text(), editor.caret())) &&
+  std::ptrdiff_t clearCount = 0;
+  while (writeAll(channel, zarvy::e2e::stateReport(static_cast<int>(clearCount), editor.text(),
+                                                   editor.caret())) &&
          writeAll(STDOUT_FILENO, editor.takeEcho())) {
     std::array<pollfd, 2> waiting = {{{.fd = STDIN_FILENO, .events = POLLIN, .revents = 0},
                                       {.fd = channel, .events = POLLIN, .revents = 0}}};
@@ -65,7 +68,9 @@ int main(int argc, char** argv) {
       editor.take(typed);
     }
     if (waiting[1].revents != 0) {
-      if (readSome(channel).empty()) return 0;
+      const std::string commands = readSome(channel);
+      if (commands.empty()) return 0;
+      clearCount += std::count(commands.begin(), commands.end(), '\n');
       editor.clear();
     }
   }

@@ -19,7 +19,7 @@ class ReportingTarget : public TargetApplication {
 
  protected:
   void connect() override { m_channel.accept(std::chrono::seconds(30)); }
-  void empty() override { m_channel.send("clear"); }
+  void empty() override { m_channel.clear(std::chrono::seconds(20)); }
 
   [[nodiscard]] const std::string& channelPath() const { return m_channel.path(); }
 

@@ -60,11 +60,21 @@ Stage::~Stage() = default;
 
 ProgramUnderTest& Stage::startProgram(const std::string& program,
                                       const std::vector<TestSnippet>& snippets) {
-  m_program = std::make_unique<ProgramUnderTest>(ProgramUnderTest::Setting{
-      .program = program, .environment = m_environment, .homeFolder = makeFolder("program")});
+  makeProgram(program);
   m_program->writeLibrary(snippets);
   m_program->start();
   return *m_program;
+}
+
+ProgramUnderTest& Stage::startProgramWithFirstRunLibrary(const std::string& program) {
+  makeProgram(program);
+  m_program->start();
+  return *m_program;
+}
+
+void Stage::makeProgram(const std::string& program) {
+  m_program = std::make_unique<ProgramUnderTest>(ProgramUnderTest::Setting{
+      .program = program, .environment = m_environment, .homeFolder = makeFolder("program")});
 }
 
 TargetApplication& Stage::startTarget(TargetKind kind) {

@@ -42,6 +42,8 @@ class Stage {
   // Starts the program with this library. `program` is its path.
   ProgramUnderTest& startProgram(const std::string& program,
                                  const std::vector<TestSnippet>& snippets);
+  // The same with the library that the program makes for a new user.
+  ProgramUnderTest& startProgramWithFirstRunLibrary(const std::string& program);
   [[nodiscard]] ProgramUnderTest* program() { return m_program.get(); }
 
   // Starts an application and brings it to the front; the one before it ends.
@@ -55,6 +57,8 @@ class Stage {
   [[nodiscard]] std::unique_ptr<TargetApplication> makeTarget(TargetKind kind);
 
  private:
+  void makeProgram(const std::string& program);
+
   QTemporaryDir m_folder;
   PrivateXServer m_server;
   Environment m_environment;

@@ -7,6 +7,8 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include <QList>
+
 namespace zarvy::e2e {
 
 StateChannel::StateChannel(const std::string& path)
@@ -51,11 +53,16 @@ bool StateChannel::waitForState(const EditorState& wanted,
   return m_changed.wait_for(lock, deadline, [&] { return m_state == wanted; });
 }
 
-void StateChannel::send(const std::string& command) {
-  const std::string line = command + "\n";
+void StateChannel::clear(std::chrono::milliseconds deadline) {
+  const std::string line = "clear\n";
   if (::send(m_connection.get(), line.data(), line.size(), MSG_NOSIGNAL) !=
       static_cast<ssize_t>(line.size())) {
     throw std::runtime_error("the program at " + m_path + " is gone");
+  }
+  ++m_clearsAsked;
+  std::unique_lock lock(m_mutex);
+  if (!m_changed.wait_for(lock, deadline, [this] { return m_clearCount == m_clearsAsked; })) {
+    throw std::runtime_error("the program at " + m_path + " does not empty its text");
   }
 }
 
@@ -75,13 +82,14 @@ void StateChannel::readReports() {
 }
 
 void StateChannel::takeReport(const std::string& line) {
-  const auto space = line.find(' ');
-  const auto digits = QByteArray::fromStdString(line.substr(space + 1));
-  EditorState state{.text = {}, .caret = std::stoll(line.substr(0, space))};
+  const QList<QByteArray> parts = QByteArray::fromStdString(line).split(' ');
+  const QByteArray digits = parts.value(2);
+  EditorState state{.text = {}, .caret = parts.value(1).toLongLong()};
   for (qsizetype at = 0; at + 4 <= digits.size(); at += 4) {
     state.text += QChar(digits.mid(at, 4).toUShort(nullptr, 16));
   }
   const std::lock_guard lock(m_mutex);
+  m_clearCount = parts.value(0).toInt();
   m_state = state;
   ++m_reportCount;
   m_changed.notify_all();

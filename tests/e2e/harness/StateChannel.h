@@ -11,8 +11,8 @@
 namespace zarvy::e2e {
 
 // The listening end of a local socket on which a program of ours tells its text and caret after
-// each change. A line is the caret in decimal, a space, and the UTF-16 units of the text in
-// hexadecimal, four digits each. The other way goes "clear".
+// each change. A line is the number of times that it was emptied from here, the caret, and the
+// UTF-16 units of the text in hexadecimal, four digits each. The other way goes "clear".
 class StateChannel {
  public:
   explicit StateChannel(const std::string& path);
@@ -31,7 +31,9 @@ class StateChannel {
   [[nodiscard]] bool waitForState(const EditorState& wanted,
                                   std::chrono::milliseconds deadline) const;
 
-  void send(const std::string& command);
+  // Has the program empty its text, and returns when it has: what is typed from then on stays.
+  // Throws std::runtime_error at the deadline.
+  void clear(std::chrono::milliseconds deadline);
 
  private:
   void readReports();
@@ -43,7 +45,9 @@ class StateChannel {
   mutable std::mutex m_mutex;
   mutable std::condition_variable m_changed;
   EditorState m_state;    // under m_mutex
+  int m_clearCount = 0;   // under m_mutex
   int m_reportCount = 0;  // under m_mutex
+  int m_clearsAsked = 0;
   std::thread m_reader;
 };
 

@@ -93,6 +93,7 @@ void PhysicalKeyboard::readKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout
 }
 
 std::optional<KeyStroke> PhysicalKeyboard::strokeFor(char32_t character) const {
+  if (character == U'\n') return strokeForSymbol(XKB_KEY_Return);
   const auto found = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& entry) {
     return xkb_keysym_to_utf32(entry.symbol) == character;
   });

@@ -26,9 +26,9 @@ struct DemoStep {
 
 const std::vector<DemoStep>& demoSteps() {
   static const std::vector<DemoStep> steps = {
-      {u"Good morning! "_s, u";ty"_s, thanks},
-      {u" Kind regards -- PS: "_s, u";ty"_s, thanks},
-      {u" (And once more: "_s, u";ty"_s, thanks},
+      {u"Good morning!\n\n"_s, u";ty"_s, thanks},
+      {u"\n\nKind regards\n\nPS: "_s, u";ty"_s, thanks},
+      {u"\n(In brackets, too: "_s, u";ty"_s, thanks},
   };
   return steps;
 }
@@ -57,7 +57,7 @@ bool showStep(Stage& stage, const DemoStep& step, QString& text) {
 int show(const std::string& program, const QString& screenshot) {
   Stage stage({.layouts = "us"});
   stage.startProgramWithFirstRunLibrary(program);
-  stage.startTarget(TargetKind::mousepad);
+  stage.startTarget(TargetKind::featherpad);
   bool isRight = true;
   QString text;
   for (const DemoStep& step : demoSteps()) isRight = showStep(stage, step, text) && isRight;

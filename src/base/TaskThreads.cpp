@@ -45,7 +45,7 @@ void TaskThreads::runTasks() {
     ++m_running;
     lock.unlock();
     task();
-    task = nullptr;  // what the task holds is let go of before it counts as ended
+    task = nullptr;  // not under the lock: the end of what it holds may post a task
     lock.lock();
     --m_running;
     if (m_tasks.empty() && m_running == 0) m_allDone.notify_all();

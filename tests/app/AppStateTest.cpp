@@ -54,7 +54,7 @@ TEST_F(AppStateTest, ReadsThePermissionOnceWhenItIsMade) {
 TEST_F(AppStateTest, StartsExpansionOnceTheLibraryIsThere) {
   Settings settings;
   settings.quickSearchKeyCode = 12;
-  settings.quickSearchModifiers = 0x100000;
+  settings.quickSearchModifiers = 0xA0000;
   const GlobalVariable variable{QUuid::createUuid(), u"Name"_s, u"Ada"_s, {}, {}};
   const Folder folder{QUuid::createUuid(), u"Email"_s, FolderColor::red, 0};
   const Library library{{m_harness.snippet(u";ty"_s, u"abc"_s)}, {folder}, settings, {variable}};
@@ -67,7 +67,7 @@ TEST_F(AppStateTest, StartsExpansionOnceTheLibraryIsThere) {
   EXPECT_EQ(m_harness.engine.snippets(), library.snippets);
   EXPECT_EQ(m_harness.engine.globalVariables(), library.globalVariables);
   EXPECT_EQ(m_harness.monitor.quickSearchKeyCode, 12);
-  EXPECT_EQ(m_harness.monitor.quickSearchModifiers, 0x100000U);
+  EXPECT_EQ(m_harness.monitor.quickSearchModifiers, 0xA0000U);
   EXPECT_EQ(m_harness.source.handlerCount(), 1U);
   EXPECT_EQ(m_harness.takeJournal(), startedLine);
 }

@@ -59,6 +59,15 @@ TEST(ThreadSerialQueue, HasLetGoOfATaskOnceItIsDrained) {
   EXPECT_EQ(held.use_count(), 1);
 }
 
+TEST(ThreadSerialQueue, TakesTasksFromTheEndOfWhatATaskHeld) {
+  ThreadSerialQueue queue("serial");
+  bool ran = false;
+  const auto postAtEnd = [&](int*) { queue.post([&ran] { ran = true; }); };
+  queue.post([held = std::shared_ptr<int>(nullptr, postAtEnd)] { (void)held; });
+  queue.drain();
+  EXPECT_TRUE(ran);
+}
+
 TEST(ThreadSerialQueue, DrainsAtOnceWhenNothingWasPosted) {
   ThreadSerialQueue queue("serial");
   queue.drain();

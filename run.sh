@@ -18,8 +18,7 @@ run_program() {
 run_demo() {
   ensure_packages demo
   build_preset release zarvy zarvy_demo
-  mkdir -p build/demo
-  exec build/release/bin/zarvy_demo
+  exec build/release/bin/zarvy_demo --screenshot build/demo/zarvy.png
 }
 
 use_utf8_locale

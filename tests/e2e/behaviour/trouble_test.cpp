@@ -112,6 +112,22 @@ TEST_F(Trouble, ofADisplayThatDiesUnderAnExpansionEndsTheProgramWithoutACrash) {
   EXPECT_EQ(status->signal, 0) << program().errorOutput();
 }
 
+class UnknownOptions : public BehaviourTest {};
+
+TEST_F(UnknownOptions, areIgnored) {
+  ProgramUnderTest program(
+      {.program = programPath(),
+       .environment = stage().environment(),
+       .homeFolder = stage().makeFolder("program"),
+       .arguments = {"--no-such-option", "-display", ":65000", "--help", "-"}});
+  program.writeLibrary({{u";ok"_s, u"Ωk"_s}});
+  program.start();
+  stage().startTarget(TargetKind::qt6);
+  person().type(u";ok"_s);
+  expectText(u"Ωk"_s);
+  EXPECT_EQ(program.terminate(), ExitStatus{});
+}
+
 // No stage here: there is no display, or none that is good enough.
 class PoorDisplays : public testing::Test {
  protected:

@@ -46,7 +46,7 @@ void ProgramUnderTest::start() {
 void ProgramUnderTest::launch() {
   m_process.reset();
   m_process.emplace(ProcessSpecification{.program = m_setting.program,
-                                         .arguments = {},
+                                         .arguments = m_setting.arguments,
                                          .environment = m_setting.environment,
                                          .errorFile = m_setting.homeFolder + "/error.log",
                                          .descriptors = {}});

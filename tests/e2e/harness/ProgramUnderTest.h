@@ -17,6 +17,7 @@ class ProgramUnderTest {
     std::string program;      // path
     Environment environment;  // DISPLAY and the buses; HOME and the like are replaced
     std::string homeFolder;   // made where it is absent
+    std::vector<std::string> arguments = {};
   };
 
   explicit ProgramUnderTest(Setting setting);

@@ -47,9 +47,8 @@ bool isPlayedOn(const Scenario& scenario, const MatrixLayout& layout) {
   return !scenario.inSecondGroup || layout.layouts.find(',') != std::string::npos;
 }
 
-bool isInShortForm(const Scenario& scenario, const MatrixLayout& layout) {
-  return scenario.form == ScenarioForm::brief ||
-         (scenario.form == ScenarioForm::usual && layout.name == "us");
+bool isInShortForm(const Scenario& scenario) {
+  return scenario.form == ScenarioForm::usual;
 }
 
 EditorState expectedAfter(EditorState before, const Turn& turn) {

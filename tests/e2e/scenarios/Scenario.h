@@ -42,8 +42,7 @@ struct Turn {
 };
 
 enum class ScenarioForm {
-  brief,    // in every run, on every layout
-  usual,    // in every run on the American layout, elsewhere in the long form
+  usual,    // in every run
   thorough  // in the long form only
 };
 
@@ -56,7 +55,7 @@ struct Scenario {
 
 [[nodiscard]] const std::vector<Scenario>& scenarioTable();
 [[nodiscard]] bool isPlayedOn(const Scenario& scenario, const MatrixLayout& layout);
-[[nodiscard]] bool isInShortForm(const Scenario& scenario, const MatrixLayout& layout);
+[[nodiscard]] bool isInShortForm(const Scenario& scenario);
 
 // What `before` becomes by `turn` if nothing goes wrong: `typed` goes in at the caret, the trigger
 // leaves no trace, and the caret stands where the replacement says.

@@ -52,6 +52,7 @@ void SuffixIndex::sortEntries(std::vector<Entry>& entries) const {
 void SuffixIndex::grow(const std::vector<Entry>& entries) {
   std::vector<Span> spans{{0, entries.size(), 0}};
   m_nodes.emplace_back();
+  m_firstCharacters.push_back(m_numbers[entries.front().begin]);
   for (std::size_t index = 0; index < m_nodes.size(); ++index) {
     fillNode(index, Span(spans[index]), entries, spans);
   }
@@ -64,7 +65,6 @@ void SuffixIndex::fillNode(std::size_t index, const Span& span, const std::vecto
   Node node;
   node.labelBegin = front.begin + span.depth;
   node.labelEnd = front.begin + depth;
-  node.first = m_numbers[node.labelBegin];
   node.firstChild = m_nodes.size();
 
   // Sorted as they are, the triggers that end here come first, the one of lowest position ahead.
@@ -77,6 +77,7 @@ void SuffixIndex::fillNode(std::size_t index, const Span& span, const std::vecto
     std::size_t end = next;
     while (end < span.last && characterHere(entries[end]) == characterHere(entries[next])) ++end;
     m_nodes.emplace_back();
+    m_firstCharacters.push_back(characterHere(entries[next]));
     spans.push_back({next, end, depth});
     ++node.childCount;
     next = end;
@@ -93,12 +94,11 @@ std::size_t SuffixIndex::commonLength(const Entry& a, const Entry& b, std::size_
 }
 
 const SuffixIndex::Node* SuffixIndex::child(const Node& node, Number first) const {
-  const Node* const begin = m_nodes.data() + node.firstChild;
-  const Node* const end = begin + node.childCount;
-  const Node* const found = std::lower_bound(
-      begin, end, first,
-      [](const Node& candidate, Number wanted) { return candidate.first < wanted; });
-  return found != end && found->first == first ? found : nullptr;
+  const Number* const begin = m_firstCharacters.data() + node.firstChild;
+  const Number* const end = begin + node.childCount;
+  const Number* const found = std::lower_bound(begin, end, first);
+  if (found == end || *found != first) return nullptr;
+  return &m_nodes[static_cast<std::size_t>(found - m_firstCharacters.data())];
 }
 
 std::optional<qsizetype> SuffixIndex::find(QStringView text) const {

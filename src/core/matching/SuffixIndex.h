@@ -50,7 +50,6 @@ class SuffixIndex {
     std::size_t firstChild = 0;  // the children stand side by side, by their first character
     std::size_t childCount = 0;
     qsizetype position = noPosition;  // of the first snippet whose trigger ends here
-    Number first = 0;                 // the label's first character
   };
 
   [[nodiscard]] std::vector<Entry> numberTriggers(const QList<Snippet>& snippets);
@@ -64,6 +63,9 @@ class SuffixIndex {
   CanonicalGraphemes m_graphemes;
   std::vector<Number> m_numbers;  // the characters of every trigger, reversed, end to end
   std::vector<Node> m_nodes;      // the root first; empty without a trigger
+  // The first character of each node's label, apart from the nodes so that looking through many
+  // children touches little memory.
+  std::vector<Number> m_firstCharacters;
 };
 
 }  // namespace zarvy

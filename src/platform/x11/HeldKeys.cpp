@@ -15,7 +15,7 @@ namespace {
 KeycodeSet fromBits(std::span<const uint8_t> bytes) {
   KeycodeSet set;
   for (std::size_t key = 0; key < set.size() && key / 8 < bytes.size(); ++key) {
-    set[key] = (bytes[key / 8] >> (key % 8)) & 1U;
+    set[key] = ((bytes[key / 8] >> (key % 8)) & 1) != 0;
   }
   return set;
 }

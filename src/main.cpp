@@ -5,7 +5,7 @@
 #include "ZarvyApp.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
-#include "platform/x11/DisplayProbe.h"
+#include "platform/x11/connection/DisplayProbe.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/VirtualKey.h"
-#include "platform/x11/KeyPositions.h"
+#include "platform/x11/keyboard/KeyPositions.h"
 
 namespace zarvy::x11 {
 namespace {

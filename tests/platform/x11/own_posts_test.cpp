@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/x11/OwnPosts.h"
+#include "platform/x11/hearing/OwnPosts.h"
 
 namespace zarvy::x11 {
 namespace {

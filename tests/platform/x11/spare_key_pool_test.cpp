@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/x11/SpareKeyPool.h"
+#include "platform/x11/typing/SpareKeyPool.h"
 
 namespace zarvy::x11 {
 namespace {

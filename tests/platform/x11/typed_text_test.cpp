@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/VirtualKey.h"
-#include "platform/x11/TypedText.h"
+#include "platform/x11/typing/TypedText.h"
 
 namespace zarvy::x11 {
 namespace {

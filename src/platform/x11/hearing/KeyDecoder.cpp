@@ -1,0 +1,48 @@
+#include "platform/x11/hearing/KeyDecoder.h"
+
+#include <array>
+#include <utility>
+
+namespace zarvy::x11 {
+
+KeyDecoder::KeyDecoder(std::shared_ptr<const KeymapSnapshot> snapshot) {
+  setKeymap(std::move(snapshot));
+}
+
+void KeyDecoder::setKeymap(std::shared_ptr<const KeymapSnapshot> snapshot) {
+  m_snapshot = std::move(snapshot);
+  m_textState = KeymapSnapshot::newState(m_snapshot);
+  setState(m_keyboard);
+}
+
+void KeyDecoder::setState(const KeyboardState& state) {
+  m_keyboard = state;
+  const uint32_t kept = ~m_snapshot->modifiers().ignoredForText();
+  xkb_state_update_mask(m_textState.get(), state.heldModifiers & kept,
+                        state.latchedModifiers & kept, state.lockedModifiers & kept,
+                        static_cast<xkb_layout_index_t>(state.heldLayout),
+                        static_cast<xkb_layout_index_t>(state.latchedLayout), state.lockedLayout);
+}
+
+KeyEvent KeyDecoder::decodePress(uint8_t keycode) {
+  KeyEvent event;
+  event.keyCode = m_snapshot->virtualKey(keycode);
+  event.modifierFlags = m_snapshot->modifiers().flagsOf(m_keyboard.effectiveModifiers());
+  event.charactersIgnoringModifiers = charactersOf(keycode);
+  return event;
+}
+
+std::optional<QString> KeyDecoder::charactersOf(uint8_t keycode) {
+  const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_textState.get(), keycode);
+  if (symbol == XKB_KEY_NoSymbol) return std::nullopt;
+  std::optional<QString> plain;
+  if (const char32_t character = xkb_keysym_to_utf32(symbol); character != 0) {
+    plain = QString::fromUcs4(&character, 1);
+  }
+  // A shortcut takes no part in a dead key's sequence.
+  const ModifierKeys& modifiers = m_snapshot->modifiers();
+  if (m_keyboard.effectiveModifiers() & (modifiers.control | modifiers.command)) return plain;
+  return m_compose.feed(symbol, std::move(plain));
+}
+
+}  // namespace zarvy::x11

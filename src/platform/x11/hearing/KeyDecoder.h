@@ -1,0 +1,33 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/KeyEvent.h"
+#include "platform/x11/hearing/ComposeSequence.h"
+#include "platform/x11/keyboard/KeyboardState.h"
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+
+namespace zarvy::x11 {
+
+// Turns a key code into what the rest of the program knows of a key press. One thread.
+class KeyDecoder {
+ public:
+  explicit KeyDecoder(std::shared_ptr<const KeymapSnapshot> snapshot);
+
+  void setKeymap(std::shared_ptr<const KeymapSnapshot> snapshot);
+  void setState(const KeyboardState& state);
+
+  // The press of a key that the user made. `locationX` is left at 0.
+  [[nodiscard]] KeyEvent decodePress(uint8_t keycode);
+
+ private:
+  [[nodiscard]] std::optional<QString> charactersOf(uint8_t keycode);
+
+  std::shared_ptr<const KeymapSnapshot> m_snapshot;
+  KeyboardState m_keyboard;
+  // Has every modifier left out that does not change what a key types.
+  KeymapSnapshot::State m_textState;
+  ComposeSequence m_compose;
+};
+
+}  // namespace zarvy::x11

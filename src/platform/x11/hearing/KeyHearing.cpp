@@ -1,0 +1,151 @@
+#include "platform/x11/hearing/KeyHearing.h"
+
+#include <utility>
+
+#include <xcb/xinput.h>
+
+#include "platform/SyntheticEvent.h"
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XkbProtocol.h"
+#include "platform/x11/hearing/OwnPosts.h"
+
+namespace zarvy::x11 {
+
+namespace {
+
+constexpr uint8_t eventTypeMask = 0x7f;
+
+}  // namespace
+
+std::unique_ptr<KeyHearing> KeyHearing::create(Connection& connection, OwnPosts& posts) {
+  auto snapshot = KeymapSnapshot::read(connection);
+  if (!snapshot) return nullptr;
+  return std::unique_ptr<KeyHearing>(new KeyHearing(connection, posts, std::move(snapshot)));
+}
+
+KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts,
+                       std::shared_ptr<const KeymapSnapshot> snapshot)
+    : m_connection(connection), m_posts(posts), m_snapshot(snapshot), m_decoder(snapshot) {
+  selectEvents();
+  m_decoder.setState(KeyboardState::query(m_connection));
+}
+
+// Raw events, since they come whoever has the focus and whoever holds a grab; the state of the
+// modifiers on the same connection, so that both arrive in the order in which they happened.
+// Autorepeat makes no raw events: it is taken from the events of the single keyboards, which reach
+// the root window since applications listen to the union of all keyboards only.
+void KeyHearing::selectEvents() {
+  selectInputEvents(XCB_INPUT_DEVICE_ALL_MASTER, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
+                                                     XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+  selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+
+  constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
+                              XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
+  constexpr uint16_t mapParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
+                                XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_KEY_ACTIONS |
+                                XCB_XKB_MAP_PART_VIRTUAL_MODS | XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
+  constexpr uint16_t stateParts = XCB_XKB_STATE_PART_MODIFIER_BASE |
+                                  XCB_XKB_STATE_PART_MODIFIER_LATCH |
+                                  XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_GROUP_BASE |
+                                  XCB_XKB_STATE_PART_GROUP_LATCH | XCB_XKB_STATE_PART_GROUP_LOCK;
+  xcb_xkb_select_events_details_t details{};
+  details.affectNewKeyboard = XCB_XKB_NKN_DETAIL_KEYCODES;
+  details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
+  details.affectState = stateParts;
+  details.stateDetails = stateParts;
+  xcb_xkb_select_events_aux(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
+                            mapParts, &details);
+  m_connection.flush();
+}
+
+void KeyHearing::selectInputEvents(uint16_t device, uint32_t mask) {
+  struct {
+    xcb_input_event_mask_t head;
+    uint32_t mask;
+  } selection{{.deviceid = device, .mask_len = 1}, mask};
+  xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &selection.head);
+}
+
+std::shared_ptr<const KeymapSnapshot> KeyHearing::keymap() const {
+  const std::lock_guard lock(m_mutex);
+  return m_snapshot;
+}
+
+void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
+  const uint8_t type = event.response_type & eventTypeMask;
+  if (type == m_connection.xkbEventBase()) return handleXkbEvent(event);
+  if (type != XCB_GE_GENERIC) return;
+  const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+  if (generic.extension != m_connection.xinputOpcode()) return;
+  const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
+  if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(key, true);
+  if (generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) handleRawKey(key, false);
+  if (generic.event_type == XCB_INPUT_KEY_PRESS) {
+    handleKeyboardPress(reinterpret_cast<const xcb_input_key_press_event_t&>(event));
+  }
+}
+
+// This program never holds a key long enough to make it repeat.
+void KeyHearing::handleKeyboardPress(const xcb_input_key_press_event_t& event) {
+  const bool isUnionOfKeyboards = event.deviceid == m_connection.coreKeyboard();
+  if (isUnionOfKeyboards || !(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
+  m_onPress(m_decoder.decodePress(static_cast<uint8_t>(event.detail)));
+}
+
+void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press) {
+  const auto keycode = static_cast<uint8_t>(event.detail);
+  if (m_posts.take(event.full_sequence, keycode, press)) {
+    if (!press) return;
+    m_onPress({.keyCode = keymap()->virtualKey(keycode),
+               .modifierFlags = 0,
+               .charactersIgnoringModifiers = std::nullopt,
+               .locationX = syntheticEventMarkerX});
+    return;
+  }
+  if (press) {
+    m_onPress(m_decoder.decodePress(keycode));
+  } else {
+    m_onForeignRelease(keycode);
+  }
+}
+
+void KeyHearing::handleXkbEvent(const xcb_generic_event_t& event) {
+  // Every XKB event has its own type in the byte behind the event's.
+  switch (event.pad0) {
+    case XCB_XKB_STATE_NOTIFY:
+      m_decoder.setState(
+          KeyboardState::of(reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event)));
+      m_onStateChange();
+      break;
+    case XCB_XKB_MAP_NOTIFY:
+      if (!isOwnMapChange(event.full_sequence)) reloadKeymap();
+      break;
+    case XCB_XKB_NEW_KEYBOARD_NOTIFY:
+      reloadKeymap();
+      break;
+    default:
+      break;
+  }
+}
+
+void KeyHearing::changeOwnKeys(const std::function<uint32_t()>& request) {
+  const std::lock_guard lock(m_mapChangeMutex);
+  m_ownMapChange = request();
+}
+
+bool KeyHearing::isOwnMapChange(uint32_t sequence) {
+  const std::lock_guard lock(m_mapChangeMutex);
+  return sequence == m_ownMapChange;
+}
+
+// The state is left as it was told by events: asking for it here would run ahead of the key events
+// that still wait to be read.
+void KeyHearing::reloadKeymap() {
+  auto snapshot = KeymapSnapshot::read(m_connection);
+  if (!snapshot) return;
+  m_decoder.setKeymap(snapshot);
+  const std::lock_guard lock(m_mutex);
+  m_snapshot = std::move(snapshot);
+}
+
+}  // namespace zarvy::x11

@@ -1,0 +1,150 @@
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+
+#include <string_view>
+
+#include <xkbcommon/xkbcommon-x11.h>
+
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/keyboard/KeyPositions.h"
+
+namespace zarvy::x11 {
+
+namespace {
+
+constexpr int lowestKeycode = 8;
+constexpr int highestKeycode = 255;
+
+// True where the level says the same whether Caps Lock is on or not. Some keys ignore Caps Lock in
+// their type and leave the capital to the application, which not every application then makes.
+bool survivesCapsLock(xkb_state* state, xkb_keycode_t key, uint32_t lock, uint32_t locked,
+                      xkb_keysym_t symbol) {
+  if (!(locked & lock)) return true;
+  const xkb_mod_mask_t consumed = xkb_state_key_get_consumed_mods(state, key);
+  return (consumed & lock) || xkb_keysym_to_upper(symbol) == symbol;
+}
+
+}  // namespace
+
+std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection) {
+  std::shared_ptr<KeymapSnapshot> snapshot(new KeymapSnapshot);
+  snapshot->m_context = xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES);
+  if (!snapshot->m_context) return nullptr;
+  snapshot->m_keymap =
+      xkb_x11_keymap_new_from_device(snapshot->m_context, connection.xcb(),
+                                     connection.coreKeyboard(), XKB_KEYMAP_COMPILE_NO_FLAGS);
+  if (!snapshot->m_keymap) return nullptr;
+  snapshot->m_layoutCount = xkb_keymap_num_layouts(snapshot->m_keymap);
+  snapshot->m_modifiers = ModifierKeys::read(connection, snapshot->m_keymap);
+  snapshot->readPositions();
+  snapshot->readSpareKeycodes();
+  return snapshot;
+}
+
+KeymapSnapshot::~KeymapSnapshot() {
+  xkb_keymap_unref(m_keymap);
+  xkb_context_unref(m_context);
+}
+
+void KeymapSnapshot::readPositions() {
+  for (int code = 0; code <= highestKeycode; ++code) {
+    const auto keycode = static_cast<uint8_t>(code);
+    const char* name = xkb_keymap_key_get_name(m_keymap, keycode);
+    const std::string_view position = name ? std::string_view(name) : std::string_view();
+    m_virtualKeys[keycode] =
+        virtualKeyOfPosition(position).value_or(static_cast<quint16>(unnamedKeyBase + keycode));
+    m_isKeypad[keycode] = position.starts_with("KP");
+  }
+}
+
+void KeymapSnapshot::readSpareKeycodes() {
+  const auto lowest = std::max<xkb_keycode_t>(xkb_keymap_min_keycode(m_keymap), lowestKeycode);
+  const auto highest = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap), highestKeycode);
+  for (xkb_keycode_t code = lowest; code <= highest; ++code) {
+    const auto keycode = static_cast<uint8_t>(code);
+    if (!m_modifiers.all[keycode] && writesNothing(keycode)) m_spareKeycodes.push_back(keycode);
+  }
+}
+
+bool KeymapSnapshot::writesNothing(uint8_t keycode) const {
+  const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(m_keymap, keycode);
+  for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
+    const xkb_level_index_t levels = xkb_keymap_num_levels_for_key(m_keymap, keycode, layout);
+    for (xkb_level_index_t level = 0; level < levels; ++level) {
+      const xkb_keysym_t* symbols = nullptr;
+      if (xkb_keymap_key_get_syms_by_level(m_keymap, keycode, layout, level, &symbols) > 0) {
+        return false;
+      }
+    }
+  }
+  return true;
+}
+
+std::optional<uint8_t> KeymapSnapshot::keycodeOf(quint16 virtualKey) const {
+  for (int code = lowestKeycode; code <= highestKeycode; ++code) {
+    const auto keycode = static_cast<uint8_t>(code);
+    if (m_virtualKeys[keycode] == virtualKey) return keycode;
+  }
+  return std::nullopt;
+}
+
+xkb_keysym_t KeymapSnapshot::symbolAt(uint8_t keycode, int level) const {
+  const xkb_keysym_t* symbols = nullptr;
+  const int count = xkb_keymap_key_get_syms_by_level(
+      m_keymap, keycode, 0, static_cast<xkb_level_index_t>(level), &symbols);
+  return count == 1 ? symbols[0] : XKB_KEY_NoSymbol;
+}
+
+std::shared_ptr<const CharacterStrokes> KeymapSnapshot::strokes(uint32_t layout, uint32_t locked,
+                                                                const KeycodeSet& excluded) const {
+  auto strokes = std::make_shared<CharacterStrokes>();
+  const std::lock_guard lock(m_mutex);
+  xkb_state* state = xkb_state_new(m_keymap);
+  if (!state) return strokes;
+  // The plainest way to write a character is looked for first and kept.
+  for (const bool levelThree : {false, true}) {
+    if (levelThree && m_modifiers.levelThreeKeys.empty()) continue;
+    for (const bool shift : {false, true}) {
+      if (shift && m_modifiers.shiftKeys.empty()) continue;
+      collectStrokes(state, layout, locked, shift, levelThree, excluded, *strokes);
+    }
+  }
+  xkb_state_unref(state);
+  return strokes;
+}
+
+void KeymapSnapshot::collectStrokes(xkb_state* state, uint32_t layout, uint32_t locked, bool shift,
+                                    bool levelThree, const KeycodeSet& excluded,
+                                    CharacterStrokes& strokes) const {
+  const uint32_t held =
+      (shift ? m_modifiers.shift : 0U) | (levelThree ? m_modifiers.levelThree : 0U);
+  xkb_state_update_mask(state, held, 0, locked, 0, 0, layout);
+  for (int code = lowestKeycode; code <= highestKeycode; ++code) {
+    const auto keycode = static_cast<uint8_t>(code);
+    if (excluded[keycode] || m_isKeypad[keycode] || m_modifiers.all[keycode]) continue;
+    const xkb_layout_index_t keyLayout = xkb_state_key_get_layout(state, keycode);
+    if (keyLayout == XKB_LAYOUT_INVALID) continue;
+    const xkb_keysym_t* symbols = nullptr;
+    const xkb_level_index_t level = xkb_state_key_get_level(state, keycode, keyLayout);
+    if (level == XKB_LEVEL_INVALID) continue;
+    if (xkb_keymap_key_get_syms_by_level(m_keymap, keycode, keyLayout, level, &symbols) != 1) {
+      continue;
+    }
+    const char32_t character = xkb_keysym_to_utf32(symbols[0]);
+    if (character < U' ' || character == U'\x7f') continue;
+    if (!survivesCapsLock(state, keycode, m_modifiers.lock, locked, symbols[0])) continue;
+    strokes.try_emplace(character, KeyStroke{keycode, shift, levelThree});
+  }
+}
+
+KeymapSnapshot::State KeymapSnapshot::newState(
+    const std::shared_ptr<const KeymapSnapshot>& snapshot) {
+  const std::lock_guard lock(snapshot->m_mutex);
+  return State(xkb_state_new(snapshot->m_keymap), StateDeleter{snapshot});
+}
+
+void KeymapSnapshot::StateDeleter::operator()(xkb_state* state) const {
+  const std::lock_guard lock(snapshot->m_mutex);
+  xkb_state_unref(state);
+}
+
+}  // namespace zarvy::x11

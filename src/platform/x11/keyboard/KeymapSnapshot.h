@@ -1,0 +1,89 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include <xkbcommon/xkbcommon.h>
+
+#include "platform/x11/keyboard/ModifierKeys.h"
+
+namespace zarvy::x11 {
+
+class Connection;
+
+// One key press that types a character: the key, and what must be held meanwhile.
+struct KeyStroke {
+  uint8_t keycode = 0;
+  bool shift = false;
+  bool levelThree = false;
+
+  bool operator==(const KeyStroke&) const = default;
+};
+
+using CharacterStrokes = std::unordered_map<char32_t, KeyStroke>;
+
+// The server's keymap as it stood at one moment. Does not change; shared between the thread that
+// hears and those that type. Any thread.
+class KeymapSnapshot {
+ public:
+  // Null where the server does not answer.
+  [[nodiscard]] static std::shared_ptr<KeymapSnapshot> read(Connection& connection);
+
+  ~KeymapSnapshot();
+  KeymapSnapshot(const KeymapSnapshot&) = delete;
+  KeymapSnapshot& operator=(const KeymapSnapshot&) = delete;
+
+  [[nodiscard]] const ModifierKeys& modifiers() const { return m_modifiers; }
+
+  // The place of a key, as a virtual key code.
+  [[nodiscard]] quint16 virtualKey(uint8_t keycode) const { return m_virtualKeys[keycode]; }
+
+  // The key at a place; absent where the keyboard has none there.
+  [[nodiscard]] std::optional<uint8_t> keycodeOf(quint16 virtualKey) const;
+
+  // Keys that write nothing under any layout and hold no modifier.
+  [[nodiscard]] const std::vector<uint8_t>& spareKeycodes() const { return m_spareKeycodes; }
+
+  // The symbol on a level of the key's first layout; NoSymbol where there is none.
+  [[nodiscard]] xkb_keysym_t symbolAt(uint8_t keycode, int level) const;
+
+  [[nodiscard]] uint32_t layoutCount() const { return m_layoutCount; }
+
+  // How each character that `layout` (an XKB group, from 0) can write is typed while the real
+  // modifiers `locked` are locked. Keys in `excluded` are passed over.
+  [[nodiscard]] std::shared_ptr<const CharacterStrokes> strokes(uint32_t layout, uint32_t locked,
+                                                                const KeycodeSet& excluded) const;
+
+  // xkbcommon counts its references without a lock, so states are made and dropped through here.
+  struct StateDeleter {
+    std::shared_ptr<const KeymapSnapshot> snapshot;
+    void operator()(xkb_state* state) const;
+  };
+  using State = std::unique_ptr<xkb_state, StateDeleter>;
+  [[nodiscard]] static State newState(const std::shared_ptr<const KeymapSnapshot>& snapshot);
+
+ private:
+  KeymapSnapshot() = default;
+  void readPositions();
+  void readSpareKeycodes();
+  [[nodiscard]] bool writesNothing(uint8_t keycode) const;
+  void collectStrokes(xkb_state* state, uint32_t layout, uint32_t locked, bool shift,
+                      bool levelThree, const KeycodeSet& excluded, CharacterStrokes& strokes) const;
+
+  mutable std::mutex m_mutex;
+  xkb_context* m_context = nullptr;
+  xkb_keymap* m_keymap = nullptr;
+  ModifierKeys m_modifiers;
+  std::array<quint16, 256> m_virtualKeys{};
+  KeycodeSet m_isKeypad;
+  std::vector<uint8_t> m_spareKeycodes;
+  uint32_t m_layoutCount = 1;
+};
+
+}  // namespace zarvy::x11

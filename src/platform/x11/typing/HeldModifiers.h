@@ -1,0 +1,58 @@
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+
+#include "platform/x11/keyboard/HeldKeys.h"
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+
+namespace zarvy::x11 {
+
+class Connection;
+class KeySender;
+
+// Takes the modifiers that the user holds out of the way of a typing run, and gives them back where
+// he still holds them afterwards. No modifier is ever left down that nobody holds.
+//
+// Callers serialise the typing side by the lock of the typist; the reader's thread comes in through
+// its own two operations.
+class HeldModifiers {
+ public:
+  HeldModifiers(Connection& connection, KeySender& sender);
+
+  // Waits, for a bounded time, until Control, Alt and Super are up: they would turn text into
+  // shortcuts, and releasing them for the user can itself be a command to a desktop.
+  void awaitShortcutModifiersReleased(const ModifierKeys& keys);
+
+  // Releases every modifier key that is down, and latched modifiers. `down` is what applications
+  // see as held. The releases are buffered ahead of what is posted next.
+  void clear(const ModifierKeys& keys, const KeycodeSet& down, uint32_t latchedModifiers);
+
+  // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.
+  [[nodiscard]] uint8_t freeKey(const std::vector<uint8_t>& candidates) const;
+
+  // Presses again what clear() released and a keyboard still reports as held.
+  void restore();
+
+  // Releases what a crashed run of this program left down.
+  void releaseLeftovers(const ModifierKeys& keys);
+
+  // On the reader's thread.
+  void stateChanged();
+  void keyReleased(uint8_t keycode);
+
+  // Ends every wait. Any thread.
+  void abandonWaits();
+
+ private:
+  Connection& m_connection;
+  KeySender& m_sender;
+  HeldKeys m_heldKeys;
+  mutable std::mutex m_mutex;
+  std::condition_variable m_stateChanged;
+  bool m_abandoned = false;
+  KeycodeSet m_released;   // by clear(), since the last restore()
+  KeycodeSet m_repressed;  // by restore(), and still to be released along with the user's key
+};
+
+}  // namespace zarvy::x11

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <set>
+#include <span>
+
+#include <xcb/xcb.h>
+
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+#include "platform/x11/typing/SpareKeyPool.h"
+#include "platform/x11/typing/SpareKeyWriter.h"
+
+namespace zarvy::x11 {
+
+class Connection;
+class KeyHearing;
+class TargetBarrier;
+
+// The characters that the layout lacks, put on the keys that it leaves free. One thread at a time.
+class SpareKeys {
+ public:
+  SpareKeys(Connection& connection, KeyHearing& hearing, TargetBarrier& barrier);
+
+  // Makes the book-keeping agree with the server's keymap, which someone else may have replaced.
+  // To be called ahead of the other operations whenever a run begins.
+  void follow(const std::shared_ptr<const KeymapSnapshot>& snapshot);
+
+  // The spare keys in use, which are no part of the user's layout.
+  [[nodiscard]] const KeycodeSet& keycodes() const { return m_keycodes; }
+
+  // How many characters fit at a time; 0 where the keyboard has no spare key.
+  [[nodiscard]] std::size_t capacity() const { return m_pool.capacity(); }
+
+  // How `character` is typed from its spare key now; absent where it lies on none.
+  [[nodiscard]] std::optional<KeyStroke> strokeOf(char32_t character, bool capsLock) const;
+
+  // Puts as many of `wanted` on spare keys as fit, the first ones first. Changes the mapping at
+  // most once, and not before every window that still has to read an old use of a key has done so.
+  void makeRoom(std::span<const char32_t> wanted);
+
+  // `character` is about to be typed into `window` from its spare key.
+  void markUsed(char32_t character, xcb_window_t window);
+
+  // Gives back the keys that a crashed run of this program still holds; true where there were any.
+  bool reclaim();
+
+  // Gives every key back.
+  void giveBack();
+
+ private:
+  [[nodiscard]] bool serverStillHasThem() const;
+  void startAnew(const KeymapSnapshot& snapshot);
+  [[nodiscard]] std::map<uint8_t, SpareKeySymbols> symbolsOfChangedKeys(
+      const SpareKeyPool::Plan& plan) const;
+
+  Connection& m_connection;
+  KeyHearing& m_hearing;
+  TargetBarrier& m_barrier;
+  SpareKeyWriter m_writer;
+  SpareKeyPool m_pool;
+  KeycodeSet m_keycodes;
+  std::shared_ptr<const KeymapSnapshot> m_snapshot;
+  std::set<xcb_window_t> m_unreadWindows;
+};
+
+}  // namespace zarvy::x11

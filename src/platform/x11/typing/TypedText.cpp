@@ -1,0 +1,64 @@
+#include "platform/x11/typing/TypedText.h"
+
+#include <QChar>
+
+#include "platform/VirtualKey.h"
+
+namespace zarvy::x11 {
+
+namespace {
+
+bool isControl(char32_t character) {
+  return character < U' ' || (character >= U'\x7f' && character < U'\xa0');
+}
+
+}  // namespace
+
+std::vector<TypedText::Piece> TypedText::feed(QStringView run) {
+  std::vector<Piece> pieces;
+  for (const QChar unit : run) {
+    if (m_highSurrogate && unit.isLowSurrogate()) {
+      add(QChar::surrogateToUcs4(*m_highSurrogate, unit.unicode()), pieces);
+      m_highSurrogate.reset();
+      continue;
+    }
+    if (m_highSurrogate) add(QChar::ReplacementCharacter, pieces);
+    m_highSurrogate.reset();
+    if (unit.isHighSurrogate()) {
+      m_highSurrogate = unit.unicode();
+    } else {
+      add(unit.isLowSurrogate() ? char32_t{QChar::ReplacementCharacter} : unit.unicode(), pieces);
+    }
+  }
+  return pieces;
+}
+
+std::vector<TypedText::Piece> TypedText::finish() {
+  std::vector<Piece> pieces;
+  if (m_highSurrogate) add(QChar::ReplacementCharacter, pieces);
+  m_highSurrogate.reset();
+  return pieces;
+}
+
+void TypedText::add(char32_t character, std::vector<Piece>& pieces) const {
+  if (character == U'\t') {
+    pieces.push_back({.virtualKey = virtualkey::tab});
+  } else if (character == U'\r' || character == U'\n') {
+    pieces.push_back({.virtualKey = virtualkey::returnKey});
+  } else if (!isControl(character)) {
+    pieces.push_back({.character = character, .virtualKey = std::nullopt});
+  }
+}
+
+std::vector<char32_t> charactersToType(QStringView text) {
+  TypedText typed;
+  std::vector<char32_t> characters;
+  for (const auto& pieces : {typed.feed(text), typed.finish()}) {
+    for (const TypedText::Piece& piece : pieces) {
+      if (!piece.virtualKey) characters.push_back(piece.character);
+    }
+  }
+  return characters;
+}
+
+}  // namespace zarvy::x11

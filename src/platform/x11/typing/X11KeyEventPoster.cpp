@@ -1,0 +1,75 @@
+#include "platform/x11/typing/X11KeyEventPoster.h"
+
+#include <algorithm>
+#include <span>
+#include <vector>
+
+#include "platform/x11/typing/TypedText.h"
+#include "platform/x11/typing/Typist.h"
+
+namespace zarvy::x11 {
+
+namespace {
+
+class Session final : public TypingSession {
+ public:
+  Session(Typist& typist, const QString& text)
+      : m_typist(typist), m_upcoming(charactersToType(text)) {
+    m_typist.beginSession(m_upcoming);
+  }
+
+  ~Session() override {
+    type(m_text.finish());
+    m_typist.endSession();
+  }
+
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  bool pressKey(quint16 virtualKeyCode) override {
+    const bool complete = type(m_text.finish());
+    return m_typist.typeKey(virtualKeyCode) && complete;
+  }
+
+  bool pressText(QStringView run) override { return type(m_text.feed(run)); }
+
+ private:
+  bool type(const std::vector<TypedText::Piece>& pieces) {
+    bool complete = true;
+    std::vector<char32_t> characters;
+    const auto typeCharacters = [&] {
+      if (characters.empty()) return;
+      complete =
+          m_typist.typeCharacters(characters, std::span(m_upcoming).subspan(m_typed)) && complete;
+      m_typed = std::min(m_typed + characters.size(), m_upcoming.size());
+      characters.clear();
+    };
+    for (const TypedText::Piece& piece : pieces) {
+      if (!piece.virtualKey) {
+        characters.push_back(piece.character);
+        continue;
+      }
+      typeCharacters();
+      complete = m_typist.typeKey(*piece.virtualKey) && complete;
+    }
+    typeCharacters();
+    return complete;
+  }
+
+  Typist& m_typist;
+  TypedText m_text;
+  std::vector<char32_t> m_upcoming;
+  std::size_t m_typed = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<TypingSession> X11KeyEventPoster::beginTyping(const QString& text) {
+  return std::make_unique<Session>(m_typist, text);
+}
+
+void X11KeyEventPoster::prepare(const QString& characters) {
+  m_typist.prepare(charactersToType(characters));
+}
+
+}  // namespace zarvy::x11

@@ -1,0 +1,104 @@
+#include "platform/x11/windows/WindowProperties.h"
+
+#include <algorithm>
+#include <span>
+
+#include <QByteArray>
+#include <QList>
+
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XcbReply.h"
+
+namespace zarvy::x11 {
+
+namespace {
+
+constexpr xcb_window_t noWindow = XCB_WINDOW_NONE;
+constexpr uint32_t longestProperty = 4096;  // in units of four bytes
+
+XcbPtr<xcb_get_property_reply_t> getProperty(xcb_connection_t* xcb, xcb_window_t window,
+                                             xcb_atom_t property, xcb_atom_t type) {
+  return XcbPtr<xcb_get_property_reply_t>(xcb_get_property_reply(
+      xcb, xcb_get_property(xcb, 0, window, property, type, 0, longestProperty), nullptr));
+}
+
+std::span<const uint32_t> words(const XcbPtr<xcb_get_property_reply_t>& reply) {
+  if (!reply || reply->format != 32) return {};
+  return {static_cast<const uint32_t*>(xcb_get_property_value(reply.get())), reply->value_len};
+}
+
+}  // namespace
+
+xcb_window_t WindowProperties::windowProperty(xcb_window_t window, xcb_atom_t property) const {
+  const auto reply = getProperty(m_connection.xcb(), window, property, XCB_ATOM_WINDOW);
+  const auto values = words(reply);
+  return values.empty() ? noWindow : values.front();
+}
+
+xcb_window_t WindowProperties::activeWindow() const {
+  const xcb_window_t active =
+      windowProperty(m_connection.root(), m_connection.atoms().netActiveWindow);
+  return active != XCB_WINDOW_NONE ? active : focusedTopLevel();
+}
+
+// Toolkits give the focus to a window inside the one that carries the properties.
+xcb_window_t WindowProperties::focusedTopLevel() const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_get_input_focus_reply_t> focus(
+      xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+  if (!focus) return XCB_WINDOW_NONE;
+  xcb_window_t window = focus->focus;
+  while (window != XCB_WINDOW_NONE && window != XCB_INPUT_FOCUS_POINTER_ROOT &&
+         window != m_connection.root()) {
+    if (hasClass(window)) return window;
+    const XcbPtr<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(xcb, xcb_query_tree(xcb, window), nullptr));
+    window = tree ? tree->parent : noWindow;
+  }
+  return XCB_WINDOW_NONE;
+}
+
+bool WindowProperties::hasClass(xcb_window_t window) const {
+  const auto reply = getProperty(m_connection.xcb(), window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+  return reply && reply->value_len > 0;
+}
+
+qint64 WindowProperties::processIdentifier(xcb_window_t window) const {
+  const auto reply =
+      getProperty(m_connection.xcb(), window, m_connection.atoms().netWmPid, XCB_ATOM_CARDINAL);
+  const auto values = words(reply);
+  return values.empty() ? 0 : static_cast<qint64>(values.front());
+}
+
+// WM_CLASS holds two texts, each ended by a NUL: the instance's name and the class.
+std::optional<QString> WindowProperties::windowClass(xcb_window_t window) const {
+  const auto reply = getProperty(m_connection.xcb(), window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING);
+  if (!reply || reply->value_len == 0) return std::nullopt;
+  const QByteArray value(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                         static_cast<qsizetype>(reply->value_len));
+  const QList<QByteArray> texts = value.split('\0');
+  const QByteArray& name = texts.size() > 1 && !texts[1].isEmpty() ? texts[1] : texts[0];
+  if (name.isEmpty()) return std::nullopt;
+  return QString::fromLatin1(name);
+}
+
+bool WindowProperties::answersPing(xcb_window_t window) const {
+  const auto reply =
+      getProperty(m_connection.xcb(), window, m_connection.atoms().wmProtocols, XCB_ATOM_ATOM);
+  const auto protocols = words(reply);
+  return std::find(protocols.begin(), protocols.end(), m_connection.atoms().netWmPing) !=
+         protocols.end();
+}
+
+xcb_window_t WindowProperties::windowOfProcess(qint64 processId) const {
+  const xcb_window_t active = activeWindow();
+  if (active != XCB_WINDOW_NONE && processIdentifier(active) == processId) return active;
+  const auto reply = getProperty(m_connection.xcb(), m_connection.root(),
+                                 m_connection.atoms().netClientList, XCB_ATOM_WINDOW);
+  for (const xcb_window_t window : words(reply)) {
+    if (processIdentifier(window) == processId) return window;
+  }
+  return XCB_WINDOW_NONE;
+}
+
+}  // namespace zarvy::x11

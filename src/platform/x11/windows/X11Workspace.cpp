@@ -1,0 +1,88 @@
+#include "platform/x11/windows/X11Workspace.h"
+
+#include <unistd.h>
+#include <utility>
+
+#include <QFile>
+
+#include "platform/x11/connection/Connection.h"
+
+namespace zarvy::x11 {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Asks as a pager does, on the user's behalf; window managers hold back what applications ask of
+// themselves.
+constexpr uint32_t sourcePager = 2;
+
+// The name by which people know the program: its window class, which toolkits derive from it, or
+// the name of its process.
+std::optional<QString> nameOf(qint64 processIdentifier, const std::optional<QString>& windowClass) {
+  if (windowClass) return windowClass;
+  QFile file(u"/proc/%1/comm"_s.arg(processIdentifier));
+  if (processIdentifier <= 0 || !file.open(QIODevice::ReadOnly)) return std::nullopt;
+  const QString name = QString::fromUtf8(file.readAll()).trimmed();
+  return name.isEmpty() ? std::nullopt : std::optional(name);
+}
+
+}  // namespace
+
+X11Workspace::X11Workspace(Connection& connection, QString ownBundleIdentifier)
+    : m_connection(connection),
+      m_windows(connection),
+      m_ownBundleIdentifier(std::move(ownBundleIdentifier)) {}
+
+std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
+  const xcb_window_t window = m_windows.activeWindow();
+  if (window == XCB_WINDOW_NONE) return std::nullopt;
+  return applicationOf(window);
+}
+
+std::optional<RunningApplication> X11Workspace::runningApplication(qint64 processIdentifier) const {
+  const xcb_window_t window = m_windows.windowOfProcess(processIdentifier);
+  if (window == XCB_WINDOW_NONE) return std::nullopt;
+  return applicationOf(window);
+}
+
+RunningApplication X11Workspace::applicationOf(xcb_window_t window) const {
+  RunningApplication application;
+  application.processIdentifier = m_windows.processIdentifier(window);
+  application.nativeWindow = window;
+  const std::optional<QString> windowClass = m_windows.windowClass(window);
+  const bool isOwn = application.processIdentifier == getpid();
+  application.bundleIdentifier = isOwn ? std::optional(m_ownBundleIdentifier) : windowClass;
+  application.localizedName = nameOf(application.processIdentifier, windowClass);
+  return application;
+}
+
+// Another window of the same process counts too: the user may have turned to it, and an activation
+// would take him away again.
+bool X11Workspace::isActive(const RunningApplication& application) const {
+  const xcb_window_t active = m_windows.activeWindow();
+  if (active == XCB_WINDOW_NONE) return false;
+  if (active == application.nativeWindow) return true;
+  return application.processIdentifier != 0 &&
+         m_windows.processIdentifier(active) == application.processIdentifier;
+}
+
+void X11Workspace::activate(const RunningApplication& application) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = static_cast<xcb_window_t>(application.nativeWindow);
+  message.type = m_connection.atoms().netActiveWindow;
+  message.data.data32[0] = sourcePager;
+  message.data.data32[1] = XCB_CURRENT_TIME;
+  xcb_send_event(m_connection.xcb(), 0, m_connection.root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  m_connection.flush();
+}
+
+std::optional<QString> X11Workspace::ownBundleIdentifier() const {
+  return m_ownBundleIdentifier;
+}
+
+}  // namespace zarvy::x11

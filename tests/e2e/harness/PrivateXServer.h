@@ -18,6 +18,9 @@ class PrivateXServer {
   // As in DISPLAY, ":7" for example.
   [[nodiscard]] const std::string& display() const { return m_display; }
 
+  // The server's process, until kill().
+  [[nodiscard]] pid_t pid() const { return m_process->pid(); }
+
   // Ends the server at once, under the hands of its clients.
   void kill();
 

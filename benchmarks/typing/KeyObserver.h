@@ -1,0 +1,53 @@
+#pragma once
+
+#include <array>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+
+#include "e2e/harness/XConnection.h"
+#include "typing/KeyRecord.h"
+
+namespace zarvy::benchmarks {
+
+// Notes every key that goes down on the display, whoever pressed it, and when. A thread of its own
+// does nothing but read the events, so that none waits for anything else. The public functions
+// belong to one thread. Throws std::runtime_error where the display cannot be listened to.
+class KeyObserver {
+ public:
+  explicit KeyObserver(const std::string& display);
+  KeyObserver(const KeyObserver&) = delete;
+  KeyObserver& operator=(const KeyObserver&) = delete;
+  ~KeyObserver();
+
+  // The key that deletes the character before the caret.
+  [[nodiscard]] std::uint8_t backspaceKey() const { return m_backspaceKey; }
+
+  // Starts a new record.
+  void forget();
+
+  // The record as it is once `isComplete` holds of it. Throws std::runtime_error where that does
+  // not come about for long.
+  using RecordTest = std::function<bool(const KeyRecord&)>;
+  [[nodiscard]] KeyRecord waitFor(const RecordTest& isComplete);
+
+ private:
+  void selectKeys() const;
+  void readModifierKeys();
+  void readEvents();
+  void take(const xcb_generic_event_t& event);
+
+  e2e::XConnection m_connection;
+  xcb_window_t m_wakeUpWindow;
+  std::uint8_t m_inputOpcode;
+  std::uint8_t m_backspaceKey;
+  std::array<bool, 256> m_isModifier{};
+  std::mutex m_mutex;
+  std::condition_variable m_changed;
+  KeyRecord m_record;  // under m_mutex
+  std::thread m_reader;
+};
+
+}  // namespace zarvy::benchmarks

@@ -1,0 +1,74 @@
+#include "typing/RestBenchmark.h"
+
+#include <stdexcept>
+#include <thread>
+
+#include "e2e/harness/Stage.h"
+#include "e2e/harness/WaitUntil.h"
+#include "typing/Figure.h"
+#include "typing/ProcessUsage.h"
+
+namespace zarvy::benchmarks {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int snippetCount = 10'000;
+constexpr int startCount = 9;
+
+std::vector<e2e::TestSnippet> largeLibrary() {
+  const QString replacement =
+      u"Dear Sir or Madam, thank you for your letter of the day before yesterday (no. %1). "
+      u"Grüße, привет, καλημέρα – we shall come back to it within the week."_s;
+  std::vector<e2e::TestSnippet> snippets;
+  for (int number = 0; number < snippetCount; ++number) {
+    snippets.push_back(
+        {u";"_s + QString::number(number, 36).rightJustified(4, u'x'), replacement.arg(number)});
+  }
+  return snippets;
+}
+
+// Does the process use next to no CPU time over a while?
+bool isAtRest(pid_t process) {
+  constexpr Milliseconds nextToNothing(2);
+  constexpr auto aWhile = std::chrono::seconds(1);
+  const Milliseconds before = cpuTime(process);
+  std::this_thread::sleep_for(aWhile);
+  return cpuTime(process) - before < nextToNothing;
+}
+
+}  // namespace
+
+void measureStart(const std::string& program) {
+  e2e::Stage stage({.layouts = "us"});
+  // The first start fills caches of the system's that later ones find.
+  e2e::ProgramUnderTest& started = stage.startProgram(program, largeLibrary());
+  std::vector<double> times;
+  for (int count = 0; count < startCount; ++count) {
+    if (started.terminate() != e2e::ExitStatus{}) {
+      throw std::runtime_error("the program does not end as asked");
+    }
+    const auto before = std::chrono::steady_clock::now();
+    started.start();
+    times.push_back(Milliseconds(std::chrono::steady_clock::now() - before).count());
+  }
+  print({"program start to listening, 10,000 snippets", median(times), "ms", 300});
+}
+
+void measureRest(const std::string& program) {
+  constexpr auto observed = std::chrono::seconds(10);
+  e2e::Stage stage({.layouts = "us"});
+  const pid_t process = stage.startProgramWithFirstRunLibrary(program).process().pid();
+  if (!e2e::waitUntil([&] { return isAtRest(process); }, std::chrono::seconds(30))) {
+    throw std::runtime_error("the program does not come to rest");
+  }
+  print({"private memory at rest, first-run library", privateMemory(process), "MiB", 60});
+  const std::uint64_t before = contextSwitches(process);
+  std::this_thread::sleep_for(observed);
+  const auto switches = static_cast<double>(contextSwitches(process) - before);
+  // Nothing but the watch, twice a second, has a reason to wake it.
+  print({"wake-ups at rest", switches / static_cast<double>(observed.count()), "/s", 2});
+}
+
+}  // namespace zarvy::benchmarks

@@ -39,17 +39,6 @@ find_missing() {
   done
 }
 
-as_root() {
-  if [[ $(id -u) == 0 ]]; then
-    "$@"
-  elif command -v sudo >/dev/null; then
-    sudo "$@"
-  else
-    complain "Installing packages needs root, and there is no sudo here. As root, run: $*"
-    return 1
-  fi
-}
-
 # ensure_packages [<purpose>...]: installs what packages.txt names for these purposes, if any of it
 # is missing.
 ensure_packages() {
@@ -66,9 +55,17 @@ ensure_packages() {
   fi
   say "Installing ${#missing[@]} packages: ${missing[*]}"
   apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300)
+  if [[ $(id -u) != 0 ]]; then
+    if ! command -v sudo >/dev/null; then
+      complain "That needs root, and there is no sudo here. As root, run:" \
+        "apt-get install --no-install-recommends ${missing[*]}"
+      return 1
+    fi
+    apt=(sudo "${apt[@]}")
+  fi
   # A source that does not answer need not be one that these packages come from.
-  as_root "${apt[@]}" update || complain "Not every package list could be refreshed; going on."
-  as_root "${apt[@]}" install --no-install-recommends "${missing[@]}" || return 1
+  "${apt[@]}" update || complain "Not every package list could be refreshed; going on."
+  "${apt[@]}" install --no-install-recommends "${missing[@]}" || return 1
   find_missing
   if [[ ${#missing[@]} != 0 ]]; then
     complain "Still missing after the installation: ${missing[*]}"

@@ -27,7 +27,7 @@ constexpr DocumentKind globalVariablesDocument{u"global_variables.json",
                                                u"Error saving global variables: "};
 
 std::optional<QString> desktopApplicationSupport() {
-  const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+  QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
   if (path.isEmpty()) return std::nullopt;
   return path;
 }
@@ -56,7 +56,7 @@ QString DataStore::dataDirectory() const {
         u"Warning: Application Support directory unavailable, using temporary directory"_s);
     return QDir::tempPath() + u"/Zarvy"_s;
   }
-  const QString path = *applicationSupport + u"/Zarvy"_s;
+  QString path = *applicationSupport + u"/Zarvy"_s;
   if (QFileInfo::exists(path)) return path;
   if (const auto error = makePrivateFolder(path)) {
     m_output.print(u"Error creating data directory: "_s + *error);

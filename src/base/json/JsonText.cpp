@@ -24,7 +24,7 @@ class Writer {
   }
 
  private:
-  void writeValue(const QJsonValue& value, int level) {
+  void writeValue(const QJsonValue& value, qsizetype level) {
     switch (value.type()) {
       case QJsonValue::Bool:
         m_text += value.toBool() ? "true" : "false";
@@ -46,10 +46,10 @@ class Writer {
     }
   }
 
-  void writeArray(const QJsonArray& array, int level) {
+  void writeArray(const QJsonArray& array, qsizetype level) {
     open('[', array.isEmpty());
     bool isFirst = true;
-    for (const QJsonValue& element : array) {
+    for (const QJsonValue element : array) {
       beginMember(isFirst, level + 1);
       writeValue(element, level + 1);
       isFirst = false;
@@ -57,7 +57,7 @@ class Writer {
     close(']', level);
   }
 
-  void writeObject(const QJsonObject& object, int level) {
+  void writeObject(const QJsonObject& object, qsizetype level) {
     open('{', object.isEmpty());
     QStringList keys = object.keys();
     std::sort(keys.begin(), keys.end());
@@ -77,12 +77,12 @@ class Writer {
     if (isEmpty) m_text += '\n';  // an empty one is its brackets with an empty line between
   }
 
-  void beginMember(bool isFirst, int level) {
+  void beginMember(bool isFirst, qsizetype level) {
     m_text += isFirst ? "\n" : ",\n";
     m_text.append(2 * level, ' ');
   }
 
-  void close(char bracket, int level) {
+  void close(char bracket, qsizetype level) {
     m_text += '\n';
     m_text.append(2 * level, ' ');
     m_text += bracket;

@@ -198,10 +198,11 @@ class PatternReader {
 
 Characters inLowerCase(const Characters& characters) {
   Characters result = characters;
-  for (char16_t upper = u'A'; upper <= u'Z'; ++upper) {
+  constexpr std::size_t toLower = u'a' - u'A';
+  for (std::size_t upper = u'A'; upper <= u'Z'; ++upper) {
     if (!characters.test(upper)) continue;
     result.reset(upper);
-    result.set(static_cast<std::size_t>(upper - u'A' + u'a'));
+    result.set(upper + toLower);
   }
   return result;
 }

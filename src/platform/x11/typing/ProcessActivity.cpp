@@ -9,28 +9,32 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// The fields of /proc/PID/task/TID/stat behind the name in parentheses, from 0.
-constexpr qsizetype stateField = 0;
-constexpr qsizetype userTimeField = 11;
-constexpr qsizetype systemTimeField = 12;
+QByteArray readFile(const QString& path) {
+  QFile file(path);
+  if (path.isEmpty() || !file.open(QIODevice::ReadOnly)) return {};
+  return file.readAll();
+}
+
+// The state is the first field behind the name in parentheses.
+bool sleeps(const QByteArray& stat) {
+  return stat.mid(stat.lastIndexOf(')') + 2).startsWith('S');
+}
 
 }  // namespace
 
 ProcessActivity::ProcessActivity(qint64 processIdentifier) {
-  if (processIdentifier > 0) {
-    m_statFile = u"/proc/%1/task/%1/stat"_s.arg(processIdentifier);
-  }
+  if (processIdentifier > 0) m_folder = u"/proc/%1/task/%1"_s.arg(processIdentifier);
 }
 
 bool ProcessActivity::isResting() {
-  QFile file(m_statFile);
-  if (m_statFile.isEmpty() || !file.open(QIODevice::ReadOnly)) return true;
-  const QByteArray line = file.readAll();
-  const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
-  if (fields.size() <= systemTimeField) return true;
-  const QByteArray times = fields[userTimeField] + ' ' + fields[systemTimeField];
-  const bool rested = fields[stateField] == "S" && times == m_lastTimes;
-  m_lastTimes = times;
+  if (m_folder.isEmpty()) return true;
+  const QByteArray stat = readFile(m_folder + u"/stat"_s);
+  if (stat.isEmpty()) return true;  // it has gone
+  // Nanoseconds run, nanoseconds waited for a processor, turns taken: none of them moves in a
+  // thread that sleeps on.
+  const QByteArray schedule = readFile(m_folder + u"/schedstat"_s);
+  const bool rested = sleeps(stat) && schedule == m_lastSchedule;
+  m_lastSchedule = schedule;
   return rested;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace zarvy::x11 {
@@ -10,12 +11,12 @@ class ProcessActivity {
   // 0, or a process of another machine or user, is always taken for resting.
   explicit ProcessActivity(qint64 processIdentifier);
 
-  // True where the thread sleeps and has used no processor time since the last call.
+  // True where the thread sleeps and has not run since the last call.
   [[nodiscard]] bool isResting();
 
  private:
-  QString m_statFile;
-  QByteArray m_lastTimes;
+  QString m_folder;
+  QByteArray m_lastSchedule;
 };
 
 }  // namespace zarvy::x11

@@ -15,12 +15,12 @@ using namespace std::chrono_literals;
 constexpr uint8_t eventTypeMask = 0x7f;
 constexpr auto longestPing = 1000ms;
 
-// An application that answers no ping: so long it must have been seen asleep without a break, so
-// long it gets at least, and so long at most.
-constexpr auto restingTime = 20ms;
+// An application that answers no ping must have been found asleep so many times in a row; it gets
+// at least the shortest time, and at most the longest.
+constexpr int restsInARow = 8;
+constexpr auto samplingInterval = 5ms;
 constexpr auto shortestSettling = 60ms;
-constexpr auto longestSettling = 1000ms;
-constexpr auto samplingInterval = 4ms;
+constexpr auto longestSettling = 3000ms;
 
 }  // namespace
 
@@ -67,15 +67,19 @@ void TargetBarrier::handleEvent(const xcb_generic_event_t& event) {
   m_answered.notify_all();
 }
 
+// An application also sleeps while it waits for an answer of a busy server. The server serves its
+// clients in turn, so once it has answered this program too, that answer is on its way and the
+// application is found awake at the next look.
 void TargetBarrier::settle(xcb_window_t window) {
   ProcessActivity activity(m_windows.processIdentifier(window));
   const auto start = std::chrono::steady_clock::now();
-  auto restingSince = start;
+  int rests = 0;
   for (;;) {
-    const auto now = std::chrono::steady_clock::now();
-    if (!activity.isResting()) restingSince = now;
-    const bool settled = now - start >= shortestSettling && now - restingSince >= restingTime;
-    if (settled || now - start >= longestSettling) return;
+    m_connection.synchronize();
+    rests = activity.isResting() ? rests + 1 : 0;
+    const auto settled = std::chrono::steady_clock::now() - start;
+    if (rests >= restsInARow && settled >= shortestSettling) return;
+    if (settled >= longestSettling) return;
     std::unique_lock lock(m_mutex);
     if (m_answered.wait_for(lock, samplingInterval, [&] { return m_released; })) return;
   }

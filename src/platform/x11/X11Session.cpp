@@ -48,7 +48,7 @@ struct X11Session::Parts {
   }
 
   // Answers to pings arrive at the root window.
-  void listenOnRoot() {
+  void listenOnRoot() const {
     const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection->xcb(), connection->root(), XCB_CW_EVENT_MASK, &mask);
     connection->flush();

@@ -20,8 +20,7 @@ constexpr const char* fallbackLocale = "en_US.UTF-8";
 
 }  // namespace
 
-ComposeSequence::ComposeSequence() {
-  m_context = xkb_context_new(XKB_CONTEXT_NO_FLAGS);
+ComposeSequence::ComposeSequence() : m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
   if (!m_context) return;
   xkb_context_set_log_level(m_context, XKB_LOG_LEVEL_CRITICAL);
   m_table = xkb_compose_table_new_from_locale(m_context, localeName().c_str(),

@@ -22,7 +22,7 @@ class ComposeSequence {
   [[nodiscard]] std::optional<QString> feed(xkb_keysym_t symbol, std::optional<QString> plain);
 
  private:
-  xkb_context* m_context = nullptr;
+  xkb_context* m_context;
   xkb_compose_table* m_table = nullptr;
   xkb_compose_state* m_state = nullptr;
 };

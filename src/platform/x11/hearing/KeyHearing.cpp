@@ -20,11 +20,11 @@ constexpr uint8_t eventTypeMask = 0x7f;
 std::unique_ptr<KeyHearing> KeyHearing::create(Connection& connection, OwnPosts& posts) {
   auto snapshot = KeymapSnapshot::read(connection);
   if (!snapshot) return nullptr;
-  return std::unique_ptr<KeyHearing>(new KeyHearing(connection, posts, std::move(snapshot)));
+  return std::unique_ptr<KeyHearing>(new KeyHearing(connection, posts, snapshot));
 }
 
 KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts,
-                       std::shared_ptr<const KeymapSnapshot> snapshot)
+                       const std::shared_ptr<const KeymapSnapshot>& snapshot)
     : m_connection(connection), m_posts(posts), m_snapshot(snapshot), m_decoder(snapshot) {
   selectEvents();
   m_decoder.setState(KeyboardState::query(m_connection));

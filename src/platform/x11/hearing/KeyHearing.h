@@ -54,7 +54,7 @@ class KeyHearing {
 
  private:
   KeyHearing(Connection& connection, OwnPosts& posts,
-             std::shared_ptr<const KeymapSnapshot> snapshot);
+             const std::shared_ptr<const KeymapSnapshot>& snapshot);
   void selectEvents();
   void selectInputEvents(uint16_t device, uint32_t mask);
   void handleKeyboardPress(const xcb_input_key_press_event_t& event);

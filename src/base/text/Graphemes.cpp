@@ -5,6 +5,7 @@
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
+#include "base/text/CodePoints.h"
 #include "base/text/GraphemeBreaker.h"
 
 namespace zarvy {
@@ -23,18 +24,6 @@ char32_t codePointBefore(QStringView text, qsizetype position) {
     return QChar::surrogateToUcs4(text[position - 2].unicode(), unit);
   }
   return unit;
-}
-
-char32_t codePointAt(QStringView text, qsizetype position) {
-  const char16_t unit = text[position].unicode();
-  if (U16_IS_LEAD(unit) && position + 1 < text.size() && text[position + 1].isLowSurrogate()) {
-    return QChar::surrogateToUcs4(unit, text[position + 1].unicode());
-  }
-  return unit;
-}
-
-constexpr qsizetype lengthOf(char32_t codePoint) {
-  return codePoint > 0xFFFF ? 2 : 1;
 }
 
 // Walks forward; the full rules come in only where the quick test cannot tell.

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
+#include <QHash>
 #include <QList>
 
 #include "core/matching/SuffixIndex.h"
@@ -9,14 +11,17 @@
 
 namespace zarvy {
 
-// A library together with what matching needs of it. Immutable; any thread.
+// A library together with what matching and nested snippets need of it. Immutable; any thread.
 class TriggerLibrary {
  public:
   TriggerLibrary() = default;
   explicit TriggerLibrary(const QList<Snippet>& snippets)
       : m_snippets(snippets), m_literals(snippets) {
+    m_positions.reserve(snippets.size());
     for (qsizetype position = 0; position < snippets.size(); ++position) {
-      if (snippets.at(position).isRegexTrigger) m_regexPositions.push_back(position);
+      const Snippet& snippet = snippets.at(position);
+      if (snippet.isRegexTrigger) m_regexPositions.push_back(position);
+      if (!m_positions.contains(snippet.trigger)) m_positions.insert(snippet.trigger, position);
     }
   }
 
@@ -26,10 +31,18 @@ class TriggerLibrary {
   // Where the snippets with a regular expression stand, in order.
   [[nodiscard]] const std::vector<qsizetype>& regexPositions() const { return m_regexPositions; }
 
+  // The replacement of the first snippet with exactly this trigger, be it literal or an expression.
+  [[nodiscard]] std::optional<QString> replacementOf(const QString& trigger) const {
+    const auto position = m_positions.constFind(trigger);
+    if (position == m_positions.constEnd()) return std::nullopt;
+    return m_snippets.at(*position).replacement;
+  }
+
  private:
   QList<Snippet> m_snippets;
   SuffixIndex m_literals;
   std::vector<qsizetype> m_regexPositions;
+  QHash<QString, qsizetype> m_positions;  // by trigger
 };
 
 }  // namespace zarvy

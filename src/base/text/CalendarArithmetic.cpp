@@ -1,0 +1,60 @@
+#include "base/text/CalendarArithmetic.h"
+
+#include <cmath>
+#include <memory>
+
+#include <unicode/ucal.h>
+
+namespace zarvy {
+namespace {
+
+struct UnitRule {
+  UCalendarDateFields field;
+  // What may be added at once. Beyond it ICU computes in integers that overflow.
+  qint64 greatestAmount;
+};
+
+UnitRule ruleOf(CalendarUnit unit) {
+  constexpr qint64 years = 5'000'000;
+  constexpr qint64 greatestInteger = 2'147'483'647;
+  switch (unit) {
+    case CalendarUnit::minute:
+      return {UCAL_MINUTE, greatestInteger};
+    case CalendarUnit::hour:
+      return {UCAL_HOUR_OF_DAY, greatestInteger};
+    case CalendarUnit::day:
+      return {UCAL_DAY_OF_MONTH, years * 365};
+    case CalendarUnit::week:
+      return {UCAL_WEEK_OF_YEAR, years * 52};
+    case CalendarUnit::month:
+      return {UCAL_MONTH, years * 12};
+    case CalendarUnit::year:
+      return {UCAL_YEAR, years};
+  }
+  return {UCAL_DAY_OF_MONTH, 0};
+}
+
+struct CloseCalendar {
+  void operator()(UCalendar* calendar) const { ucal_close(calendar); }
+};
+
+}  // namespace
+
+std::optional<QDateTime> dateByAdding(CalendarUnit unit, qint64 amount, const QDateTime& date,
+                                      const RegionalSettings& region) {
+  const UnitRule rule = ruleOf(unit);
+  if (amount > rule.greatestAmount || amount < -rule.greatestAmount) return std::nullopt;
+  const QStringView zone = region.timeZone;
+  UErrorCode status = U_ZERO_ERROR;
+  const std::unique_ptr<UCalendar, CloseCalendar> calendar(
+      ucal_open(zone.isEmpty() ? nullptr : zone.utf16(), static_cast<int32_t>(zone.size()),
+                region.locale.constData(), UCAL_DEFAULT, &status));
+  if (U_FAILURE(status)) return std::nullopt;
+  ucal_setMillis(calendar.get(), static_cast<UDate>(date.toMSecsSinceEpoch()), &status);
+  ucal_add(calendar.get(), rule.field, static_cast<int32_t>(amount), &status);
+  const UDate sum = ucal_getMillis(calendar.get(), &status);
+  if (U_FAILURE(status) || !std::isfinite(sum)) return std::nullopt;
+  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sum), Qt::UTC);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtGlobal>
+
+namespace zarvy {
+
+// What one expansion may cost. Placeholders can multiply themselves: a variable whose value holds
+// its own placeholder twice, snippets that each include ten others. Without a limit that would fill
+// the memory or never end. Past it, a placeholder stays in the text as it was typed; nothing else
+// is lost. No text that a person writes comes near.
+class ExpansionLimit {
+ public:
+  // No replacement makes a text longer than this, in UTF-16 units.
+  static constexpr qsizetype longestText = 16 * 1024 * 1024;
+
+  explicit ExpansionLimit(qint64 units = standard) : m_left(units) {}
+
+  // Takes the cost of a look at `units` UTF-16 units. False once there is not enough left.
+  [[nodiscard]] bool spend(qint64 units) {
+    if (units > m_left) return false;
+    m_left -= units;
+    return true;
+  }
+
+ private:
+  // About a second of today's machines.
+  static constexpr qint64 standard = qint64{1} << 31;
+
+  qint64 m_left;
+};
+
+}  // namespace zarvy

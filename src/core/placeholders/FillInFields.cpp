@@ -1,0 +1,116 @@
+#include "core/placeholders/FillInFields.h"
+
+#include <optional>
+#include <utility>
+
+#include <QSet>
+
+#include "core/placeholders/FillInScan.h"
+#include "storage/FieldDefaults.h"
+
+namespace zarvy {
+namespace {
+
+using Kind = FillInFieldType::Kind;
+
+constexpr QStringView required = u"required";
+constexpr QStringView requiredSuffix = u":required";
+
+QStringView trimmedBlanks(QStringView text) {
+  const auto isBlank = [](QChar unit) { return unit == u' ' || unit == u'\t'; };
+  while (!text.isEmpty() && isBlank(text.front())) text = text.sliced(1);
+  while (!text.isEmpty() && isBlank(text.back())) text.chop(1);
+  return text;
+}
+
+// Empty pieces are left out, but one of blanks alone stays as an empty option.
+QStringList splitOptions(QStringView text) {
+  QStringList options;
+  for (const QStringView piece : text.split(u',', Qt::SkipEmptyParts)) {
+    options.append(trimmedBlanks(piece).toString());
+  }
+  return options;
+}
+
+class FieldList {
+ public:
+  explicit FieldList(const FieldDefaults& defaults) : m_defaults(defaults) {}
+
+  void addTextInput(Kind kind, const TextInputArgument& argument) {
+    const QString name = argument.name.toString();
+    QSet<QString>& known = kind == Kind::text ? m_textFields : m_textAreas;
+    if (known.contains(name)) return;
+    known.insert(name);
+    // The second place does double duty, so that no default value can be this word.
+    const bool isFlag = argument.second == required;
+    append({.id = QUuid::createUuid(),
+            .name = name,
+            .type = {.kind = kind, .options = {}, .content = {}},
+            .defaultValue = isFlag ? QString() : argument.second.value_or(QStringView()).toString(),
+            .isRequired = isFlag || argument.isRequired,
+            .value = {}});
+  }
+
+  void add(const Dropdown& dropdown) {
+    const QString name = dropdown.name.toString();
+    if (m_names.contains(name)) return;
+    QStringView text = dropdown.options;
+    const bool isRequired = text.endsWith(requiredSuffix);
+    if (isRequired) text.chop(requiredSuffix.size());
+    const QStringList options = splitOptions(text);
+    append({.id = QUuid::createUuid(),
+            .name = name,
+            .type = {.kind = Kind::dropdown, .options = options, .content = {}},
+            .defaultValue = options.value(0),
+            .isRequired = isRequired,
+            .value = {}});
+  }
+
+  void add(const OptionalSection& section) {
+    const QString name = section.name.toString();
+    if (m_names.contains(name)) return;
+    append({.id = QUuid::createUuid(),
+            .name = name,
+            .type = {.kind = Kind::optional, .options = {}, .content = section.content.toString()},
+            .defaultValue = {},
+            .isRequired = false,
+            .value = {}});
+  }
+
+  [[nodiscard]] QList<FillInField> take() { return std::move(m_fields); }
+
+ private:
+  void append(FillInField field) {
+    const std::optional<QString> remembered = m_defaults.value(field.name);
+    field.value = remembered.value_or(field.defaultValue);
+    field.shouldRemember = remembered.has_value();
+    m_names.insert(field.name);
+    m_fields.append(std::move(field));
+  }
+
+  const FieldDefaults& m_defaults;
+  QList<FillInField> m_fields;
+  QSet<QString> m_names;  // of the fields so far, of whatever kind
+  QSet<QString> m_textFields;
+  QSet<QString> m_textAreas;
+};
+
+}  // namespace
+
+QList<FillInField> parseFillInFields(const QString& text, const FieldDefaults& defaults) {
+  FieldList fields(defaults);
+  const auto addTextInputs = [&](Kind kind, const PlaceholderForm& form) {
+    for (const Placeholder& placeholder : findPlaceholders(text, form)) {
+      if (const auto argument = readTextInput(placeholder.argument)) {
+        fields.addTextInput(kind, *argument);
+      }
+    }
+  };
+  addTextInputs(Kind::text, textFieldForm);
+  addTextInputs(Kind::textarea, textAreaForm);
+  for (const Dropdown& dropdown : findDropdowns(text)) fields.add(dropdown);
+  for (const OptionalSection& section : findOptionalSections(text)) fields.add(section);
+  return fields.take();
+}
+
+}  // namespace zarvy

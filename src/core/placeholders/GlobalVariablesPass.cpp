@@ -1,0 +1,48 @@
+#include <QHash>
+
+#include "base/text/CaseMapping.h"
+#include "core/placeholders/Passes.h"
+#include "core/placeholders/Replacement.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr QStringView openers[] = {u"{{#"};
+
+// By name in lower case; of several of one name the first in the list counts.
+class VariablesByName {
+ public:
+  explicit VariablesByName(const QList<GlobalVariable>& variables) : m_variables(variables) {}
+
+  [[nodiscard]] const QString* value(const QString& name) {
+    if (m_positions.isEmpty()) index();
+    const auto position = m_positions.constFind(lowerCased(name));
+    return position == m_positions.constEnd() ? nullptr : &m_variables.at(*position).value;
+  }
+
+ private:
+  void index() {
+    for (qsizetype position = m_variables.size() - 1; position >= 0; --position) {
+      m_positions.insert(lowerCased(m_variables.at(position).name), position);
+    }
+  }
+
+  const QList<GlobalVariable>& m_variables;
+  QHash<QString, qsizetype> m_positions;  // made for the first question
+};
+
+}  // namespace
+
+QString globalVariablesPass(const QString& text, PassContext& context) {
+  VariablesByName variables(context.globalVariables);
+  const auto valueOf = [&variables](const Placeholder& placeholder) {
+    const QString name = placeholder.argument.toString();
+    if (const QString* const value = variables.value(name)) return *value;
+    return u"[#"_s + name + u"?]"_s;
+  };
+  return replacePlaceholders(text, {openers}, valueOf, context.limit);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,37 @@
+#include "base/text/Graphemes.h"
+#include "core/evaluation/Evaluator.h"
+#include "core/placeholders/Passes.h"
+#include "core/placeholders/PlaceholderScan.h"
+
+namespace zarvy {
+namespace {
+
+constexpr QStringView openers[] = {u"{{shell:"};
+
+// Whether `part` of `text` begins and ends between user-perceived characters.
+bool isOfWholeCharacters(QStringView text, QStringView part) {
+  const qsizetype start = part.utf16() - text.utf16();
+  return isGraphemeBoundary(text, start) && isGraphemeBoundary(text, start + part.size());
+}
+
+}  // namespace
+
+// Other than the other passes this one begins anew after each command: equal commands run once
+// each, and a command may write a further one. A command that always writes itself never ends.
+QString shellPass(const QString& text, PassContext& context) {
+  QString result = text;
+  while (const auto placeholder = PlaceholderScan(result, {openers}).next()) {
+    const QStringView literal = placeholder->literal;
+    if (!isOfWholeCharacters(result, literal) ||
+        !isOfWholeCharacters(result, placeholder->argument)) {
+      break;
+    }
+    const QString output = context.services.shell.evaluate(placeholder->argument.toString());
+    const qsizetype growth = output.size() - literal.size();
+    if (growth > 0 && result.size() + growth > ExpansionLimit::longestText) break;
+    result.replace(literal.utf16() - QStringView(result).utf16(), literal.size(), output);
+  }
+  return result;
+}
+
+}  // namespace zarvy

@@ -28,8 +28,8 @@ class KeyObserver {
   // Starts a new record.
   void forget();
 
-  // The record as it is once `isComplete` holds of it. Throws std::runtime_error where that does
-  // not come about for long.
+  // The record as it is once `isComplete` holds of it; the reader's thread asks too.
+  // Throws std::runtime_error where that does not come about for long.
   using RecordTest = std::function<bool(const KeyRecord&)>;
   [[nodiscard]] KeyRecord waitFor(const RecordTest& isComplete);
 
@@ -45,8 +45,9 @@ class KeyObserver {
   std::uint8_t m_backspaceKey;
   std::array<bool, 256> m_isModifier{};
   std::mutex m_mutex;
-  std::condition_variable m_changed;
-  KeyRecord m_record;  // under m_mutex
+  std::condition_variable m_completed;
+  const RecordTest* m_awaited = nullptr;  // under m_mutex
+  KeyRecord m_record;                     // under m_mutex
   std::thread m_reader;
 };
 

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "base/json/JsonText.h"
 #include "storage/DocumentFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -91,7 +92,7 @@ Settings DataStore::loadSettings() const {
 }
 
 void DataStore::saveSettings(const Settings& settings) const {
-  DocumentFile(settingsDocument, dataDirectory(), m_output).save(settings.toJson());
+  DocumentFile(settingsDocument, dataDirectory(), m_output).save(writeJson(settings.toJson()));
 }
 
 QList<GlobalVariable> DataStore::loadGlobalVariables() const {

@@ -11,8 +11,8 @@ namespace zarvy {
 DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output)
     : m_kind(kind), m_path(folder + u'/' + kind.fileName.toString()), m_output(output) {}
 
-void DocumentFile::save(const QJsonValue& content) const {
-  if (const auto error = replaceFile(m_path, writeJson(content))) {
+void DocumentFile::save(const QByteArray& text) const {
+  if (const auto error = replaceFile(m_path, text)) {
     m_output.print(m_kind.saveFailure.toString() + *error);
   }
 }

@@ -9,6 +9,7 @@
 
 #include "base/LineOutput.h"
 #include "base/json/JsonResult.h"
+#include "base/json/JsonWriter.h"
 
 namespace zarvy {
 
@@ -37,7 +38,8 @@ class DocumentFile {
     return std::optional<Value>(std::move(value).value());
   }
 
-  void save(const QJsonValue& content) const;
+  // `text` is the encoded document.
+  void save(const QByteArray& text) const;
 
  private:
   // Absent where there is no file.
@@ -71,10 +73,12 @@ template <typename Record>
 }
 
 template <typename Record>
-[[nodiscard]] QJsonArray recordsToJson(const QList<Record>& records) {
-  QJsonArray array;
-  for (const Record& record : records) array.append(record.toJson());
-  return array;
+[[nodiscard]] QByteArray recordsToJson(const QList<Record>& records) {
+  JsonWriter writer;
+  writer.beginArray();
+  for (const Record& record : records) writer.addElement(record.toJson());
+  writer.endArray();
+  return writer.take();
 }
 
 }  // namespace zarvy

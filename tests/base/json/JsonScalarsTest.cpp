@@ -1,3 +1,5 @@
+#include <random>
+
 #include <gtest/gtest.h>
 
 #include "base/json/JsonScalars.h"
@@ -47,6 +49,17 @@ TEST(JsonScalars, WriteInstantsInUtcWithWholeSeconds) {
   for (const Row& row : table) {
     EXPECT_EQ(jsonText(row.instant), row.text);
     EXPECT_NE(instantFromJsonText(row.text), std::nullopt);
+  }
+}
+
+TEST(JsonScalars, WriteInstantsAsQtDoesAndReadThemBack) {
+  std::mt19937_64 random(20260121);
+  std::uniform_int_distribution<qint64> milliseconds(-62'135'596'800'000, 253'402'300'799'999);
+  for (int round = 0; round < 20'000; ++round) {
+    const auto instant = QDateTime::fromMSecsSinceEpoch(milliseconds(random), Qt::UTC);
+    const QString text = jsonText(instant);
+    ASSERT_EQ(text, instant.toString(u"yyyy-MM-dd'T'HH:mm:ss'Z'"));
+    ASSERT_EQ(instantFromJsonText(text), instant.addMSecs(-instant.time().msec()));
   }
 }
 

@@ -1,4 +1,7 @@
+#include <algorithm>
+#include <array>
 #include <limits>
+#include <random>
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -70,6 +73,33 @@ TEST(JsonText, SortsAndKeepsAwkwardKeys) {
   const auto read = parseJson(text);
   ASSERT_TRUE(read);
   EXPECT_EQ(read.value().toObject(), object);
+}
+
+TEST(JsonText, SortsKeysByTheirUnits) {
+  constexpr std::array<char16_t, 14> units{0,    u'/',   u'0',   u'A',   u'a',   u'z',   0x7F,
+                                           0xE9, 0x65E5, 0xD83D, 0xDE00, 0xFF21, 0xFFFD, 0x130};
+  std::mt19937 random(20260121);
+  const auto pick = [&](std::size_t count) {
+    return std::uniform_int_distribution<std::size_t>(0, count - 1)(random);
+  };
+  for (int round = 0; round < 500; ++round) {
+    QJsonObject object;
+    for (std::size_t count = pick(9); count > 0; --count) {
+      QString key;
+      for (std::size_t length = pick(4); length > 0; --length) key += QChar(units[pick(14)]);
+      object.insert(key, 1);
+    }
+    QStringList keys = object.keys();
+    std::sort(keys.begin(), keys.end());
+    QByteArray expected;
+    for (const QString& key : keys) {
+      const QByteArray alone = writeJson(QJsonObject{{key, 1}});
+      expected += (expected.isEmpty() ? "{" : ",") + alone.sliced(1, alone.size() - 3);
+    }
+    const QByteArray text = writeJson(object);
+    ASSERT_EQ(text, expected.isEmpty() ? "{\n\n}" : expected + "\n}");
+    ASSERT_EQ(writeJson(parseJson(text).value()), text);
+  }
 }
 
 TEST(JsonText, KeepsNumbersExactly) {

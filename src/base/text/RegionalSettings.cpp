@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include <QByteArrayList>
+
 #include <unicode/uloc.h>
 
 namespace zarvy {
@@ -19,7 +21,7 @@ QByteArray languageOfDates() {
 
 RegionalSettings RegionalSettings::ofUser() {
   const QByteArray name = languageOfDates();
-  const QByteArray language = name.left(name.indexOf('.'));
+  const QByteArray language = name.split('.').first();
   if (language.isEmpty() || language == "C" || language == "POSIX") return {"en_US_POSIX", {}};
   std::array<char, ULOC_FULLNAME_CAPACITY> canonical{};
   UErrorCode status = U_ZERO_ERROR;

@@ -13,7 +13,7 @@ constexpr QStringView openers[] = {u"{{snippet:"};
 constexpr qsizetype greatestDepth = 10;
 
 // What an inclusion costs besides the look at its text, in units of the limit.
-constexpr qint64 costOfInclusion = 8192;
+constexpr qint64 costOfInclusion = 65'536;
 
 class Expansion {
  public:

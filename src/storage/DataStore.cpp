@@ -11,6 +11,8 @@
 
 #include "base/json/JsonText.h"
 #include "storage/DocumentFile.h"
+#include "storage/MapJson.h"
+#include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,9 +25,21 @@ constexpr DocumentKind foldersDocument{u"folders.json", u"Error loading folders:
                                        u"Error saving folders: "};
 constexpr DocumentKind settingsDocument{u"settings.json", u"Error loading settings: ",
                                         u"Error saving settings: "};
+constexpr DocumentKind importBatchesDocument{
+    u"import_batches.json", u"Error loading import batches: ", u"Error saving import batches: "};
+constexpr DocumentKind syncMetadataDocument{u"sync_metadata.json", u"Error loading sync metadata: ",
+                                            u"Error saving sync metadata: "};
 constexpr DocumentKind globalVariablesDocument{u"global_variables.json",
                                                u"Error loading global variables: ",
                                                u"Error saving global variables: "};
+constexpr DocumentKind countersDocument{u"counters.json", u"Error loading counters: ",
+                                        u"Error saving counters: "};
+constexpr DocumentKind statsEventsDocument{u"stats_events.json", u"Error loading stats events: ",
+                                           u"Error saving stats events: "};
+constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loading stats summary: ",
+                                            u"Error saving stats summary: "};
+constexpr DocumentKind fieldDefaultsDocument{
+    u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
 
 std::optional<QString> desktopApplicationSupport() {
   QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
@@ -65,45 +79,98 @@ QString DataStore::dataDirectory() const {
   return path;
 }
 
+void DataStore::removeUnfinishedSaves() const {
+  removeUnfinishedReplacements(dataDirectory());
+}
+
+DocumentFile DataStore::document(const DocumentKind& kind) const {
+  return {kind, dataDirectory(), m_output};
+}
+
 QList<Snippet> DataStore::loadSnippets() const {
-  return DocumentFile(snippetsDocument, dataDirectory(), m_output)
-      .load(recordsFromJson<Snippet>)
-      .value_or(QList<Snippet>());
+  return document(snippetsDocument).load(recordsFromJson<Snippet>).value_or(QList<Snippet>());
 }
 
 void DataStore::saveSnippets(const QList<Snippet>& snippets) const {
-  DocumentFile(snippetsDocument, dataDirectory(), m_output).save(recordsToJson(snippets));
+  document(snippetsDocument).save(recordsToJson(snippets));
 }
 
 QList<Folder> DataStore::loadFolders() const {
-  return DocumentFile(foldersDocument, dataDirectory(), m_output)
-      .load(recordsFromJson<Folder>)
-      .value_or(QList<Folder>());
+  return document(foldersDocument).load(recordsFromJson<Folder>).value_or(QList<Folder>());
 }
 
 void DataStore::saveFolders(const QList<Folder>& folders) const {
-  DocumentFile(foldersDocument, dataDirectory(), m_output).save(recordsToJson(folders));
+  document(foldersDocument).save(recordsToJson(folders));
 }
 
 Settings DataStore::loadSettings() const {
-  return DocumentFile(settingsDocument, dataDirectory(), m_output)
-      .load(Settings::fromJson)
-      .value_or(Settings());
+  return document(settingsDocument).load(Settings::fromJson).value_or(Settings());
 }
 
 void DataStore::saveSettings(const Settings& settings) const {
-  DocumentFile(settingsDocument, dataDirectory(), m_output).save(writeJson(settings.toJson()));
+  document(settingsDocument).save(writeJson(settings.toJson()));
+}
+
+QList<ImportBatch> DataStore::loadImportBatches() const {
+  return document(importBatchesDocument)
+      .load(recordsFromJson<ImportBatch>)
+      .value_or(QList<ImportBatch>());
+}
+
+void DataStore::saveImportBatches(const QList<ImportBatch>& importBatches) const {
+  document(importBatchesDocument).save(recordsToJson(importBatches));
+}
+
+std::optional<SyncMetadata> DataStore::loadSyncMetadata() const {
+  return document(syncMetadataDocument).load(SyncMetadata::fromJson);
+}
+
+void DataStore::saveSyncMetadata(const SyncMetadata& syncMetadata) const {
+  document(syncMetadataDocument).save(writeJson(syncMetadata.toJson()));
 }
 
 QList<GlobalVariable> DataStore::loadGlobalVariables() const {
-  return DocumentFile(globalVariablesDocument, dataDirectory(), m_output)
+  return document(globalVariablesDocument)
       .load(recordsFromJson<GlobalVariable>)
       .value_or(QList<GlobalVariable>());
 }
 
 void DataStore::saveGlobalVariables(const QList<GlobalVariable>& globalVariables) const {
-  DocumentFile(globalVariablesDocument, dataDirectory(), m_output)
-      .save(recordsToJson(globalVariables));
+  document(globalVariablesDocument).save(recordsToJson(globalVariables));
+}
+
+QMap<QString, qint64> DataStore::loadCounters() const {
+  return document(countersDocument).load(integersFromJson).value_or(QMap<QString, qint64>());
+}
+
+void DataStore::saveCounters(const QMap<QString, qint64>& counters) const {
+  document(countersDocument).save(mapToJson(counters));
+}
+
+QList<ExpansionEvent> DataStore::loadStatsEvents() const {
+  return document(statsEventsDocument)
+      .load(recordsFromJson<ExpansionEvent>)
+      .value_or(QList<ExpansionEvent>());
+}
+
+void DataStore::saveStatsEvents(const QList<ExpansionEvent>& statsEvents) const {
+  document(statsEventsDocument).save(recordsToJson(statsEvents));
+}
+
+StatsSummary DataStore::loadStatsSummary() const {
+  return document(statsSummaryDocument).load(StatsSummary::fromJson).value_or(StatsSummary());
+}
+
+void DataStore::saveStatsSummary(const StatsSummary& statsSummary) const {
+  document(statsSummaryDocument).save(writeJson(statsSummary.toJson()));
+}
+
+QMap<QString, QString> DataStore::loadFieldDefaults() const {
+  return document(fieldDefaultsDocument).load(textsFromJson).value_or(QMap<QString, QString>());
+}
+
+void DataStore::saveFieldDefaults(const QMap<QString, QString>& fieldDefaults) const {
+  document(fieldDefaultsDocument).save(mapToJson(fieldDefaults));
 }
 
 }  // namespace zarvy

@@ -4,21 +4,29 @@
 #include <optional>
 
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include "base/LineOutput.h"
+#include "core/model/ExpansionEvent.h"
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
+#include "core/model/ImportBatch.h"
 #include "core/model/Settings.h"
 #include "core/model/Snippet.h"
+#include "core/model/StatsSummary.h"
+#include "core/model/SyncMetadata.h"
 
 namespace zarvy {
+
+class DocumentFile;
+struct DocumentKind;
 
 // Where the documents of the program live and how they are written. Holds none of them: a load
 // reads the file, a save replaces it.
 //
-// Every operation does its work before it returns and takes no lock: the caller runs all of them
-// on one serial queue, off the main thread, which is what keeps saves in order.
+// Every operation does its work before it returns and takes no lock: all of them run on one serial
+// queue, off the main thread, which is what keeps saves in order. DocumentQueue is the way there.
 //
 // Failures do not travel: each prints one line; a failed load gives what a missing file gives, a
 // failed save leaves the old file.
@@ -35,6 +43,10 @@ class DataStore {
   // The folder of the documents, found anew and made where it is missing, for the user alone.
   [[nodiscard]] QString dataDirectory() const;
 
+  // Deletes what saves left behind whose process was killed in the middle. At start: no save may be
+  // under way.
+  void removeUnfinishedSaves() const;
+
   [[nodiscard]] QList<Snippet> loadSnippets() const;
   void saveSnippets(const QList<Snippet>& snippets) const;
 
@@ -44,10 +56,34 @@ class DataStore {
   [[nodiscard]] Settings loadSettings() const;
   void saveSettings(const Settings& settings) const;
 
+  [[nodiscard]] QList<ImportBatch> loadImportBatches() const;
+  void saveImportBatches(const QList<ImportBatch>& importBatches) const;
+
+  // Absent before the first sync.
+  [[nodiscard]] std::optional<SyncMetadata> loadSyncMetadata() const;
+  void saveSyncMetadata(const SyncMetadata& syncMetadata) const;
+
   [[nodiscard]] QList<GlobalVariable> loadGlobalVariables() const;
   void saveGlobalVariables(const QList<GlobalVariable>& globalVariables) const;
 
+  // Values by the counter's name.
+  [[nodiscard]] QMap<QString, qint64> loadCounters() const;
+  void saveCounters(const QMap<QString, qint64>& counters) const;
+
+  // Oldest first.
+  [[nodiscard]] QList<ExpansionEvent> loadStatsEvents() const;
+  void saveStatsEvents(const QList<ExpansionEvent>& statsEvents) const;
+
+  [[nodiscard]] StatsSummary loadStatsSummary() const;
+  void saveStatsSummary(const StatsSummary& statsSummary) const;
+
+  // Remembered texts by the field's name.
+  [[nodiscard]] QMap<QString, QString> loadFieldDefaults() const;
+  void saveFieldDefaults(const QMap<QString, QString>& fieldDefaults) const;
+
  private:
+  [[nodiscard]] DocumentFile document(const DocumentKind& kind) const;
+
   LineOutput& m_output;
   ApplicationSupportLookup m_applicationSupport;
 };

@@ -8,6 +8,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -85,6 +86,12 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
   }
   if (!synchronizeFolder(folder)) return lastError();
   return std::nullopt;
+}
+
+void removeUnfinishedReplacements(const QString& folder) {
+  QDir directory(folder);
+  const QStringList left = directory.entryList({u".*.json.??????"_s}, QDir::Files | QDir::Hidden);
+  for (const QString& name : left) directory.remove(name);
 }
 
 }  // namespace zarvy

@@ -13,4 +13,8 @@ namespace zarvy {
 // the name. Returns what went wrong, as one line; absent where all went well.
 [[nodiscard]] std::optional<QString> replaceFile(const QString& path, const QByteArray& content);
 
+// Deletes the temporary files of replaceFile() that are left of JSON documents in `folder`, after
+// a process was killed between making one and renaming it. No replacement may be under way there.
+void removeUnfinishedReplacements(const QString& folder);
+
 }  // namespace zarvy

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include <QJsonArray>
+
 #include "base/json/JsonScalars.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -27,16 +29,8 @@ QString typeName(QJsonValue::Type type) {
   }
 }
 
-// The whole number that `value` holds. Qt keeps integers of 64 bits with their sign exactly and
-// everything else as floating point.
-std::optional<qint64> wholeNumber(const QJsonValue& value) {
-  const qint64 number = value.toInteger(0);
-  if (number == 0 && value.toInteger(1) != 0) return std::nullopt;
-  return number;
-}
-
 std::optional<quint64> unsignedNumber(const QJsonValue& value) {
-  if (const auto number = wholeNumber(value)) {
+  if (const auto number = integerFromJson(value)) {
     if (*number < 0) return std::nullopt;
     return static_cast<quint64>(*number);
   }
@@ -60,29 +54,39 @@ bool JsonObjectReader::boolean(QStringView key) {
 }
 
 qint64 JsonObjectReader::integer(QStringView key) {
-  const auto number = wholeNumber(required(key, QJsonValue::Double));
+  const auto number = integerFromJson(required(key, QJsonValue::Double));
   if (!number) fail(key, u"is not a whole number of 64 bits"_s);
   return number.value_or(0);
 }
 
+double JsonObjectReader::number(QStringView key) {
+  return required(key, QJsonValue::Double).toDouble();
+}
+
 QUuid JsonObjectReader::uuid(QStringView key) {
-  const auto uuid = uuidFromJsonText(string(key));
-  if (!uuid) fail(key, u"is not a UUID"_s);
-  return uuid.value_or(QUuid());
+  return decodedUuid(key, required(key, QJsonValue::String)).value_or(QUuid());
+}
+
+QList<QUuid> JsonObjectReader::uuids(QStringView key) {
+  QList<QUuid> uuids;
+  for (const QJsonValue value : required(key, QJsonValue::Array).toArray()) {
+    uuids.append(decodedUuid(key, value).value_or(QUuid()));
+  }
+  return uuids;
 }
 
 QDateTime JsonObjectReader::instant(QStringView key) {
-  const auto instant = instantFromJsonText(string(key));
-  if (!instant) fail(key, u"is not a date of the form 2026-01-21T09:30:00Z"_s);
-  return instant.value_or(QDateTime());
+  return decodedInstant(key, required(key, QJsonValue::String)).value_or(QDateTime());
 }
 
 std::optional<QUuid> JsonObjectReader::optionalUuid(QStringView key) {
   const QJsonValue value = optional(key, QJsonValue::String);
-  if (!value.isString()) return std::nullopt;
-  const auto uuid = uuidFromJsonText(value.toString());
-  if (!uuid) fail(key, u"is not a UUID"_s);
-  return uuid;
+  return value.isString() ? decodedUuid(key, value) : std::nullopt;
+}
+
+std::optional<QDateTime> JsonObjectReader::optionalInstant(QStringView key) {
+  const QJsonValue value = optional(key, QJsonValue::String);
+  return value.isString() ? decodedInstant(key, value) : std::nullopt;
 }
 
 bool JsonObjectReader::boolean(QStringView key, bool fallback) {
@@ -110,6 +114,19 @@ void JsonObjectReader::fail(QStringView key, const QString& cause) {
   if (!m_error) m_error = JsonError{u"key \""_s + key.toString() + u'"', cause};
 }
 
+std::optional<QUuid> JsonObjectReader::decodedUuid(QStringView key, const QJsonValue& value) {
+  const auto uuid = uuidFromJsonText(value.toString());
+  if (!uuid) fail(key, u"is not a UUID"_s);
+  return uuid;
+}
+
+std::optional<QDateTime> JsonObjectReader::decodedInstant(QStringView key,
+                                                          const QJsonValue& value) {
+  const auto instant = instantFromJsonText(value.toString());
+  if (!instant) fail(key, u"is not a date of the form 2026-01-21T09:30:00Z"_s);
+  return instant;
+}
+
 QJsonValue JsonObjectReader::required(QStringView key, QJsonValue::Type type) {
   const QJsonValue value = m_object.value(key);
   if (value.isUndefined()) fail(key, u"is missing"_s);
@@ -127,6 +144,13 @@ QJsonValue JsonObjectReader::checked(QStringView key, QJsonValue value, QJsonVal
     fail(key, u"is "_s + typeName(value.type()) + u" and not "_s + typeName(type));
   }
   return value;
+}
+
+// Qt keeps integers of 64 bits with their sign exactly and everything else as floating point.
+std::optional<qint64> integerFromJson(const QJsonValue& value) {
+  const qint64 number = value.toInteger(0);
+  if (number == 0 && value.toInteger(1) != 0) return std::nullopt;
+  return number;
 }
 
 QJsonValue jsonNumber(quint64 value) {

@@ -6,6 +6,7 @@
 #include <QDateTime>
 #include <QJsonObject>
 #include <QJsonValue>
+#include <QList>
 #include <QString>
 #include <QUuid>
 
@@ -24,11 +25,14 @@ class JsonObjectReader {
   [[nodiscard]] QString string(QStringView key);
   [[nodiscard]] bool boolean(QStringView key);
   [[nodiscard]] qint64 integer(QStringView key);
+  [[nodiscard]] double number(QStringView key);
   [[nodiscard]] QUuid uuid(QStringView key);
+  [[nodiscard]] QList<QUuid> uuids(QStringView key);
   [[nodiscard]] QDateTime instant(QStringView key);
 
   // Members that may be missing or null; absent, or `fallback`, then.
   [[nodiscard]] std::optional<QUuid> optionalUuid(QStringView key);
+  [[nodiscard]] std::optional<QDateTime> optionalInstant(QStringView key);
   [[nodiscard]] bool boolean(QStringView key, bool fallback);
   [[nodiscard]] quint16 unsigned16(QStringView key, quint16 fallback);
   // Whole numbers below 2^64. JSON numbers of 2^63 and more are held as floating point: what that
@@ -46,6 +50,8 @@ class JsonObjectReader {
   }
 
  private:
+  [[nodiscard]] std::optional<QUuid> decodedUuid(QStringView key, const QJsonValue& value);
+  [[nodiscard]] std::optional<QDateTime> decodedInstant(QStringView key, const QJsonValue& value);
   [[nodiscard]] QJsonValue required(QStringView key, QJsonValue::Type type);
   [[nodiscard]] QJsonValue optional(QStringView key, QJsonValue::Type type);
   [[nodiscard]] QJsonValue checked(QStringView key, QJsonValue value, QJsonValue::Type type);
@@ -53,6 +59,9 @@ class JsonObjectReader {
   QJsonObject m_object;
   std::optional<JsonError> m_error;
 };
+
+// The whole number of 64 bits that `value` is; absent where it is anything else.
+[[nodiscard]] std::optional<qint64> integerFromJson(const QJsonValue& value);
 
 // A JSON integer that reads back as `value`; see unsigned64() above for 2^63 and more.
 [[nodiscard]] QJsonValue jsonNumber(quint64 value);

@@ -128,5 +128,74 @@ TEST(JsonError, IsToldFromTheOutsideIn) {
             u"element 3 is not an object"_s);
 }
 
+TEST(JsonObjectReader, ReadsNumbersWithAFraction) {
+  struct Row {
+    QByteArray number;
+    std::optional<double> value;
+  };
+  const Row table[] = {{"0", 0.0},
+                       {"-2.5", -2.5},
+                       {"28.82882882882883", 96 / 3.33},
+                       {"7", 7.0},
+                       {"1e300", 1e300},
+                       {"\"1\"", std::nullopt},
+                       {"null", std::nullopt},
+                       {"[1]", std::nullopt}};
+  for (const Row& row : table) {
+    JsonObjectReader reader(parsed("{\"n\":" + row.number + "}"));
+    const double value = reader.number(u"n");
+    ASSERT_EQ(errorOf(reader).isEmpty(), row.value.has_value()) << row.number.toStdString();
+    if (row.value) {
+      EXPECT_EQ(value, *row.value);
+    }
+  }
+}
+
+TEST(JsonObjectReader, ReadsListsOfUuids) {
+  struct Row {
+    QByteArray list;
+    std::optional<QList<QUuid>> value;
+  };
+  const QUuid uuid = QUuid::fromString(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}");
+  const QByteArray text = "\"0A1B2C3D-4E5F-6789-ABCD-EF0123456789\"";
+  const Row table[] = {{"[]", QList<QUuid>()},
+                       {"[" + text + "]", QList<QUuid>{uuid}},
+                       {"[" + text + "," + text + "]", QList<QUuid>{uuid, uuid}},
+                       {"[" + text + ",1]", std::nullopt},
+                       {"[" + text + ",null]", std::nullopt},
+                       {"[\"0A1B\"]", std::nullopt},
+                       {text, std::nullopt},
+                       {"null", std::nullopt}};
+  for (const Row& row : table) {
+    JsonObjectReader reader(parsed("{\"u\":" + row.list + "}"));
+    const QList<QUuid> value = reader.uuids(u"u");
+    ASSERT_EQ(errorOf(reader).isEmpty(), row.value.has_value()) << row.list.toStdString();
+    if (row.value) {
+      EXPECT_EQ(value, *row.value);
+    }
+  }
+}
+
+TEST(JsonObjectReader, ReadsInstantsThatMayBeMissing) {
+  const QDateTime instant(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  struct Row {
+    QByteArray object;
+    bool isRead;
+    std::optional<QDateTime> value;
+  };
+  const Row table[] = {{"{}", true, std::nullopt},
+                       {"{\"d\":null}", true, std::nullopt},
+                       {"{\"d\":\"2026-01-21T09:30:00Z\"}", true, instant},
+                       {"{\"d\":\"2026-01-21T09:30:00.5Z\"}", false, std::nullopt},
+                       {"{\"d\":\"\"}", false, std::nullopt},
+                       {"{\"d\":5}", false, std::nullopt}};
+  for (const Row& row : table) {
+    JsonObjectReader reader(parsed(row.object));
+    const auto value = reader.optionalInstant(u"d");
+    EXPECT_EQ(errorOf(reader).isEmpty(), row.isRead) << row.object.toStdString();
+    EXPECT_EQ(value, row.value) << row.object.toStdString();
+  }
+}
+
 }  // namespace
 }  // namespace zarvy

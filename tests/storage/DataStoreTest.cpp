@@ -1,15 +1,12 @@
-#include <functional>
-#include <sys/stat.h>
+#include <limits>
 
 #include <QDir>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
 #include "fakes/ManualClock.h"
-#include "fakes/RecordingLineOutput.h"
-#include "storage/DataStore.h"
+#include "storage/DataFolder.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,39 +14,12 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-class DataStoreTest : public testing::Test {
- protected:
-  [[nodiscard]] QString path(const QString& name) const {
-    return m_root.filePath(u"share/Zarvy/"_s + name);
-  }
-
-  void write(const QString& name, const QByteArray& content) const {
-    ASSERT_TRUE(QDir().mkpath(path(QString())));
-    QFile file(path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-  }
-
-  [[nodiscard]] QByteArray content(const QString& name) const {
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
-    return file.readAll();
-  }
-
-  // Puts a folder in the place of a document, so that it can be neither read nor replaced.
-  void block(const QString& name) const { ASSERT_TRUE(QDir().mkpath(path(name))); }
-
-  QTemporaryDir m_root;
-  RecordingLineOutput m_output;
-  DataStore m_store{m_output, [this] { return m_root.filePath(u"share"_s); }};
-};
+class DataStoreTest : public DataFolder {};
 
 TEST_F(DataStoreTest, MakesItsFolderWithItsParentsForTheUserAlone) {
   EXPECT_EQ(m_store.dataDirectory(), m_root.filePath(u"share/Zarvy"_s));
-  struct stat status {};
-  ASSERT_EQ(::stat(QFile::encodeName(path(QString())).constData(), &status), 0);
-  EXPECT_TRUE(S_ISDIR(status.st_mode));
-  EXPECT_EQ(status.st_mode & 07777U, 0700U);
+  EXPECT_TRUE(QDir(path(QString())).exists());
+  EXPECT_EQ(mode(QString()), 0700U);
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
@@ -106,14 +76,6 @@ TEST_F(DataStoreTest, StandsInTheDataFolderOfTheDesktop) {
   }
 }
 
-TEST_F(DataStoreTest, GivesTheDefaultsSilentlyWhereNothingWasSaved) {
-  EXPECT_TRUE(m_store.loadSnippets().isEmpty());
-  EXPECT_TRUE(m_store.loadFolders().isEmpty());
-  EXPECT_TRUE(m_store.loadGlobalVariables().isEmpty());
-  EXPECT_EQ(m_store.loadSettings().toJson(), Settings().toJson());
-  EXPECT_EQ(m_output.lines(), QStringList());
-}
-
 TEST_F(DataStoreTest, ReadsBackWhatWasSaved) {
   const ManualClock clock;
   Snippet regex =
@@ -136,25 +98,8 @@ TEST_F(DataStoreTest, ReadsBackWhatWasSaved) {
   EXPECT_EQ(m_store.loadGlobalVariables(), variables);
   EXPECT_EQ(m_store.loadSettings().toJson(), settings.toJson());
   EXPECT_EQ(m_output.lines(), QStringList());
-  EXPECT_EQ(QDir(path(QString())).entryList(QDir::Files | QDir::Hidden, QDir::Name),
-            (QStringList{u"folders.json"_s, u"global_variables.json"_s, u"settings.json"_s,
-                         u"snippets.json"_s}));
-}
-
-TEST_F(DataStoreTest, WritesTheOneForm) {
-  m_store.saveFolders({{QUuid(), u"a/b"_s, FolderColor::blue, 0}});
-  EXPECT_EQ(content(u"folders.json"_s),
-            QByteArray("[\n"
-                       "  {\n"
-                       "    \"color\" : \"blue\",\n"
-                       "    \"id\" : \"00000000-0000-0000-0000-000000000000\",\n"
-                       "    \"name\" : \"a\\/b\",\n"
-                       "    \"sortOrder\" : 0\n"
-                       "  }\n"
-                       "]"));
-  struct stat status {};
-  ASSERT_EQ(::stat(QFile::encodeName(path(u"folders.json"_s)).constData(), &status), 0);
-  EXPECT_EQ(status.st_mode & 07777U, 0600U);
+  EXPECT_EQ(files(), (QStringList{u"folders.json"_s, u"global_variables.json"_s, u"settings.json"_s,
+                                  u"snippets.json"_s}));
 }
 
 TEST_F(DataStoreTest, WritesAnEmptyListAsAnEmptyArray) {
@@ -162,65 +107,6 @@ TEST_F(DataStoreTest, WritesAnEmptyListAsAnEmptyArray) {
   EXPECT_EQ(content(u"snippets.json"_s), QByteArray("[\n\n]"));
   EXPECT_TRUE(m_store.loadSnippets().isEmpty());
   EXPECT_EQ(m_output.lines(), QStringList());
-}
-
-// One row for each document: what is printed in front of an error.
-struct Row {
-  QString fileName;
-  QString loadFailure;
-  QString saveFailure;
-  std::function<bool(const DataStore&)> isDefault;
-  std::function<void(const DataStore&)> save;
-};
-
-const Row documents[] = {
-    {u"snippets.json"_s, u"Error loading snippets: "_s, u"Error saving snippets: "_s,
-     [](const DataStore& store) { return store.loadSnippets().isEmpty(); },
-     [](const DataStore& store) { store.saveSnippets({}); }},
-    {u"folders.json"_s, u"Error loading folders: "_s, u"Error saving folders: "_s,
-     [](const DataStore& store) { return store.loadFolders().isEmpty(); },
-     [](const DataStore& store) { store.saveFolders({}); }},
-    {u"settings.json"_s, u"Error loading settings: "_s, u"Error saving settings: "_s,
-     [](const DataStore& store) { return store.loadSettings().toJson() == Settings().toJson(); },
-     [](const DataStore& store) { store.saveSettings({}); }},
-    {u"global_variables.json"_s, u"Error loading global variables: "_s,
-     u"Error saving global variables: "_s,
-     [](const DataStore& store) { return store.loadGlobalVariables().isEmpty(); },
-     [](const DataStore& store) { store.saveGlobalVariables({}); }},
-};
-
-TEST_F(DataStoreTest, PrintsOneLineForADocumentThatCannotBeReadAndKeepsIt) {
-  for (const Row& document : documents) {
-    SCOPED_TRACE(document.fileName.toStdString());
-    for (const QByteArray& text :
-         {QByteArray("{not json"), QByteArray(), QByteArray("[1]"), QByteArray("{\"a\":1}"),
-          QByteArray("[{}]"), QByteArray("\xFF")}) {
-      write(document.fileName, text);
-      EXPECT_TRUE(document.isDefault(m_store));
-      const QStringList lines = m_output.takeLines();
-      ASSERT_EQ(lines.size(), 1) << text.toStdString();
-      EXPECT_TRUE(lines.front().startsWith(document.loadFailure));
-      EXPECT_GT(lines.front().size(), document.loadFailure.size());
-      EXPECT_FALSE(lines.front().contains(u'\n'));
-      EXPECT_EQ(content(document.fileName), text);
-    }
-    document.save(m_store);
-    EXPECT_TRUE(document.isDefault(m_store)) << "the next save replaces what was damaged";
-    EXPECT_EQ(m_output.takeLines(), QStringList());
-  }
-}
-
-TEST_F(DataStoreTest, PrintsOneLineWhereTheFileItselfCannotBeReadOrReplaced) {
-  for (const Row& document : documents) {
-    SCOPED_TRACE(document.fileName.toStdString());
-    block(document.fileName);
-    EXPECT_TRUE(document.isDefault(m_store));
-    document.save(m_store);
-    const QStringList lines = m_output.takeLines();
-    ASSERT_EQ(lines.size(), 2);
-    EXPECT_TRUE(lines.front().startsWith(document.loadFailure));
-    EXPECT_TRUE(lines.back().startsWith(document.saveFailure));
-  }
 }
 
 TEST_F(DataStoreTest, FailsTheWholeDocumentForOneBadRecord) {
@@ -258,22 +144,48 @@ TEST_F(DataStoreTest, DropsFractionsOfASecondOnTheWayThroughAFile) {
   EXPECT_EQ(snippets.front().createdAt, exact.addMSecs(-750));
 }
 
-TEST_F(DataStoreTest, RefusesADateWithAFraction) {
-  write(u"global_variables.json"_s,
-        "[{\"id\":\"0a1b2c3d-4e5f-6789-abcd-ef0123456789\",\"name\":\"n\",\"value\":\"v\","
-        "\"createdAt\":\"2026-01-21T09:30:00.5Z\",\"modifiedAt\":\"2026-01-21T09:30:00Z\"}]");
-  EXPECT_TRUE(m_store.loadGlobalVariables().isEmpty());
-  EXPECT_EQ(m_output.lines(),
-            QStringList{u"Error loading global variables: element 0, key \"createdAt\" is not a "
-                        "date of the form 2026-01-21T09:30:00Z"_s});
-}
-
 TEST_F(DataStoreTest, KeepsTextThatIsNoProperUnicode) {
   const ManualClock clock;
   const QString text = u"a"_s + QChar(0xD83D) + QChar(0) + u"\u2028"_s + QChar(0xDE00);
   const QList<Snippet> snippets{Snippet::create(text, text, text, clock)};
   m_store.saveSnippets(snippets);
   EXPECT_EQ(m_store.loadSnippets(), snippets);
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DataStoreTest, KeepsAwkwardNamesAndTheLargestNumbersOfCounters) {
+  const QMap<QString, qint64> counters{{u""_s, 0},
+                                       {u"Invoice"_s, 9007199254740993},
+                                       {u"invoice"_s, std::numeric_limits<qint64>::max()},
+                                       {u"a/b \"c\"\n"_s, std::numeric_limits<qint64>::min()},
+                                       {u"\U0001F600"_s, 1},
+                                       {u"\uFF21"_s, 2},
+                                       {QString(QChar(0xD83D)), 3},
+                                       {QString(QChar(0)), -1}};
+  m_store.saveCounters(counters);
+  EXPECT_EQ(m_store.loadCounters(), counters);
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DataStoreTest, TellsWhatIsWrongWithAMapWithoutNamingTheUsersOwnNames) {
+  write(u"counters.json"_s, "{\"a\":1,\"secret\":0.5}");
+  EXPECT_TRUE(m_store.loadCounters().isEmpty());
+  write(u"field_defaults.json"_s, "{\"secret\":5}");
+  EXPECT_TRUE(m_store.loadFieldDefaults().isEmpty());
+  EXPECT_EQ(m_output.lines(),
+            (QStringList{u"Error loading counters: member 1 is not a whole number of 64 bits"_s,
+                         u"Error loading field defaults: member 0 is not a string"_s}));
+}
+
+TEST_F(DataStoreTest, RemovesOnlyWhatUnfinishedSavesLeftBehind) {
+  m_store.saveFolders({});
+  for (const QString& name : {u".folders.json.a1B2c3"_s, u".counters.json.XXXXXX"_s,
+                              u".folders.json"_s, u"folders.json.a1B2c3"_s, u".other.a1B2c3"_s}) {
+    write(name, "x");
+  }
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), (QStringList{u".folders.json"_s, u".other.a1B2c3"_s, u"folders.json"_s,
+                                  u"folders.json.a1B2c3"_s}));
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 

@@ -9,6 +9,7 @@
 
 #include "base/LineOutput.h"
 #include "core/TextExpansionEngine.h"
+#include "fakes/FakePlaceholders.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -92,7 +93,8 @@ class RandomLibrary {
 
 void search(benchmark::State& state, const QList<Snippet>& snippets, const QStringList& buffers) {
   NoOutput output;
-  TextExpansionEngine engine(output);
+  FakePlaceholders placeholders;
+  TextExpansionEngine engine(output, placeholders.services());
   engine.setSnippets(snippets);
   for (const QString& buffer : buffers) {
     if (engine.findMatch(buffer)) {
@@ -130,7 +132,8 @@ void handOver(benchmark::State& state) {
   RandomLibrary random;
   const QList<Snippet> snippets = random.literals(state.range(0));
   NoOutput output;
-  TextExpansionEngine engine(output);
+  FakePlaceholders placeholders;
+  TextExpansionEngine engine(output, placeholders.services());
   for (auto _ : state) engine.setSnippets(snippets);
 }
 

@@ -2,25 +2,35 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace zarvy {
 
 ZarvyApp::ZarvyApp(LineOutput& output)
     : m_output(output),
+      m_mainThread(m_scheduler),
       m_desktop(m_scheduler, m_output, &QCoreApplication::quit),
       m_store(m_output),
       m_keyboardProcessing("com.zarvy.keyboardprocessing"),
       m_storageQueue("zarvy-storage"),
+      m_documents(m_store, m_storageQueue),
+      m_counters(m_documents, m_scheduler),
+      m_fieldDefaults(m_documents, m_scheduler),
       m_workers("zarvy-worker"),
       m_sound(m_workers),
-      m_engine(m_output),
+      m_dates(RegionalSettings::ofUser()),
+      m_shell(u"[Shell Error]"_s),
+      m_javaScript(u"[JS Error]"_s),
+      m_engine(m_output, placeholderServices()),
       m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
       m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,
                                     m_workers, m_scheduler)),
       m_state(expansionServices(), m_desktop),
-      m_loader(m_store, m_storageQueue, m_scheduler, m_clock) {}
+      m_loader(m_documents, m_scheduler, m_clock) {}
 
 ZarvyApp::~ZarvyApp() {
   m_monitor.stop();
+  m_mainThread.close();
   m_injector->cutShort();
   m_workers.drain();
   m_keyboardProcessing.drain();
@@ -29,7 +39,16 @@ ZarvyApp::~ZarvyApp() {
 
 void ZarvyApp::start() {
   if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
-  m_loader.load([this](const Library& library) { m_state.adoptLibrary(library); });
+  m_loader.load([this](const Library& library) {
+    m_counters.replaceAll(library.counters);
+    m_fieldDefaults.replaceAll(library.fieldDefaults);
+    m_state.adoptLibrary(library);
+  });
+}
+
+PlaceholderServices ZarvyApp::placeholderServices() {
+  return {m_clock,    m_dates,         m_pasteboard, m_mainThread,
+          m_counters, m_fieldDefaults, m_shell,      m_javaScript};
 }
 
 ExpansionServices ZarvyApp::expansionServices() {

@@ -3,9 +3,11 @@
 #include <memory>
 
 #include "Desktop.h"
+#include "StandIns.h"
 #include "app/AppState.h"
 #include "app/LibraryLoader.h"
 #include "base/LineOutput.h"
+#include "base/MainThread.h"
 #include "base/QtScheduler.h"
 #include "base/SystemClock.h"
 #include "base/SystemSleeper.h"
@@ -14,8 +16,13 @@
 #include "core/KeyboardMonitor.h"
 #include "core/TextExpansionEngine.h"
 #include "core/injection/TextInjector.h"
+#include "core/placeholders/DateFormatters.h"
 #include "platform/freedesktop/CanberraSoundOutput.h"
+#include "platform/freedesktop/QtPasteboard.h"
+#include "storage/CounterStore.h"
 #include "storage/DataStore.h"
+#include "storage/DocumentQueue.h"
+#include "storage/FieldDefaultsStore.h"
 
 namespace zarvy {
 
@@ -34,6 +41,7 @@ class ZarvyApp {
   void start();
 
  private:
+  [[nodiscard]] PlaceholderServices placeholderServices();
   [[nodiscard]] ExpansionServices expansionServices();
 
   // In the order in which they stand on each other.
@@ -41,12 +49,20 @@ class ZarvyApp {
   SystemClock m_clock;
   SystemSleeper m_sleeper;
   QtScheduler m_scheduler;
+  MainThread m_mainThread;
   Desktop m_desktop;
   DataStore m_store;
   ThreadSerialQueue m_keyboardProcessing;
   ThreadSerialQueue m_storageQueue;
+  DocumentQueue m_documents;
+  CounterStore m_counters;
+  FieldDefaultsStore m_fieldDefaults;
   ThreadWorkerPool m_workers;
   CanberraSoundOutput m_sound;
+  DateFormatters m_dates;
+  QtPasteboard m_pasteboard;
+  NoEvaluator m_shell;
+  NoEvaluator m_javaScript;
   TextExpansionEngine m_engine;
   KeyboardMonitor m_monitor;
   std::shared_ptr<TextInjector> m_injector;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QList>
+#include <QMap>
+#include <QString>
 
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
@@ -15,6 +17,8 @@ struct Library {
   QList<Folder> folders;
   Settings settings;
   QList<GlobalVariable> globalVariables;
+  QMap<QString, qint64> counters = {};        // values by name
+  QMap<QString, QString> fieldDefaults = {};  // remembered texts by the field's name
 };
 
 }  // namespace zarvy

@@ -6,13 +6,12 @@
 
 namespace zarvy {
 
-LibraryLoader::LibraryLoader(const DataStore& store, SerialQueue& storageQueue,
-                             Scheduler& scheduler, const Clock& clock)
-    : m_store(store), m_storageQueue(storageQueue), m_scheduler(scheduler), m_clock(clock) {}
+LibraryLoader::LibraryLoader(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock)
+    : m_documents(documents), m_scheduler(scheduler), m_clock(clock) {}
 
 void LibraryLoader::load(Callback onLoaded) {
-  m_storageQueue.post([this, onLoaded = std::move(onLoaded)] {
-    m_scheduler.post([this, onLoaded, library = read(m_store)] { finish(library, onLoaded); });
+  m_documents.post([this, onLoaded = std::move(onLoaded)](const DataStore& store) {
+    m_scheduler.post([this, onLoaded, library = read(store)] { finish(library, onLoaded); });
   });
 }
 
@@ -23,6 +22,8 @@ Library LibraryLoader::read(const DataStore& store) {
   library.folders = store.loadFolders();
   library.settings = store.loadSettings();
   library.globalVariables = store.loadGlobalVariables();
+  library.counters = store.loadCounters();
+  library.fieldDefaults = store.loadFieldDefaults();
   return library;
 }
 
@@ -37,7 +38,7 @@ void LibraryLoader::finish(Library library, const Callback& onLoaded) {
 }
 
 void LibraryLoader::save(const Library& library) {
-  m_storageQueue.post([&store = m_store, library] {
+  m_documents.post([library](const DataStore& store) {
     store.saveSnippets(library.snippets);
     store.saveFolders(library.folders);
   });

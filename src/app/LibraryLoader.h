@@ -5,19 +5,17 @@
 #include "app/Library.h"
 #include "base/Clock.h"
 #include "base/Scheduler.h"
-#include "base/TaskQueue.h"
-#include "storage/DataStore.h"
+#include "storage/DocumentQueue.h"
 
 namespace zarvy {
 
-// Reads the user's library at start. Main thread; the reading happens on `storageQueue`, the one
-// queue that works on `store`. Everything given must outlive the work on that queue.
+// Reads the user's library at start. Main thread; the reading happens on the documents' queue.
+// Everything given must outlive the work on that queue.
 class LibraryLoader {
  public:
   using Callback = std::function<void(const Library&)>;
 
-  LibraryLoader(const DataStore& store, SerialQueue& storageQueue, Scheduler& scheduler,
-                const Clock& clock);
+  LibraryLoader(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock);
 
   // Returns at once; `onLoaded` is called once, on the main thread. Where the documents hold
   // neither a snippet nor a folder the library gets the first-run content, which is saved then.
@@ -28,8 +26,7 @@ class LibraryLoader {
   void finish(Library library, const Callback& onLoaded);
   void save(const Library& library);
 
-  const DataStore& m_store;
-  SerialQueue& m_storageQueue;
+  DocumentQueue& m_documents;
   Scheduler& m_scheduler;
   const Clock& m_clock;
 };

@@ -1,6 +1,7 @@
 #include "core/CursorMarker.h"
 
 #include "base/text/Graphemes.h"
+#include "core/placeholders/Replacement.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -11,7 +12,11 @@ ExpandedText resolveCursorMarker(const QString& text) {
   const qsizetype start = text.indexOf(marker);
   if (start < 0) return {text, std::nullopt};
   const QStringView behind = QStringView(text).sliced(start + marker.size());
-  return {QString(text).remove(marker), graphemeCount(behind)};
+  const qsizetype offset = graphemeCount(behind);
+  QString withoutMarkers = text;
+  ExpansionLimit limit;
+  replaceLiteral(withoutMarkers, marker, {}, limit);
+  return {withoutMarkers, offset};
 }
 
 }  // namespace zarvy

@@ -6,8 +6,14 @@
 #include "base/text/Graphemes.h"
 #include "base/text/Regex.h"
 #include "core/CursorMarker.h"
+#include "core/FillInField.h"
 #include "core/matching/GroupNames.h"
 #include "core/matching/TriggerLibrary.h"
+#include "core/placeholders/Captures.h"
+#include "core/placeholders/FillInFields.h"
+#include "core/placeholders/FillInValues.h"
+#include "core/placeholders/NestedSnippets.h"
+#include "core/placeholders/Passes.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -37,8 +43,9 @@ QMap<QString, QString> namedCaptures(const Regex& regex, const RegexMatch& match
 
 }  // namespace
 
-TextExpansionEngine::TextExpansionEngine(LineOutput& output)
+TextExpansionEngine::TextExpansionEngine(LineOutput& output, const PlaceholderServices& services)
     : m_output(output),
+      m_services(services),
       m_library(std::make_shared<TriggerLibrary>()),
       m_regexCacheLibrary(m_library) {}
 
@@ -139,9 +146,36 @@ std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snipp
 }
 
 std::optional<ExpandedText> TextExpansionEngine::processSnippet(
-    const Snippet& snippet, [[maybe_unused]] const QMap<QString, QString>& captures) {
-  // The placeholder passes come in here, ahead of the marker; until then the text stays as it is.
-  return resolveCursorMarker(snippet.replacement);
+    const Snippet& snippet, const QMap<QString, QString>& captures) {
+  const QString text = expandNestedSnippets(applyCaptures(snippet.replacement, captures), {});
+  const QList<FillInField> fields = parseFillInFields(text);
+  if (fields.isEmpty()) return resolveCursorMarker(processPlaceholders(text));
+  Snippet resolved = snippet;
+  resolved.replacement = text;
+  if (onNeedsFillIn) onNeedsFillIn(resolved, fields);
+  return std::nullopt;
+}
+
+QString TextExpansionEngine::applyFillInValues(const Snippet& snippet,
+                                               const QMap<QString, QString>& values) const {
+  const QString text = expandNestedSnippets(snippet.replacement, {});
+  return processPlaceholders(substituteFillInValues(text, parseFillInFields(text), values));
+}
+
+QList<FillInField> TextExpansionEngine::parseFillInFields(const QString& text) const {
+  return zarvy::parseFillInFields(text, m_services.fieldDefaults);
+}
+
+QString TextExpansionEngine::expandNestedSnippets(const QString& text,
+                                                  const QSet<QString>& visited) const {
+  const auto replacementOf = [current = library()](const QString& trigger) {
+    return current->replacementOf(trigger);
+  };
+  return zarvy::expandNestedSnippets(text, visited, replacementOf);
+}
+
+QString TextExpansionEngine::processPlaceholders(const QString& text) const {
+  return zarvy::processPlaceholders(text, globalVariables(), m_services);
 }
 
 }  // namespace zarvy

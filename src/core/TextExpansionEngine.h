@@ -8,6 +8,7 @@
 #include <QHash>
 #include <QList>
 #include <QMap>
+#include <QSet>
 #include <QString>
 #include <QUuid>
 
@@ -16,6 +17,7 @@
 #include "core/TriggerMatch.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
+#include "core/placeholders/PlaceholderServices.h"
 
 namespace zarvy {
 
@@ -29,7 +31,7 @@ class TextExpansionEngine {
  public:
   using CompiledRegex = std::shared_ptr<const Regex>;
 
-  explicit TextExpansionEngine(LineOutput& output);
+  TextExpansionEngine(LineOutput& output, const PlaceholderServices& services);
   ~TextExpansionEngine();
   TextExpansionEngine(const TextExpansionEngine&) = delete;
   TextExpansionEngine& operator=(const TextExpansionEngine&) = delete;
@@ -63,9 +65,24 @@ class TextExpansionEngine {
                                                        const QString& buffer);
 
   // What is to be typed for `snippet`; `captures` are the named groups of its match. Absent where
-  // the values of a form are needed first.
+  // the values of a form are needed first: onNeedsFillIn has then been called with the fields and
+  // with a copy of `snippet` whose replacement has its captures and nested snippets in place.
+  // Waits for the evaluators, at most 5 seconds for a command and 1 for a script.
   [[nodiscard]] std::optional<ExpandedText> processSnippet(const Snippet& snippet,
                                                            const QMap<QString, QString>& captures);
+
+  // The text for `snippet` with the answers of its form, by the name of the field. "{{cursor}}" is
+  // left in it. Waits as processSnippet() does.
+  [[nodiscard]] QString applyFillInValues(const Snippet& snippet,
+                                          const QMap<QString, QString>& values) const;
+
+  // The inputs that `text` asks for; empty where it asks for none.
+  [[nodiscard]] QList<FillInField> parseFillInFields(const QString& text) const;
+
+  // The steps that the two above share. `visited` holds the triggers on the way to `text`.
+  [[nodiscard]] QString expandNestedSnippets(const QString& text,
+                                             const QSet<QString>& visited) const;
+  [[nodiscard]] QString processPlaceholders(const QString& text) const;
 
  private:
   using Library = std::shared_ptr<const TriggerLibrary>;
@@ -78,6 +95,7 @@ class TextExpansionEngine {
                                                        const Library& library);
 
   LineOutput& m_output;
+  const PlaceholderServices m_services;
 
   // Taken together only by setSnippets(), in this order; every other road holds one at a time.
   mutable std::mutex m_snippetsLock;

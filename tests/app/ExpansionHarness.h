@@ -6,6 +6,7 @@
 #include "app/AppState.h"
 #include "fakes/FakeKeyEventSource.h"
 #include "fakes/FakePermission.h"
+#include "fakes/FakePlaceholders.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ImmediateQueue.h"
 #include "fakes/ManualClock.h"
@@ -74,7 +75,8 @@ class ExpansionHarness {
 
  public:
   JournalOutput output{journal};
-  TextExpansionEngine engine{output};
+  FakePlaceholders placeholders;
+  TextExpansionEngine engine{output, placeholders.services()};
   KeyboardMonitor monitor{source, permission, scheduler, keyQueue, output};
   std::shared_ptr<TextInjector> injector =
       TextInjector::make(poster, workspace, sleeper, workers, scheduler);

@@ -49,7 +49,8 @@ class LibraryLoaderTest : public testing::Test {
   ManualSerialQueue m_storageQueue;
   ManualScheduler m_scheduler;
   ManualClock m_clock;
-  LibraryLoader m_loader{m_store, m_storageQueue, m_scheduler, m_clock};
+  DocumentQueue m_documents{m_store, m_storageQueue};
+  LibraryLoader m_loader{m_documents, m_scheduler, m_clock};
   std::optional<Library> m_loaded;
   int m_loadCount = 0;
 };
@@ -135,6 +136,16 @@ TEST_F(LibraryLoaderTest, PrintsTheFailuresInTheOrderOfReading) {
   EXPECT_TRUE(lines.at(1).startsWith(u"Error loading folders: "_s));
   EXPECT_TRUE(lines.at(2).startsWith(u"Error loading settings: "_s));
   EXPECT_TRUE(lines.at(3).startsWith(u"Error loading global variables: "_s));
+}
+
+TEST_F(LibraryLoaderTest, ReadsCountersAndRememberedTexts) {
+  write(u"counters.json"_s, "{ \"invoice\" : 42 }");
+  write(u"field_defaults.json"_s, "{ \"Name\" : \"Ada\" }");
+  load();
+  finish();
+  ASSERT_TRUE(m_loaded);
+  EXPECT_EQ(m_loaded->counters, (QMap<QString, qint64>{{u"invoice"_s, 42}}));
+  EXPECT_EQ(m_loaded->fieldDefaults, (QMap<QString, QString>{{u"Name"_s, u"Ada"_s}}));
 }
 
 }  // namespace

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "base/text/Regex.h"
+#include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
+#include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 
@@ -137,7 +139,8 @@ TEST(TextExpansionEngine, FindsWhatTheTablesSay) {
     for (const Row& row : rows) {
       SCOPED_TRACE(row.name);
       RecordingLineOutput output;
-      TextExpansionEngine engine(output);
+      FakePlaceholders placeholders;
+      TextExpansionEngine engine(output, placeholders.services());
       engine.setSnippets(row.snippets);
       const auto match = engine.findMatch(row.buffer);
       EXPECT_EQ(output.lines(), QStringList());
@@ -153,7 +156,8 @@ TEST(TextExpansionEngine, FindsWhatTheTablesSay) {
 class TextExpansionEngineTest : public testing::Test {
  protected:
   RecordingLineOutput m_output;
-  TextExpansionEngine m_engine{m_output};
+  FakePlaceholders m_placeholders;
+  TextExpansionEngine m_engine{m_output, m_placeholders.services()};
 };
 
 TEST_F(TextExpansionEngineTest, BeginsEmpty) {
@@ -263,6 +267,59 @@ TEST_F(TextExpansionEngineTest, HandsAReplacementWithoutPlaceholdersOnAsItIs) {
 TEST_F(TextExpansionEngineTest, TellsWhereTheCaretGoes) {
   const auto expanded = m_engine.processSnippet(literal(u"ab"_s, u"f({{cursor}})"_s), {});
   EXPECT_EQ(expanded, (ExpandedText{u"f()"_s, 1}));
+}
+
+TEST_F(TextExpansionEngineTest, AsksForTheFieldsOfAReplacementBeforeAnythingElseHappens) {
+  m_engine.setSnippets({literal(u";name"_s, u"{{field:Name}} {{counter:n}}"_s)});
+  Snippet snippet = literal(u"letter"_s, u"Dear {{snippet:;name}} {{who}} {{shell:date}}"_s);
+  QList<Snippet> asking;
+  QStringList names;
+  m_engine.onNeedsFillIn = [&](const Snippet& resolved, const QList<FillInField>& fields) {
+    asking.append(resolved);
+    for (const FillInField& field : fields) names.append(field.name);
+  };
+  EXPECT_EQ(m_engine.processSnippet(snippet, {{u"who"_s, u"{{textarea:Who}}"_s}}), std::nullopt);
+  snippet.replacement = u"Dear {{field:Name}} {{counter:n}} {{textarea:Who}} {{shell:date}}"_s;
+  EXPECT_EQ(asking, QList<Snippet>{snippet}) << "captures and nested snippets are in place";
+  EXPECT_EQ(names, (QStringList{u"Name"_s, u"Who"_s}));
+  EXPECT_TRUE(m_placeholders.counters.values.isEmpty());
+  EXPECT_TRUE(m_placeholders.shell.asked.isEmpty());
+}
+
+TEST_F(TextExpansionEngineTest, TakesTheRoadOfTheFormAlsoWhereNobodyListens) {
+  EXPECT_EQ(m_engine.processSnippet(literal(u"ab"_s, u"{{field:Name}}"_s), {}), std::nullopt);
+}
+
+TEST_F(TextExpansionEngineTest, PutsTheAnswersIntoAnySnippet) {
+  m_engine.setSnippets({literal(u";name"_s, u"{{field:Name}}"_s)});
+  m_engine.setGlobalVariables({{QUuid(), u"City"_s, u"Paris"_s, {}, {}}});
+  const Snippet snippet = literal(u"ab"_s, u"{{snippet:;name}} in {{#city}}{{cursor}}"_s);
+  EXPECT_EQ(m_engine.applyFillInValues(snippet, {{u"Name"_s, u"Ada"_s}}),
+            u"Ada in Paris{{cursor}}"_s);
+}
+
+// Goes on by a day with every reading.
+class RestlessClock final : public Clock {
+ public:
+  [[nodiscard]] QDateTime now() const override {
+    return QDateTime(QDate(2026, 1, 21), QTime(12, 0), Qt::UTC).addDays(m_readings++);
+  }
+
+ private:
+  mutable int m_readings = 0;
+};
+
+TEST(TextExpansionEngine, ReadsTheClockOnceForTodayAndAnewForEachRelativeDate) {
+  RecordingLineOutput output;
+  FakePlaceholders fakes;
+  const RestlessClock clock;
+  const PlaceholderServices services = fakes.services();
+  const TextExpansionEngine engine(
+      output, {clock, services.dates, services.pasteboard, services.mainThread, services.counters,
+               services.fieldDefaults, services.shell, services.javaScript});
+  EXPECT_EQ(engine.processPlaceholders(
+                u"{{date:d}} {{date:short}} {{date:dd}} {{date:+0d:d}} {{date:-0d:d}}"_s),
+            u"23 1/23/26 23 21 22"_s);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/TextExpansionEngine.h"
+#include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 
@@ -32,7 +33,8 @@ QList<Snippet> edition(int number, const QUuid& regexID) {
 TEST(TextExpansionEngineThreads, MatchesWhileTheLibraryIsEdited) {
   constexpr int editions = 400;
   RecordingLineOutput output;
-  TextExpansionEngine engine(output);
+  FakePlaceholders placeholders;
+  TextExpansionEngine engine(output, placeholders.services());
   const QUuid regexID = QUuid::createUuid();
   engine.setSnippets(edition(0, regexID));
   std::atomic<bool> isEnding{false};

@@ -6,6 +6,7 @@
 #include "core/TextExpansionEngine.h"
 #include "core/matching/NaiveMatcher.h"
 #include "core/matching/SuffixIndex.h"
+#include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 
@@ -201,7 +202,8 @@ TEST(SuffixIndex, AgreesWithTwoPlainPassesOnRandomLibraries) {
   for (int round = 0; round < 6000; ++round) {
     const QList<Snippet> snippets = random.library();
     RecordingLineOutput output;
-    TextExpansionEngine engine(output);
+    FakePlaceholders placeholders;
+    TextExpansionEngine engine(output, placeholders.services());
     engine.setSnippets(snippets);
     NaiveMatcher naive(snippets);
     for (int buffers = 0; buffers < 20; ++buffers, ++cases) {

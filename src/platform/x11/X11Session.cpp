@@ -112,6 +112,9 @@ KeyEventPoster& X11Session::keyEventPoster() {
 Workspace& X11Session::workspace() {
   return m_parts->workspace;
 }
+void X11Session::abandonTyping() {
+  m_parts->typist.abandonSessions();
+}
 bool X11Session::isAlive() const {
   return m_parts->connection->isAlive();
 }

@@ -39,6 +39,9 @@ class X11Session {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
 
+  // The program is about to end: typing that is still under way stops at once. Any thread.
+  void abandonTyping();
+
   // False once the display has gone. Any thread.
   [[nodiscard]] bool isAlive() const;
 

@@ -54,9 +54,13 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"two high halves and a low one", {highHalf + highHalf + lowHalf}, U"\xfffd😀"},
         Row{"tab is a key", {u"a\tb"_s}, U"a\tb"},
         Row{"carriage return is a key", {u"\r"_s}, U"\r"},
+        Row{"carriage return in the middle", {u"a\r"_s, u"b"_s}, U"a\rb"},
+        Row{"two carriage returns are two keys", {u"\r\r"_s}, U"\r\r"},
+        Row{"carriage return and line feed are one line break", {u"a\r\nb"_s}, U"a\rb"},
         Row{"NUL and other control characters have no key",
             {QString(QChar(0)) + u"a\u001b\u007f\u0085b"_s},
             U"ab"},
+        Row{"noncharacters become replacement characters", {u"\ufffe\ufdd0x"_s}, U"\xfffd\xfffdx"},
         Row{"no-break space is a character", {u"\u00a0"_s}, U"\u00a0"}),
     [](const auto& row) {
       std::string name = row.param.name;
@@ -65,6 +69,14 @@ INSTANTIATE_TEST_SUITE_P(
       }
       return name;
     });
+
+TEST(TypedText, LeavesACarriageReturnToTheReturnKeyThatFollowsIt) {
+  TypedText text;
+  EXPECT_EQ(text.feed(u"a\r").size(), 1U);
+  EXPECT_TRUE(text.finish(true).empty());
+  EXPECT_EQ(text.feed(u"b").size(), 1U);
+  EXPECT_TRUE(text.finish().empty());
+}
 
 TEST(CharactersToType, LeaveTheKeysOut) {
   EXPECT_EQ(charactersToType(u"a\tb\rc\n😀"_s), (std::vector<char32_t>{U'a', U'b', U'c', U'😀'}));

@@ -183,6 +183,37 @@ TEST(TypingBadInput, KeepsWhatCanBeTyped) {
   EXPECT_EQ(desk.witness().text(), u"a\ufffdbc\rd"_s);
 }
 
+TEST(TypingBadInput, TypesACarriageReturnAndALineFeedAsOneLineBreak) {
+  KeyboardDesk desk({.layouts = "us"});
+  {
+    const auto typing = desk.session().keyEventPoster().beginTyping(u"a\r\nb"_s);
+    EXPECT_TRUE(typing->pressText(u"a\r"));
+    EXPECT_TRUE(typing->pressKey(virtualkey::returnKey));
+    EXPECT_TRUE(typing->pressText(u"b"));
+  }
+  desk.type(u"c"_s);
+  EXPECT_EQ(desk.witness().text(), u"a\rbc"_s);
+}
+
+TEST(TypingBadInput, EndsWithoutHalfACharacterWhereItIsCutShort) {
+  KeyboardDesk desk({.layouts = "us"});
+  {
+    const auto typing = desk.session().keyEventPoster().beginTyping(u"a😀b"_s);
+    EXPECT_TRUE(typing->pressText(u"a\xd83d"));
+  }
+  desk.type(u"c"_s);
+  EXPECT_EQ(desk.witness().text(), u"ac"_s);
+}
+
+TEST(TypingEnd, StopsSessionsThatAreUnderWayAtOnce) {
+  KeyboardDesk desk({.layouts = "us"});
+  const auto typing = desk.session().keyEventPoster().beginTyping(u"text"_s);
+  desk.session().abandonTyping();
+  EXPECT_FALSE(typing->pressText(u"text"));
+  EXPECT_FALSE(typing->pressKey(virtualkey::returnKey));
+  EXPECT_EQ(desk.witness().text(), u""_s);
+}
+
 TEST(TypingBadInput, RefusesWhereTheDisplayHasGone) {
   KeyboardDesk desk({.layouts = "us"});
   const auto typing = desk.session().keyEventPoster().beginTyping(u"text"_s);

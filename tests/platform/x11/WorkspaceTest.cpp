@@ -8,9 +8,14 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-TEST(X11Workspace, HasNoApplicationInFrontWhereNoWindowSaysWhoItIs) {
+TEST(X11Workspace, FindsTheFocusedWindowWithoutAWindowManagerAndWithoutProperties) {
   KeyboardDesk desk({.layouts = "us"});
-  EXPECT_EQ(desk.session().workspace().frontmostApplication(), std::nullopt);
+  const auto application = desk.session().workspace().frontmostApplication();
+  ASSERT_TRUE(application);
+  EXPECT_EQ(application->bundleIdentifier, std::nullopt);
+  EXPECT_EQ(application->processIdentifier, 0);
+  EXPECT_NE(application->nativeWindow, 0U);
+  EXPECT_TRUE(desk.session().workspace().isActive(*application));
 }
 
 TEST(X11Workspace, KnowsItsOwnIdentifier) {

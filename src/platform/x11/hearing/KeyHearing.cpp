@@ -1,5 +1,6 @@
 #include "platform/x11/hearing/KeyHearing.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <xcb/xinput.h>
@@ -8,12 +9,14 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/keyboard/HeldKeys.h"
 
 namespace zarvy::x11 {
 
 namespace {
 
 constexpr uint8_t eventTypeMask = 0x7f;
+constexpr std::size_t rememberedMapChanges = 64;
 
 }  // namespace
 
@@ -32,12 +35,12 @@ KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts,
 
 // Raw events, since they come whoever has the focus and whoever holds a grab; the state of the
 // modifiers on the same connection, so that both arrive in the order in which they happened.
-// Autorepeat makes no raw events: it is taken from the events of the single keyboards, which reach
-// the root window since applications listen to the union of all keyboards only.
+// Keyboards that come and go are told, since autorepeat is listened for on each of them.
 void KeyHearing::selectEvents() {
   selectInputEvents(XCB_INPUT_DEVICE_ALL_MASTER, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
                                                      XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-  selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+  selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+  selectAutorepeat();
 
   constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
                               XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
@@ -55,6 +58,16 @@ void KeyHearing::selectEvents() {
   details.stateDetails = stateParts;
   xcb_xkb_select_events_aux(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
                             mapParts, &details);
+  m_connection.flush();
+}
+
+// Autorepeat makes no raw events. It is taken from the events of the single keyboards, which reach
+// the root window since applications listen to the union of all keyboards only. The keyboard of
+// faked events is left out: what this program types would come a second time.
+void KeyHearing::selectAutorepeat() {
+  for (const uint16_t keyboard : HeldKeys(m_connection).physicalKeyboards()) {
+    selectInputEvents(keyboard, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+  }
   m_connection.flush();
 }
 
@@ -80,6 +93,7 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
   const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
   if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(key, true);
   if (generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) handleRawKey(key, false);
+  if (generic.event_type == XCB_INPUT_HIERARCHY) selectAutorepeat();
   if (generic.event_type == XCB_INPUT_KEY_PRESS) {
     handleKeyboardPress(reinterpret_cast<const xcb_input_key_press_event_t&>(event));
   }
@@ -87,8 +101,7 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
 
 // This program never holds a key long enough to make it repeat.
 void KeyHearing::handleKeyboardPress(const xcb_input_key_press_event_t& event) {
-  const bool isUnionOfKeyboards = event.deviceid == m_connection.coreKeyboard();
-  if (isUnionOfKeyboards || !(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
+  if (!(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
   m_onPress(m_decoder.decodePress(static_cast<uint8_t>(event.detail)));
 }
 
@@ -130,12 +143,14 @@ void KeyHearing::handleXkbEvent(const xcb_generic_event_t& event) {
 
 void KeyHearing::changeOwnKeys(const std::function<uint32_t()>& request) {
   const std::lock_guard lock(m_mapChangeMutex);
-  m_ownMapChange = request();
+  m_ownMapChanges.push_back(request());
+  if (m_ownMapChanges.size() > rememberedMapChanges) m_ownMapChanges.pop_front();
 }
 
 bool KeyHearing::isOwnMapChange(uint32_t sequence) {
   const std::lock_guard lock(m_mapChangeMutex);
-  return sequence == m_ownMapChange;
+  return std::find(m_ownMapChanges.begin(), m_ownMapChanges.end(), sequence) !=
+         m_ownMapChanges.end();
 }
 
 // The state is left as it was told by events: asking for it here would run ahead of the key events

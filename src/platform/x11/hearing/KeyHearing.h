@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -56,6 +57,7 @@ class KeyHearing {
   KeyHearing(Connection& connection, OwnPosts& posts,
              const std::shared_ptr<const KeymapSnapshot>& snapshot);
   void selectEvents();
+  void selectAutorepeat();
   void selectInputEvents(uint16_t device, uint32_t mask);
   void handleKeyboardPress(const xcb_input_key_press_event_t& event);
   void handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press);
@@ -71,7 +73,7 @@ class KeyHearing {
   std::function<void()> m_onStateChange;
   std::function<void(uint8_t)> m_onForeignRelease;
   std::mutex m_mapChangeMutex;
-  uint32_t m_ownMapChange = 0;  // guarded by m_mapChangeMutex
+  std::deque<uint32_t> m_ownMapChanges;  // the latest ones; guarded by m_mapChangeMutex
 };
 
 }  // namespace zarvy::x11

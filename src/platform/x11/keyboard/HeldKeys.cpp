@@ -12,14 +12,6 @@ namespace zarvy::x11 {
 
 namespace {
 
-KeycodeSet fromBits(std::span<const uint8_t> bytes) {
-  KeycodeSet set;
-  for (std::size_t key = 0; key < set.size() && key / 8 < bytes.size(); ++key) {
-    set[key] = ((bytes[key / 8] >> (key % 8)) & 1) != 0;
-  }
-  return set;
-}
-
 bool isFakeKeyboard(const xcb_input_xi_device_info_t& device) {
   const std::string_view name(
       xcb_input_xi_device_info_name(&device),
@@ -29,24 +21,24 @@ bool isFakeKeyboard(const xcb_input_xi_device_info_t& device) {
 
 }  // namespace
 
-KeycodeSet HeldKeys::seenByApplications() const {
-  const XcbPtr<xcb_query_keymap_reply_t> reply(
-      xcb_query_keymap_reply(m_connection.xcb(), xcb_query_keymap(m_connection.xcb()), nullptr));
-  return reply ? fromBits(reply->keys) : KeycodeSet();
-}
-
-KeycodeSet HeldKeys::onKeyboards(bool fake) const {
-  KeycodeSet down;
+std::vector<uint16_t> HeldKeys::keyboards(bool fake) const {
+  std::vector<uint16_t> found;
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
       xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL), nullptr));
-  if (!reply) return down;
+  if (!reply) return found;
   for (auto devices = xcb_input_xi_query_device_infos_iterator(reply.get()); devices.rem > 0;
        xcb_input_xi_device_info_next(&devices)) {
     const xcb_input_xi_device_info_t& device = *devices.data;
     if (device.type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) continue;
-    if (isFakeKeyboard(device) == fake) down |= onDevice(device.deviceid);
+    if (isFakeKeyboard(device) == fake) found.push_back(device.deviceid);
   }
+  return found;
+}
+
+KeycodeSet HeldKeys::onKeyboards(bool fake) const {
+  KeycodeSet down;
+  for (const uint16_t keyboard : keyboards(fake)) down |= onDevice(keyboard);
   return down;
 }
 
@@ -64,7 +56,7 @@ KeycodeSet HeldKeys::onDevice(uint16_t device) const {
     if (length < 2 || length > rest.size()) break;
     constexpr std::size_t keysOffset = 4;
     if (inputClass == XCB_INPUT_INPUT_CLASS_KEY && length > keysOffset) {
-      return fromBits(rest.subspan(keysOffset, length - keysOffset));
+      return keycodesOfBits(rest.subspan(keysOffset, length - keysOffset));
     }
     rest = rest.subspan(length);
   }

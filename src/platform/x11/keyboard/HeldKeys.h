@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/x11/keyboard/ModifierKeys.h"
 
@@ -8,13 +9,16 @@ namespace zarvy::x11 {
 
 class Connection;
 
-// Asks the server which keys are down. Any thread.
+// Asks the server which keys are down on which kind of keyboard. Any thread.
 class HeldKeys {
  public:
   explicit HeldKeys(Connection& connection) : m_connection(connection) {}
 
-  // As applications see it: the union of all keyboards, less what was released by a faked event.
-  [[nodiscard]] KeycodeSet seenByApplications() const;
+  // The devices that people type on, as XInput numbers them.
+  [[nodiscard]] std::vector<uint16_t> physicalKeyboards() const { return keyboards(false); }
+
+  // The devices that faked events come from.
+  [[nodiscard]] std::vector<uint16_t> fakeKeyboards() const { return keyboards(true); }
 
   // On the keyboards that people touch, whatever has been faked meanwhile.
   [[nodiscard]] KeycodeSet onPhysicalKeyboards() const { return onKeyboards(false); }
@@ -23,6 +27,7 @@ class HeldKeys {
   [[nodiscard]] KeycodeSet onFakeKeyboard() const { return onKeyboards(true); }
 
  private:
+  [[nodiscard]] std::vector<uint16_t> keyboards(bool fake) const;
   [[nodiscard]] KeycodeSet onKeyboards(bool fake) const;
   [[nodiscard]] KeycodeSet onDevice(uint16_t device) const;
 

@@ -16,17 +16,20 @@ KeyboardState KeyboardState::of(const xcb_xkb_state_notify_event_t& event) {
           .effectiveLayout = event.group};
 }
 
+KeyboardState KeyboardState::of(const xcb_xkb_get_state_reply_t& reply) {
+  return {.heldModifiers = reply.baseMods,
+          .latchedModifiers = reply.latchedMods,
+          .lockedModifiers = reply.lockedMods,
+          .heldLayout = reply.baseGroup,
+          .latchedLayout = reply.latchedGroup,
+          .lockedLayout = reply.lockedGroup,
+          .effectiveLayout = reply.group};
+}
+
 KeyboardState KeyboardState::query(Connection& connection) {
   const XcbPtr<xcb_xkb_get_state_reply_t> reply(xcb_xkb_get_state_reply(
       connection.xcb(), xcb_xkb_get_state(connection.xcb(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
-  if (!reply) return {};
-  return {.heldModifiers = reply->baseMods,
-          .latchedModifiers = reply->latchedMods,
-          .lockedModifiers = reply->lockedMods,
-          .heldLayout = reply->baseGroup,
-          .latchedLayout = reply->latchedGroup,
-          .lockedLayout = reply->lockedGroup,
-          .effectiveLayout = reply->group};
+  return reply ? of(*reply) : KeyboardState();
 }
 
 }  // namespace zarvy::x11

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+struct xcb_xkb_get_state_reply_t;
 struct xcb_xkb_state_notify_event_t;
 
 namespace zarvy::x11 {
@@ -26,6 +27,7 @@ struct KeyboardState {
   }
 
   [[nodiscard]] static KeyboardState of(const xcb_xkb_state_notify_event_t& event);
+  [[nodiscard]] static KeyboardState of(const xcb_xkb_get_state_reply_t& reply);
 
   // Asks the server; the default state where it does not answer. Any thread.
   [[nodiscard]] static KeyboardState query(Connection& connection);

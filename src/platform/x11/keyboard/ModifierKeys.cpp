@@ -74,6 +74,14 @@ bool isLock(Role role) {
 
 }  // namespace
 
+KeycodeSet keycodesOfBits(std::span<const uint8_t> bytes) {
+  KeycodeSet set;
+  for (std::size_t key = 0; key < set.size() && key / 8 < bytes.size(); ++key) {
+    set[key] = ((bytes[key / 8] >> (key % 8)) & 1) != 0;
+  }
+  return set;
+}
+
 ModifierKeys ModifierKeys::read(Connection& connection, xkb_keymap* keymap) {
   ModifierKeys keys;
   const XcbPtr<xcb_get_modifier_mapping_reply_t> reply(xcb_get_modifier_mapping_reply(
@@ -100,7 +108,8 @@ void ModifierKeys::addBoundKey(uint32_t realMask, uint8_t keycode, xkb_keymap* k
   if (role == Role::command) command |= realMask;
   if (role == Role::numLock) numLock |= realMask;
   if (role == Role::levelThree) levelThree |= realMask;
-  if (!isLock(role)) momentary.set(keycode);
+  // What a key does is told by what it is bound to: a Caps Lock key can be a second Control.
+  if (realMask != lock && role != Role::numLock) momentary.set(keycode);
 }
 
 // A key can hold a modifier without being bound to it: layouts with AltGr bind a key that no

@@ -2,6 +2,7 @@
 
 #include <bitset>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include <QtGlobal>
@@ -13,6 +14,9 @@ namespace zarvy::x11 {
 class Connection;
 
 using KeycodeSet = std::bitset<256>;
+
+// The keys of the server's bit vectors: the bit of a key is that of its code, lowest bit first.
+[[nodiscard]] KeycodeSet keycodesOfBits(std::span<const uint8_t> bytes);
 
 // What each of the eight real modifiers of the server means under one keymap, and which keys hold
 // it. Masks are X's: Shift 1, Lock 2, Control 4, Mod1 to Mod5 8 to 128.

@@ -44,10 +44,11 @@ void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& down,
   }
 }
 
-uint8_t HeldModifiers::freeKey(const std::vector<uint8_t>& candidates) const {
+std::optional<uint8_t> HeldModifiers::freeKey(const std::vector<uint8_t>& candidates) const {
   const std::lock_guard lock(m_mutex);
   const auto found = std::find_if(candidates.begin(), candidates.end(),
                                   [&](uint8_t keycode) { return !m_released[keycode]; });
+  if (candidates.empty()) return std::nullopt;
   return found != candidates.end() ? *found : candidates.front();
 }
 
@@ -61,6 +62,15 @@ void HeldModifiers::restore() {
   m_sender.flush();
   m_repressed |= held;
   m_released.reset();
+}
+
+void HeldModifiers::letGo() {
+  const std::lock_guard lock(m_mutex);
+  for (std::size_t keycode = 0; keycode < m_repressed.size(); ++keycode) {
+    if (m_repressed[keycode]) m_sender.release(static_cast<uint8_t>(keycode));
+  }
+  m_repressed.reset();
+  m_sender.flush();
 }
 
 void HeldModifiers::releaseLeftovers(const ModifierKeys& keys) {

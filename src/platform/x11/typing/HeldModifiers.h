@@ -2,6 +2,8 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <optional>
+#include <vector>
 
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
@@ -29,10 +31,14 @@ class HeldModifiers {
   void clear(const ModifierKeys& keys, const KeycodeSet& down, uint32_t latchedModifiers);
 
   // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.
-  [[nodiscard]] uint8_t freeKey(const std::vector<uint8_t>& candidates) const;
+  // Absent where there is no candidate.
+  [[nodiscard]] std::optional<uint8_t> freeKey(const std::vector<uint8_t>& candidates) const;
 
   // Presses again what clear() released and a keyboard still reports as held.
   void restore();
+
+  // Takes back what restore() has pressed. At the end of the program.
+  void letGo();
 
   // Releases what a crashed run of this program left down.
   void releaseLeftovers(const ModifierKeys& keys);

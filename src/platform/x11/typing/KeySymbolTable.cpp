@@ -32,13 +32,12 @@ std::vector<std::pair<uint32_t, int>> fourLevelsSwappedByLock(uint32_t levelThre
 
 }  // namespace
 
-std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection) {
+std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection, uint16_t device) {
   xcb_connection_t* xcb = connection.xcb();
-  const XcbPtr<xcb_xkb_get_map_reply_t> reply(
-      xcb_xkb_get_map_reply(xcb,
-                            xcb_xkb_get_map(xcb, XCB_XKB_ID_USE_CORE_KBD, wantedParts, 0, 0, 0, 0,
-                                            0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0),
-                            nullptr));
+  const XcbPtr<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(
+      xcb,
+      xcb_xkb_get_map(xcb, device, wantedParts, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0),
+      nullptr));
   if (!reply) return std::nullopt;
   xcb_xkb_get_map_map_t map;
   xcb_xkb_get_map_map_unpack(xcb_xkb_get_map_map(reply.get()), reply->nTypes, reply->nKeySyms,
@@ -46,6 +45,7 @@ std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection) {
                              reply->virtualMods, reply->totalKeyExplicit, reply->totalModMapKeys,
                              reply->totalVModMapKeys, reply->present, &map);
   KeySymbolTable table;
+  table.m_device = device;
   table.m_firstKey = reply->firstKeySym;
   for (auto types = xcb_xkb_get_map_map_types_rtrn_iterator(reply.get(), &map); types.rem > 0;
        xcb_xkb_key_type_next(&types)) {
@@ -112,11 +112,33 @@ void KeySymbolTable::setSymbols(uint8_t keycode, SlotType type, std::vector<xkb_
   m_lastChanged = std::max<int>(m_lastChanged, keycode);
 }
 
+// Some layouts give a key more symbols than its types have levels. The server hands those out and
+// takes none of them back.
+KeySymbolTable::Key KeySymbolTable::fittedToTypes(Key key) const {
+  const std::size_t layouts = std::min<std::size_t>(key.groupInfo & 0xfU, key.typeOfLayout.size());
+  std::size_t width = 0;
+  for (std::size_t layout = 0; layout < layouts; ++layout) {
+    const std::size_t type = key.typeOfLayout.at(layout);
+    if (type >= m_types.size()) return key;
+    width = std::max(width, static_cast<std::size_t>(m_types[type].levels));
+  }
+  const std::size_t given = key.width;
+  if (given <= width || key.symbols.size() != given * layouts) return key;
+  std::vector<xkb_keysym_t> symbols;
+  for (std::size_t layout = 0; layout < layouts; ++layout) {
+    const auto first = key.symbols.begin() + static_cast<std::ptrdiff_t>(layout * given);
+    symbols.insert(symbols.end(), first, first + static_cast<std::ptrdiff_t>(width));
+  }
+  key.symbols = std::move(symbols);
+  key.width = static_cast<uint8_t>(width);
+  return key;
+}
+
 // The wire form of the keys from `first` to `last`.
 std::vector<uint8_t> KeySymbolTable::packed(int first, int last) const {
   std::vector<uint8_t> bytes;
   for (int keycode = first; keycode <= last; ++keycode) {
-    const Key& key = m_keys[static_cast<std::size_t>(keycode - m_firstKey)];
+    const Key key = fittedToTypes(m_keys[static_cast<std::size_t>(keycode - m_firstKey)]);
     xcb_xkb_key_sym_map_t head{};
     std::copy(key.typeOfLayout.begin(), key.typeOfLayout.end(), std::begin(head.kt_index));
     head.groupInfo = key.groupInfo;
@@ -138,7 +160,8 @@ bool KeySymbolTable::write(Connection& connection, KeyHearing& hearing) const {
   const std::vector<uint8_t> bytes = packed(m_firstChanged, m_lastChanged);
   std::size_t totalSymbols = 0;
   for (int keycode = m_firstChanged; keycode <= m_lastChanged; ++keycode) {
-    totalSymbols += m_keys[static_cast<std::size_t>(keycode - m_firstKey)].symbols.size();
+    totalSymbols +=
+        fittedToTypes(m_keys[static_cast<std::size_t>(keycode - m_firstKey)]).symbols.size();
   }
   const auto first = static_cast<xcb_keycode_t>(m_firstChanged);
   const auto count = static_cast<uint8_t>(m_lastChanged - m_firstChanged + 1);
@@ -146,7 +169,7 @@ bool KeySymbolTable::write(Connection& connection, KeyHearing& hearing) const {
   xcb_void_cookie_t cookie{};
   hearing.changeOwnKeys([&] {
     cookie = xcb_xkb_set_map_checked(
-        xcb, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_MAP_PART_KEY_SYMS, 0, xcb_get_setup(xcb)->min_keycode,
+        xcb, m_device, XCB_XKB_MAP_PART_KEY_SYMS, 0, xcb_get_setup(xcb)->min_keycode,
         xcb_get_setup(xcb)->max_keycode, 0, 0, first, count, static_cast<uint16_t>(totalSymbols), 0,
         0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, bytes.data());
     return cookie.sequence;

@@ -12,7 +12,8 @@ namespace zarvy::x11 {
 class Connection;
 class KeyHearing;
 
-// The symbols of every key in the server's mapping, read, changed and written back as a whole.
+// The symbols of every key of one keyboard, read, changed and written back. Each keyboard has a
+// table of its own, since users may give them different layouts.
 class KeySymbolTable {
  public:
   // A key type of the keymap under which a spare key carries its symbols.
@@ -21,8 +22,9 @@ class KeySymbolTable {
     int levels = 0;
   };
 
-  // Absent where the server does not answer.
-  [[nodiscard]] static std::optional<KeySymbolTable> read(Connection& connection);
+  // The table of the keyboard with this XInput number, or of the union of all keyboards. Absent
+  // where the server does not answer.
+  [[nodiscard]] static std::optional<KeySymbolTable> read(Connection& connection, uint16_t device);
 
   // The widest type that heeds Caps Lock by swapping levels, and so leaves it no other say: four
   // levels where the keymap has it and `levelThree` (a real modifier) is not 0, else two.
@@ -52,9 +54,11 @@ class KeySymbolTable {
     std::vector<std::pair<uint32_t, int>> levelOf;  // modifiers, level from 0
   };
 
+  [[nodiscard]] Key fittedToTypes(Key key) const;
   [[nodiscard]] std::vector<uint8_t> packed(int first, int last) const;
 
   int m_firstKey = 0;
+  uint16_t m_device = 0;
   std::vector<Key> m_keys;
   std::vector<Type> m_types;
   int m_firstChanged = 256;

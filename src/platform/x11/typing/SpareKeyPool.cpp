@@ -9,8 +9,9 @@ namespace zarvy::x11 {
 void SpareKeyPool::reset(std::span<const uint8_t> keycodes, int levels) {
   m_slots.clear();
   m_slotOf.clear();
-  for (const uint8_t keycode : keycodes) {
-    for (int level = 0; level < levels; ++level) {
+  // Slots that need no modifier come first, for the characters that are wanted most.
+  for (int level = 0; level < levels; ++level) {
+    for (const uint8_t keycode : keycodes) {
       m_slots.push_back({.keycode = keycode, .level = level});
     }
   }

@@ -4,7 +4,9 @@
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/typing/KeySymbolTable.h"
 
 namespace zarvy::x11 {
@@ -48,40 +50,64 @@ SpareKeyWriter::SpareKeyWriter(Connection& connection, KeyHearing& hearing)
     : m_connection(connection), m_hearing(hearing) {}
 
 int SpareKeyWriter::levels() const {
-  const auto table = KeySymbolTable::read(m_connection);
-  const ModifierKeys& modifiers = m_hearing.keymap()->modifiers();
-  return table ? table->slotType(modifiers.usableLevelThree()).levels : 0;
+  const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD);
+  const auto keymap = m_hearing.keymap();
+  if (!table || keymap->modifiers().shiftKeys.empty()) return table ? 1 : 0;
+  return table->slotType(keymap->modifiers().usableLevelThree()).levels;
 }
 
 bool SpareKeyWriter::write(const std::map<uint8_t, SpareKeySymbols>& keys) {
-  std::map<uint8_t, SpareKeySymbols> record = readRecord();
+  const std::map<uint8_t, SpareKeySymbols> before = readRecord();
+  std::map<uint8_t, SpareKeySymbols> record = before;
   for (const auto& [keycode, symbols] : keys) record[keycode] = symbols;
-  const ModifierKeys& modifiers = m_hearing.keymap()->modifiers();
+  const auto keymap = m_hearing.keymap();
+  const uint32_t levelThree = keymap->modifiers().usableLevelThree();
   const ServerGrab grab(m_connection);
-  auto table = KeySymbolTable::read(m_connection);
-  if (!table) return false;
-  const auto type = table->slotType(modifiers.usableLevelThree());
-  for (const auto& [keycode, symbols] : keys) {
-    table->setSymbols(keycode, type, {symbols.begin(), symbols.begin() + type.levels});
-  }
-  // Record and mapping leave in one packet: a crash sends both or neither.
   writeRecord(record);
-  return table->write(m_connection, m_hearing);
+  const bool written = editEveryKeyboard([&](KeySymbolTable& table) {
+    const auto type = table.slotType(levelThree);
+    for (const auto& [keycode, symbols] : keys) {
+      table.setSymbols(keycode, type, {symbols.begin(), symbols.begin() + type.levels});
+    }
+  });
+  if (!written) writeRecord(before);
+  return written;
 }
 
 void SpareKeyWriter::giveBack() {
   const std::map<uint8_t, SpareKeySymbols> record = readRecord();
   if (!record.empty()) {
     const ServerGrab grab(m_connection);
-    auto table = KeySymbolTable::read(m_connection);
-    if (!table) return;
-    for (const auto& [keycode, symbols] : record) {
-      if (holds(table->symbols(keycode), symbols)) table->setSymbols(keycode, {}, {});
-    }
-    if (!table->write(m_connection, m_hearing)) return;
+    const bool givenBack = editEveryKeyboard([&](KeySymbolTable& table) {
+      for (const auto& [keycode, symbols] : record) {
+        if (holds(table.symbols(keycode), symbols)) table.setSymbols(keycode, {}, {});
+      }
+    });
+    if (!givenBack) return;
   }
   xcb_delete_property(m_connection.xcb(), m_connection.root(), m_connection.atoms().zarvySpareKeys);
   m_connection.synchronize();
+}
+
+// The union of all keyboards takes over the mapping of whichever keyboard is used, so each has to
+// have the spare keys; and each keeps whatever else is its own.
+bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {
+  std::vector<uint16_t> devices{static_cast<uint16_t>(m_connection.coreKeyboard())};
+  const HeldKeys held(m_connection);
+  for (const auto& keyboards : {held.physicalKeyboards(), held.fakeKeyboards()}) {
+    devices.insert(devices.end(), keyboards.begin(), keyboards.end());
+  }
+  bool complete = true;
+  for (const uint16_t device : devices) {
+    auto table = KeySymbolTable::read(m_connection, device);
+    if (!table) {
+      complete = false;
+      continue;
+    }
+    edit(*table);
+    complete = table->write(m_connection, m_hearing) && complete;
+  }
+  return complete;
 }
 
 bool SpareKeyWriter::hasRecord() const {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <span>
 #include <vector>
@@ -12,16 +13,17 @@ namespace zarvy::x11 {
 
 class Connection;
 class KeyHearing;
+class KeySymbolTable;
 
 inline constexpr int spareKeyLevels = 4;
 
 // The symbols of one spare key, level by level.
 using SpareKeySymbols = std::array<xkb_keysym_t, spareKeyLevels>;
 
-// Writes symbols onto spare keys in the server's mapping, all in one request, since every change
-// makes every client of the display read its keymap again. Keeps a record of the keys and symbols
-// in a property of the root window, so that a later start can give back what a crash left behind.
-// One thread at a time.
+// Writes symbols onto spare keys in the server's mapping, all in one request for each keyboard,
+// since every change makes every client of the display read its keymap again. Keeps a record of the
+// keys and symbols in a property of the root window, so that a later start can give back what a
+// crash left behind. One thread at a time.
 class SpareKeyWriter {
  public:
   SpareKeyWriter(Connection& connection, KeyHearing& hearing);
@@ -41,6 +43,8 @@ class SpareKeyWriter {
   [[nodiscard]] bool hasRecord() const;
 
  private:
+  using Edit = std::function<void(KeySymbolTable&)>;
+  [[nodiscard]] bool editEveryKeyboard(const Edit& edit);
   [[nodiscard]] std::map<uint8_t, SpareKeySymbols> readRecord() const;
   void writeRecord(const std::map<uint8_t, SpareKeySymbols>& keys);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/typing/KeySymbolTable.h"
 #include "platform/x11/typing/TargetBarrier.h"
@@ -19,11 +20,11 @@ void SpareKeys::follow(const std::shared_ptr<const KeymapSnapshot>& snapshot) {
   if (snapshot == m_snapshot) return;
   const bool first = m_snapshot == nullptr;
   m_snapshot = snapshot;
-  if (first || !serverStillHasThem()) startAnew(*snapshot);
+  if (first || m_levels != m_writer.levels() || !serverStillHasThem()) startAnew(*snapshot);
 }
 
 bool SpareKeys::serverStillHasThem() const {
-  const auto table = KeySymbolTable::read(m_connection);
+  const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD);
   if (!table) return true;
   return std::all_of(m_pool.slots().begin(), m_pool.slots().end(), [&](const auto& slot) {
     if (slot.character == 0) return true;
@@ -35,9 +36,9 @@ bool SpareKeys::serverStillHasThem() const {
 
 // What is left of an earlier pool is given back first, so that its keys are free to be taken anew.
 void SpareKeys::startAnew(const KeymapSnapshot& snapshot) {
-  m_writer.giveBack();
+  giveBack();
   std::vector<uint8_t> keycodes = snapshot.spareKeycodes();
-  if (const auto table = KeySymbolTable::read(m_connection)) {
+  if (const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD)) {
     for (std::size_t code = 0; code < m_keycodes.size(); ++code) {
       const auto keycode = static_cast<uint8_t>(code);
       const bool known = std::find(keycodes.begin(), keycodes.end(), keycode) != keycodes.end();
@@ -48,7 +49,8 @@ void SpareKeys::startAnew(const KeymapSnapshot& snapshot) {
   }
   m_keycodes.reset();
   for (const uint8_t keycode : keycodes) m_keycodes.set(keycode);
-  m_pool.reset(keycodes, m_writer.levels());
+  m_levels = m_writer.levels();
+  m_pool.reset(keycodes, m_levels);
 }
 
 std::optional<KeyStroke> SpareKeys::strokeOf(char32_t character, bool capsLock) const {
@@ -63,11 +65,7 @@ std::optional<KeyStroke> SpareKeys::strokeOf(char32_t character, bool capsLock) 
 void SpareKeys::makeRoom(std::span<const char32_t> wanted) {
   const SpareKeyPool::Plan plan = m_pool.fit(wanted);
   if (plan.changes.empty()) return;
-  if (plan.replacesUnread) {
-    for (const xcb_window_t window : m_unreadWindows) m_barrier.waitUntilRead(window);
-    m_unreadWindows.clear();
-    m_pool.markAllRead();
-  }
+  if (plan.replacesUnread) awaitReaders();
   if (m_writer.write(symbolsOfChangedKeys(plan))) m_pool.apply(plan);
 }
 
@@ -100,7 +98,14 @@ bool SpareKeys::reclaim() {
 }
 
 void SpareKeys::giveBack() {
+  awaitReaders();
   m_writer.giveBack();
+}
+
+void SpareKeys::awaitReaders() {
+  for (const xcb_window_t window : m_unreadWindows) m_barrier.waitUntilRead(window);
+  m_unreadWindows.clear();
+  m_pool.markAllRead();
 }
 
 }  // namespace zarvy::x11

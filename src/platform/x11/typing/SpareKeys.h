@@ -46,10 +46,11 @@ class SpareKeys {
   // Gives back the keys that a crashed run of this program still holds; true where there were any.
   bool reclaim();
 
-  // Gives every key back.
+  // Gives every key back, once every window that still has to read a use of one has done so.
   void giveBack();
 
  private:
+  void awaitReaders();
   [[nodiscard]] bool serverStillHasThem() const;
   void startAnew(const KeymapSnapshot& snapshot);
   [[nodiscard]] std::map<uint8_t, SpareKeySymbols> symbolsOfChangedKeys(
@@ -60,6 +61,7 @@ class SpareKeys {
   TargetBarrier& m_barrier;
   SpareKeyWriter m_writer;
   SpareKeyPool m_pool;
+  int m_levels = 0;  // of each key in the pool
   KeycodeSet m_keycodes;
   std::shared_ptr<const KeymapSnapshot> m_snapshot;
   std::set<xcb_window_t> m_unreadWindows;

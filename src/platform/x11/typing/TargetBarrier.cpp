@@ -28,9 +28,9 @@ TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& win
     : m_connection(connection), m_windows(windows) {}
 
 void TargetBarrier::waitUntilRead(xcb_window_t window) {
-  if (window == XCB_WINDOW_NONE) return;
   m_connection.synchronize();
-  if (m_windows.answersPing(window) && ping(window) == Answer::read) return;
+  if (window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read)
+    return;
   settle(window);
 }
 

@@ -12,6 +12,11 @@ bool isControl(char32_t character) {
   return character < U' ' || (character >= U'\x7f' && character < U'\xa0');
 }
 
+// Code points that are no characters by definition; no key can carry them.
+bool isNoncharacter(char32_t character) {
+  return (character & 0xfffeU) == 0xfffeU || (character >= U'\xfdd0' && character <= U'\xfdef');
+}
+
 }  // namespace
 
 std::vector<TypedText::Piece> TypedText::feed(QStringView run) {
@@ -33,20 +38,31 @@ std::vector<TypedText::Piece> TypedText::feed(QStringView run) {
   return pieces;
 }
 
-std::vector<TypedText::Piece> TypedText::finish() {
+std::vector<TypedText::Piece> TypedText::finish(bool returnKeyFollows) {
   std::vector<Piece> pieces;
   if (m_highSurrogate) add(QChar::ReplacementCharacter, pieces);
   m_highSurrogate.reset();
+  if (m_hasCarriageReturn && !returnKeyFollows) {
+    pieces.push_back({.virtualKey = virtualkey::returnKey});
+  }
+  m_hasCarriageReturn = false;
   return pieces;
 }
 
-void TypedText::add(char32_t character, std::vector<Piece>& pieces) const {
+void TypedText::add(char32_t character, std::vector<Piece>& pieces) {
+  const bool endsLineBreak = character == U'\n' && m_hasCarriageReturn;
+  if (m_hasCarriageReturn && !endsLineBreak) {
+    pieces.push_back({.virtualKey = virtualkey::returnKey});
+  }
+  m_hasCarriageReturn = character == U'\r';
   if (character == U'\t') {
     pieces.push_back({.virtualKey = virtualkey::tab});
-  } else if (character == U'\r' || character == U'\n') {
+  } else if (character == U'\n') {
     pieces.push_back({.virtualKey = virtualkey::returnKey});
   } else if (!isControl(character)) {
-    pieces.push_back({.character = character, .virtualKey = std::nullopt});
+    const bool isTypable = !isNoncharacter(character);
+    pieces.push_back({.character = isTypable ? character : char32_t{QChar::ReplacementCharacter},
+                      .virtualKey = std::nullopt});
   }
 }
 

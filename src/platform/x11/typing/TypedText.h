@@ -23,13 +23,15 @@ class TypedText {
   // without its other half becomes U+FFFD, as text fields show it.
   [[nodiscard]] std::vector<Piece> feed(QStringView run);
 
-  // What is still waiting for its other half when the text has ended.
-  [[nodiscard]] std::vector<Piece> finish();
+  // What is still waiting for its other half when the text has ended, or a key comes in between. A
+  // carriage return ahead of the Return key is the other half of one line break, and left out.
+  [[nodiscard]] std::vector<Piece> finish(bool returnKeyFollows = false);
 
  private:
-  void add(char32_t character, std::vector<Piece>& pieces) const;
+  void add(char32_t character, std::vector<Piece>& pieces);
 
   std::optional<char16_t> m_highSurrogate;
+  bool m_hasCarriageReturn = false;
 };
 
 // The characters that typing `text` takes, keys left out.

@@ -5,6 +5,7 @@
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/windows/WindowProperties.h"
 
 namespace zarvy::x11 {
@@ -35,7 +36,7 @@ class Typist::ModifierPresses {
     if (wanted == pressed.has_value()) return;
     if (wanted) {
       pressed = m_held.freeKey(candidates);
-      m_sender.press(*pressed);
+      if (pressed) m_sender.press(*pressed);
     } else {
       m_sender.release(*pressed);
       pressed.reset();
@@ -56,13 +57,13 @@ Typist::Typist(Connection& connection, KeyHearing& hearing, KeySender& sender,
       m_sender(sender),
       m_modifiers(modifiers),
       m_windows(windows),
-      m_heldKeys(connection),
       m_spareKeys(connection, hearing, barrier) {}
 
 void Typist::beginSession(std::span<const char32_t> text) {
   m_modifiers.awaitShortcutModifiersReleased(m_hearing.keymap()->modifiers());
   const std::lock_guard lock(m_mutex);
   ++m_sessions;
+  if (m_isAbandoned) return;
   const Layout layout = takeKeyboard();
   m_sender.flush();
   const std::vector<char32_t> missing = lacking(layout, text);
@@ -77,6 +78,7 @@ void Typist::endSession() {
 
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
+  if (m_isAbandoned) return false;
   const Layout layout = takeKeyboard();
   const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
   if (!keycode || !m_connection.isAlive()) return false;
@@ -89,10 +91,12 @@ bool Typist::typeKey(quint16 virtualKey) {
 bool Typist::typeCharacters(std::span<const char32_t> characters,
                             std::span<const char32_t> upcoming) {
   const std::lock_guard lock(m_mutex);
+  if (m_isAbandoned) return false;
   Layout layout = takeKeyboard();
   std::optional<ModifierPresses> presses;
   presses.emplace(m_sender, m_modifiers, layout.snapshot->modifiers());
-  const xcb_window_t window = m_windows.activeWindow();
+  const xcb_window_t window = lacking(layout, characters).empty() ? xcb_window_t{XCB_WINDOW_NONE}
+                                                                  : m_windows.activeWindow();
   bool complete = m_connection.isAlive();
   for (std::size_t i = 0; i < characters.size(); ++i) {
     const char32_t character = characters[i];
@@ -101,6 +105,7 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
       presses.reset();
       m_sender.flush();
       m_spareKeys.makeRoom(lacking(layout, upcoming.subspan(std::min(i, upcoming.size()))));
+      layout = takeKeyboard();  // the wait may have been long
       presses.emplace(m_sender, m_modifiers, layout.snapshot->modifiers());
       stroke = strokeOf(layout, character);
     }
@@ -124,6 +129,7 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
 
 void Typist::prepare(std::span<const char32_t> characters) {
   const std::lock_guard lock(m_mutex);
+  if (m_isAbandoned) return;
   const auto snapshot = m_hearing.keymap();
   m_spareKeys.follow(snapshot);
   const KeyboardState state = KeyboardState::query(m_connection);
@@ -137,6 +143,11 @@ void Typist::prepare(std::span<const char32_t> characters) {
   m_spareKeys.makeRoom(wanted);
 }
 
+void Typist::abandonSessions() {
+  m_isAbandoned = true;
+  m_modifiers.abandonWaits();
+}
+
 void Typist::reclaimSpareKeys() {
   const std::lock_guard lock(m_mutex);
   if (m_spareKeys.reclaim()) m_hearing.reloadKeymap();
@@ -145,6 +156,7 @@ void Typist::reclaimSpareKeys() {
 void Typist::leaveNoTrace() {
   const std::lock_guard lock(m_mutex);
   m_spareKeys.giveBack();
+  m_modifiers.letGo();
 }
 
 // The keyboard as it is at the start of a run, with the user's modifiers out of the way.
@@ -152,8 +164,8 @@ Typist::Layout Typist::takeKeyboard() {
   Layout layout;
   layout.snapshot = m_hearing.keymap();
   m_spareKeys.follow(layout.snapshot);
-  const KeyboardState state = KeyboardState::query(m_connection);
-  layout.down = m_heldKeys.seenByApplications();
+  const auto [state, down] = KeyboardLook::take(m_connection);
+  layout.down = down;
   const ModifierKeys& keys = layout.snapshot->modifiers();
   m_modifiers.clear(keys, layout.down, state.latchedModifiers);
   layout.down &= ~keys.momentary;

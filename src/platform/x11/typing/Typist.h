@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -47,6 +48,9 @@ class Typist {
   // Gives back what an earlier run of this program left behind. Before the reader starts.
   void reclaimSpareKeys();
 
+  // The end is near: sessions that are still under way type nothing more and wait for nothing.
+  void abandonSessions();
+
   // Gives the spare keys back. After the last session.
   void leaveNoTrace();
 
@@ -67,8 +71,9 @@ class Typist {
   const WindowProperties& m_windows;
   std::function<void()> m_onNoSpareKeys;
 
+  std::atomic<bool> m_isAbandoned = false;
+
   std::mutex m_mutex;  // guards all below, and keeps runs whole
-  HeldKeys m_heldKeys;
   SpareKeys m_spareKeys;
   int m_sessions = 0;
   bool m_reportedNoSpareKeys = false;

@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/VirtualKey.h"
 #include "platform/x11/typing/TypedText.h"
 #include "platform/x11/typing/Typist.h"
 
@@ -14,12 +15,15 @@ namespace {
 class Session final : public TypingSession {
  public:
   Session(Typist& typist, const QString& text)
-      : m_typist(typist), m_upcoming(charactersToType(text)) {
+      : m_typist(typist),
+        m_upcoming(charactersToType(text)),
+        m_unitsToCome(text.size() - text.count(u'\n')) {
     m_typist.beginSession(m_upcoming);
   }
 
+  // A text that was cut short does not end in half a character.
   ~Session() override {
-    type(m_text.finish());
+    if (m_unitsToCome <= 0) type(m_text.finish());
     m_typist.endSession();
   }
 
@@ -27,11 +31,14 @@ class Session final : public TypingSession {
   Session& operator=(const Session&) = delete;
 
   bool pressKey(quint16 virtualKeyCode) override {
-    const bool complete = type(m_text.finish());
+    const bool complete = type(m_text.finish(virtualKeyCode == virtualkey::returnKey));
     return m_typist.typeKey(virtualKeyCode) && complete;
   }
 
-  bool pressText(QStringView run) override { return type(m_text.feed(run)); }
+  bool pressText(QStringView run) override {
+    m_unitsToCome -= run.size();
+    return type(m_text.feed(run));
+  }
 
  private:
   bool type(const std::vector<TypedText::Piece>& pieces) {
@@ -60,6 +67,7 @@ class Session final : public TypingSession {
   TypedText m_text;
   std::vector<char32_t> m_upcoming;
   std::size_t m_typed = 0;
+  qsizetype m_unitsToCome;  // of the text, line feeds left out: those come as keys
 };
 
 }  // namespace

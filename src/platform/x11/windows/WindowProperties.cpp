@@ -41,21 +41,31 @@ xcb_window_t WindowProperties::activeWindow() const {
   return active != XCB_WINDOW_NONE ? active : focusedTopLevel();
 }
 
-// Toolkits give the focus to a window inside the one that carries the properties.
+// Toolkits give the focus to a window inside the one that carries the properties. Without a window
+// manager the focus may follow the pointer.
 xcb_window_t WindowProperties::focusedTopLevel() const {
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_get_input_focus_reply_t> focus(
       xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
-  if (!focus) return XCB_WINDOW_NONE;
-  xcb_window_t window = focus->focus;
-  while (window != XCB_WINDOW_NONE && window != XCB_INPUT_FOCUS_POINTER_ROOT &&
-         window != m_connection.root()) {
+  if (!focus) return noWindow;
+  xcb_window_t window =
+      focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : focus->focus;
+  xcb_window_t topLevel = noWindow;
+  while (window != noWindow && window != m_connection.root()) {
     if (hasClass(window)) return window;
+    topLevel = window;
     const XcbPtr<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(xcb, xcb_query_tree(xcb, window), nullptr));
     window = tree ? tree->parent : noWindow;
   }
-  return XCB_WINDOW_NONE;
+  return topLevel;
+}
+
+xcb_window_t WindowProperties::windowUnderPointer() const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_query_pointer_reply_t> pointer(
+      xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, m_connection.root()), nullptr));
+  return pointer ? pointer->child : noWindow;
 }
 
 bool WindowProperties::hasClass(xcb_window_t window) const {

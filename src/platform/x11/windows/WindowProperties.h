@@ -30,6 +30,7 @@ class WindowProperties {
  private:
   [[nodiscard]] xcb_window_t windowProperty(xcb_window_t window, xcb_atom_t property) const;
   [[nodiscard]] xcb_window_t focusedTopLevel() const;
+  [[nodiscard]] xcb_window_t windowUnderPointer() const;
   [[nodiscard]] bool hasClass(xcb_window_t window) const;
 
   Connection& m_connection;

@@ -51,7 +51,10 @@ RunningApplication X11Workspace::applicationOf(xcb_window_t window) const {
   application.processIdentifier = m_windows.processIdentifier(window);
   application.nativeWindow = window;
   const std::optional<QString> windowClass = m_windows.windowClass(window);
-  const bool isOwn = application.processIdentifier == getpid();
+  // The number alone does not tell: a sandbox or another host counts its processes for itself.
+  const bool isOwn = application.processIdentifier == getpid() &&
+                     windowClass.value_or(m_ownBundleIdentifier)
+                             .compare(m_ownBundleIdentifier, Qt::CaseInsensitive) == 0;
   application.bundleIdentifier = isOwn ? std::optional(m_ownBundleIdentifier) : windowClass;
   application.localizedName = nameOf(application.processIdentifier, windowClass);
   return application;

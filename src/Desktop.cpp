@@ -8,12 +8,24 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
+namespace {
+
+QString displayHasGone() {
+  return u"The X display has gone away."_s;
+}
+
+}  // namespace
+
 Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
     : m_session(x11::X11Session::open(
           scheduler, output,
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
            .ownWindowHasFocus = [] { return QGuiApplication::focusWindow() != nullptr; },
-           .onConnectionLost = std::move(onLost)},
+           .onConnectionLost =
+               [&output, onLost = std::move(onLost)] {
+                 output.print(displayHasGone());
+                 onLost();
+               }},
           &m_reason)) {}
 
 KeyEventSource& Desktop::keyEventSource() {
@@ -31,13 +43,21 @@ Workspace& Desktop::workspace() {
   return m_absent;
 }
 
+void Desktop::abandonTyping() {
+  if (m_session) m_session->abandonTyping();
+}
+
+void Desktop::close() {
+  m_session.reset();
+}
+
 bool Desktop::isTrusted() const {
   return m_session && m_session->isAlive();
 }
 
 QString Desktop::reasonForMissing() const {
   if (isTrusted()) return {};
-  return m_session ? u"The X display has gone away."_s : m_reason;
+  return m_session ? displayHasGone() : m_reason;
 }
 
 }  // namespace zarvy

@@ -24,6 +24,12 @@ class Desktop final : public AccessibilityPermission {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
 
+  // Typing that is still under way stops at once. Any thread.
+  void abandonTyping();
+
+  // Gives the keyboard mapping back. After everything that hears and types has ended.
+  void close();
+
   [[nodiscard]] bool isTrusted() const override;
   [[nodiscard]] QString reasonForMissing() const override;
 

@@ -17,7 +17,8 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_counters(m_documents, m_scheduler),
       m_fieldDefaults(m_documents, m_scheduler),
       m_workers("zarvy-worker"),
-      m_sound(m_workers),
+      m_soundWorkers("zarvy-sound"),
+      m_sound(m_soundWorkers),
       m_dates(RegionalSettings::ofUser()),
       m_shell(u"[Shell Error]"_s),
       m_javaScript(u"[JS Error]"_s),
@@ -32,8 +33,10 @@ ZarvyApp::~ZarvyApp() {
   m_monitor.stop();
   m_mainThread.close();
   m_injector->cutShort();
+  m_desktop.abandonTyping();
   m_workers.drain();
   m_keyboardProcessing.drain();
+  m_desktop.close();
   m_storageQueue.drain();
 }
 

@@ -58,6 +58,7 @@ class ZarvyApp {
   CounterStore m_counters;
   FieldDefaultsStore m_fieldDefaults;
   ThreadWorkerPool m_workers;
+  ThreadWorkerPool m_soundWorkers;  // of its own: a sound server may take its time
   CanberraSoundOutput m_sound;
   DateFormatters m_dates;
   QtPasteboard m_pasteboard;

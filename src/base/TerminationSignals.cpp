@@ -17,12 +17,6 @@ constexpr std::array handledSignals{SIGTERM, SIGINT, SIGHUP};
 std::atomic<const EventFd*> raisedBySignals = nullptr;
 static_assert(std::atomic<const EventFd*>::is_always_lock_free);
 
-void noteSignal(int) {
-  const int before = errno;
-  if (const EventFd* raised = raisedBySignals) raised->raise();
-  errno = before;
-}
-
 bool isIgnored(int signal) {
   struct sigaction current {};
   return sigaction(signal, nullptr, &current) == 0 && current.sa_handler == SIG_IGN;
@@ -33,6 +27,16 @@ void setHandler(int signal, void (*handler)(int)) {
   action.sa_handler = handler;
   action.sa_flags = SA_RESTART;
   sigaction(signal, &action, nullptr);
+}
+
+// The first signal asks for a clean end; a second one is not kept waiting for it.
+void noteSignal(int) {
+  const int before = errno;
+  if (const EventFd* raised = raisedBySignals) raised->raise();
+  for (const int signal : handledSignals) {
+    if (!isIgnored(signal)) setHandler(signal, SIG_DFL);
+  }
+  errno = before;
 }
 
 }  // namespace

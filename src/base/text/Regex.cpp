@@ -105,8 +105,10 @@ RegexSearch Regex::search(bool fromStart) const {
   if (U_FAILURE(status)) {
     status = U_ZERO_ERROR;
     uregex_setTimeLimit(m_handle.get(), timeLimitAfterGivingUp, &status);
+    m_hasGivenUp = true;
     return {RegexOutcome::gaveUp, {}};
   }
+  if (std::exchange(m_hasGivenUp, false)) uregex_setTimeLimit(m_handle.get(), timeLimit, &status);
   if (!found) return {};
   return {RegexOutcome::matched, currentMatch(m_handle.get())};
 }

@@ -85,7 +85,8 @@ class Regex {
 
   const QString m_pattern;
   const RequiredCharacters m_required;
-  const Handle m_handle;  // guarded by m_lock: it holds the state of the search
+  const Handle m_handle;              // guarded by m_lock: it holds the state of the search
+  mutable bool m_hasGivenUp = false;  // guarded by m_lock; the time limit is the short one
   mutable std::mutex m_lock;
   mutable std::atomic<bool> m_isReported{false};
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <utility>
 
 #include "base/Scheduler.h"
@@ -19,9 +20,20 @@ class DebouncedSave {
 
   // Hands `save` to the documents once the delay has passed, unless another comes before.
   void schedule(DocumentQueue::Work save) {
+    withdraw();
+    m_waiting = std::make_shared<const DocumentQueue::Work>(std::move(save));
+    m_task = m_scheduler.postAfter(m_delay,
+                                   [&documents = m_documents, waiting = std::weak_ptr(m_waiting)] {
+                                     if (const auto latest = waiting.lock())
+                                       documents.post(*latest);
+                                   });
+  }
+
+  // Drops the save that waits, and with it the copy of the data that it holds. Called ahead of a
+  // change, it spares large data that are shared until changed from being copied for nothing.
+  void withdraw() {
     m_task.cancel();
-    m_task = m_scheduler.postAfter(
-        m_delay, [&documents = m_documents, save = std::move(save)] { documents.post(save); });
+    m_waiting.reset();
   }
 
  private:
@@ -29,6 +41,7 @@ class DebouncedSave {
   Scheduler& m_scheduler;
   const std::chrono::milliseconds m_delay;
   TaskHandle m_task;
+  std::shared_ptr<const DocumentQueue::Work> m_waiting;  // or the latest that was handed over
 };
 
 }  // namespace zarvy

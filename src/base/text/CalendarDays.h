@@ -25,7 +25,7 @@ class CalendarDays {
   [[nodiscard]] QDateTime startOfDay(const QDateTime& instant);
 
   // The first instant of the day that is `days` days after that of `instant`, in UTC. A day that
-  // the zone left out, as some did when they changed sides of the date line, is the one after it.
+  // the zone left out, as some did when they changed sides of the date line, does not count.
   [[nodiscard]] QDateTime startOfDay(const QDateTime& instant, int days);
 
   // 0 to 23.

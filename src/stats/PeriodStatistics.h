@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+
+#include <QDateTime>
+#include <QList>
+
+#include "base/text/CalendarDays.h"
+#include "core/model/ExpansionEvent.h"
+#include "stats/DailyStats.h"
+#include "stats/HourlyStats.h"
+#include "stats/SnippetUsage.h"
+#include "stats/StatsMetrics.h"
+
+namespace zarvy {
+
+// What the events of one period amount to. One thread; StatsStore tells what the results are.
+class PeriodStatistics {
+ public:
+  // `events` are oldest first. Of them count those of the last `days` days of `calendar`, today
+  // included, or all; `days` below 1 ends the process.
+  PeriodStatistics(const QList<ExpansionEvent>& events, std::optional<int> days,
+                   const QDateTime& now, CalendarDays calendar);
+
+  [[nodiscard]] QList<DailyStats> dailyStats();
+  [[nodiscard]] QList<HourlyStats> hourlyStats() const;
+  [[nodiscard]] QList<SnippetUsage> topSnippets(qsizetype limit) const;
+  [[nodiscard]] StatsMetrics metrics(double lifetimeTimeSaved) const;
+
+ private:
+  [[nodiscard]] qint64 dayCount() const;
+
+  const std::optional<int> m_days;
+  const QDateTime m_now;
+  CalendarDays m_calendar;
+  QList<ExpansionEvent> m_events;  // of the period
+};
+
+}  // namespace zarvy

@@ -40,13 +40,20 @@ class TerminationSignalsTest : public testing::Test {
 };
 
 TEST_F(TerminationSignalsTest, CallsBackFromTheEventLoopForEachKindOfSignal) {
-  int count = 0;
-  const TerminationSignals signals([&count] { ++count; });
-  int wanted = 0;
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    int count = 0;
+    const TerminationSignals signals([&count] { ++count; });
     std::raise(signal);
-    EXPECT_EQ(count, wanted);
-    EXPECT_TRUE(waitUntilCount(count, ++wanted)) << signal;
+    EXPECT_EQ(count, 0);
+    EXPECT_TRUE(waitUntilCount(count, 1)) << signal;
+  }
+}
+
+TEST_F(TerminationSignalsTest, KeepsASecondSignalNotWaiting) {
+  for (const int first : {SIGTERM, SIGINT}) {
+    const TerminationSignals signals([] {});
+    std::raise(first);
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) EXPECT_EQ(handlerOf(signal), SIG_DFL);
   }
 }
 

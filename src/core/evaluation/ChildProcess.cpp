@@ -1,0 +1,133 @@
+#include "core/evaluation/ChildProcess.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+
+#include "core/evaluation/Waiting.h"
+
+namespace zarvy {
+namespace {
+
+void check(int error, const char* what) {
+  if (error != 0) throw std::system_error(error, std::generic_category(), what);
+}
+
+class SpawnAttributes {
+ public:
+  SpawnAttributes() {
+    check(posix_spawnattr_init(&m_attributes), "posix_spawnattr_init");
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&m_attributes, &signals);
+    sigfillset(&signals);
+    posix_spawnattr_setsigdefault(&m_attributes, &signals);
+    posix_spawnattr_setpgroup(&m_attributes, 0);
+    posix_spawnattr_setflags(
+        &m_attributes, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+  }
+  ~SpawnAttributes() { posix_spawnattr_destroy(&m_attributes); }
+  SpawnAttributes(const SpawnAttributes&) = delete;
+  SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+
+  [[nodiscard]] const posix_spawnattr_t* get() const { return &m_attributes; }
+
+ private:
+  posix_spawnattr_t m_attributes{};
+};
+
+// What happens to the descriptors between fork and exec.
+class SpawnActions {
+ public:
+  explicit SpawnActions(const std::vector<int>& descriptors) : m_copies(copiesOf(descriptors)) {
+    check(posix_spawn_file_actions_init(&m_actions), "posix_spawn_file_actions_init");
+    for (std::size_t place = 0; place < m_copies.size(); ++place) {
+      const int copy = m_copies[place].get();
+      if (copy < 0) continue;
+      posix_spawn_file_actions_adddup2(&m_actions, copy, static_cast<int>(place));
+    }
+    posix_spawn_file_actions_addclosefrom_np(&m_actions, static_cast<int>(m_copies.size()));
+  }
+  ~SpawnActions() { posix_spawn_file_actions_destroy(&m_actions); }
+  SpawnActions(const SpawnActions&) = delete;
+  SpawnActions& operator=(const SpawnActions&) = delete;
+
+  [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &m_actions; }
+
+ private:
+  // Copies above all the places: where this program runs without standard streams, a descriptor may
+  // itself have the number of a place that is filled before it is read.
+  static std::vector<FileDescriptor> copiesOf(const std::vector<int>& descriptors) {
+    std::vector<FileDescriptor> copies(descriptors.size());
+    for (std::size_t place = 0; place < descriptors.size(); ++place) {
+      if (descriptors[place] == ChildProcess::inherited) continue;
+      const int firstFree = static_cast<int>(descriptors.size());
+      copies[place] = FileDescriptor(fcntl(descriptors[place], F_DUPFD_CLOEXEC, firstFree));
+      if (copies[place].get() < 0) check(errno, "fcntl");
+    }
+    return copies;
+  }
+
+  const std::vector<FileDescriptor> m_copies;
+  posix_spawn_file_actions_t m_actions{};
+};
+
+pid_t spawn(const QByteArrayList& arguments, const std::vector<int>& descriptors) {
+  const SpawnAttributes attributes;
+  const SpawnActions actions(descriptors);
+  std::vector<char*> pointers;
+  // The C interface takes pointers to char and changes nothing.
+  for (const QByteArray& argument : arguments) {
+    pointers.push_back(const_cast<char*>(argument.constData()));  // NOLINT(*-const-cast)
+  }
+  pointers.push_back(nullptr);
+  pid_t id = -1;
+  check(
+      posix_spawn(&id, pointers.front(), actions.get(), attributes.get(), pointers.data(), environ),
+      "posix_spawn");
+  return id;
+}
+
+// Not by the C library's function, which its header of 2.36 hides from C++.
+int openEnd(pid_t id) {
+  return static_cast<int>(::syscall(SYS_pidfd_open, id, 0));
+}
+
+}  // namespace
+
+ChildProcess::ChildProcess(const QByteArrayList& arguments, const std::vector<int>& descriptors)
+    : m_id(spawn(arguments, descriptors)), m_end(openEnd(m_id)) {
+  if (m_end.get() >= 0) return;
+  const int error = errno;
+  // It could be neither waited for nor handed on.
+  ::kill(-m_id, SIGKILL);
+  while (::waitpid(m_id, nullptr, 0) < 0 && errno == EINTR) {
+  }
+  check(error, "pidfd_open");
+}
+
+bool ChildProcess::waitForEnd(const QDeadlineTimer& deadline) const {
+  return waitUntilReady(m_end.get(), POLLIN, deadline);
+}
+
+void ChildProcess::signalGroup(int signal) const {
+  ::kill(-m_id, signal);
+}
+
+std::optional<int> ChildProcess::reap() {
+  siginfo_t end{};
+  const auto idOfEnd = static_cast<id_t>(m_end.get());
+  while (::waitid(P_PIDFD, idOfEnd, &end, WEXITED | WNOHANG) != 0) {
+    if (errno != EINTR) return -1;  // someone else took it: how it ended is not known
+  }
+  if (end.si_pid == 0) return std::nullopt;
+  return end.si_status;
+}
+
+}  // namespace zarvy

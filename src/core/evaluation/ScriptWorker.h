@@ -1,0 +1,64 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <variant>
+
+#include <QByteArrayList>
+#include <QDeadlineTimer>
+#include <QString>
+
+#include "core/evaluation/ChildReaper.h"
+#include "jsworker/wire/ScriptWire.h"
+
+namespace zarvy {
+
+struct ScriptReply {
+  scriptwire::Outcome outcome = scriptwire::Outcome::nothing;
+  QString text;                      // for the outcome that has one
+  std::optional<QString> exception;  // the description of what was thrown; may be empty
+};
+
+enum class ScriptFailure {
+  timedOut,
+  gone,  // the worker has ended, or has said what is not agreed
+};
+
+// The process that runs scripts, seen from this side. One thread at a time. It is killed at the
+// end, whatever it does, and must end after a failure: what it may still say belongs to no one.
+class ScriptWorker {
+ public:
+  // Starts the program whose path is the first of `arguments`, and waits until it takes scripts.
+  // Throws std::system_error with the reason where it does not within `startLimit`.
+  ScriptWorker(const QByteArrayList& arguments, std::chrono::milliseconds startLimit,
+               ChildReaper& reaper);
+  ~ScriptWorker();
+
+  ScriptWorker(const ScriptWorker&) = delete;
+  ScriptWorker& operator=(const ScriptWorker&) = delete;
+
+  [[nodiscard]] pid_t id() const { return m_process.id(); }
+
+  // False once it has ended by itself.
+  [[nodiscard]] bool waitsForScripts() const;
+
+  // `expression` is at most scriptwire::longestText long.
+  [[nodiscard]] std::variant<ScriptReply, ScriptFailure> run(const QString& expression,
+                                                             const QDeadlineTimer& deadline) const;
+
+ private:
+  struct SocketPair {
+    SocketPair();
+    FileDescriptor own;
+    FileDescriptor workers;
+  };
+  ScriptWorker(const QByteArrayList& arguments, SocketPair sockets, ChildReaper& reaper);
+
+  void waitUntilItTakesScripts(const QDeadlineTimer& deadline) const;
+
+  ChildReaper& m_reaper;
+  FileDescriptor m_socket;
+  ChildProcess m_process;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,126 @@
+#include "core/evaluation/ShellEvaluator.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <optional>
+#include <poll.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+#include <QStringDecoder>
+
+#include "core/evaluation/Waiting.h"
+
+namespace zarvy {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+const auto timeoutMark = u"[Shell Timeout]"_s;
+
+// What a command leaves running may go on writing; beyond this it counts as one that never ends.
+constexpr qsizetype mostOutput = 64'000'000;  // bytes
+
+[[noreturn]] void fail(int error) {
+  throw std::system_error(error, std::generic_category());
+}
+
+struct Pipe {
+  Pipe() {
+    std::array<int, 2> ends{};
+    if (::pipe2(ends.data(), O_CLOEXEC) != 0) fail(errno);
+    reading = FileDescriptor(ends[0]);
+    writing = FileDescriptor(ends[1]);
+    if (::fcntl(ends[0], F_SETFL, O_NONBLOCK) != 0) fail(errno);
+  }
+
+  FileDescriptor reading;  // does not block
+  FileDescriptor writing;
+};
+
+QString errorMark(const QString& reason) {
+  return reason.isEmpty() ? u"[Shell Error]"_s : u"[Shell Error: "_s + reason + u']';
+}
+
+// A command goes to the shell as it stands or not at all: half a command may do anything.
+QByteArray argumentFor(const QString& command) {
+  if (command.contains(QChar(u'\0'))) fail(EINVAL);
+  if (!command.isValidUtf16()) fail(EILSEQ);
+  return command.toUtf8();
+}
+
+// Absent where the end does not come before the deadline.
+std::optional<QByteArray> readToEnd(const FileDescriptor& pipe, const QDeadlineTimer& deadline) {
+  QByteArray bytes;
+  std::array<char, 65'536> part{};
+  while (bytes.size() <= mostOutput && waitUntilReady(pipe.get(), POLLIN, deadline)) {
+    const ssize_t count = ::read(pipe.get(), part.data(), part.size());
+    if (count == 0) return bytes;
+    if (count > 0) bytes.append(part.data(), count);
+    if (count < 0 && errno != EAGAIN && errno != EINTR) break;
+  }
+  return std::nullopt;
+}
+
+// Empty where the bytes are not valid UTF-8 from the first to the last.
+QString decoded(const QByteArray& bytes) {
+  QStringDecoder decoder(QStringDecoder::Utf8,
+                         QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+  const QString text = decoder(bytes);
+  return decoder.hasError() ? QString() : text;
+}
+
+QString textOfOutput(const QByteArray& bytes) {
+  QString text = decoded(bytes);
+  if (text.endsWith(u'\n')) text.chop(1);
+  return text;
+}
+
+}  // namespace
+
+ShellEvaluator::ShellEvaluator(ChildReaper& reaper, QByteArrayList shells,
+                               std::chrono::milliseconds limit)
+    : m_reaper(reaper), m_shells(std::move(shells)), m_limit(limit) {}
+
+QString ShellEvaluator::evaluate(const QString& command) {
+  try {
+    return run(argumentFor(command));
+  } catch (const std::system_error& error) {
+    return errorMark(QString::fromLocal8Bit(error.code().message().c_str()));
+  }
+}
+
+QString ShellEvaluator::run(const QByteArray& command) {
+  const QDeadlineTimer deadline(m_limit);
+  Pipe output;
+  Pipe error;
+  ChildProcess shell = startShell(command, output.writing.get(), error.writing.get());
+  output.writing.reset();
+  error.writing.reset();
+  if (!shell.waitForEnd(deadline)) {
+    shell.signalGroup(SIGTERM);
+    shell.signalGroup(SIGCONT);  // a stopped process does not hear of the other signal
+    m_reaper.adopt(std::move(shell));
+    return timeoutMark;
+  }
+  const bool succeeded = shell.reap() == 0;
+  const auto bytes = readToEnd(succeeded ? output.reading : error.reading, deadline);
+  if (!bytes) return timeoutMark;
+  return succeeded ? textOfOutput(*bytes) : errorMark(decoded(*bytes).trimmed());
+}
+
+ChildProcess ShellEvaluator::startShell(const QByteArray& command, int output, int error) const {
+  for (const QByteArray& shell : m_shells) {
+    try {
+      return ChildProcess({shell, "-c", command}, {ChildProcess::inherited, output, error});
+    } catch (const std::system_error& failure) {
+      if (failure.code() != std::errc::no_such_file_or_directory) throw;
+    }
+  }
+  fail(ENOENT);
+}
+
+}  // namespace zarvy

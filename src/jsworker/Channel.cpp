@@ -1,0 +1,72 @@
+#include "jsworker/Channel.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <string>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace zarvy {
+
+using scriptwire::longestText;
+using scriptwire::Outcome;
+
+void Channel::sendReady() const {
+  const scriptwire::Ready ready{scriptwire::version};
+  send(&ready, sizeof(ready));
+}
+
+std::u16string Channel::receiveExpression() const {
+  scriptwire::Request request{};
+  receive(&request, sizeof(request));
+  if (request.expressionLength > longestText) _exit(EXIT_FAILURE);
+  std::u16string expression(request.expressionLength, u'\0');
+  receive(expression.data(), expression.size() * sizeof(char16_t));
+  return expression;
+}
+
+void Channel::sendResult(const ScriptResult& result) const {
+  std::u16string_view text = unitsOf(result.text);
+  Outcome outcome = result.outcome;
+  if (text.size() > longestText) {
+    text = {};
+    outcome = Outcome::textIsTooLong;
+  }
+  const std::u16string_view description = unitsOf(result.description).substr(0, longestText);
+  const scriptwire::Reply reply{outcome, result.hasThrown ? 1U : 0U,
+                                static_cast<std::uint32_t>(text.size()),
+                                static_cast<std::uint32_t>(description.size())};
+  send(&reply, sizeof(reply));
+  sendText(text);
+  sendText(description);
+}
+
+void Channel::sendText(std::u16string_view text) const {
+  send(text.data(), text.size() * sizeof(char16_t));
+}
+
+void Channel::send(const void* data, std::size_t size) const {
+  const char* rest = static_cast<const char*>(data);
+  while (size > 0) {
+    const ssize_t sent = ::send(m_socket, rest, size, MSG_NOSIGNAL);
+    if (sent < 0) {
+      if (errno == EINTR) continue;
+      _exit(EXIT_SUCCESS);
+    }
+    rest += sent;
+    size -= static_cast<std::size_t>(sent);
+  }
+}
+
+void Channel::receive(void* data, std::size_t size) const {
+  char* rest = static_cast<char*>(data);
+  while (size > 0) {
+    const ssize_t received = ::recv(m_socket, rest, size, MSG_WAITALL);
+    if (received < 0 && errno == EINTR) continue;
+    if (received <= 0) _exit(EXIT_SUCCESS);
+    rest += received;
+    size -= static_cast<std::size_t>(received);
+  }
+}
+
+}  // namespace zarvy

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string_view>
+
+#include "jsworker/ScriptContext.h"
+#include "jsworker/wire/ScriptWire.h"
+
+namespace zarvy {
+
+// The worker's end of the socket. When the program at the other end has gone, or says what is not
+// agreed, the process ends: there is nothing left to do for it.
+class Channel {
+ public:
+  explicit Channel(int socket) : m_socket(socket) {}
+
+  void sendReady() const;
+  [[nodiscard]] std::u16string receiveExpression() const;
+  void sendResult(const ScriptResult& result) const;
+
+ private:
+  void send(const void* data, std::size_t size) const;
+  void sendText(std::u16string_view text) const;
+  void receive(void* data, std::size_t size) const;
+
+  const int m_socket;
+};
+
+}  // namespace zarvy

@@ -2,8 +2,6 @@
 
 #include <QCoreApplication>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace zarvy {
 
 ZarvyApp::ZarvyApp(LineOutput& output)
@@ -16,18 +14,19 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_documents(m_store, m_storageQueue),
       m_counters(m_documents, m_scheduler),
       m_fieldDefaults(m_documents, m_scheduler),
+      m_stats(m_documents, m_scheduler, m_clock),
       m_workers("zarvy-worker"),
       m_soundWorkers("zarvy-sound"),
       m_sound(m_soundWorkers),
       m_dates(RegionalSettings::ofUser()),
-      m_shell(u"[Shell Error]"_s),
-      m_javaScript(u"[JS Error]"_s),
+      m_shell(m_childReaper),
+      m_javaScript(m_output, m_childReaper),
       m_engine(m_output, placeholderServices()),
       m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
       m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,
                                     m_workers, m_scheduler)),
       m_state(expansionServices(), m_desktop),
-      m_loader(m_documents, m_scheduler, m_clock) {}
+      m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock) {}
 
 ZarvyApp::~ZarvyApp() {
   m_monitor.stop();
@@ -42,11 +41,7 @@ ZarvyApp::~ZarvyApp() {
 
 void ZarvyApp::start() {
   if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
-  m_loader.load([this](const Library& library) {
-    m_counters.replaceAll(library.counters);
-    m_fieldDefaults.replaceAll(library.fieldDefaults);
-    m_state.adoptLibrary(library);
-  });
+  m_loader.load([this](const Library& library) { m_state.adoptLibrary(library); });
 }
 
 PlaceholderServices ZarvyApp::placeholderServices() {
@@ -56,7 +51,7 @@ PlaceholderServices ZarvyApp::placeholderServices() {
 
 ExpansionServices ZarvyApp::expansionServices() {
   return {m_monitor, m_engine,  *m_injector, m_desktop.keyEventPoster(),
-          m_sound,   m_workers, m_output};
+          m_sound,   m_workers, m_stats,     m_output};
 }
 
 }  // namespace zarvy

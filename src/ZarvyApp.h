@@ -3,7 +3,6 @@
 #include <memory>
 
 #include "Desktop.h"
-#include "StandIns.h"
 #include "app/AppState.h"
 #include "app/LibraryLoader.h"
 #include "base/LineOutput.h"
@@ -15,10 +14,14 @@
 #include "base/ThreadWorkerPool.h"
 #include "core/KeyboardMonitor.h"
 #include "core/TextExpansionEngine.h"
+#include "core/evaluation/ChildReaper.h"
+#include "core/evaluation/JSEvaluator.h"
+#include "core/evaluation/ShellEvaluator.h"
 #include "core/injection/TextInjector.h"
 #include "core/placeholders/DateFormatters.h"
 #include "platform/freedesktop/CanberraSoundOutput.h"
 #include "platform/freedesktop/QtPasteboard.h"
+#include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
@@ -57,13 +60,15 @@ class ZarvyApp {
   DocumentQueue m_documents;
   CounterStore m_counters;
   FieldDefaultsStore m_fieldDefaults;
+  StatsStore m_stats;
   ThreadWorkerPool m_workers;
   ThreadWorkerPool m_soundWorkers;  // of its own: a sound server may take its time
   CanberraSoundOutput m_sound;
   DateFormatters m_dates;
   QtPasteboard m_pasteboard;
-  NoEvaluator m_shell;
-  NoEvaluator m_javaScript;
+  ChildReaper m_childReaper;
+  ShellEvaluator m_shell;
+  JSEvaluator m_javaScript;
   TextExpansionEngine m_engine;
   KeyboardMonitor m_monitor;
   std::shared_ptr<TextInjector> m_injector;

@@ -101,6 +101,7 @@ void AppState::handlePotentialTrigger(const QString& buffer) {
   const QString beginning = firstCharacters(expanded->text, printedLength);
   m_services.output.print(u"EXPANDING to: '"_s + beginning + u"...'"_s);
   m_services.injector.inject(expanded->text, matchLength, {}, expanded->cursorOffset);
+  m_services.stats.recordExpansion(match->snippet, graphemeCount(expanded->text));
 }
 
 // Tells the keyboard which characters are to come. That takes a while where the layout lacks many.

@@ -13,6 +13,7 @@
 #include "platform/AccessibilityPermission.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/SoundOutput.h"
+#include "stats/StatsStore.h"
 
 namespace zarvy {
 
@@ -24,6 +25,7 @@ struct ExpansionServices {
   KeyEventPoster& poster;
   SoundOutput& sound;
   WorkerPool& workers;
+  StatsStore& stats;
   LineOutput& output;
 };
 

@@ -1,24 +1,26 @@
 #pragma once
 
+#include <optional>
+
 #include <QList>
-#include <QMap>
-#include <QString>
 
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
+#include "core/model/ImportBatch.h"
 #include "core/model/Settings.h"
 #include "core/model/Snippet.h"
+#include "core/model/SyncMetadata.h"
 
 namespace zarvy {
 
-// What the program reads from its documents at start.
+// What the program reads from its documents at start, beside what its stores keep for themselves.
 struct Library {
   QList<Snippet> snippets;
   QList<Folder> folders;
   Settings settings;
   QList<GlobalVariable> globalVariables;
-  QMap<QString, qint64> counters = {};        // values by name
-  QMap<QString, QString> fieldDefaults = {};  // remembered texts by the field's name
+  QList<ImportBatch> importBatches = {};          // newest first
+  std::optional<SyncMetadata> syncMetadata = {};  // of the last sync; absent before the first
 };
 
 }  // namespace zarvy

@@ -6,8 +6,9 @@
 
 namespace zarvy {
 
-LibraryLoader::LibraryLoader(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock)
-    : m_documents(documents), m_scheduler(scheduler), m_clock(clock) {}
+LibraryLoader::LibraryLoader(DocumentQueue& documents, const LoadedStores& stores,
+                             Scheduler& scheduler, const Clock& clock)
+    : m_documents(documents), m_stores(stores), m_scheduler(scheduler), m_clock(clock) {}
 
 void LibraryLoader::load(Callback onLoaded) {
   m_documents.post([this, onLoaded = std::move(onLoaded)](const DataStore& store) {
@@ -16,14 +17,18 @@ void LibraryLoader::load(Callback onLoaded) {
 }
 
 Library LibraryLoader::read(const DataStore& store) {
+  store.removeUnfinishedSaves();
   // Each in its own statement: the order of reading is the order of the lines that failures print.
   Library library;
   library.snippets = store.loadSnippets();
   library.folders = store.loadFolders();
   library.settings = store.loadSettings();
+  library.importBatches = store.loadImportBatches();
+  library.syncMetadata = store.loadSyncMetadata();
   library.globalVariables = store.loadGlobalVariables();
-  library.counters = store.loadCounters();
-  library.fieldDefaults = store.loadFieldDefaults();
+  m_stores.counters.replaceAll(store.loadCounters());
+  m_stores.stats.loadFromDisk(store);
+  m_stores.fieldDefaults.replaceAll(store.loadFieldDefaults());
   return library;
 }
 

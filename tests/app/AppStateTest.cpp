@@ -119,6 +119,36 @@ TEST_F(AppStateTest, EmptiesTheBufferOfTheMonitorAtTheMatch) {
   EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
 }
 
+TEST_F(AppStateTest, RecordsTheExpansionAtOnceWithItsLengthInCharacters) {
+  startWith(u";sig"_s, u"e\u0301\U0001F1E9\U0001F1EA234567"_s);
+  state().handlePotentialTrigger(u";sig"_s);
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
+  EXPECT_EQ(m_harness.stats.summary().totalCharactersSaved, 8 - 4);
+  const QList<SnippetUsage> usages = m_harness.stats.topSnippets(5, 1);
+  ASSERT_EQ(usages.size(), 1);
+  EXPECT_EQ(usages.front().snippetID, state().snippets().front().id);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
+}
+
+TEST_F(AppStateTest, RecordsAlsoWhatIsNotInjectedIntoThisProgramsOwnWindow) {
+  startWith(u";ty"_s, u"x"_s);
+  m_harness.workspace.setFrontmost(RunningApplication{1, u"zarvy"_s, {}, 2});
+  m_harness.type(u";ty"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
+}
+
+TEST_F(AppStateTest, RecordsNothingWithoutAnExpansion) {
+  startWith(u";ty"_s, u"{{field:Name}}"_s);
+  m_harness.type(u"nothing"_s);
+  m_harness.type(u";ty"_s);  // waits for a form
+  state().togglePause();
+  state().handlePotentialTrigger(u";ty"_s);
+  m_harness.finish();
+  EXPECT_EQ(m_harness.stats.summary(), StatsSummary());
+}
+
 struct PrintCase {
   const char* name;
   QString replacement;

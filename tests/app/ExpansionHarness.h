@@ -25,7 +25,8 @@ class ExpansionHarness {
   explicit ExpansionHarness(bool trusted = true) : permission(trusted) {
     workspace.setFrontmost(RunningApplication{10, QStringLiteral("editor"), {}, 1});
     state = std::make_unique<AppState>(
-        ExpansionServices{monitor, engine, *injector, poster, sound, workers, output}, permission);
+        ExpansionServices{monitor, engine, *injector, poster, sound, workers, stats, output},
+        permission);
   }
 
   [[nodiscard]] Snippet snippet(const QString& trigger, const QString& replacement) const {
@@ -80,6 +81,11 @@ class ExpansionHarness {
   KeyboardMonitor monitor{source, permission, scheduler, keyQueue, output};
   std::shared_ptr<TextInjector> injector =
       TextInjector::make(poster, workspace, sleeper, workers, scheduler);
+  // Their saves wait for ever: nothing drains the queue.
+  DataStore store{output, [] { return std::nullopt; }};
+  ManualSerialQueue documentQueue;
+  DocumentQueue documents{store, documentQueue};
+  StatsStore stats{documents, scheduler, clock, [] { return CalendarDays(QStringLiteral("UTC")); }};
   std::unique_ptr<AppState> state;
 };
 

@@ -50,7 +50,10 @@ class LibraryLoaderTest : public testing::Test {
   ManualScheduler m_scheduler;
   ManualClock m_clock;
   DocumentQueue m_documents{m_store, m_storageQueue};
-  LibraryLoader m_loader{m_documents, m_scheduler, m_clock};
+  CounterStore m_counters{m_documents, m_scheduler};
+  StatsStore m_stats{m_documents, m_scheduler, m_clock};
+  FieldDefaultsStore m_fieldDefaults{m_documents, m_scheduler};
+  LibraryLoader m_loader{m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock};
   std::optional<Library> m_loaded;
   int m_loadCount = 0;
 };
@@ -123,29 +126,51 @@ TEST_F(LibraryLoaderTest, ReadsSettingsAndGlobalVariablesBesideTheFirstRunConten
   EXPECT_FALSE(m_loaded->snippets.isEmpty());
 }
 
+TEST_F(LibraryLoaderTest, ReadsImportsAndTheLastSync) {
+  const QDateTime noon = m_clock.now();
+  const QList<ImportBatch> imports{{QUuid::createUuid(), noon, u"export.csv"_s, {}}};
+  const SyncMetadata metadata{noon, u"device"_s, 7};
+  m_store.saveImportBatches(imports);
+  m_store.saveSyncMetadata(metadata);
+  load();
+  finish();
+  EXPECT_EQ(m_loaded->importBatches, imports);
+  EXPECT_EQ(m_loaded->syncMetadata, metadata);
+}
+
+TEST_F(LibraryLoaderTest, HandsCountersStatisticsAndRememberedTextsToTheirStores) {
+  m_store.saveCounters({{u"invoice"_s, 41}});
+  m_store.saveStatsSummary({7, 70, 21, {}});
+  m_store.saveFieldDefaults({{u"Name"_s, u"Ada"_s}});
+  load();
+  finish();
+  EXPECT_EQ(m_stats.summary(), (StatsSummary{7, 70, 21, {}}));
+  EXPECT_EQ(m_fieldDefaults.value(u"Name"_s), u"Ada"_s);
+  EXPECT_EQ(m_scheduler.pendingCount(), 0U);
+  EXPECT_EQ(m_counters.nextValue(u"invoice"_s, 1), 42);
+}
+
 TEST_F(LibraryLoaderTest, PrintsTheFailuresInTheOrderOfReading) {
-  write(u"global_variables.json"_s, "?");
-  write(u"settings.json"_s, "?");
-  write(u"folders.json"_s, "?");
-  write(u"snippets.json"_s, "?");
+  const QStringList documents{u"snippets"_s,       u"folders"_s,       u"settings"_s,
+                              u"import batches"_s, u"sync metadata"_s, u"global variables"_s,
+                              u"counters"_s,       u"stats events"_s,  u"stats summary"_s,
+                              u"field defaults"_s};
+  for (QString name : documents) write(name.replace(u' ', u'_') + u".json"_s, "?");
   load();
   m_storageQueue.drain();
   const QStringList lines = m_output.lines();
-  ASSERT_EQ(lines.size(), 4);
-  EXPECT_TRUE(lines.at(0).startsWith(u"Error loading snippets: "_s));
-  EXPECT_TRUE(lines.at(1).startsWith(u"Error loading folders: "_s));
-  EXPECT_TRUE(lines.at(2).startsWith(u"Error loading settings: "_s));
-  EXPECT_TRUE(lines.at(3).startsWith(u"Error loading global variables: "_s));
+  ASSERT_EQ(lines.size(), documents.size());
+  for (qsizetype index = 0; index < lines.size(); ++index) {
+    const QString beginning = u"Error loading "_s + documents.at(index) + u": "_s;
+    EXPECT_TRUE(lines.at(index).startsWith(beginning)) << lines.at(index).toStdString();
+  }
 }
 
-TEST_F(LibraryLoaderTest, ReadsCountersAndRememberedTexts) {
-  write(u"counters.json"_s, "{ \"invoice\" : 42 }");
-  write(u"field_defaults.json"_s, "{ \"Name\" : \"Ada\" }");
+TEST_F(LibraryLoaderTest, ClearsAwayWhatAKilledSaveLeftBehind) {
+  write(u".snippets.json.a1B2c3"_s, "[");
   load();
-  finish();
-  ASSERT_TRUE(m_loaded);
-  EXPECT_EQ(m_loaded->counters, (QMap<QString, qint64>{{u"invoice"_s, 42}}));
-  EXPECT_EQ(m_loaded->fieldDefaults, (QMap<QString, QString>{{u"Name"_s, u"Ada"_s}}));
+  m_storageQueue.drain();
+  EXPECT_FALSE(hasFile(u".snippets.json.a1B2c3"_s));
 }
 
 }  // namespace

@@ -3,9 +3,10 @@
 # Release, the unit tests under AddressSanitizer and UndefinedBehaviorSanitizer, the threaded ones
 # under ThreadSanitizer. Exits non-zero if anything failed; ctest's summary closes the output.
 #
-#   ./test.sh                       everything
-#   ./test.sh --soak N [option...]  only the long runs against real applications, N times;
-#                                   the options are zarvy_soak's
+#   ./test.sh                         everything
+#   ./test.sh --soak N [option...]    only the long runs against real applications, N times;
+#                                     the options are zarvy_soak's
+#   ./test.sh --fuzz [S [target...]]  only the fuzzers, S seconds each, 60 if not said otherwise
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 source scripts/common.sh
@@ -83,8 +84,10 @@ soak() {
 use_utf8_locale
 if [[ ${1:-} == --soak ]]; then
   soak "${@:2}"
+elif [[ ${1:-} == --fuzz ]]; then
+  exec scripts/fuzz "${@:2}"
 elif [[ $# != 0 ]]; then
-  complain "usage: ./test.sh [--soak N [option...]]"
+  complain "usage: ./test.sh [--soak N [option...]] [--fuzz [S [target...]]]"
   exit 2
 fi
 

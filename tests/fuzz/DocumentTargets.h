@@ -1,0 +1,13 @@
+#pragma once
+
+#include "fuzz/FuzzText.h"
+
+// What the fuzzers call, and what the test of the corpus calls in every run. Each ends the process
+// where something is wrong.
+namespace zarvy::fuzz {
+
+// The content of a file in the data folder, read as each of the documents. What can be read comes
+// out the same when it is written and read once more.
+void readDocuments(Bytes bytes);
+
+}  // namespace zarvy::fuzz

@@ -146,7 +146,7 @@ std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snipp
 }
 
 std::optional<ExpandedText> TextExpansionEngine::processSnippet(
-    const Snippet& snippet, const QMap<QString, QString>& captures) {
+    const Snippet& snippet, const QMap<QString, QString>& captures) const {
   const QString text = expandNestedSnippets(applyCaptures(snippet.replacement, captures), {});
   const QList<FillInField> fields = parseFillInFields(text);
   if (fields.isEmpty()) return resolveCursorMarker(processPlaceholders(text));

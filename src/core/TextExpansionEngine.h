@@ -68,8 +68,8 @@ class TextExpansionEngine {
   // the values of a form are needed first: onNeedsFillIn has then been called with the fields and
   // with a copy of `snippet` whose replacement has its captures and nested snippets in place.
   // Waits for the evaluators, at most 5 seconds for a command and 1 for a script.
-  [[nodiscard]] std::optional<ExpandedText> processSnippet(const Snippet& snippet,
-                                                           const QMap<QString, QString>& captures);
+  [[nodiscard]] std::optional<ExpandedText> processSnippet(
+      const Snippet& snippet, const QMap<QString, QString>& captures) const;
 
   // The text for `snippet` with the answers of its form, by the name of the field. "{{cursor}}" is
   // left in it. Waits as processSnippet() does.

@@ -122,7 +122,7 @@ std::optional<QUuid> JsonObjectReader::decodedUuid(QStringView key, const QJsonV
 
 std::optional<QDateTime> JsonObjectReader::decodedInstant(QStringView key,
                                                           const QJsonValue& value) {
-  const auto instant = instantFromJsonText(value.toString());
+  auto instant = instantFromJsonText(value.toString());
   if (!instant) fail(key, u"is not a date of the form 2026-01-21T09:30:00Z"_s);
   return instant;
 }

@@ -8,7 +8,7 @@ namespace zarvy {
 namespace {
 
 // In UTF-16 units: a template of many "$0" multiplies what it matched.
-constexpr qsizetype longestResult = 16 * 1024 * 1024;
+constexpr qsizetype longestResult = qsizetype{16} * 1024 * 1024;
 
 struct CloseExpression {
   void operator()(URegularExpression* expression) const { uregex_close(expression); }

@@ -11,7 +11,7 @@ namespace zarvy {
 class ExpansionLimit {
  public:
   // No replacement makes a text longer than this, in UTF-16 units.
-  static constexpr qsizetype longestText = 16 * 1024 * 1024;
+  static constexpr qsizetype longestText = qsizetype{16} * 1024 * 1024;
 
   explicit ExpansionLimit(qint64 units = standard) : m_left(units) {}
 

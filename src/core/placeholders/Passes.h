@@ -38,7 +38,7 @@ struct PassContext {
 
 struct Pass {
   QStringView placeholders;  // as a user writes them
-  QString (*apply)(const QString& text, PassContext& context);
+  QString (*apply)(const QString& text, PassContext& context) = nullptr;
 };
 
 // The language, in the order that gives it its meaning: what a pass puts into the text is read by

@@ -77,7 +77,7 @@ QString fixedDatesPass(const QString& text, PassContext& context) {
   context.now = context.services.clock.now();
   struct Fixed {
     QStringView literal;
-    const DateFormatter& (DateFormatters::*formatter)();
+    const DateFormatter& (DateFormatters::*formatter)() = nullptr;
   };
   constexpr Fixed all[] = {
       {u"{{date:short}}", &DateFormatters::shortDateFormatter},

@@ -50,7 +50,7 @@ class Replacing {
   [[nodiscard]] QString result(ExpansionLimit& limit) const {
     if (m_placeholders.empty()) return m_text;
     if (m_placeholders.size() > 1 && arePlacesFixed()) {
-      if (const QString text = inOneSweep(); !text.isNull()) return text;
+      if (QString text = inOneSweep(); !text.isNull()) return text;
     }
     return oneAfterTheOther(limit);
   }

@@ -23,6 +23,13 @@ void visitDevices(const XConnection& connection, const DeviceVisitor& visitor) {
   }
 }
 
+void addKeys(const xcb_input_key_state_t& state, std::set<std::uint8_t>& keys) {
+  for (unsigned code = 0; code < 256; ++code) {
+    const unsigned bits = state.keys[code / 8];
+    if ((bits >> (code % 8)) & 1U) keys.insert(static_cast<std::uint8_t>(code));
+  }
+}
+
 }  // namespace
 
 std::vector<std::uint16_t> keyboardIds(const XConnection& connection) {
@@ -46,6 +53,23 @@ std::uint16_t serverKeyboardId(const XConnection& connection) {
   });
   if (!id) throw std::runtime_error("the server has no keyboard of its own");
   return *id;
+}
+
+std::set<std::uint8_t> heldKeys(const XConnection& connection) {
+  std::set<std::uint8_t> held;
+  for (const std::uint16_t keyboard : keyboardIds(connection)) {
+    const auto state = owned(xcb_input_query_device_state_reply(
+        connection.get(),
+        xcb_input_query_device_state(connection.get(), static_cast<std::uint8_t>(keyboard)),
+        nullptr));
+    if (!state) continue;  // unplugged meanwhile
+    for (auto inputClass = xcb_input_query_device_state_classes_iterator(state.get());
+         inputClass.rem > 0; xcb_input_input_state_next(&inputClass)) {
+      if (inputClass.data->class_id != XCB_INPUT_INPUT_CLASS_KEY) continue;
+      addKeys(*reinterpret_cast<const xcb_input_key_state_t*>(inputClass.data), held);
+    }
+  }
+  return held;
 }
 
 }  // namespace zarvy::e2e

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <set>
 #include <vector>
 
 #include "e2e/harness/XConnection.h"
@@ -13,5 +14,10 @@ namespace zarvy::e2e {
 // The keyboard that stands for hardware: neither a master nor the XTEST device. Throws
 // std::runtime_error where there is none.
 [[nodiscard]] std::uint16_t serverKeyboardId(const XConnection& connection);
+
+// The key codes that are down on any single keyboard or on the master. A key can be down on one of
+// them that the master, which the applications see, takes for up: the next press of it there is
+// lost.
+[[nodiscard]] std::set<std::uint8_t> heldKeys(const XConnection& connection);
 
 }  // namespace zarvy::e2e

@@ -103,17 +103,13 @@ MappingDump dumpMapping(const XConnection& connection, const Environment& enviro
 KeyboardState keyboardState(const XConnection& connection) {
   const auto state = owned(xcb_xkb_get_state_reply(
       connection.get(), xcb_xkb_get_state(connection.get(), XCB_XKB_ID_USE_CORE_KBD), nullptr));
-  const auto keys =
-      owned(xcb_query_keymap_reply(connection.get(), xcb_query_keymap(connection.get()), nullptr));
-  if (!state || !keys) throw std::runtime_error("the server does not tell its keyboard's state");
+  if (!state) throw std::runtime_error("the server does not tell its keyboard's state");
   KeyboardState result{.heldModifiers = static_cast<std::uint32_t>(state->baseMods) |
                                         static_cast<std::uint32_t>(state->latchedMods),
                        .lockedModifiers = state->lockedMods,
                        .lockedGroup = state->lockedGroup,
                        .heldKeys = {}};
-  for (unsigned code = 0; code < 256; ++code) {
-    const unsigned bits = keys->keys[code / 8];
-    if (((bits >> (code % 8)) & 1U) == 0) continue;
+  for (const std::uint8_t code : heldKeys(connection)) {
     if (!result.heldKeys.empty()) result.heldKeys += ' ';
     result.heldKeys += std::to_string(code);
   }

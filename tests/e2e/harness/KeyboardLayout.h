@@ -37,7 +37,7 @@ struct KeyboardState {
   std::uint32_t heldModifiers = 0;    // a bit for each real modifier that is down or latched
   std::uint32_t lockedModifiers = 0;  // Caps Lock and Num Lock among them
   std::uint32_t lockedGroup = 0;
-  std::string heldKeys;  // the key codes that are down, in decimal
+  std::string heldKeys;  // the key codes that are down on any keyboard, in decimal
 };
 [[nodiscard]] KeyboardState keyboardState(const XConnection& connection);
 

@@ -14,7 +14,7 @@ class Connection;
 class KeySender;
 
 // Takes the modifiers that the user holds out of the way of a typing run, and gives them back where
-// he still holds them afterwards. No modifier is ever left down that nobody holds.
+// they are still held afterwards. No modifier is ever left down that nobody holds.
 //
 // Callers serialise the typing side by the lock of the typist; the reader's thread comes in through
 // its own two operations.
@@ -26,8 +26,8 @@ class HeldModifiers {
   // shortcuts, and releasing them for the user can itself be a command to a desktop.
   void awaitShortcutModifiersReleased(const ModifierKeys& keys);
 
-  // Releases every modifier key that is down, and latched modifiers. `down` is what applications
-  // see as held. The releases are buffered ahead of what is posted next.
+  // Releases every modifier key that is down, what restore() pressed, and latched modifiers. `down`
+  // is what applications see as held. The releases are buffered ahead of what is posted next.
   void clear(const ModifierKeys& keys, const KeycodeSet& down, uint32_t latchedModifiers);
 
   // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.

@@ -9,7 +9,7 @@ class OwnPosts;
 
 // Fakes key presses and releases through XTEST and puts each on record as this program's own. The
 // events are buffered until flush(). Any thread; whoever posts a run that must not be torn keeps
-// others out by a lock of his own.
+// others out by a lock of their own.
 class KeySender {
  public:
   KeySender(Connection& connection, OwnPosts& posts) : m_connection(connection), m_posts(posts) {}

@@ -61,7 +61,7 @@ RunningApplication X11Workspace::applicationOf(xcb_window_t window) const {
 }
 
 // Another window of the same process counts too: the user may have turned to it, and an activation
-// would take him away again.
+// would take them away again.
 bool X11Workspace::isActive(const RunningApplication& application) const {
   const xcb_window_t active = m_windows.activeWindow();
   if (active == XCB_WINDOW_NONE) return false;

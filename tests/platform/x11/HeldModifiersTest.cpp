@@ -1,0 +1,136 @@
+// The modifiers that somebody holds around typing, on a real X server, with nobody listening to the
+// keyboard's events unless a test does.
+
+#include <memory>
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
+
+#include "e2e/harness/InputDevices.h"
+#include "e2e/harness/Person.h"
+#include "e2e/harness/PrivateXServer.h"
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/keyboard/KeyboardLook.h"
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+#include "platform/x11/typing/HeldModifiers.h"
+#include "platform/x11/typing/KeySender.h"
+
+namespace zarvy::x11 {
+namespace {
+
+using Keys = std::set<std::uint8_t>;
+
+class HeldModifiersOnServer : public testing::Test {
+ protected:
+  HeldModifiersOnServer()
+      : m_server(m_folder.path().toStdString()),
+        m_theirs(m_server.display()),
+        m_person(m_theirs),
+        m_ours(connect(m_server.display())),
+        m_sender(*m_ours, m_posts),
+        m_modifiers(*m_ours, m_sender),
+        m_keymap(KeymapSnapshot::read(*m_ours)) {}
+
+  // As the typing does at the start of each run.
+  void clear() {
+    const KeyboardLook look = KeyboardLook::take(*m_ours);
+    m_modifiers.clear(m_keymap->modifiers(), look.down, look.state.latchedModifiers);
+    m_sender.flush();
+    m_ours->synchronize();
+  }
+
+  void restore() {
+    m_modifiers.restore();
+    m_ours->synchronize();
+  }
+
+  [[nodiscard]] bool isShifted() const {
+    m_theirs.synchronise();
+    return (KeyboardLook::take(*m_ours).state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
+  }
+
+  [[nodiscard]] Keys held() const {
+    m_theirs.synchronise();
+    return e2e::heldKeys(m_theirs);
+  }
+
+  QTemporaryDir m_folder;
+  e2e::PrivateXServer m_server;
+  e2e::XConnection m_theirs;
+  e2e::Person m_person;
+  std::unique_ptr<Connection> m_ours;
+  OwnPosts m_posts;
+  KeySender m_sender;
+  HeldModifiers m_modifiers;
+  std::shared_ptr<const KeymapSnapshot> m_keymap;
+
+ private:
+  static std::unique_ptr<Connection> connect(const std::string& display) {
+    qputenv("DISPLAY", display.c_str());
+    QString reason;
+    return Connection::open(&reason);
+  }
+};
+
+TEST_F(HeldModifiersOnServer, AreOutOfTheWayAndComeBack) {
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  clear();
+  EXPECT_FALSE(isShifted());
+  restore();
+  EXPECT_TRUE(isShifted());
+}
+
+TEST_F(HeldModifiersOnServer, DoNotComeBackWhereTheyWereLetGoMeanwhile) {
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  clear();
+  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  EXPECT_FALSE(isShifted());
+  restore();
+  EXPECT_EQ(held(), Keys());
+}
+
+TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardOnceTheReleaseIsHeard) {
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  const Keys shift = held();
+  ASSERT_EQ(shift.size(), 1U);
+  clear();
+  restore();
+  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  m_theirs.synchronise();
+  m_modifiers.keyReleased(*shift.begin());
+  m_ours->synchronize();
+  EXPECT_EQ(held(), Keys());
+}
+
+// A Shift that is down on the keyboard of faked keys alone is up for the applications, and pressing
+// it there once more does nothing.
+TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardBeforeTypingWhereTheReleaseIsHeardLate) {
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  clear();
+  restore();
+  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  EXPECT_FALSE(isShifted());
+  clear();
+  EXPECT_EQ(held(), Keys());
+}
+
+TEST_F(HeldModifiersOnServer, AreTakenBackAtTheEndOfTheProgram) {
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  clear();
+  restore();
+  m_modifiers.letGo();
+  m_ours->synchronize();
+  m_person.releaseAll();
+  EXPECT_EQ(held(), Keys());
+}
+
+}  // namespace
+}  // namespace zarvy::x11

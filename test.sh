@@ -12,16 +12,19 @@ cd "$(dirname "${BASH_SOURCE[0]}")" || exit 1
 source scripts/common.sh
 exec </dev/null
 
-readonly ctest_log=build/test/ctest-release.log
+readonly logs=build/test last_step="all tests, release"
 report=()
 failed=()
 
-# step <title> <command...>: runs it, reports how long it took, and remembers a failure.
+log_of() { printf '%s/%s.log' "$logs" "${1//[ ,]/-}"; }
+
+# step <title> <command...>: runs it, keeps its output, reports how long it took, and remembers a
+# failure.
 step() {
   local title=$1 start=$SECONDS result=ok
   shift
   printf '\n==> %s\n' "$title"
-  "$@" || result="FAILED (status $?)"
+  "$@" 2>&1 | tee "$(log_of "$title")" || result="FAILED (status $?)"
   report+=("$(printf '%6d s  %-44s %s' $((SECONDS - start)) "$title" "$result")")
   printf '<== %s: %s, %d s (%d s so far)\n' "$title" "$result" $((SECONDS - start)) "$SECONDS"
   if [[ $result != ok ]]; then
@@ -30,14 +33,26 @@ step() {
   fi
 }
 
+# The lines that name what went wrong in the steps that failed, for whoever sees only the end.
+tell_failures() {
+  local title
+  for title in "${failed[@]}"; do
+    printf '\nIn the step "%s":\n' "$title"
+    grep -E '\*\*\*|[Ee]rror:|^FAILED|: Failure$|SUMMARY: |^E: ' "$(log_of "$title")" |
+      cut -c1-200 | awk '!seen[$0]++' | head -n 20
+  done
+  printf '\n'
+}
+
 finish() {
   printf '\n'
   printf '%s\n' "${report[@]}"
   printf '%6d s  in all\n\n' "$SECONDS"
-  if [[ -f $ctest_log ]]; then
-    sed -n '/tests passed,/,$p' "$ctest_log"
+  if [[ -f $(log_of "$last_step") ]]; then
+    sed -n '/tests passed,/,$p' "$(log_of "$last_step")"
   fi
   if [[ ${#failed[@]} != 0 ]]; then
+    tell_failures
     printf -v list '%s; ' "${failed[@]}"
     complain "FAILED: ${list%; }"
     exit 1
@@ -51,13 +66,9 @@ test_preset() {
   ctest --preset "$preset" --no-tests=error --parallel "$(nproc)" "$@"
 }
 
-test_release() {
-  test_preset release 2>&1 | tee "$ctest_log"
-}
-
 check_under_asan() {
   build_preset asan unit_tests &&
-    UBSAN_OPTIONS=print_stacktrace=1 test_preset asan -L unit
+    test_preset asan -L unit
 }
 
 # ThreadSanitizer's memory layout does not bear the address randomisation of newer kernels.
@@ -91,8 +102,8 @@ elif [[ $# != 0 ]]; then
   exit 2
 fi
 
-mkdir -p build/test
-rm -f "$ctest_log"
+mkdir -p "$logs"
+rm -f "$logs"/*.log
 step "packages" ensure_packages demo tests || finish
 step "format" scripts/check-format
 step "layers" scripts/check-layers
@@ -101,5 +112,5 @@ step "release build" build_preset release || finish
 step "lint" scripts/lint build/release
 step "address and undefined-behaviour sanitizers" check_under_asan
 step "thread sanitizer" check_under_tsan
-step "all tests, release" test_release
+step "$last_step" test_preset release
 finish

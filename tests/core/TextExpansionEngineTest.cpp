@@ -298,6 +298,18 @@ TEST_F(TextExpansionEngineTest, PutsTheAnswersIntoAnySnippet) {
             u"Ada in Paris{{cursor}}"_s);
 }
 
+TEST_F(TextExpansionEngineTest, GivesEveryFieldOfEveryParseAnIdOfItsOwn) {
+  const QString text = u"{{field:a}}{{dropdown:b:x,y}}{{?:c}}z{{/?}}{{textarea:d}}"_s;
+  QList<FillInField> first = m_engine.parseFillInFields(text);
+  QList<FillInField> second = m_engine.parseFillInFields(text);
+  ASSERT_EQ(first.size(), 4);
+  QSet<QUuid> ids;
+  for (FillInField& field : first) ids.insert(std::exchange(field.id, {}));
+  for (FillInField& field : second) ids.insert(std::exchange(field.id, {}));
+  EXPECT_EQ(ids.size(), 8);
+  EXPECT_EQ(first, second);
+}
+
 // Goes on by a day with every reading.
 class RestlessClock final : public Clock {
  public:

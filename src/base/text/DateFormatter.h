@@ -19,8 +19,8 @@ class DateFormatter {
   // In the styles of the locale.
   DateFormatter(DateStyle date, DateStyle time, const RegionalSettings& region);
 
-  // By a Unicode date pattern (Unicode Technical Standard 35). Letters that mean nothing in it give
-  // no text.
+  // By a Unicode date pattern (Unicode Technical Standard 35). The text ends before the first
+  // letter that means nothing in it.
   DateFormatter(const QString& pattern, const RegionalSettings& region);
 
   ~DateFormatter();

@@ -23,8 +23,9 @@ class ExpansionLimit {
   }
 
  private:
-  // About a second of today's machines.
-  static constexpr qint64 standard = qint64{1} << 31;
+  // Some seconds of today's machines. A thousand placeholders in a text of a million units take a
+  // quarter of it.
+  static constexpr qint64 standard = qint64{1} << 32;
 
   qint64 m_left;
 };

@@ -1,6 +1,6 @@
 #include "core/placeholders/FillInScan.h"
 
-#include "core/placeholders/TextSearch.h"
+#include "core/placeholders/NextOccurrence.h"
 
 namespace zarvy {
 namespace {
@@ -36,7 +36,7 @@ std::vector<Dropdown> findDropdowns(QStringView text) {
   std::vector<Dropdown> found;
   NextOccurrence colon(text, u":");
   NextOccurrence brace(text, u"}");
-  for (qsizetype start = indexOfLiteral(text, opener, 0); start >= 0;) {
+  for (qsizetype start = text.indexOf(opener); start >= 0;) {
     const qsizetype name = start + opener.size();
     const qsizetype nameEnd = colon.from(name);
     if (nameEnd == text.size()) break;
@@ -46,7 +46,7 @@ std::vector<Dropdown> findDropdowns(QStringView text) {
     if (isDropdown) {
       found.push_back({text.sliced(name, nameEnd - name), text.sliced(options, end - options)});
     }
-    start = indexOfLiteral(text, opener, isDropdown ? end + 2 : start + 1);
+    start = text.indexOf(opener, isDropdown ? end + 2 : start + 1);
   }
   return found;
 }

@@ -7,7 +7,7 @@
 
 #include "base/text/ReplacementTemplate.h"
 #include "core/placeholders/ExpansionLimit.h"
-#include "core/placeholders/TextSearch.h"
+#include "core/placeholders/NextOccurrence.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,10 +21,10 @@ using FillIns = std::vector<QStringView>;
 template <typename EndBehind>
 FillIns findFillIns(QStringView text, const QString& opener, EndBehind endBehind) {
   FillIns found;
-  for (qsizetype start = indexOfLiteral(text, opener, 0); start >= 0;) {
+  for (qsizetype start = text.indexOf(opener); start >= 0;) {
     const qsizetype end = endBehind(start + opener.size());
     if (end > start) found.push_back(text.sliced(start, end - start));
-    start = indexOfLiteral(text, opener, end > start ? end : start + 1);
+    start = text.indexOf(opener, end > start ? end : start + 1);
   }
   return found;
 }
@@ -112,9 +112,10 @@ QString substitute(QString text, const QString& name, const QString& answer) {
 QString substituteFillInValues(const QString& text, const QList<FillInField>& fields,
                                const QMap<QString, QString>& values) {
   QString result = text;
+  ExpansionLimit limit;
   QSet<QString> done;
   const auto apply = [&](const QString& name, const QString& answer) {
-    if (done.contains(name)) return;
+    if (done.contains(name) || !limit.spend(result.size())) return;
     done.insert(name);
     result = substitute(std::move(result), name, answer);
   };

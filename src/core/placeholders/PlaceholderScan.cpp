@@ -4,7 +4,7 @@ namespace zarvy {
 
 std::optional<Placeholder> PlaceholderScan::next() {
   while (true) {
-    const qsizetype start = m_text.indexOf(u'{', m_position);
+    const qsizetype start = nextOpener();
     if (start < 0) return std::nullopt;
     if (auto placeholder = placeholderAt(start)) {
       m_position = start + placeholder->literal.size();
@@ -12,6 +12,12 @@ std::optional<Placeholder> PlaceholderScan::next() {
     }
     m_position = start + 1;
   }
+}
+
+// Where one may stand, that is.
+qsizetype PlaceholderScan::nextOpener() const {
+  if (m_form.openers.size() == 1) return m_text.indexOf(m_form.openers.front(), m_position);
+  return m_text.indexOf(u'{', m_position);
 }
 
 std::optional<Placeholder> PlaceholderScan::placeholderAt(qsizetype start) {

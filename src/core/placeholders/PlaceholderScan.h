@@ -6,7 +6,7 @@
 
 #include <QStringView>
 
-#include "core/placeholders/TextSearch.h"
+#include "core/placeholders/NextOccurrence.h"
 
 namespace zarvy {
 
@@ -39,6 +39,7 @@ class PlaceholderScan {
   void skipTo(qsizetype position) { m_position = position; }
 
  private:
+  [[nodiscard]] qsizetype nextOpener() const;
   [[nodiscard]] std::optional<Placeholder> placeholderAt(qsizetype start);
 
   QStringView m_text;

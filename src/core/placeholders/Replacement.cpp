@@ -6,15 +6,13 @@
 
 #include <QHash>
 
-#include "core/placeholders/TextSearch.h"
-
 namespace zarvy {
 namespace {
 
 std::vector<qsizetype> occurrences(QStringView text, QStringView literal) {
   std::vector<qsizetype> positions;
-  for (qsizetype position = indexOfLiteral(text, literal, 0); position >= 0;
-       position = indexOfLiteral(text, literal, position + literal.size())) {
+  for (qsizetype position = text.indexOf(literal); position >= 0;
+       position = text.indexOf(literal, position + literal.size())) {
     positions.push_back(position);
   }
   return positions;
@@ -44,7 +42,7 @@ class Replacing {
   Replacing(const QString& text, const PlaceholderForm& form, const ValueOfPlaceholder& valueOf)
       : m_text(text), m_form(form), m_placeholders(findPlaceholders(text, form)) {
     m_values.reserve(m_placeholders.size());
-    for (const Placeholder& placeholder : m_placeholders) m_values.push_back(valueOf(placeholder));
+    for (const Placeholder& placeholder : m_placeholders) keep(placeholder, valueOf(placeholder));
   }
 
   [[nodiscard]] QString result(ExpansionLimit& limit) const {
@@ -56,6 +54,14 @@ class Replacing {
   }
 
  private:
+  // Values that fit into no text are not kept, or a thousand large ones would fill the memory.
+  void keep(const Placeholder& placeholder, QString value) {
+    const bool fits = m_lengthOfValues + value.size() <= ExpansionLimit::longestText;
+    if (!fits) value = placeholder.literal.toString();
+    m_lengthOfValues += value.size();
+    m_values.push_back(std::move(value));
+  }
+
   [[nodiscard]] QString oneAfterTheOther(ExpansionLimit& limit) const {
     QString text = m_text;
     for (std::size_t index = 0; index < m_placeholders.size(); ++index) {
@@ -73,7 +79,8 @@ class Replacing {
       const QStringView literal = m_placeholders[index].literal;
       const qsizetype start = startOf(literal);
       const QStringView before = QStringView(m_text).sliced(end, start - end);
-      const qsizetype lastBrace = before.lastIndexOf(u'}');
+      // One that ends the gap may become the first half of a "}}".
+      const qsizetype lastBrace = before.chopped(before.endsWith(u'}') ? 1 : 0).lastIndexOf(u'}');
       if (canBegin(before.sliced(lastBrace + 1), m_form)) return false;
       if (holdsOpener(literal.sliced(1), m_form) || canBegin(m_values[index], m_form)) return false;
       end = start + literal.size();
@@ -107,6 +114,7 @@ class Replacing {
   const PlaceholderForm& m_form;
   std::vector<Placeholder> m_placeholders;
   std::vector<QString> m_values;
+  qsizetype m_lengthOfValues = 0;
 };
 
 }  // namespace
@@ -118,7 +126,7 @@ bool replaceLiteral(QString& text, QStringView literal, QStringView value, Expan
   if (positions.empty()) return true;
   const qsizetype growth =
       (value.size() - literal.size()) * static_cast<qsizetype>(positions.size());
-  if (growth > 0 && text.size() + growth > ExpansionLimit::longestText) return false;
+  if (growth > 0 && text.size() + growth > ExpansionLimit::longestText) return true;
   QString result;
   result.reserve(text.size() + growth);
   qsizetype end = 0;

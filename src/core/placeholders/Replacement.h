@@ -10,8 +10,8 @@
 namespace zarvy {
 
 // Replaces every occurrence of `literal` at once, from left to right; the value is inserted as it
-// is and not searched again. `literal` begins with an opening brace. False where the limit forbade
-// it, and then the text is as it was.
+// is and not searched again. The text stays as it was where it would become too long. False where
+// the limit is used up, and then the text is as it was.
 bool replaceLiteral(QString& text, QStringView literal, QStringView value, ExpansionLimit& limit);
 
 using ValueOfPlaceholder = std::function<QString(const Placeholder&)>;

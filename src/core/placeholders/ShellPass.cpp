@@ -3,6 +3,8 @@
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/PlaceholderScan.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace zarvy {
 namespace {
 
@@ -26,9 +28,9 @@ QString shellPass(const QString& text, PassContext& context) {
         !isOfWholeCharacters(result, placeholder->argument)) {
       break;
     }
-    const QString output = context.services.shell.evaluate(placeholder->argument.toString());
-    const qsizetype growth = output.size() - literal.size();
-    if (growth > 0 && result.size() + growth > ExpansionLimit::longestText) break;
+    QString output = context.services.shell.evaluate(placeholder->argument.toString());
+    const qsizetype length = result.size() - literal.size() + output.size();
+    if (length > ExpansionLimit::longestText) output = u"[Shell Error]"_s;
     result.replace(literal.utf16() - QStringView(result).utf16(), literal.size(), output);
   }
   return result;

@@ -81,9 +81,32 @@ TEST(LargeTexts, HaveAThousandDifferentPlaceholdersReplaced) {
 }
 
 TEST(LargeTexts, RunAThousandCommands) {
-  const QString padding = manyOf(u"x"_s);
-  EXPECT_TRUE(processed(padding + u"{{shell:a}}"_s.repeated(1000)) ==
-              padding + u"<a>"_s.repeated(1000));
+  for (const QString& padding : {manyOf(u"x"_s), manyOf(u"{"_s) + u' '}) {
+    EXPECT_TRUE(processed(padding + u"{{shell:a}}"_s.repeated(1000)) ==
+                padding + u"<a>"_s.repeated(1000));
+  }
+}
+
+// Each is looked for in the whole text, for the braces in front could be the beginning of any.
+TEST(LargeTexts, HaveAThousandDifferentPlaceholdersReplacedBehindAMillionOpenBraces) {
+  const QString padding = manyOf(u"{"_s) + u"{{counter:never closed {{snippet:{{field: }"_s;
+  QString counters = padding;
+  QString snippets = padding;
+  QString fields = padding;
+  QString expected = padding;
+  QMap<QString, QString> answers;
+  for (int index = 0; index < 1000; ++index) {
+    const QString name = QString::number(index);
+    counters += u"{{counter:"_s + name + u":7}}"_s;
+    snippets += u"{{snippet:"_s + name + u"}}"_s;
+    fields += u"{{field:"_s + name + u"}}"_s;
+    answers.insert(name, u"7"_s);
+    expected += u'7';
+  }
+  EXPECT_TRUE(processed(counters) == expected);
+  const auto seven = [](const QString&) { return u"7"_s; };
+  EXPECT_TRUE(expandNestedSnippets(snippets, {}, seven) == expected);
+  EXPECT_TRUE(substituteFillInValues(fields, {}, answers) == expected);
 }
 
 TEST(LargeTexts, HaveTheirFieldsFound) {

@@ -28,7 +28,7 @@ TEST(Replacement, GivesWhatASearchForEachPlaceholderWould) {
   const auto expression =
       std::get<std::shared_ptr<const Regex>>(Regex::compile(u"\\{\\{(?:#|x:)([^}]+)\\}\\}"_s));
   RandomText random({u"{{#"_s, u"}}"_s, u"a"_s, u"{{#a}}"_s, u"{{x:b}}"_s, u"{"_s, u"{{"_s, u"#"_s,
-                     u"{{x"_s, u":"_s, u"b}}"_s, u"#a}}"_s, u" "_s});
+                     u"{{x"_s, u":"_s, u"b}}"_s, u"#a}}"_s, u"}"_s, u" "_s});
   for (int index = 0; index < 50'000; ++index) {
     const QStringList values{random.next(2), random.next(2), random.next(2), u""_s};
     const auto valueOf = [&values](const QString& literal) {
@@ -62,6 +62,18 @@ TEST(Replacement, LeavesThePlaceholderWhereTheTextWouldBecomeTooLong) {
   const auto valueOf = [&value](const Placeholder&) { return value; };
   EXPECT_EQ(replacePlaceholders(u"{{#a}}{{#b}}{{#c}}!"_s, {openers}, valueOf, limit),
             value + u"{{#b}}{{#c}}!"_s);
+}
+
+TEST(Replacement, GoesOnBehindAPlaceholderWhoseValueIsTooLong) {
+  ExpansionLimit limit;
+  QStringList asked;
+  const auto valueOf = [&asked](const Placeholder& placeholder) {
+    asked.append(placeholder.argument.toString());
+    return placeholder.argument == u"long" ? QString(ExpansionLimit::longestText, u'x') : u"1"_s;
+  };
+  EXPECT_EQ(replacePlaceholders(u"{{#a}}{{#long}}{{#b}}!"_s, {openers}, valueOf, limit),
+            u"1{{#long}}1!"_s);
+  EXPECT_EQ(asked, (QStringList{u"a"_s, u"long"_s, u"b"_s}));
 }
 
 TEST(Replacement, StopsWhereThereIsNoEndOfReplacing) {

@@ -4,6 +4,18 @@
 
 namespace zarvy {
 
+namespace {
+
+// Scripts write dates as the placeholders do.
+ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
+  ScriptWorkerCommand command = ScriptWorkerCommand::besideThisProgram();
+  command.locale = region.locale;
+  command.timeZone = region.timeZone.toUtf8();
+  return command;
+}
+
+}  // namespace
+
 ZarvyApp::ZarvyApp(LineOutput& output)
     : m_output(output),
       m_mainThread(m_scheduler),
@@ -18,9 +30,10 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_workers("zarvy-worker"),
       m_soundWorkers("zarvy-sound"),
       m_sound(m_soundWorkers),
-      m_dates(RegionalSettings::ofUser()),
+      m_region(RegionalSettings::ofUser()),
+      m_dates(m_region),
       m_shell(m_childReaper),
-      m_javaScript(m_output, m_childReaper),
+      m_javaScript(m_output, m_childReaper, scriptWorkerFor(m_region)),
       m_engine(m_output, placeholderServices()),
       m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
       m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,

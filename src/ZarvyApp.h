@@ -12,6 +12,7 @@
 #include "base/SystemSleeper.h"
 #include "base/ThreadSerialQueue.h"
 #include "base/ThreadWorkerPool.h"
+#include "base/text/RegionalSettings.h"
 #include "core/KeyboardMonitor.h"
 #include "core/TextExpansionEngine.h"
 #include "core/evaluation/ChildReaper.h"
@@ -64,6 +65,7 @@ class ZarvyApp {
   ThreadWorkerPool m_workers;
   ThreadWorkerPool m_soundWorkers;  // of its own: a sound server may take its time
   CanberraSoundOutput m_sound;
+  const RegionalSettings m_region;
   DateFormatters m_dates;
   QtPasteboard m_pasteboard;
   ChildReaper m_childReaper;

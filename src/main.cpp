@@ -26,6 +26,8 @@ void choosePlatformPlugin() {
 int main(int argc, char* argv[]) {
   // Whoever reads the output, or a child process, may end before this program does.
   std::signal(SIGPIPE, SIG_IGN);
+  // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
+  std::signal(SIGCHLD, SIG_DFL);
   choosePlatformPlugin();
 
   // The program has no options, and those of Qt are not for its users.

@@ -7,9 +7,10 @@ namespace {
 
 using scriptwire::Outcome;
 
-// A script has no way to schedule work that outlives its evaluation, and nowhere to write to.
-constexpr const char* unwantedGlobals[] = {"setTimeout", "setInterval", "clearTimeout",
-                                           "clearInterval", "console"};
+// A script has no way to schedule work that outlives its evaluation, as the compilation of a
+// WebAssembly module does, and nowhere to write to.
+constexpr const char* unwantedGlobals[] = {"setTimeout",    "setInterval", "clearTimeout",
+                                           "clearInterval", "console",     "WebAssembly"};
 
 ScriptResult thrown(JSContextRef context, Outcome outcome, JSValueRef exception) {
   ScriptResult result;

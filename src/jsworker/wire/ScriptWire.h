@@ -14,8 +14,9 @@ inline constexpr std::uint32_t version = 1;
 // The descriptor under which the worker finds its end of the socket.
 inline constexpr int workerSocket = 3;
 
-// In UTF-16 units. Neither side sends a longer text, and neither believes in one.
-inline constexpr std::uint32_t longestText = 32 * 1024 * 1024;
+// In UTF-16 units. Neither side sends a longer text, and neither believes in one. Half of what one
+// expansion may become: a single result does not use that up.
+inline constexpr std::uint32_t longestText = 8 * 1024 * 1024;
 
 // From the worker, once: it takes requests from now on.
 struct Ready {

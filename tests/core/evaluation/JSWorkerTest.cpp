@@ -255,6 +255,15 @@ TEST_F(StrangeWorker, IsNotBelievedBeyondThat) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
+// The time in which it comes up is not the script's.
+TEST_F(StrangeWorker, MayTakeLongerToComeUpThanAScriptMayTake) {
+  const ScriptLimits limits{std::chrono::seconds(1), patience};
+  EXPECT_EQ(
+      textWith("sleep 1.2; " READY "printf '" ONE NONE ONE NONE "x\\000' >&3; exec sleep 1000",
+               limits),
+      u"x"_s);
+}
+
 TEST_F(StrangeWorker, ThatStopsInTheMiddleOfItsReplyHasTheTimeOfAScript) {
   const ScriptLimits limits{shortLimit, patience};
   EXPECT_EQ(textWith(READY "printf '" ONE "' >&3; exec sleep 1000", limits), timeoutMark);

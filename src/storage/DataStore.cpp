@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include "base/json/JsonText.h"
 #include "storage/DocumentFile.h"
@@ -41,20 +40,23 @@ constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loadi
 constexpr DocumentKind fieldDefaultsDocument{
     u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
 
+// By the base directory rules of the desktops, where a path that is not absolute does not count.
 std::optional<QString> desktopApplicationSupport() {
-  QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-  if (path.isEmpty()) return std::nullopt;
-  return path;
+  QString chosen = qEnvironmentVariable("XDG_DATA_HOME");
+  if (QDir::isAbsolutePath(chosen)) return chosen;
+  const QString home = qEnvironmentVariable("HOME");
+  if (!QDir::isAbsolutePath(home)) return std::nullopt;
+  return QDir::cleanPath(home + u"/.local/share"_s);
 }
 
 // What went wrong; absent where the folder now exists.
 std::optional<QString> makePrivateFolder(const QString& path) {
   const QString parent = QFileInfo(path).path();
   if (!QDir().mkpath(parent)) return u"cannot make the folder "_s + parent;
-  if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) == 0 || errno == EEXIST) {
-    return std::nullopt;
+  if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
+    return errno == EEXIST ? std::nullopt : std::optional(qt_error_string(errno));
   }
-  return qt_error_string(errno);
+  return synchronizeFolder(parent);
 }
 
 }  // namespace

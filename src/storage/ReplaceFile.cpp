@@ -4,9 +4,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/stat.h>
+#include <sys/file.h>
 #include <unistd.h>
-#include <utility>
 
 #include <QDir>
 #include <QFile>
@@ -29,11 +28,8 @@ class FileDescriptor {
   [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
   [[nodiscard]] int get() const { return m_descriptor; }
 
-  // Some file systems tell of a failed write only here.
-  [[nodiscard]] bool close() { return ::close(std::exchange(m_descriptor, -1)) == 0; }
-
  private:
-  int m_descriptor;
+  const int m_descriptor;
 };
 
 bool writeAll(int descriptor, const QByteArray& content) {
@@ -56,11 +52,6 @@ bool synchronize(int descriptor) {
   return result == 0 || errno == EINVAL;
 }
 
-bool synchronizeFolder(const QByteArray& folder) {
-  const FileDescriptor descriptor(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  return descriptor.isOpen() && synchronize(descriptor.get());
-}
-
 QString lastError() {
   return qt_error_string(errno);
 }
@@ -73,25 +64,37 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
   const QByteArray name = QFile::encodeName(path);
   QByteArray temporary = folder + "/." + QFile::encodeName(target.fileName()) + ".XXXXXX";
 
-  // Made with mode 0600 whatever the umask.
-  FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
+  // Made with mode 0600 whatever the umask; locked as long as it is open.
+  const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
   if (!descriptor.isOpen()) return lastError();
-  const bool isComplete = writeAll(descriptor.get(), content) && synchronize(descriptor.get()) &&
-                          descriptor.close() &&
-                          std::rename(temporary.constData(), name.constData()) == 0;
-  if (!isComplete) {
+  static_cast<void>(::flock(descriptor.get(), LOCK_EX));
+  if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
+      std::rename(temporary.constData(), name.constData()) != 0) {
     const QString error = lastError();
     ::unlink(temporary.constData());
     return error;
   }
-  if (!synchronizeFolder(folder)) return lastError();
-  return std::nullopt;
+  return synchronizeFolder(target.path());
+}
+
+std::optional<QString> synchronizeFolder(const QString& folder) {
+  const FileDescriptor descriptor(
+      ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (descriptor.isOpen() && synchronize(descriptor.get())) return std::nullopt;
+  return lastError();
 }
 
 void removeUnfinishedReplacements(const QString& folder) {
-  QDir directory(folder);
+  const QDir directory(folder);
   const QStringList left = directory.entryList({u".*.json.??????"_s}, QDir::Files | QDir::Hidden);
-  for (const QString& name : left) directory.remove(name);
+  for (const QString& name : left) {
+    const QByteArray path = QFile::encodeName(directory.filePath(name));
+    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC));
+    // Whoever is writing it holds the lock; where there are no locks, there is nobody to ask.
+    const bool isHeld =
+        file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!isHeld) ::unlink(path.constData());
+  }
 }
 
 }  // namespace zarvy

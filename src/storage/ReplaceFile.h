@@ -13,8 +13,13 @@ namespace zarvy {
 // the name. Returns what went wrong, as one line; absent where all went well.
 [[nodiscard]] std::optional<QString> replaceFile(const QString& path, const QByteArray& content);
 
+// Brings to the disk which files and folders `folder` holds. Returns what went wrong, as one line;
+// absent where all went well.
+[[nodiscard]] std::optional<QString> synchronizeFolder(const QString& folder);
+
 // Deletes the temporary files of replaceFile() that are left of JSON documents in `folder`, after
-// a process was killed between making one and renaming it. No replacement may be under way there.
+// a process was killed between making one and renaming it. Those of a replacement that is under
+// way, in this process or another, stay.
 void removeUnfinishedReplacements(const QString& folder);
 
 }  // namespace zarvy

@@ -1,4 +1,7 @@
+#include <csignal>
 #include <limits>
+#include <sys/file.h>
+#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
@@ -7,6 +10,7 @@
 
 #include "fakes/ManualClock.h"
 #include "storage/DataFolder.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,8 +47,7 @@ TEST_F(DataStoreTest, SaysWhenItsFolderCannotBeMade) {
 TEST_F(DataStoreTest, FallsBackToATemporaryFolderThatItDoesNotMake) {
   const QString temporary = m_root.filePath(u"tmp"_s);
   ASSERT_TRUE(QDir().mkpath(temporary));
-  const QByteArray before = qgetenv("TMPDIR");
-  qputenv("TMPDIR", QFile::encodeName(temporary));
+  const EnvironmentVariable folder("TMPDIR", QFile::encodeName(temporary));
   const DataStore store(m_output, [] { return std::nullopt; });
   const QString warning =
       u"Warning: Application Support directory unavailable, using temporary directory"_s;
@@ -58,22 +61,30 @@ TEST_F(DataStoreTest, FallsBackToATemporaryFolderThatItDoesNotMake) {
   ASSERT_EQ(lines.size(), 2);
   EXPECT_EQ(lines.front(), warning);
   EXPECT_TRUE(lines.back().startsWith(u"Error saving folders: "));
-  if (before.isNull()) {
-    qunsetenv("TMPDIR");
-  } else {
-    qputenv("TMPDIR", before);
-  }
 }
 
 TEST_F(DataStoreTest, StandsInTheDataFolderOfTheDesktop) {
-  const QByteArray before = qgetenv("XDG_DATA_HOME");
-  qputenv("XDG_DATA_HOME", QFile::encodeName(m_root.filePath(u"xdg"_s)));
-  EXPECT_EQ(DataStore(m_output).dataDirectory(), m_root.filePath(u"xdg/Zarvy"_s));
-  if (before.isNull()) {
-    qunsetenv("XDG_DATA_HOME");
-  } else {
-    qputenv("XDG_DATA_HOME", before);
+  const EnvironmentVariable home("HOME", QFile::encodeName(m_root.filePath(u"home"_s)));
+  const QString usual = m_root.filePath(u"home/.local/share/Zarvy"_s);
+  {
+    const EnvironmentVariable chosen("XDG_DATA_HOME", QFile::encodeName(m_root.filePath(u"xdg"_s)));
+    EXPECT_EQ(DataStore(m_output).dataDirectory(), m_root.filePath(u"xdg/Zarvy"_s));
   }
+  for (const char* noChoice : {"", "relative/path"}) {
+    const EnvironmentVariable chosen("XDG_DATA_HOME", noChoice);
+    EXPECT_EQ(DataStore(m_output).dataDirectory(), usual);
+  }
+  const EnvironmentVariable unchosen("XDG_DATA_HOME");
+  EXPECT_EQ(DataStore(m_output).dataDirectory(), usual);
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DataStoreTest, HasNoDataFolderWhereTheUserHasNoHome) {
+  const EnvironmentVariable unchosen("XDG_DATA_HOME");
+  const EnvironmentVariable temporary("TMPDIR", QFile::encodeName(m_root.path()));
+  const EnvironmentVariable homeless("HOME");
+  EXPECT_EQ(DataStore(m_output).dataDirectory(), m_root.filePath(u"Zarvy"_s));
+  EXPECT_EQ(m_output.lines().size(), 1);
 }
 
 TEST_F(DataStoreTest, ReadsBackWhatWasSaved) {
@@ -177,6 +188,24 @@ TEST_F(DataStoreTest, TellsWhatIsWrongWithAMapWithoutNamingTheUsersOwnNames) {
                          u"Error loading field defaults: member 0 is not a string"_s}));
 }
 
+// As where the disk is full: the file that is being written cannot grow.
+TEST_F(DataStoreTest, KeepsTheOldDocumentWhereTheNewOneCannotBeWritten) {
+  const QMap<QString, qint64> counters{{u"a"_s, 1}};
+  m_store.saveCounters(counters);
+  const QByteArray before = content(u"counters.json"_s);
+  rlimit own{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &own), 0);
+  const rlimit tight{10, own.rlim_max};
+  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tight), 0);
+  m_store.saveCounters({{u"much longer"_s, 123456789}});
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &own), 0);
+  std::signal(SIGXFSZ, oldHandler);
+  EXPECT_EQ(m_output.takeLines(), QStringList{u"Error saving counters: File too large"_s});
+  EXPECT_EQ(content(u"counters.json"_s), before);
+  EXPECT_EQ(files(), QStringList{u"counters.json"_s});
+}
+
 TEST_F(DataStoreTest, RemovesOnlyWhatUnfinishedSavesLeftBehind) {
   m_store.saveFolders({});
   for (const QString& name : {u".folders.json.a1B2c3"_s, u".counters.json.XXXXXX"_s,
@@ -187,6 +216,18 @@ TEST_F(DataStoreTest, RemovesOnlyWhatUnfinishedSavesLeftBehind) {
   EXPECT_EQ(files(), (QStringList{u".folders.json"_s, u".other.a1B2c3"_s, u"folders.json"_s,
                                   u"folders.json.a1B2c3"_s}));
   EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DataStoreTest, LeavesTheSaveOfAnotherProcessAlone) {
+  write(u".folders.json.a1B2c3"_s, "x");
+  QFile other(path(u".folders.json.a1B2c3"_s));
+  ASSERT_TRUE(other.open(QIODevice::ReadWrite));
+  ASSERT_EQ(::flock(other.handle(), LOCK_EX), 0);
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), QStringList{u".folders.json.a1B2c3"_s});
+  other.close();
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), QStringList());
 }
 
 }  // namespace

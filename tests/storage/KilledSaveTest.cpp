@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <string>
 #include <sys/ptrace.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -50,7 +53,10 @@ class TracedChild {
   TracedChild& operator=(const TracedChild&) = delete;
 
   // False where the machine does not allow it.
-  [[nodiscard]] bool isTraced() { return waitForStop(); }
+  [[nodiscard]] bool isTraced() {
+    return waitForStop() &&
+           ::ptrace(PTRACE_SETOPTIONS, m_process, nullptr, PTRACE_O_TRACESYSGOOD) == 0;
+  }
 
   // Lets it go on through `count` stops. False where it ended on the way.
   [[nodiscard]] bool goOn(int count) {
@@ -60,6 +66,14 @@ class TracedChild {
       }
     }
     return true;
+  }
+
+  // The number of the system call that it stopped before; -1 where it stopped elsewhere.
+  [[nodiscard]] long enteredCall() const {
+    __ptrace_syscall_info info{};
+    if (::ptrace(PTRACE_GET_SYSCALL_INFO, m_process, sizeof info, &info) <= 0) return -1;
+    if (info.op != PTRACE_SYSCALL_INFO_ENTRY) return -1;
+    return static_cast<long>(info.entry.nr);
   }
 
   void kill() {
@@ -83,6 +97,22 @@ class TracedChild {
   pid_t m_process;
   bool m_hasEnded = false;
 };
+
+// Of the calls that say when a file reaches the disk and its name; empty for any other.
+std::string nameOfCall(long number) {
+  switch (number) {
+    case SYS_fsync:
+      return "fsync";
+#ifdef SYS_rename
+    case SYS_rename:
+#endif
+    case SYS_renameat:
+    case SYS_renameat2:
+      return "rename";
+    default:
+      return {};
+  }
+}
 
 class KilledSave : public DataFolder {
  protected:
@@ -116,6 +146,23 @@ TEST_F(KilledSave, LeavesTheOldDocumentOrTheNewOneWhereverItIsKilled) {
   // It was really killed in the middle of saves: several calls lie between making the temporary
   // file and renaming it.
   EXPECT_GE(killsWithTemporaryFile, 4 * savesToWatch);
+}
+
+// What makes a save survive a loss of power cannot be seen in the files, only in the calls.
+TEST_F(KilledSave, BringsTheContentAndThenTheFolderToTheDisk) {
+  m_store.saveFieldDefaults(documentOf(0));
+  TracedChild child([this] {
+    m_store.saveFieldDefaults(documentOf(1));
+    ::_exit(0);
+  });
+  if (!child.isTraced()) GTEST_SKIP() << "processes cannot be traced here";
+  std::vector<std::string> calls;
+  while (child.goOn(1)) {
+    const auto name = nameOfCall(child.enteredCall());
+    if (!name.empty()) calls.push_back(name);
+  }
+  EXPECT_EQ(calls, (std::vector<std::string>{"fsync", "rename", "fsync"}));
+  EXPECT_EQ(generation(), 1);
 }
 
 }  // namespace

@@ -15,9 +15,10 @@ namespace {
 constexpr auto startDeadline = std::chrono::seconds(30);
 constexpr auto endDeadline = std::chrono::seconds(20);
 
-void writePrivately(const std::filesystem::path& path, const std::string& text) {
-  std::ofstream(path, std::ios::binary) << text;
-  ::chmod(path.c_str(), S_IRUSR | S_IWUSR);
+std::string contentOf(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
 }
 
 }  // namespace
@@ -26,16 +27,32 @@ ProgramUnderTest::ProgramUnderTest(Setting setting) : m_setting(std::move(settin
   for (const auto& [name, value] : environmentWithHome(m_setting.homeFolder)) {
     m_setting.environment[name] = value;
   }
+  for (const auto& [name, value] : m_setting.region) m_setting.environment[name] = value;
+}
+
+std::string ProgramUnderTest::dataFolder() const {
+  return m_setting.environment.at("XDG_DATA_HOME") + "/Zarvy";
 }
 
 void ProgramUnderTest::writeLibrary(const std::vector<TestSnippet>& snippets) const {
-  const std::filesystem::path folder = m_setting.environment.at("XDG_DATA_HOME") + "/Zarvy";
+  writeDocument("snippets.json", snippetDocument(snippets));
+  writeDocument("settings.json",
+                "{\n  \"hideDockIcon\" : false,\n  \"iCloudSyncEnabled\" : false,\n"
+                "  \"launchAtLogin\" : false,\n  \"soundEnabled\" : false\n}");
+}
+
+void ProgramUnderTest::writeDocument(const std::string& fileName,
+                                     const std::string& content) const {
+  const std::string folder = dataFolder();
   std::filesystem::create_directories(folder);
   ::chmod(folder.c_str(), S_IRWXU);
-  writePrivately(folder / "snippets.json", snippetDocument(snippets));
-  writePrivately(folder / "settings.json",
-                 "{\n  \"hideDockIcon\" : false,\n  \"iCloudSyncEnabled\" : false,\n"
-                 "  \"launchAtLogin\" : false,\n  \"soundEnabled\" : false\n}");
+  const std::string path = folder + "/" + fileName;
+  std::ofstream(path, std::ios::binary) << content;
+  ::chmod(path.c_str(), S_IRUSR | S_IWUSR);
+}
+
+std::string ProgramUnderTest::document(const std::string& fileName) const {
+  return contentOf(dataFolder() + "/" + fileName);
 }
 
 void ProgramUnderTest::start() {
@@ -78,9 +95,7 @@ int ProgramUnderTest::expansionCount() const {
 }
 
 std::string ProgramUnderTest::errorOutput() const {
-  std::ostringstream text;
-  text << std::ifstream(m_setting.homeFolder + "/error.log").rdbuf();
-  return text.str();
+  return contentOf(m_setting.homeFolder + "/error.log");
 }
 
 }  // namespace zarvy::e2e

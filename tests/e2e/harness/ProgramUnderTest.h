@@ -18,12 +18,17 @@ class ProgramUnderTest {
     Environment environment;  // DISPLAY and the buses; HOME and the like are replaced
     std::string homeFolder;   // made where it is absent
     std::vector<std::string> arguments = {};
+    Environment region = {};  // language and time zone, in place of what every child has
   };
 
   explicit ProgramUnderTest(Setting setting);
 
   // Makes `snippets` the library that the next start finds.
   void writeLibrary(const std::vector<TestSnippet>& snippets) const;
+
+  // A file of the program's data folder; document() is empty where there is none.
+  void writeDocument(const std::string& fileName, const std::string& content) const;
+  [[nodiscard]] std::string document(const std::string& fileName) const;
 
   // Starts it and waits until it has said that it listens.
   void start();
@@ -46,6 +51,8 @@ class ProgramUnderTest {
   [[nodiscard]] std::string errorOutput() const;
 
  private:
+  [[nodiscard]] std::string dataFolder() const;
+
   Setting m_setting;
   std::optional<ChildProcess> m_process;
 };

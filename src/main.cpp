@@ -1,6 +1,8 @@
+#include <array>
 #include <csignal>
 
 #include <QApplication>
+#include <QByteArray>
 
 #include "ZarvyApp.h"
 #include "base/StandardLineOutput.h"
@@ -9,16 +11,13 @@
 
 namespace {
 
-// Qt ends a program whose display it cannot reach. This one stays up, to say why nothing expands.
-void choosePlatformPlugin() {
+// The platform plugins that Qt is to try, in their order. Where none loads, Qt ends the program;
+// this one stays up, to say why nothing expands.
+QByteArray platformPlugins() {
   const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
   const bool wantsX = chosen.isEmpty() || chosen.startsWith("xcb");
-  if (!wantsX) return;
-  if (!zarvy::x11::canReachDisplay()) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-  } else if (chosen.isEmpty()) {
-    qputenv("QT_QPA_PLATFORM", "xcb");
-  }
+  if (wantsX && !zarvy::x11::canReachDisplay()) return "offscreen";
+  return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
 }
 
 }  // namespace
@@ -28,11 +27,14 @@ int main(int argc, char* argv[]) {
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
   std::signal(SIGCHLD, SIG_DFL);
-  choosePlatformPlugin();
 
   // The program has no options, and those of Qt are not for its users.
-  int ownArgumentCount = argc > 0 ? 1 : 0;
-  QApplication application(ownArgumentCount, argv);
+  QByteArray program = argc > 0 ? argv[0] : "zarvy";
+  QByteArray option = "-platform";
+  QByteArray plugins = platformPlugins();
+  std::array arguments{program.data(), option.data(), plugins.data()};
+  auto argumentCount = static_cast<int>(arguments.size());
+  QApplication application(argumentCount, arguments.data());
   QApplication::setApplicationName(QStringLiteral("Zarvy"));
   QApplication::setQuitOnLastWindowClosed(false);
 

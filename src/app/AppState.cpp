@@ -13,12 +13,6 @@ namespace {
 
 constexpr qsizetype printedLength = 50;  // user-perceived characters
 
-QString firstCharacters(const QString& text, qsizetype count) {
-  const QList<QStringView> characters = graphemes(text);
-  if (characters.size() <= count) return text;
-  return text.first(characters.at(count).utf16() - QStringView(text).utf16());
-}
-
 }  // namespace
 
 AppState::AppState(const ExpansionServices& services, const AccessibilityPermission& permission)
@@ -98,7 +92,7 @@ void AppState::handlePotentialTrigger(const QString& buffer) {
   assign(m_pendingMatchLength, matchLength, &AppState::pendingMatchLengthChanged);
   const auto expanded = m_services.engine.processSnippet(match->snippet, match->captures);
   if (!expanded) return;
-  const QString beginning = firstCharacters(expanded->text, printedLength);
+  const QString beginning = firstGraphemes(expanded->text, printedLength).toString();
   m_services.output.print(u"EXPANDING to: '"_s + beginning + u"...'"_s);
   m_services.injector.inject(expanded->text, matchLength, {}, expanded->cursorOffset);
   m_services.stats.recordExpansion(match->snippet, graphemeCount(expanded->text));

@@ -5,8 +5,9 @@
 
 namespace zarvy {
 
-// Where the callers wait. Tasks run and the gate is closed on the same thread, so that no task is
-// under way when it closes, and none that comes later touches what its caller has taken with it.
+// Where the callers wait. Tasks run and the gate is closed on the same thread: a task that is under
+// way when it closes is one that runs an event loop of its own, and its caller waits for its end;
+// no task that comes later touches what its caller has taken with it.
 class MainThread::Gate {
  public:
   void close() {
@@ -19,22 +20,25 @@ class MainThread::Gate {
     {
       const std::scoped_lock guard(m_lock);
       if (m_isClosed) return;
+      ++m_running;
     }
     task();
     const std::scoped_lock guard(m_lock);
+    --m_running;
     isDone = true;
     m_changed.notify_all();
   }
 
   void waitFor(const bool& isDone) {
     std::unique_lock guard(m_lock);
-    m_changed.wait(guard, [&] { return isDone || m_isClosed; });
+    m_changed.wait(guard, [&] { return isDone || (m_isClosed && m_running == 0); });
   }
 
  private:
   std::mutex m_lock;
   std::condition_variable m_changed;
   bool m_isClosed = false;
+  int m_running = 0;
 };
 
 MainThread::MainThread(Scheduler& scheduler)

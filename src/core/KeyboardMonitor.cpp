@@ -15,10 +15,8 @@ namespace {
 constexpr quint64 hotKeyMask = 0xFFFE0000;
 constexpr quint64 shortcutMask = modifier::command | modifier::control;
 
-// Characters that end a word.
-bool resetsBuffer(QStringView character) {
-  return character == u" "_s || character == u"\n"_s || character == u"\t"_s;
-}
+// Typed characters that end a word.
+constexpr QStringView bufferResetCharacters = u" \n\t";
 
 }  // namespace
 
@@ -102,7 +100,7 @@ void KeyboardMonitor::processKey(RollingBuffer& buffer, quint16 keyCode,
   if (handleSpecialKey(buffer, keyCode)) return;
   if (!characters) return;
   for (const QStringView character : graphemes(*characters)) {
-    if (resetsBuffer(character)) {
+    if (bufferResetCharacters.contains(character)) {
       buffer.clear();
     } else {
       offer(buffer.append(character));

@@ -75,6 +75,13 @@ QList<QStringView> graphemes(QStringView text) {
   return result;
 }
 
+QStringView firstGraphemes(QStringView text, qsizetype count) {
+  ForwardGraphemes walk(text);
+  qsizetype length = 0;
+  for (; count > 0 && !walk.atEnd(); --count) length += walk.next().size();
+  return text.first(length);
+}
+
 bool isGraphemeBoundary(QStringView text, qsizetype position) {
   if (position <= 0 || position >= text.size()) return true;
   if (text[position - 1].isHighSurrogate() && text[position].isLowSurrogate()) return false;

@@ -19,6 +19,9 @@ namespace zarvy {
 // The characters in order; views into `text`.
 [[nodiscard]] QList<QStringView> graphemes(QStringView text);
 
+// The first `count` characters, or all where there are fewer; looks no further than it must.
+[[nodiscard]] QStringView firstGraphemes(QStringView text, qsizetype count);
+
 // Whether a character begins or ends at `position`. Both ends of the text are boundaries.
 [[nodiscard]] bool isGraphemeBoundary(QStringView text, qsizetype position);
 

@@ -1,20 +1,18 @@
 #include "core/injection/InjectionPlan.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <QByteArray>
 
+#include "base/EndProcess.h"
 #include "platform/VirtualKey.h"
 
 namespace zarvy {
 
 namespace {
 
-void appendKeyPresses(InjectionPlan& plan, qsizetype count, quint16 keyCode,
-                      std::chrono::microseconds delay) {
+void sendKeyPresses(InjectionPlan& plan, qsizetype count, quint16 keyCode,
+                    std::chrono::microseconds delay) {
   if (count < 0) {
-    std::fprintf(stderr, "TextInjector: cannot press a key %lld times\n",
-                 static_cast<long long>(count));
-    std::abort();
+    endProcess("TextInjector: cannot press a key " + QByteArray::number(count) + " times");
   }
   for (qsizetype i = 0; i < count; ++i) {
     plan.emplace_back(KeyPress{keyCode});
@@ -22,21 +20,21 @@ void appendKeyPresses(InjectionPlan& plan, qsizetype count, quint16 keyCode,
   }
 }
 
-void appendChunks(InjectionPlan& plan, QStringView line) {
+void typeChunked(InjectionPlan& plan, QStringView line) {
   for (qsizetype start = 0; start < line.size(); start += injection::maxChunkSize) {
     plan.emplace_back(TextRun{line.mid(start, injection::maxChunkSize).toString()});
     plan.emplace_back(Pause{injection::charDelay});
   }
 }
 
-void appendText(InjectionPlan& plan, QStringView text) {
+void typeText(InjectionPlan& plan, QStringView text) {
   qsizetype start = 0;
   for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n', start)) {
-    appendChunks(plan, text.sliced(start, end - start));
-    appendKeyPresses(plan, 1, virtualkey::returnKey, injection::charDelay);
+    typeChunked(plan, text.sliced(start, end - start));
+    sendKeyPresses(plan, 1, virtualkey::returnKey, injection::charDelay);
     start = end + 1;
   }
-  appendChunks(plan, text.sliced(start));
+  typeChunked(plan, text.sliced(start));
 }
 
 }  // namespace
@@ -44,12 +42,12 @@ void appendText(InjectionPlan& plan, QStringView text) {
 InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
                             std::optional<qsizetype> cursorOffset) {
   InjectionPlan plan;
-  appendKeyPresses(plan, backspaceCount, virtualkey::deleteBackward, injection::backspaceDelay);
+  sendKeyPresses(plan, backspaceCount, virtualkey::deleteBackward, injection::backspaceDelay);
   plan.emplace_back(Pause{injection::phaseGap});
-  appendText(plan, text);
+  typeText(plan, text);
   if (cursorOffset.value_or(0) >= 1) {
     plan.emplace_back(Pause{injection::phaseGap});
-    appendKeyPresses(plan, *cursorOffset, virtualkey::leftArrow, injection::charDelay);
+    sendKeyPresses(plan, *cursorOffset, virtualkey::leftArrow, injection::charDelay);
   }
   return plan;
 }

@@ -68,6 +68,8 @@ TEST(Graphemes, TellWhetherThereAreEnough) {
     const QString text = expected.join(QString());
     for (qsizetype count = 0; count < expected.size() + 3; ++count) {
       EXPECT_EQ(hasGraphemes(text, count), count <= expected.size()) << count;
+      EXPECT_EQ(firstGraphemes(text, count).toString(),
+                expected.first(std::min(count, expected.size())).join(QString()));
     }
   }
 }

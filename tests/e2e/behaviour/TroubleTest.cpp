@@ -1,5 +1,9 @@
 // Texts, windows and displays that misbehave.
 
+#include <fstream>
+
+#include <gmock/gmock.h>
+
 #include "e2e/behaviour/BehaviourTest.h"
 
 namespace zarvy::e2e {
@@ -10,42 +14,47 @@ namespace {
 
 const QString longText = u"ΑΒΓ αβγ, plain words and ԱԲԳ; "_s.repeated(60);
 
-QString withoutWhatNoKeyTypes(QString text) {
-  return text.remove(u'\n').remove(u'\r').remove(QChar(0xFFFD));
-}
-
-class OddTexts : public BehaviourTest, public testing::WithParamInterface<TargetKind> {
- protected:
-  // The letters of the text arrive once and in order, whatever becomes of what no keyboard has, and
-  // the next expansion is exact.
-  void expectLettersAndAnExactNextExpansion(const QString& oddText, const QString& letters) {
-    start(GetParam(), {{u";od"_s, oddText}, {u";ok"_s, u"Ωk"_s}});
-    person().type(u";od"_s);
-    expectExpansions(1);
-    const auto lettersAreThere = [&] {
-      return withoutWhatNoKeyTypes(target().state().text) == letters;
-    };
-    EXPECT_TRUE(waitUntil(lettersAreThere, std::chrono::seconds(10)))
-        << target().state().text.toStdString();
-    const QString before = target().state().text;
-    person().type(u" ;ok"_s);
-    expectText(before + u" Ωk"_s);
-    expectExpansions(2);
-    EXPECT_TRUE(program().process().isRunning());
-  }
+struct OddText {
+  std::string name;
+  QString replacement;
+  QString typed;
 };
 
-TEST_P(OddTexts, withLoneSurrogatesAreTypedWithoutThem) {
-  const QString odd = u"ab"_s + QChar(0xD83D) + u"cd"_s + QChar(0xDE00) + u"ef"_s;
-  expectLettersAndAnExactNextExpansion(odd, u"abcdef"_s);
+const std::vector<OddText>& oddTexts() {
+  static const std::vector<OddText> texts = {
+      {"lone surrogates", u"ab"_s + QChar(0xD83D) + u"cd"_s + QChar(0xDE00) + u"ef"_s,
+       u"ab\uFFFDcd\uFFFDef"_s},
+      {"a NUL", u"ab"_s + QChar(u'\0') + u"cd"_s, u"abcd"_s},
+      {"a carriage return", u"ab\rcd"_s, u"ab\ncd"_s},
+      {"carriage returns ahead of line feeds", u"ab\r\n\r\ncd\r\n"_s, u"ab\n\ncd\n"_s},
+      {"a carriage return after a line feed", u"ab\n\rcd"_s, u"ab\n\ncd"_s},
+  };
+  return texts;
 }
 
-TEST_P(OddTexts, withANulAreTypedWithoutIt) {
-  expectLettersAndAnExactNextExpansion(u"ab"_s + QChar(u'\0') + u"cd"_s, u"abcd"_s);
+QString triggerOf(std::size_t oddText) {
+  return u";o%1"_s.arg(oddText);
 }
 
-TEST_P(OddTexts, withACarriageReturnAreTypedOnce) {
-  expectLettersAndAnExactNextExpansion(u"ab\rcd"_s, u"abcd"_s);
+class OddTexts : public BehaviourTest, public testing::WithParamInterface<TargetKind> {};
+
+TEST_P(OddTexts, areTypedExactlyOnceAndTheNextExpansionIsExactToo) {
+  std::vector<TestSnippet> snippets = {{u";ok"_s, u"Ωk"_s}};
+  for (std::size_t index = 0; index < oddTexts().size(); ++index) {
+    snippets.push_back({triggerOf(index), oddTexts().at(index).replacement});
+  }
+  start(GetParam(), snippets);
+  for (std::size_t index = 0; index < oddTexts().size(); ++index) {
+    const OddText& odd = oddTexts().at(index);
+    SCOPED_TRACE(odd.name);
+    target().clear();
+    person().type(triggerOf(index));
+    expectText(odd.typed);
+    person().type(u" ;ok"_s);
+    expectText(odd.typed + u" Ωk"_s);
+  }
+  expectExpansions(2 * static_cast<int>(oddTexts().size()));
+  EXPECT_TRUE(program().process().isRunning());
 }
 
 TEST_P(OddTexts, thatAreEmptyOnlyDeleteTheTrigger) {
@@ -128,24 +137,34 @@ TEST_F(UnknownOptions, areIgnored) {
   EXPECT_EQ(program.terminate(), ExitStatus{});
 }
 
+// A line of an X authority file for every display: `cookie` has 16 bytes.
+std::string authorityFile(const std::string& cookie) {
+  const std::string protocol = "MIT-MAGIC-COOKIE-1";
+  const auto counted = [](const std::string& bytes) {
+    return std::string{'\0', static_cast<char>(bytes.size())} + bytes;
+  };
+  return "\xFF\xFF" + counted("") + counted("") + counted(protocol) + counted(cookie);
+}
+
 // No stage here: there is no display, or none that is good enough.
 class PoorDisplays : public testing::Test {
  protected:
-  // The program says why nothing expands, stays up, and ends when asked.
-  void expectToStayUp(Environment environment) {
+  // The program says `reason`, stays up, and ends when asked. Gives its error output.
+  std::string expectToStayUp(const std::string& reason, const std::string& display) {
+    Environment environment = environmentWithHome(folder());
+    if (!display.empty()) environment["DISPLAY"] = display;
     ProgramUnderTest program({.program = programPath(),
                               .environment = std::move(environment),
                               .homeFolder = folder() + "/program"});
-    program.writeLibrary({{u";ok"_s, u"ok"_s}});
     program.launch();
-    EXPECT_TRUE(program.process().waitForLine([](const std::string& line) { return !line.empty(); },
-                                              std::chrono::seconds(30)));
+    // The library is written once the program has come up and taken it over.
+    EXPECT_TRUE(waitUntil([&] { return !program.document("folders.json").empty(); },
+                          std::chrono::seconds(30)));
     EXPECT_TRUE(program.process().isRunning()) << program.errorOutput();
     EXPECT_EQ(program.terminate(), ExitStatus{});
-    // One line for the reason, one for the end.
-    const auto lines = program.process().outputLines();
-    EXPECT_EQ(lines.size(), 2U) << testing::PrintToString(lines);
-    EXPECT_EQ(lines.back(), "KeyboardMonitor: Stopped");
+    EXPECT_THAT(program.process().outputLines(),
+                testing::ElementsAre(reason, "KeyboardMonitor: Stopped"));
+    return program.errorOutput();
   }
 
   [[nodiscard]] std::string folder() const { return m_folder.path().toStdString(); }
@@ -154,21 +173,34 @@ class PoorDisplays : public testing::Test {
   QTemporaryDir m_folder;
 };
 
+const std::string unreachable = "No X display can be reached.";
+
 TEST_F(PoorDisplays, thatAreAbsentLeaveTheProgramUpAndSayingSo) {
-  expectToStayUp(environmentWithHome(folder()));
+  EXPECT_EQ(expectToStayUp(unreachable, ""), "");
 }
 
-TEST_F(PoorDisplays, thatCannotBeReachedLeaveTheProgramUpAndSayingSo) {
-  Environment environment = environmentWithHome(folder());
-  environment["DISPLAY"] = ":65000";
-  expectToStayUp(std::move(environment));
+TEST_F(PoorDisplays, thatDoNotAnswerLeaveTheProgramUpAndSayingSo) {
+  EXPECT_EQ(expectToStayUp(unreachable, ":65000"), "");
+}
+
+TEST_F(PoorDisplays, thatAreNotNamedAsDisplaysAreLeaveTheProgramUpAndSayingSo) {
+  EXPECT_EQ(expectToStayUp(unreachable, "no display"), "");
+}
+
+TEST_F(PoorDisplays, thatRefuseTheProgramLeaveItUpAndSayingSo) {
+  const std::string path = folder() + "/authority";
+  std::ofstream(path, std::ios::binary) << authorityFile("sixteen of bytes");
+  const PrivateXServer server(folder(), {"-auth", path});
+  // The library that speaks to the server passes its words on.
+  EXPECT_THAT(expectToStayUp(unreachable, server.display()),
+              testing::StartsWith("Authorization required"));
 }
 
 TEST_F(PoorDisplays, withoutTheTestExtensionLeaveTheProgramUpAndSayingSo) {
   const PrivateXServer server(folder(), {"-extension", "XTEST"});
-  Environment environment = environmentWithHome(folder());
-  environment["DISPLAY"] = server.display();
-  expectToStayUp(std::move(environment));
+  EXPECT_EQ(expectToStayUp("The X display lacks the XTEST extension, so keys cannot be sent.",
+                           server.display()),
+            "");
 }
 
 }  // namespace

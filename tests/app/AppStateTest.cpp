@@ -2,8 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/AppState.h"
-#include "app/ExpansionHarness.h"
+#include "app/AppStateFixture.h"
 
 namespace zarvy {
 namespace {
@@ -13,15 +12,8 @@ using namespace Qt::Literals::StringLiterals;
 const char* const startedLine = "print KeyboardMonitor: Started (NSEvent global monitoring)";
 const char* const stoppedLine = "print KeyboardMonitor: Stopped";
 
-class AppStateTest : public testing::Test {
+class AppStateTest : public AppStateFixture {
  protected:
-  // Starts expansion with one snippet, and forgets what the start wrote down.
-  void startWith(const QString& trigger, const QString& replacement) {
-    m_harness.state->adoptLibrary({{m_harness.snippet(trigger, replacement)}, {}, {}, {}});
-    m_harness.finish();
-    (void)m_harness.takeJournal();
-  }
-
   // Counts the calls of a signal from now on.
   template <typename Signal>
   [[nodiscard]] std::shared_ptr<int> count(Signal signal) {
@@ -29,10 +21,6 @@ class AppStateTest : public testing::Test {
     QObject::connect(&state(), signal, &state(), [calls] { ++*calls; });
     return calls;
   }
-
-  [[nodiscard]] AppState& state() { return *m_harness.state; }
-
-  ExpansionHarness m_harness;
 };
 
 TEST_F(AppStateTest, BeginsWithNothingAndTheDefaultSettings) {
@@ -79,132 +67,6 @@ TEST_F(AppStateTest, PreparesTheCharactersOfTheLibraryAwayFromTheMainThread) {
   EXPECT_EQ(m_harness.takeJournal(), "prepare 'äb'");
 }
 
-TEST_F(AppStateTest, CarriesATriggerFromTheLastKeyToTheSound) {
-  startWith(u";ty"_s, u"Thank you"_s);
-  m_harness.type(u"hi;ty"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 3);
-  EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
-  EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'Thank you...'");
-  m_harness.workers.drain();
-  EXPECT_EQ(m_harness.takeJournal(),
-            "begin 'Thank you'; key 51; sleep 2000; key 51; sleep 2000; key 51; sleep 2000; "
-            "sleep 10000; text 'Thank you'; sleep 1000; end");
-  m_harness.scheduler.runPending();
-  EXPECT_EQ(m_harness.takeJournal(), "sound");
-}
-
-TEST_F(AppStateTest, DoesNothingForTypingThatCompletesNoTrigger) {
-  startWith(u";ty"_s, u"Thank you"_s);
-  m_harness.type(u"nothing ;t y"_s);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.takeJournal(), "");
-  EXPECT_EQ(state().pendingMatchLength(), 0);
-}
-
-TEST_F(AppStateTest, CountsWhatToDeleteInCharactersAsTheUserPerceivesThem) {
-  startWith(u";e\u0301\U0001F1E9\U0001F1EA"_s, u"x"_s);
-  state().handlePotentialTrigger(u"abc;e\u0301\U0001F1E9\U0001F1EA"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 3);
-  m_harness.workers.drain();
-  EXPECT_EQ(m_harness.journal.entries().count(u"key 51"_s), 3);
-}
-
-TEST_F(AppStateTest, EmptiesTheBufferOfTheMonitorAtTheMatch) {
-  startWith(u";ty"_s, u"x"_s);
-  m_harness.type(u"abc"_s);
-  EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
-  state().handlePotentialTrigger(u"other text"_s);
-  EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
-  state().handlePotentialTrigger(u";ty"_s);
-  EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
-}
-
-TEST_F(AppStateTest, RecordsTheExpansionAtOnceWithItsLengthInCharacters) {
-  startWith(u";sig"_s, u"e\u0301\U0001F1E9\U0001F1EA234567"_s);
-  state().handlePotentialTrigger(u";sig"_s);
-  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
-  EXPECT_EQ(m_harness.stats.summary().totalCharactersSaved, 8 - 4);
-  const QList<SnippetUsage> usages = m_harness.stats.topSnippets(5, 1);
-  ASSERT_EQ(usages.size(), 1);
-  EXPECT_EQ(usages.front().snippetID, state().snippets().front().id);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
-}
-
-TEST_F(AppStateTest, RecordsAlsoWhatIsNotInjectedIntoThisProgramsOwnWindow) {
-  startWith(u";ty"_s, u"x"_s);
-  m_harness.workspace.setFrontmost(RunningApplication{1, u"zarvy"_s, {}, 2});
-  m_harness.type(u";ty"_s);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
-}
-
-TEST_F(AppStateTest, RecordsNothingWithoutAnExpansion) {
-  startWith(u";ty"_s, u"{{field:Name}}"_s);
-  m_harness.type(u"nothing"_s);
-  m_harness.type(u";ty"_s);  // waits for a form
-  state().togglePause();
-  state().handlePotentialTrigger(u";ty"_s);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.stats.summary(), StatsSummary());
-}
-
-struct PrintCase {
-  const char* name;
-  QString replacement;
-  QString printed;
-};
-
-void PrintTo(const PrintCase& printCase, std::ostream* stream) {
-  *stream << printCase.name;
-}
-
-class PrintedLine : public AppStateTest, public testing::WithParamInterface<PrintCase> {};
-
-TEST_P(PrintedLine, ShowsTheFirstFiftyCharactersAndAlwaysThreePoints) {
-  startWith(u";ty"_s, GetParam().replacement);
-  state().handlePotentialTrigger(u";ty"_s);
-  EXPECT_EQ(m_harness.takeJournal(),
-            (u"print EXPANDING to: '"_s + GetParam().printed + u"...'"_s).toStdString());
-}
-
-const QString fortyNine = u"1234567890123456789012345678901234567890123456789"_s;
-
-INSTANTIATE_TEST_SUITE_P(
-    , PrintedLine,
-    testing::Values(PrintCase{"EmptyText", u""_s, u""_s},
-                    PrintCase{"ShortText", u"ab\nc"_s, u"ab\nc"_s},
-                    PrintCase{"FiftyCharacters", fortyNine + u"x"_s, fortyNine + u"x"_s},
-                    PrintCase{"FiftyOneCharacters", fortyNine + u"xy"_s, fortyNine + u"x"_s},
-                    PrintCase{"AFlagAsTheFiftieth", fortyNine + u"\U0001F1E9\U0001F1EAy"_s,
-                              fortyNine + u"\U0001F1E9\U0001F1EA"_s},
-                    PrintCase{"ACombiningMarkOnTheFiftieth", fortyNine + u"e\u0301\u0302y"_s,
-                              fortyNine + u"e\u0301\u0302"_s}),
-    [](const testing::TestParamInfo<PrintCase>& row) { return std::string(row.param.name); });
-
-TEST_F(AppStateTest, ReadsTheSoundSettingAtTheEndOfTheInjection) {
-  startWith(u";ty"_s, u""_s);
-  Settings silent;
-  silent.soundEnabled = false;
-  state().handlePotentialTrigger(u";ty"_s);
-  state().setSettings(silent);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "end");
-
-  state().handlePotentialTrigger(u";ty"_s);
-  state().setSettings(Settings());
-  m_harness.finish();
-  EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "sound");
-}
-
-TEST_F(AppStateTest, InjectsNothingIntoThisProgramsOwnWindowButSaysSoAllTheSame) {
-  startWith(u";ty"_s, u"x"_s);
-  m_harness.workspace.setFrontmost(RunningApplication{1, u"zarvy"_s, {}, 2});
-  m_harness.type(u";ty"_s);
-  m_harness.finish();
-  EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'x...'");
-}
-
 TEST_F(AppStateTest, PausingStopsTheMonitorAndUnpausingStartsIt) {
   startWith(u";ty"_s, u"x"_s);
   state().togglePause();
@@ -223,6 +85,20 @@ TEST_F(AppStateTest, PausingStopsTheMonitorAndUnpausingStartsIt) {
   (void)m_harness.takeJournal();
   m_harness.type(u";ty"_s);
   EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'x...'");
+}
+
+TEST_F(AppStateTest, UnpausingHandsTheHotKeyOfTheSettingsToTheMonitor) {
+  startWith(u";ty"_s, u"x"_s);
+  Settings settings;
+  settings.quickSearchKeyCode = 12;
+  settings.quickSearchModifiers = 0xA0000;
+  state().togglePause();
+  state().setSettings(settings);
+  EXPECT_EQ(m_harness.monitor.quickSearchKeyCode, 49);
+  EXPECT_EQ(m_harness.monitor.quickSearchModifiers, 0x80000U);
+  state().togglePause();
+  EXPECT_EQ(m_harness.monitor.quickSearchKeyCode, 12);
+  EXPECT_EQ(m_harness.monitor.quickSearchModifiers, 0xA0000U);
 }
 
 TEST_F(AppStateTest, PassesOverAnOfferThatArrivesAfterThePause) {

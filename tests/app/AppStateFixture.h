@@ -1,0 +1,28 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "app/ExpansionHarness.h"
+
+namespace zarvy {
+
+// AppState with everything that it stands on, ready for a test to give it a library.
+class AppStateFixture : public testing::Test {
+ protected:
+  // Starts expansion with one snippet, and forgets what the start wrote down.
+  void startWith(const Snippet& snippet) {
+    state().adoptLibrary({{snippet}, {}, {}, {}});
+    m_harness.finish();
+    (void)m_harness.takeJournal();
+  }
+
+  void startWith(const QString& trigger, const QString& replacement) {
+    startWith(m_harness.snippet(trigger, replacement));
+  }
+
+  [[nodiscard]] AppState& state() { return *m_harness.state; }
+
+  ExpansionHarness m_harness;
+};
+
+}  // namespace zarvy

@@ -9,6 +9,9 @@
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
+#include "platform/x11/keyboard/FollowedKeymap.h"
+#include "platform/x11/keyboard/HeldKeys.h"
+#include "platform/x11/keyboard/OwnMapChanges.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TargetBarrier.h"
@@ -21,29 +24,52 @@ namespace zarvy::x11 {
 
 using namespace Qt::Literals::StringLiterals;
 
+// What can be missing.
+struct X11Session::Keyboards {
+  std::unique_ptr<Connection> connection;
+  OwnMapChanges ownChanges;
+  std::unique_ptr<FollowedKeymap> heard;
+  std::unique_ptr<FollowedKeymap> typed;
+
+  [[nodiscard]] static std::unique_ptr<Keyboards> open(QString* reason) {
+    auto keyboards = std::make_unique<Keyboards>();
+    keyboards->connection = Connection::open(reason);
+    if (!keyboards->connection) return nullptr;
+    Connection& connection = *keyboards->connection;
+    const auto unionOfAll = static_cast<uint16_t>(connection.coreKeyboard());
+    const uint16_t fake = HeldKeys(connection).ownFakeKeyboard().value_or(unionOfAll);
+    keyboards->heard = FollowedKeymap::create(connection, keyboards->ownChanges, unionOfAll);
+    keyboards->typed = FollowedKeymap::create(connection, keyboards->ownChanges, fake);
+    if (keyboards->heard && keyboards->typed) return keyboards;
+    *reason = u"The X display does not give its keyboard layout."_s;
+    return nullptr;
+  }
+};
+
 // In the order in which they stand on each other; the reader is last, so that its thread has ended
 // before anything it calls goes.
 struct X11Session::Parts {
-  Parts(std::unique_ptr<Connection> openConnection, std::unique_ptr<OwnPosts> ownPosts,
-        std::unique_ptr<KeyHearing> keyHearing, Scheduler& scheduler, Options options)
-      : connection(std::move(openConnection)),
-        posts(std::move(ownPosts)),
-        hearing(std::move(keyHearing)),
-        sender(*connection, *posts),
+  Parts(std::unique_ptr<Keyboards> openKeyboards, Scheduler& scheduler, Options options)
+      : keyboards(std::move(openKeyboards)),
+        connection(keyboards->connection.get()),
+        hearing(*connection, posts, *keyboards->heard),
+        sender(*connection, posts),
         windows(*connection),
         barrier(*connection, windows),
         modifiers(*connection, sender),
-        typist(*connection, *hearing, sender, modifiers, barrier, windows),
+        typist(*connection, {.typed = *keyboards->typed, .heard = *keyboards->heard},
+               keyboards->ownChanges, sender, modifiers, barrier, windows),
         source(scheduler, std::move(options.ownWindowHasFocus)),
         poster(typist),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
         reader(*connection) {}
 
   void connectReader() {
-    hearing->onPress([this](const KeyEvent& event) { source.deliver(event); });
-    hearing->onStateChange([this] { modifiers.stateChanged(); });
-    hearing->onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
-    reader.addListener([this](const auto& event) { hearing->handleEvent(event); });
+    hearing.onPress([this](const KeyEvent& event) { source.deliver(event); });
+    hearing.onStateChange([this] { modifiers.stateChanged(); });
+    hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
+    reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
+    reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
 
@@ -54,9 +80,10 @@ struct X11Session::Parts {
     connection->flush();
   }
 
-  std::unique_ptr<Connection> connection;
-  std::unique_ptr<OwnPosts> posts;
-  std::unique_ptr<KeyHearing> hearing;
+  std::unique_ptr<Keyboards> keyboards;
+  Connection* connection;
+  OwnPosts posts;
+  KeyHearing hearing;
   KeySender sender;
   WindowProperties windows;
   TargetBarrier barrier;
@@ -70,20 +97,13 @@ struct X11Session::Parts {
 
 std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& output,
                                              Options options, QString* reason) {
-  auto connection = Connection::open(reason);
-  if (!connection) return nullptr;
-  auto posts = std::make_unique<OwnPosts>();
-  auto hearing = KeyHearing::create(*connection, *posts);
-  if (!hearing) {
-    *reason = u"The X display does not give its keyboard layout."_s;
-    return nullptr;
-  }
+  auto keyboards = Keyboards::open(reason);
+  if (!keyboards) return nullptr;
   auto onLost = std::move(options.onConnectionLost);
-  auto parts = std::make_unique<Parts>(std::move(connection), std::move(posts), std::move(hearing),
-                                       scheduler, std::move(options));
+  auto parts = std::make_unique<Parts>(std::move(keyboards), scheduler, std::move(options));
   parts->connectReader();
   parts->listenOnRoot();
-  parts->modifiers.releaseLeftovers(parts->hearing->keymap()->modifiers());
+  parts->modifiers.releaseLeftovers(parts->keyboards->typed->current()->modifiers());
   parts->typist.reclaimSpareKeys();
   parts->typist.onNoSpareKeys([&output] {
     output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);

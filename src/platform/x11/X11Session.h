@@ -46,6 +46,7 @@ class X11Session {
   [[nodiscard]] bool isAlive() const;
 
  private:
+  struct Keyboards;
   struct Parts;
   explicit X11Session(std::unique_ptr<Parts> parts);
 

@@ -32,12 +32,13 @@ class HeldModifiersOnServer : public testing::Test {
         m_ours(connect(m_server.display())),
         m_sender(*m_ours, m_posts),
         m_modifiers(*m_ours, m_sender),
-        m_keymap(KeymapSnapshot::read(*m_ours)) {}
+        m_keymap(KeymapSnapshot::read(*m_ours, static_cast<uint16_t>(m_ours->coreKeyboard()))) {}
 
   // As the typing does at the start of each run.
   void clear() {
     const KeyboardLook look = KeyboardLook::take(*m_ours);
-    m_modifiers.clear(m_keymap->modifiers(), look.down, look.state.latchedModifiers);
+    const ModifierKeys& keys = m_keymap->modifiers();
+    m_modifiers.clear(keys, look.down & keys.momentary, look.state.latchedModifiers);
     m_sender.flush();
     m_ours->synchronize();
   }

@@ -28,5 +28,13 @@ TEST(KeyPositions, KnowNothingOfOtherNames) {
   EXPECT_EQ(virtualKeyOfPosition(""), std::nullopt);
 }
 
+TEST(KeyPositions, TellHowRareAKeyIs) {
+  EXPECT_EQ(rarityOfPosition(""), KeyRarity::nowhere);
+  EXPECT_EQ(rarityOfPosition("I120"), KeyRarity::exceptional);
+  EXPECT_EQ(rarityOfPosition("AB11"), KeyRarity::somewhere) << "Brazil has it";
+  EXPECT_EQ(rarityOfPosition("INS"), KeyRarity::somewhere);
+  EXPECT_EQ(rarityOfPosition("I"), KeyRarity::somewhere);
+}
+
 }  // namespace
 }  // namespace zarvy::x11

@@ -2,12 +2,14 @@
 
 #include <stdexcept>
 
+#include "e2e/harness/InputDevices.h"
 #include "e2e/harness/WaitUntil.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/KeyEventSource.h"
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 #include "platform/Workspace.h"
+#include "platform/x11/XkbTools.h"
 
 namespace zarvy::x11 {
 
@@ -57,6 +59,20 @@ void KeyboardDesk::changeLayout(const e2e::KeyboardLayout& layout) {
   e2e::setKeyboardLayout(layout, m_environment);
 }
 
+void KeyboardDesk::changePersonsLayout(const std::string& layout) {
+  setLayoutOfKeyboard(e2e::serverKeyboardId(m_connection), layout, m_environment);
+}
+
+void KeyboardDesk::changeKeymap(const std::vector<Replacement>& replacements) {
+  std::string keymap = mapping().keyboard;
+  for (const auto& [part, by] : replacements) {
+    const std::size_t at = keymap.find(part);
+    if (at == std::string::npos) throw std::runtime_error("the keymap has no " + part);
+    keymap.replace(at, part.size(), by);
+  }
+  loadKeymap(keymap, m_environment);
+}
+
 e2e::MappingDump KeyboardDesk::mapping() const {
   return e2e::dumpMapping(m_connection, m_environment);
 }
@@ -93,9 +109,9 @@ QString KeyboardDesk::heardText(std::size_t count) {
 }
 
 // A key press that everything before it must have preceded.
-void KeyboardDesk::letAdaptersCatchUp() {
+void KeyboardDesk::letAdaptersCatchUp(e2e::Body body) {
   const auto isMarker = [](const KeyEvent& event) { return event.keyCode == virtualkey::escape; };
-  m_person.tap(XKB_KEY_Escape);
+  m_person.tap(XKB_KEY_Escape, {.body = body});
   const bool seen = e2e::waitUntil(
       [&] {
         m_scheduler.runPending();

@@ -33,6 +33,16 @@ class KeyboardDesk {
   [[nodiscard]] RecordingLineOutput& output() { return m_output; }
 
   void changeLayout(const e2e::KeyboardLayout& layout);
+
+  // The person's own keyboard gets a layout that the keyboard for faked keys does not have.
+  void changePersonsLayout(const std::string& layout);
+
+  // Replaces each `part` of the keymap's text form, for every keyboard.
+  struct Replacement {
+    std::string part;
+    std::string by;
+  };
+  void changeKeymap(const std::vector<Replacement>& replacements);
   [[nodiscard]] e2e::MappingDump mapping() const;
   [[nodiscard]] e2e::KeyboardState keyboard() const { return e2e::keyboardState(m_connection); }
 
@@ -49,8 +59,9 @@ class KeyboardDesk {
   // The texts that the person's keys typed among heard(count), one after another.
   [[nodiscard]] QString heardText(std::size_t count);
 
-  // Waits until the adapters have noticed what happened on the server so far.
-  void letAdaptersCatchUp();
+  // Waits until the adapters have noticed what happened on the server so far; has the person press
+  // a key of no consequence for that.
+  void letAdaptersCatchUp(e2e::Body body = e2e::Body::xtest);
 
   [[nodiscard]] bool connectionLost();
 

@@ -9,7 +9,15 @@
 
 namespace zarvy::x11 {
 
+using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
+
+namespace {
+
+// Control, Alt and Super, as every layout of these tests binds them.
+constexpr uint16_t shortcutModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+
+}  // namespace
 
 TypingWitness::TypingWitness(const std::string& display)
     : m_connection(display), m_context(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
@@ -73,13 +81,15 @@ void TypingWitness::handle(const xcb_generic_event_t& event) {
 void TypingWitness::handleKey(const xcb_key_press_event_t& event) {
   xkb_state_update_mask(m_state, event.state & 0xffU, 0, 0, 0, 0, (event.state >> 13) & 3U);
   const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_state, event.detail);
-  if (symbol == XKB_KEY_BackSpace) {
+  const bool isShortcut = (event.state & shortcutModifiers) != 0;
+  if (symbol == XKB_KEY_BackSpace && !isShortcut) {
     m_text.chop(1);
     return;
   }
   const char32_t character = xkb_keysym_to_utf32(symbol);
   if (character == 0 || character == U'\x1b') return;
-  m_text += QString::fromUcs4(&character, 1);
+  const QString text = QString::fromUcs4(&character, 1);
+  m_text += isShortcut ? u"<"_s + text + u">"_s : text;
 }
 
 void TypingWitness::reloadKeymap() {

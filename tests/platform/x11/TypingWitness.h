@@ -19,7 +19,8 @@ class TypingWitness {
   TypingWitness& operator=(const TypingWitness&) = delete;
 
   // Everything that had reached the window when this was called. BackSpace takes a character away,
-  // Return and Tab are control characters, every other key without text is left out.
+  // Return and Tab are control characters, every other key without text is left out. What arrives
+  // under Control, Alt or Super is a shortcut to an application and stands in angle brackets.
   [[nodiscard]] QString text();
 
   // How often the mapping had changed when this was called, as clients were told.

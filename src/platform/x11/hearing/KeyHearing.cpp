@@ -1,14 +1,12 @@
 #include "platform/x11/hearing/KeyHearing.h"
 
-#include <algorithm>
-#include <utility>
-
 #include <xcb/xinput.h>
 
 #include "platform/SyntheticEvent.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
 
 namespace zarvy::x11 {
@@ -16,19 +14,11 @@ namespace zarvy::x11 {
 namespace {
 
 constexpr uint8_t eventTypeMask = 0x7f;
-constexpr std::size_t rememberedMapChanges = 64;
 
 }  // namespace
 
-std::unique_ptr<KeyHearing> KeyHearing::create(Connection& connection, OwnPosts& posts) {
-  auto snapshot = KeymapSnapshot::read(connection);
-  if (!snapshot) return nullptr;
-  return std::unique_ptr<KeyHearing>(new KeyHearing(connection, posts, snapshot));
-}
-
-KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts,
-                       const std::shared_ptr<const KeymapSnapshot>& snapshot)
-    : m_connection(connection), m_posts(posts), m_snapshot(snapshot), m_decoder(snapshot) {
+KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap)
+    : m_connection(connection), m_posts(posts), m_keymap(keymap), m_decoder(keymap.current()) {
   selectEvents();
   m_decoder.setState(KeyboardState::query(m_connection));
 }
@@ -42,22 +32,15 @@ void KeyHearing::selectEvents() {
   selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
   selectAutorepeat();
 
-  constexpr uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY |
-                              XCB_XKB_EVENT_TYPE_MAP_NOTIFY | XCB_XKB_EVENT_TYPE_STATE_NOTIFY;
-  constexpr uint16_t mapParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
-                                XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_KEY_ACTIONS |
-                                XCB_XKB_MAP_PART_VIRTUAL_MODS | XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
   constexpr uint16_t stateParts = XCB_XKB_STATE_PART_MODIFIER_BASE |
                                   XCB_XKB_STATE_PART_MODIFIER_LATCH |
                                   XCB_XKB_STATE_PART_MODIFIER_LOCK | XCB_XKB_STATE_PART_GROUP_BASE |
                                   XCB_XKB_STATE_PART_GROUP_LATCH | XCB_XKB_STATE_PART_GROUP_LOCK;
   xcb_xkb_select_events_details_t details{};
-  details.affectNewKeyboard = XCB_XKB_NKN_DETAIL_KEYCODES;
-  details.newKeyboardDetails = XCB_XKB_NKN_DETAIL_KEYCODES;
   details.affectState = stateParts;
   details.stateDetails = stateParts;
-  xcb_xkb_select_events_aux(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, events, 0, 0, mapParts,
-                            mapParts, &details);
+  xcb_xkb_select_events_aux(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD,
+                            XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
   m_connection.flush();
 }
 
@@ -77,11 +60,6 @@ void KeyHearing::selectInputEvents(uint16_t device, uint32_t mask) {
     uint32_t mask;
   } selection{{.deviceid = device, .mask_len = 1}, mask};
   xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &selection.head);
-}
-
-std::shared_ptr<const KeymapSnapshot> KeyHearing::keymap() const {
-  const std::lock_guard lock(m_mutex);
-  return m_snapshot;
 }
 
 void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
@@ -109,7 +87,7 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
   const auto keycode = static_cast<uint8_t>(event.detail);
   if (m_posts.take(event.full_sequence, keycode, press)) {
     if (!press) return;
-    m_onPress({.keyCode = keymap()->virtualKey(keycode),
+    m_onPress({.keyCode = m_keymap.current()->virtualKey(keycode),
                .modifierFlags = 0,
                .charactersIgnoringModifiers = std::nullopt,
                .locationX = syntheticEventMarkerX});
@@ -122,45 +100,15 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
   }
 }
 
+// The state is left as it was told by events where the keymap is new: asking for it would run ahead
+// of the key events that still wait to be read.
 void KeyHearing::handleXkbEvent(const xcb_generic_event_t& event) {
+  if (m_keymap.handleEvent(event)) m_decoder.setKeymap(m_keymap.current());
   // Every XKB event has its own type in the byte behind the event's.
-  switch (event.pad0) {
-    case XCB_XKB_STATE_NOTIFY:
-      m_decoder.setState(
-          KeyboardState::of(reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event)));
-      m_onStateChange();
-      break;
-    case XCB_XKB_MAP_NOTIFY:
-      if (!isOwnMapChange(event.full_sequence)) reloadKeymap();
-      break;
-    case XCB_XKB_NEW_KEYBOARD_NOTIFY:
-      reloadKeymap();
-      break;
-    default:
-      break;
-  }
-}
-
-void KeyHearing::changeOwnKeys(const std::function<uint32_t()>& request) {
-  const std::lock_guard lock(m_mapChangeMutex);
-  m_ownMapChanges.push_back(request());
-  if (m_ownMapChanges.size() > rememberedMapChanges) m_ownMapChanges.pop_front();
-}
-
-bool KeyHearing::isOwnMapChange(uint32_t sequence) {
-  const std::lock_guard lock(m_mapChangeMutex);
-  return std::find(m_ownMapChanges.begin(), m_ownMapChanges.end(), sequence) !=
-         m_ownMapChanges.end();
-}
-
-// The state is left as it was told by events: asking for it here would run ahead of the key events
-// that still wait to be read.
-void KeyHearing::reloadKeymap() {
-  auto snapshot = KeymapSnapshot::read(m_connection);
-  if (!snapshot) return;
-  m_decoder.setKeymap(snapshot);
-  const std::lock_guard lock(m_mutex);
-  m_snapshot = std::move(snapshot);
+  if (event.pad0 != XCB_XKB_STATE_NOTIFY) return;
+  m_decoder.setState(
+      KeyboardState::of(reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event)));
+  m_onStateChange();
 }
 
 }  // namespace zarvy::x11

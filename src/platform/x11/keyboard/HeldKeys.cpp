@@ -21,8 +21,8 @@ bool isFakeKeyboard(const xcb_input_xi_device_info_t& device) {
 
 }  // namespace
 
-std::vector<uint16_t> HeldKeys::keyboards(bool fake) const {
-  std::vector<uint16_t> found;
+std::vector<HeldKeys::Keyboard> HeldKeys::keyboards() const {
+  std::vector<Keyboard> found;
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_input_xi_query_device_reply_t> reply(xcb_input_xi_query_device_reply(
       xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL), nullptr));
@@ -31,9 +31,28 @@ std::vector<uint16_t> HeldKeys::keyboards(bool fake) const {
        xcb_input_xi_device_info_next(&devices)) {
     const xcb_input_xi_device_info_t& device = *devices.data;
     if (device.type != XCB_INPUT_DEVICE_TYPE_SLAVE_KEYBOARD) continue;
-    if (isFakeKeyboard(device) == fake) found.push_back(device.deviceid);
+    found.push_back({.device = device.deviceid,
+                     .unionOfKeyboards = device.attachment,
+                     .isFake = isFakeKeyboard(device)});
   }
   return found;
+}
+
+std::vector<uint16_t> HeldKeys::keyboards(bool fake) const {
+  std::vector<uint16_t> found;
+  for (const Keyboard& keyboard : keyboards()) {
+    if (keyboard.isFake == fake) found.push_back(keyboard.device);
+  }
+  return found;
+}
+
+std::optional<uint16_t> HeldKeys::ownFakeKeyboard() const {
+  for (const Keyboard& keyboard : keyboards()) {
+    if (keyboard.isFake && keyboard.unionOfKeyboards == m_connection.coreKeyboard()) {
+      return keyboard.device;
+    }
+  }
+  return std::nullopt;
 }
 
 KeycodeSet HeldKeys::onKeyboards(bool fake) const {

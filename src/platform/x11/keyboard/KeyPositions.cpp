@@ -68,4 +68,12 @@ std::optional<quint16> virtualKeyOfPosition(std::string_view xkbKeyName) {
   return found->virtualKey;
 }
 
+KeyRarity rarityOfPosition(std::string_view xkbKeyName) {
+  if (xkbKeyName.empty()) return KeyRarity::nowhere;
+  const std::string_view rest = xkbKeyName.substr(1);
+  const bool isNumbered = xkbKeyName.front() == 'I' && !rest.empty() &&
+                          rest.find_first_not_of("0123456789") == std::string_view::npos;
+  return isNumbered ? KeyRarity::exceptional : KeyRarity::somewhere;
+}
+
 }  // namespace zarvy::x11

@@ -14,4 +14,13 @@ inline constexpr quint16 unnamedKeyBase = 0x100;
 
 [[nodiscard]] std::optional<quint16> virtualKeyOfPosition(std::string_view xkbKeyName);
 
+// How many keyboards have a key at a place. What nobody has, nobody presses by mistake.
+enum class KeyRarity {
+  nowhere,      // places without a name
+  exceptional,  // places that are named by a number: keys for media, cameras, remote controls
+  somewhere     // the rest: on the keyboards of some countries, if not on all
+};
+
+[[nodiscard]] KeyRarity rarityOfPosition(std::string_view xkbKeyName);
+
 }  // namespace zarvy::x11

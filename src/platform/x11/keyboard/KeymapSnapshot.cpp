@@ -5,7 +5,6 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/keyboard/KeyPositions.h"
 
 namespace zarvy::x11 {
 
@@ -25,18 +24,16 @@ bool survivesCapsLock(xkb_state* state, xkb_keycode_t key, uint32_t lock, uint32
 
 }  // namespace
 
-std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection) {
+std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection, uint16_t device) {
   std::shared_ptr<KeymapSnapshot> snapshot(new KeymapSnapshot);
   snapshot->m_context = xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES);
   if (!snapshot->m_context) return nullptr;
-  snapshot->m_keymap =
-      xkb_x11_keymap_new_from_device(snapshot->m_context, connection.xcb(),
-                                     connection.coreKeyboard(), XKB_KEYMAP_COMPILE_NO_FLAGS);
+  snapshot->m_keymap = xkb_x11_keymap_new_from_device(snapshot->m_context, connection.xcb(), device,
+                                                      XKB_KEYMAP_COMPILE_NO_FLAGS);
   if (!snapshot->m_keymap) return nullptr;
   snapshot->m_layoutCount = xkb_keymap_num_layouts(snapshot->m_keymap);
-  snapshot->m_modifiers = ModifierKeys::read(connection, snapshot->m_keymap);
+  snapshot->m_modifiers = ModifierKeys::read(connection, device, snapshot->m_keymap);
   snapshot->readPositions();
-  snapshot->readSpareKeycodes();
   return snapshot;
 }
 
@@ -53,30 +50,12 @@ void KeymapSnapshot::readPositions() {
     m_virtualKeys[keycode] =
         virtualKeyOfPosition(position).value_or(static_cast<quint16>(unnamedKeyBase + keycode));
     m_isKeypad[keycode] = position.starts_with("KP");
+    m_rarities[keycode] = rarityOfPosition(position);
   }
 }
 
-void KeymapSnapshot::readSpareKeycodes() {
-  const auto lowest = std::max<xkb_keycode_t>(xkb_keymap_min_keycode(m_keymap), lowestKeycode);
-  const auto highest = std::min<xkb_keycode_t>(xkb_keymap_max_keycode(m_keymap), highestKeycode);
-  for (xkb_keycode_t code = lowest; code <= highest; ++code) {
-    const auto keycode = static_cast<uint8_t>(code);
-    if (!m_modifiers.all[keycode] && writesNothing(keycode)) m_spareKeycodes.push_back(keycode);
-  }
-}
-
-bool KeymapSnapshot::writesNothing(uint8_t keycode) const {
-  const xkb_layout_index_t layouts = xkb_keymap_num_layouts_for_key(m_keymap, keycode);
-  for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
-    const xkb_level_index_t levels = xkb_keymap_num_levels_for_key(m_keymap, keycode, layout);
-    for (xkb_level_index_t level = 0; level < levels; ++level) {
-      const xkb_keysym_t* symbols = nullptr;
-      if (xkb_keymap_key_get_syms_by_level(m_keymap, keycode, layout, level, &symbols) > 0) {
-        return false;
-      }
-    }
-  }
-  return true;
+bool KeymapSnapshot::hasSymbols(uint8_t keycode) const {
+  return xkb_keymap_num_layouts_for_key(m_keymap, keycode) > 0;
 }
 
 std::optional<uint8_t> KeymapSnapshot::keycodeOf(quint16 virtualKey) const {
@@ -85,13 +64,6 @@ std::optional<uint8_t> KeymapSnapshot::keycodeOf(quint16 virtualKey) const {
     if (m_virtualKeys[keycode] == virtualKey) return keycode;
   }
   return std::nullopt;
-}
-
-xkb_keysym_t KeymapSnapshot::symbolAt(uint8_t keycode, int level) const {
-  const xkb_keysym_t* symbols = nullptr;
-  const int count = xkb_keymap_key_get_syms_by_level(
-      m_keymap, keycode, 0, static_cast<xkb_level_index_t>(level), &symbols);
-  return count == 1 ? symbols[0] : XKB_KEY_NoSymbol;
 }
 
 std::shared_ptr<const CharacterStrokes> KeymapSnapshot::strokes(uint32_t layout, uint32_t locked,

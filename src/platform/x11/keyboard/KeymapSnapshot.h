@@ -1,16 +1,14 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <unordered_map>
-#include <utility>
-#include <vector>
 
 #include <xkbcommon/xkbcommon.h>
 
+#include "platform/x11/keyboard/KeyPositions.h"
 #include "platform/x11/keyboard/ModifierKeys.h"
 
 namespace zarvy::x11 {
@@ -28,12 +26,13 @@ struct KeyStroke {
 
 using CharacterStrokes = std::unordered_map<char32_t, KeyStroke>;
 
-// The server's keymap as it stood at one moment. Does not change; shared between the thread that
+// A keyboard's keymap as it stood at one moment. Does not change; shared between the thread that
 // hears and those that type. Any thread.
 class KeymapSnapshot {
  public:
-  // Null where the server does not answer.
-  [[nodiscard]] static std::shared_ptr<KeymapSnapshot> read(Connection& connection);
+  // Of the keyboard with this XInput number; null where the server does not answer.
+  [[nodiscard]] static std::shared_ptr<KeymapSnapshot> read(Connection& connection,
+                                                            uint16_t device);
 
   ~KeymapSnapshot();
   KeymapSnapshot(const KeymapSnapshot&) = delete;
@@ -47,11 +46,11 @@ class KeymapSnapshot {
   // The key at a place; absent where the keyboard has none there.
   [[nodiscard]] std::optional<uint8_t> keycodeOf(quint16 virtualKey) const;
 
-  // Keys that write nothing under any layout and hold no modifier.
-  [[nodiscard]] const std::vector<uint8_t>& spareKeycodes() const { return m_spareKeycodes; }
+  // False for a key that writes nothing under any layout.
+  [[nodiscard]] bool hasSymbols(uint8_t keycode) const;
 
-  // The symbol on a level of the key's first layout; NoSymbol where there is none.
-  [[nodiscard]] xkb_keysym_t symbolAt(uint8_t keycode, int level) const;
+  // How common hardware is that has the key.
+  [[nodiscard]] KeyRarity rarity(uint8_t keycode) const { return m_rarities[keycode]; }
 
   [[nodiscard]] uint32_t layoutCount() const { return m_layoutCount; }
 
@@ -71,8 +70,6 @@ class KeymapSnapshot {
  private:
   KeymapSnapshot() = default;
   void readPositions();
-  void readSpareKeycodes();
-  [[nodiscard]] bool writesNothing(uint8_t keycode) const;
   void collectStrokes(xkb_state* state, uint32_t layout, uint32_t locked, bool shift,
                       bool levelThree, const KeycodeSet& excluded, CharacterStrokes& strokes) const;
 
@@ -82,7 +79,7 @@ class KeymapSnapshot {
   ModifierKeys m_modifiers;
   std::array<quint16, 256> m_virtualKeys{};
   KeycodeSet m_isKeypad;
-  std::vector<uint8_t> m_spareKeycodes;
+  std::array<KeyRarity, 256> m_rarities{};
   uint32_t m_layoutCount = 1;
 };
 

@@ -3,14 +3,13 @@
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "platform/ModifierFlags.h"
-#include "platform/x11/connection/Connection.h"
-#include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/connection/XkbProtocol.h"
+#include "platform/x11/keyboard/KeyboardMap.h"
 
 namespace zarvy::x11 {
 
 namespace {
 
-constexpr int realModifierCount = 8;
 constexpr int lowestKeycode = 8;
 constexpr int highestKeycode = 255;
 
@@ -74,26 +73,12 @@ bool isLock(Role role) {
 
 }  // namespace
 
-KeycodeSet keycodesOfBits(std::span<const uint8_t> bytes) {
-  KeycodeSet set;
-  for (std::size_t key = 0; key < set.size() && key / 8 < bytes.size(); ++key) {
-    set[key] = ((bytes[key / 8] >> (key % 8)) & 1) != 0;
-  }
-  return set;
-}
-
-ModifierKeys ModifierKeys::read(Connection& connection, xkb_keymap* keymap) {
+ModifierKeys ModifierKeys::read(Connection& connection, uint16_t device, xkb_keymap* keymap) {
   ModifierKeys keys;
-  const XcbPtr<xcb_get_modifier_mapping_reply_t> reply(xcb_get_modifier_mapping_reply(
-      connection.xcb(), xcb_get_modifier_mapping(connection.xcb()), nullptr));
-  if (!reply) return keys;
-  const xcb_keycode_t* keycodes = xcb_get_modifier_mapping_keycodes(reply.get());
-  const int perModifier = reply->keycodes_per_modifier;
-  for (int modifier = 0; modifier < realModifierCount; ++modifier) {
-    for (int i = 0; i < perModifier; ++i) {
-      const xcb_keycode_t keycode = keycodes[modifier * perModifier + i];
-      if (keycode != 0) keys.addBoundKey(1U << modifier, keycode, keymap);
-    }
+  const auto map = KeyboardMap::read(connection, device, XCB_XKB_MAP_PART_MODIFIER_MAP);
+  if (!map) return keys;
+  for (const auto& [keycode, realModifiers] : map->modifierMap()) {
+    keys.addBoundKey(realModifiers, keycode, keymap);
   }
   for (int keycode = lowestKeycode; keycode <= highestKeycode; ++keycode) {
     keys.addBySymbol(static_cast<uint8_t>(keycode), keymap);
@@ -101,15 +86,15 @@ ModifierKeys ModifierKeys::read(Connection& connection, xkb_keymap* keymap) {
   return keys;
 }
 
-void ModifierKeys::addBoundKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap) {
+void ModifierKeys::addBoundKey(uint32_t realModifiers, uint8_t keycode, xkb_keymap* keymap) {
   all.set(keycode);
   const Role role = roleOfKey(keymap, keycode);
-  if (role == Role::option) option |= realMask;
-  if (role == Role::command) command |= realMask;
-  if (role == Role::numLock) numLock |= realMask;
-  if (role == Role::levelThree) levelThree |= realMask;
+  if (role == Role::option) option |= realModifiers;
+  if (role == Role::command) command |= realModifiers;
+  if (role == Role::numLock) numLock |= realModifiers;
+  if (role == Role::levelThree) levelThree |= realModifiers;
   // What a key does is told by what it is bound to: a Caps Lock key can be a second Control.
-  if (realMask != lock && role != Role::numLock) momentary.set(keycode);
+  if (realModifiers != lock && role != Role::numLock) momentary.set(keycode);
 }
 
 // A key can hold a modifier without being bound to it: layouts with AltGr bind a key that no

@@ -1,22 +1,17 @@
 #pragma once
 
-#include <bitset>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 #include <QtGlobal>
 
 #include <xkbcommon/xkbcommon.h>
 
+#include "platform/x11/keyboard/KeycodeSet.h"
+
 namespace zarvy::x11 {
 
 class Connection;
-
-using KeycodeSet = std::bitset<256>;
-
-// The keys of the server's bit vectors: the bit of a key is that of its code, lowest bit first.
-[[nodiscard]] KeycodeSet keycodesOfBits(std::span<const uint8_t> bytes);
 
 // What each of the eight real modifiers of the server means under one keymap, and which keys hold
 // it. Masks are X's: Shift 1, Lock 2, Control 4, Mod1 to Mod5 8 to 128.
@@ -35,8 +30,9 @@ struct ModifierKeys {
   KeycodeSet momentary;  // keys that hold a modifier while they are down; not Caps or Num Lock
   KeycodeSet all;        // every key that holds or locks a modifier
 
-  // Reads the server's modifier mapping and gives it meaning by the symbols of `keymap`.
-  [[nodiscard]] static ModifierKeys read(Connection& connection, xkb_keymap* keymap);
+  // Reads a keyboard's modifier mapping and gives it meaning by the symbols of its `keymap`.
+  [[nodiscard]] static ModifierKeys read(Connection& connection, uint16_t device,
+                                         xkb_keymap* keymap);
 
   // LevelThree's mask, or 0 where no key holds it.
   [[nodiscard]] uint32_t usableLevelThree() const {
@@ -51,7 +47,7 @@ struct ModifierKeys {
   [[nodiscard]] uint32_t ignoredForText() const;
 
  private:
-  void addBoundKey(uint32_t realMask, uint8_t keycode, xkb_keymap* keymap);
+  void addBoundKey(uint32_t realModifiers, uint8_t keycode, xkb_keymap* keymap);
   void addBySymbol(uint8_t keycode, xkb_keymap* keymap);
 };
 

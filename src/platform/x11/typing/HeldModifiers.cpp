@@ -29,17 +29,17 @@ void HeldModifiers::awaitShortcutModifiersReleased(const ModifierKeys& keys) {
   }
 }
 
-void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& down,
+void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& held,
                           uint32_t latchedModifiers) {
   const std::lock_guard lock(m_mutex);
-  const KeycodeSet held = down & keys.momentary;
   // What restore() pressed stays down on the keyboard of faked keys until the user's release has
   // been heard, and a key that is down there cannot be pressed there.
   const KeycodeSet toRelease = held | m_repressed;
   for (std::size_t keycode = 0; keycode < toRelease.size(); ++keycode) {
     if (toRelease[keycode]) m_sender.release(static_cast<uint8_t>(keycode));
   }
-  m_released |= held;
+  // A key that means something else on the keyboard for faked keys cannot be pressed again there.
+  m_released |= held & keys.momentary;
   m_repressed.reset();
   if (latchedModifiers != 0) {
     xcb_xkb_latch_lock_state(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0,

@@ -26,9 +26,10 @@ class HeldModifiers {
   // shortcuts, and releasing them for the user can itself be a command to a desktop.
   void awaitShortcutModifiersReleased(const ModifierKeys& keys);
 
-  // Releases every modifier key that is down, what restore() pressed, and latched modifiers. `down`
-  // is what applications see as held. The releases are buffered ahead of what is posted next.
-  void clear(const ModifierKeys& keys, const KeycodeSet& down, uint32_t latchedModifiers);
+  // Releases the modifier keys in `held`, which applications see as down, what restore() pressed,
+  // and latched modifiers. `keys` are those of the keyboard for faked keys. The releases are
+  // buffered ahead of what is posted next.
+  void clear(const ModifierKeys& keys, const KeycodeSet& held, uint32_t latchedModifiers);
 
   // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.
   // Absent where there is no candidate.

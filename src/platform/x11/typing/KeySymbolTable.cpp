@@ -7,7 +7,8 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
 #include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/KeyboardMap.h"
+#include "platform/x11/keyboard/OwnMapChanges.h"
 
 namespace zarvy::x11 {
 
@@ -33,22 +34,13 @@ std::vector<std::pair<uint32_t, int>> fourLevelsSwappedByLock(uint32_t levelThre
 }  // namespace
 
 std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection, uint16_t device) {
-  xcb_connection_t* xcb = connection.xcb();
-  const XcbPtr<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(
-      xcb,
-      xcb_xkb_get_map(xcb, device, wantedParts, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0),
-      nullptr));
-  if (!reply) return std::nullopt;
-  xcb_xkb_get_map_map_t map;
-  xcb_xkb_get_map_map_unpack(xcb_xkb_get_map_map(reply.get()), reply->nTypes, reply->nKeySyms,
-                             reply->nKeyActions, reply->totalActions, reply->totalKeyBehaviors,
-                             reply->virtualMods, reply->totalKeyExplicit, reply->totalModMapKeys,
-                             reply->totalVModMapKeys, reply->present, &map);
+  const auto map = KeyboardMap::read(connection, device, wantedParts);
+  if (!map) return std::nullopt;
   KeySymbolTable table;
   table.m_device = device;
-  table.m_firstKey = reply->firstKeySym;
-  for (auto types = xcb_xkb_get_map_map_types_rtrn_iterator(reply.get(), &map); types.rem > 0;
-       xcb_xkb_key_type_next(&types)) {
+  table.m_firstKey = map->reply()->firstKeySym;
+  for (auto types = xcb_xkb_get_map_map_types_rtrn_iterator(map->reply(), &map->map());
+       types.rem > 0; xcb_xkb_key_type_next(&types)) {
     Type type{.levels = types.data->numLevels, .modifiers = types.data->mods_mask, .levelOf = {}};
     for (auto entries = xcb_xkb_key_type_map_iterator(types.data); entries.rem > 0;
          xcb_xkb_kt_map_entry_next(&entries)) {
@@ -58,7 +50,7 @@ std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection, uint1
     }
     table.m_types.push_back(std::move(type));
   }
-  for (auto keys = xcb_xkb_get_map_map_syms_rtrn_iterator(reply.get(), &map); keys.rem > 0;
+  for (auto keys = xcb_xkb_get_map_map_syms_rtrn_iterator(map->reply(), &map->map()); keys.rem > 0;
        xcb_xkb_key_sym_map_next(&keys)) {
     const xcb_keysym_t* symbols = xcb_xkb_key_sym_map_syms(keys.data);
     Key key{.groupInfo = keys.data->groupInfo,
@@ -155,7 +147,7 @@ std::vector<uint8_t> KeySymbolTable::packed(int first, int last) const {
   return bytes;
 }
 
-bool KeySymbolTable::write(Connection& connection, KeyHearing& hearing) const {
+bool KeySymbolTable::write(Connection& connection, OwnMapChanges& ownChanges) const {
   if (m_lastChanged < 0) return true;
   const std::vector<uint8_t> bytes = packed(m_firstChanged, m_lastChanged);
   std::size_t totalSymbols = 0;
@@ -167,7 +159,7 @@ bool KeySymbolTable::write(Connection& connection, KeyHearing& hearing) const {
   const auto count = static_cast<uint8_t>(m_lastChanged - m_firstChanged + 1);
   xcb_connection_t* xcb = connection.xcb();
   xcb_void_cookie_t cookie{};
-  hearing.changeOwnKeys([&] {
+  ownChanges.make([&] {
     cookie = xcb_xkb_set_map_checked(
         xcb, m_device, XCB_XKB_MAP_PART_KEY_SYMS, 0, xcb_get_setup(xcb)->min_keycode,
         xcb_get_setup(xcb)->max_keycode, 0, 0, first, count, static_cast<uint16_t>(totalSymbols), 0,

@@ -10,7 +10,7 @@
 namespace zarvy::x11 {
 
 class Connection;
-class KeyHearing;
+class OwnMapChanges;
 
 // The symbols of every key of one keyboard, read, changed and written back. Each keyboard has a
 // table of its own, since users may give them different layouts.
@@ -37,7 +37,7 @@ class KeySymbolTable {
   void setSymbols(uint8_t keycode, SlotType type, std::vector<xkb_keysym_t> symbols);
 
   // Writes every key that setSymbols() named in one request. False where the server refused.
-  [[nodiscard]] bool write(Connection& connection, KeyHearing& hearing) const;
+  [[nodiscard]] bool write(Connection& connection, OwnMapChanges& ownChanges) const;
 
  private:
   struct Key {

@@ -5,8 +5,9 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
 #include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
+#include "platform/x11/keyboard/KeyboardMap.h"
 #include "platform/x11/typing/KeySymbolTable.h"
 
 namespace zarvy::x11 {
@@ -46,36 +47,88 @@ bool holds(const std::vector<xkb_keysym_t>& onKey, const SpareKeySymbols& writte
 
 }  // namespace
 
-SpareKeyWriter::SpareKeyWriter(Connection& connection, KeyHearing& hearing)
-    : m_connection(connection), m_hearing(hearing) {}
+SpareKeyWriter::SpareKeyWriter(Connection& connection, OwnMapChanges& ownChanges,
+                               const FollowedKeymap& keymap)
+    : m_connection(connection), m_ownChanges(ownChanges), m_keymap(keymap) {}
 
 int SpareKeyWriter::levels() const {
-  const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD);
-  const auto keymap = m_hearing.keymap();
+  const auto table = KeySymbolTable::read(m_connection, m_keymap.device());
+  const auto keymap = m_keymap.current();
   if (!table || keymap->modifiers().shiftKeys.empty()) return table ? 1 : 0;
   return table->slotType(keymap->modifiers().usableLevelThree()).levels;
 }
 
-bool SpareKeyWriter::write(const std::map<uint8_t, SpareKeySymbols>& keys) {
-  const std::map<uint8_t, SpareKeySymbols> before = readRecord();
-  std::map<uint8_t, SpareKeySymbols> record = before;
-  for (const auto& [keycode, symbols] : keys) record[keycode] = symbols;
-  const auto keymap = m_hearing.keymap();
-  const uint32_t levelThree = keymap->modifiers().usableLevelThree();
+std::vector<uint8_t> SpareKeyWriter::freeKeys() const {
+  KeycodeSet idle;
+  idle.set();
+  for (const uint16_t device : everyKeyboard()) {
+    const auto map = KeyboardMap::read(m_connection, device, KeyboardMap::effects);
+    idle = map ? idle & map->idleKeys() : KeycodeSet();
+  }
+  std::vector<uint8_t> keycodes;
+  for (std::size_t code = 0; code < idle.size(); ++code) {
+    if (idle[code]) keycodes.push_back(static_cast<uint8_t>(code));
+  }
+  const auto keymap = m_keymap.current();
+  std::stable_sort(keycodes.begin(), keycodes.end(), [&](uint8_t left, uint8_t right) {
+    return keymap->rarity(left) < keymap->rarity(right);
+  });
+  return keycodes;
+}
+
+// The record is written ahead of the keys: a crash in between leaves too much on record, which the
+// next start sees, and never too little.
+SpareKeyWriter::Outcome SpareKeyWriter::write(const Keys& keys) {
   const ServerGrab grab(m_connection);
+  const Keys before = readRecord();
+  if (!areOurs(keys, before)) return Outcome::notFree;
+  Keys record = before;
+  for (const auto& [keycode, symbols] : keys) record[keycode] = symbols;
   writeRecord(record);
-  const bool written = editEveryKeyboard([&](KeySymbolTable& table) {
+  if (put(keys)) return Outcome::written;
+  Keys former;
+  for (const auto& [keycode, symbols] : keys) {
+    const auto known = before.find(keycode);
+    former[keycode] = known != before.end() ? known->second : SpareKeySymbols{};
+  }
+  static_cast<void>(put(former));
+  writeRecord(before);
+  return Outcome::refused;
+}
+
+// True where each of the keys does nothing, or what this program has made it do.
+bool SpareKeyWriter::areOurs(const Keys& keys, const Keys& record) const {
+  for (const uint16_t device : everyKeyboard()) {
+    const auto map = KeyboardMap::read(m_connection, device, KeyboardMap::effects);
+    const auto table = KeySymbolTable::read(m_connection, device);
+    if (!map || !table) continue;  // unplugged meanwhile
+    const KeycodeSet idle = map->idleKeys();
+    const bool allOurs = std::all_of(keys.begin(), keys.end(), [&](const auto& key) {
+      const auto known = record.find(key.first);
+      return idle[key.first] ||
+             (known != record.end() && holds(table->symbols(key.first), known->second));
+    });
+    if (!allOurs) return false;
+  }
+  return true;
+}
+
+bool SpareKeyWriter::put(const Keys& keys) {
+  const uint32_t levelThree = m_keymap.current()->modifiers().usableLevelThree();
+  return editEveryKeyboard([&](KeySymbolTable& table) {
     const auto type = table.slotType(levelThree);
     for (const auto& [keycode, symbols] : keys) {
-      table.setSymbols(keycode, type, {symbols.begin(), symbols.begin() + type.levels});
+      if (isEmpty(symbols)) {
+        table.setSymbols(keycode, {}, {});
+      } else {
+        table.setSymbols(keycode, type, {symbols.begin(), symbols.begin() + type.levels});
+      }
     }
   });
-  if (!written) writeRecord(before);
-  return written;
 }
 
 void SpareKeyWriter::giveBack() {
-  const std::map<uint8_t, SpareKeySymbols> record = readRecord();
+  const Keys record = readRecord();
   if (!record.empty()) {
     const ServerGrab grab(m_connection);
     const bool givenBack = editEveryKeyboard([&](KeySymbolTable& table) {
@@ -90,22 +143,26 @@ void SpareKeyWriter::giveBack() {
 }
 
 // The union of all keyboards takes over the mapping of whichever keyboard is used, so each has to
-// have the spare keys; and each keeps whatever else is its own.
-bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {
-  std::vector<uint16_t> devices{static_cast<uint16_t>(m_connection.coreKeyboard())};
+// have the spare keys; and each keeps whatever else is its own. The union itself is never written:
+// the server would give its layout to every keyboard.
+std::vector<uint16_t> SpareKeyWriter::everyKeyboard() const {
   const HeldKeys held(m_connection);
-  for (const auto& keyboards : {held.physicalKeyboards(), held.fakeKeyboards()}) {
-    devices.insert(devices.end(), keyboards.begin(), keyboards.end());
-  }
+  std::vector<uint16_t> devices = held.physicalKeyboards();
+  const std::vector<uint16_t> fake = held.fakeKeyboards();
+  devices.insert(devices.end(), fake.begin(), fake.end());
+  return devices;
+}
+
+bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {
   bool complete = true;
-  for (const uint16_t device : devices) {
+  for (const uint16_t device : everyKeyboard()) {
     auto table = KeySymbolTable::read(m_connection, device);
     if (!table) {
       complete = false;
       continue;
     }
     edit(*table);
-    complete = table->write(m_connection, m_hearing) && complete;
+    complete = table->write(m_connection, m_ownChanges) && complete;
   }
   return complete;
 }
@@ -114,8 +171,8 @@ bool SpareKeyWriter::hasRecord() const {
   return !readRecord().empty();
 }
 
-std::map<uint8_t, SpareKeySymbols> SpareKeyWriter::readRecord() const {
-  std::map<uint8_t, SpareKeySymbols> record;
+SpareKeyWriter::Keys SpareKeyWriter::readRecord() const {
+  Keys record;
   const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(
       m_connection.xcb(),
       xcb_get_property(m_connection.xcb(), 0, m_connection.root(),
@@ -130,16 +187,20 @@ std::map<uint8_t, SpareKeySymbols> SpareKeyWriter::readRecord() const {
   return record;
 }
 
-void SpareKeyWriter::writeRecord(const std::map<uint8_t, SpareKeySymbols>& keys) {
+void SpareKeyWriter::writeRecord(const Keys& keys) {
   std::vector<uint32_t> words;
   for (const auto& [keycode, symbols] : keys) {
     if (isEmpty(symbols)) continue;
     words.push_back(keycode);
     words.insert(words.end(), symbols.begin(), symbols.end());
   }
-  xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_connection.root(),
-                      m_connection.atoms().zarvySpareKeys, XCB_ATOM_CARDINAL, 32,
-                      static_cast<uint32_t>(words.size()), words.data());
+  const xcb_atom_t property = m_connection.atoms().zarvySpareKeys;
+  if (words.empty()) {
+    xcb_delete_property(m_connection.xcb(), m_connection.root(), property);
+    return;
+  }
+  xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_connection.root(), property,
+                      XCB_ATOM_CARDINAL, 32, static_cast<uint32_t>(words.size()), words.data());
 }
 
 }  // namespace zarvy::x11

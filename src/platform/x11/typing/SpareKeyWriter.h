@@ -12,8 +12,9 @@
 namespace zarvy::x11 {
 
 class Connection;
-class KeyHearing;
+class FollowedKeymap;
 class KeySymbolTable;
+class OwnMapChanges;
 
 inline constexpr int spareKeyLevels = 4;
 
@@ -26,14 +27,24 @@ using SpareKeySymbols = std::array<xkb_keysym_t, spareKeyLevels>;
 // crash left behind. One thread at a time.
 class SpareKeyWriter {
  public:
-  SpareKeyWriter(Connection& connection, KeyHearing& hearing);
+  // `keymap` is that of the keyboard through which this program types.
+  SpareKeyWriter(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& keymap);
 
   // How many levels a spare key has under the present keymap: 4, 2, or 0 where it cannot be read.
   [[nodiscard]] int levels() const;
 
+  // The keys that do nothing on any keyboard, those first that the least hardware has.
+  [[nodiscard]] std::vector<uint8_t> freeKeys() const;
+
+  enum class Outcome {
+    written,
+    notFree,  // somebody else has given one of the keys a meaning; nothing has been changed
+    refused   // by the server, for one of the keyboards; nothing of it is left on the others
+  };
+
   // Puts the symbols on the keys; a key with no symbol at all becomes empty again. Returns once the
-  // server has done it; false where it refused.
-  bool write(const std::map<uint8_t, SpareKeySymbols>& keys);
+  // server has done it.
+  [[nodiscard]] Outcome write(const std::map<uint8_t, SpareKeySymbols>& keys);
 
   // Empties the keys that the record names, where they still hold what was written, and removes the
   // record.
@@ -43,13 +54,18 @@ class SpareKeyWriter {
   [[nodiscard]] bool hasRecord() const;
 
  private:
+  using Keys = std::map<uint8_t, SpareKeySymbols>;
   using Edit = std::function<void(KeySymbolTable&)>;
+  [[nodiscard]] std::vector<uint16_t> everyKeyboard() const;
   [[nodiscard]] bool editEveryKeyboard(const Edit& edit);
-  [[nodiscard]] std::map<uint8_t, SpareKeySymbols> readRecord() const;
-  void writeRecord(const std::map<uint8_t, SpareKeySymbols>& keys);
+  [[nodiscard]] bool put(const Keys& keys);
+  [[nodiscard]] bool areOurs(const Keys& keys, const Keys& record) const;
+  [[nodiscard]] Keys readRecord() const;
+  void writeRecord(const Keys& keys);
 
   Connection& m_connection;
-  KeyHearing& m_hearing;
+  OwnMapChanges& m_ownChanges;
+  const FollowedKeymap& m_keymap;
 };
 
 }  // namespace zarvy::x11

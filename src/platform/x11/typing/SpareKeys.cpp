@@ -3,28 +3,45 @@
 #include <algorithm>
 
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/typing/KeySymbolTable.h"
 #include "platform/x11/typing/TargetBarrier.h"
 
 namespace zarvy::x11 {
 
-SpareKeys::SpareKeys(Connection& connection, KeyHearing& hearing, TargetBarrier& barrier)
+SpareKeys::SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& typed,
+                     const FollowedKeymap& heard, TargetBarrier& barrier)
     : m_connection(connection),
-      m_hearing(hearing),
+      m_typed(typed),
+      m_heard(heard),
       m_barrier(barrier),
-      m_writer(connection, hearing) {}
+      m_writer(connection, ownChanges, typed) {}
 
-void SpareKeys::follow(const std::shared_ptr<const KeymapSnapshot>& snapshot) {
-  if (snapshot == m_snapshot) return;
-  const bool first = m_snapshot == nullptr;
-  m_snapshot = snapshot;
-  if (first || m_levels != m_writer.levels() || !serverStillHasThem()) startAnew(*snapshot);
+// The keymap that is heard is new each time another keyboard is used. Looking at it costs nothing;
+// the server is asked only where it might be that of a keyboard without the spare keys.
+void SpareKeys::follow() {
+  const auto typed = m_typed.current();
+  const auto heard = m_heard.current();
+  const bool isFirst = m_typedSnapshot == nullptr;
+  const bool isTypedNew = m_typedSnapshot != typed;
+  const bool isHeardSuspect = m_heardSnapshot != heard && !looksComplete(*heard);
+  m_typedSnapshot = typed;
+  m_heardSnapshot = heard;
+  const bool hasTyped =
+      !isTypedNew || (!isFirst && m_levels == m_writer.levels() && areOn(m_typed.device()));
+  if (!hasTyped || (isHeardSuspect && !areOn(m_heard.device()))) startAnew();
 }
 
-bool SpareKeys::serverStillHasThem() const {
-  const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD);
+// Keymaps are not read again for changes of this program's own, so a key may seem empty that is
+// not.
+bool SpareKeys::looksComplete(const KeymapSnapshot& keymap) const {
+  return std::all_of(m_pool.slots().begin(), m_pool.slots().end(), [&](const auto& slot) {
+    return slot.character == 0 || keymap.hasSymbols(slot.keycode);
+  });
+}
+
+bool SpareKeys::areOn(uint16_t device) const {
+  const auto table = KeySymbolTable::read(m_connection, device);
   if (!table) return true;
   return std::all_of(m_pool.slots().begin(), m_pool.slots().end(), [&](const auto& slot) {
     if (slot.character == 0) return true;
@@ -35,18 +52,9 @@ bool SpareKeys::serverStillHasThem() const {
 }
 
 // What is left of an earlier pool is given back first, so that its keys are free to be taken anew.
-void SpareKeys::startAnew(const KeymapSnapshot& snapshot) {
+void SpareKeys::startAnew() {
   giveBack();
-  std::vector<uint8_t> keycodes = snapshot.spareKeycodes();
-  if (const auto table = KeySymbolTable::read(m_connection, XCB_XKB_ID_USE_CORE_KBD)) {
-    for (std::size_t code = 0; code < m_keycodes.size(); ++code) {
-      const auto keycode = static_cast<uint8_t>(code);
-      const bool known = std::find(keycodes.begin(), keycodes.end(), keycode) != keycodes.end();
-      if (m_keycodes[code] && !known && table->symbols(keycode).empty()) {
-        keycodes.push_back(keycode);
-      }
-    }
-  }
+  const std::vector<uint8_t> keycodes = m_writer.freeKeys();
   m_keycodes.reset();
   for (const uint8_t keycode : keycodes) m_keycodes.set(keycode);
   m_levels = m_writer.levels();
@@ -63,10 +71,19 @@ std::optional<KeyStroke> SpareKeys::strokeOf(char32_t character, bool capsLock) 
 }
 
 void SpareKeys::makeRoom(std::span<const char32_t> wanted) {
+  if (tryToMakeRoom(wanted)) return;
+  startAnew();
+  static_cast<void>(tryToMakeRoom(wanted));
+}
+
+// False where the keys are not what they were taken for.
+bool SpareKeys::tryToMakeRoom(std::span<const char32_t> wanted) {
   const SpareKeyPool::Plan plan = m_pool.fit(wanted);
-  if (plan.changes.empty()) return;
+  if (plan.changes.empty()) return true;
   if (plan.replacesUnread) awaitReaders();
-  if (m_writer.write(symbolsOfChangedKeys(plan))) m_pool.apply(plan);
+  const auto outcome = m_writer.write(symbolsOfChangedKeys(plan));
+  if (outcome == SpareKeyWriter::Outcome::written) m_pool.apply(plan);
+  return outcome != SpareKeyWriter::Outcome::notFree;
 }
 
 std::map<uint8_t, SpareKeySymbols> SpareKeys::symbolsOfChangedKeys(

@@ -15,17 +15,21 @@
 namespace zarvy::x11 {
 
 class Connection;
-class KeyHearing;
+class FollowedKeymap;
+class OwnMapChanges;
 class TargetBarrier;
 
 // The characters that the layout lacks, put on the keys that it leaves free. One thread at a time.
 class SpareKeys {
  public:
-  SpareKeys(Connection& connection, KeyHearing& hearing, TargetBarrier& barrier);
+  // `typed` is the keymap of the keyboard through which this program types, `heard` that of the
+  // union of all keyboards.
+  SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& typed,
+            const FollowedKeymap& heard, TargetBarrier& barrier);
 
-  // Makes the book-keeping agree with the server's keymap, which someone else may have replaced.
+  // Makes the book-keeping agree with the server's keymaps, which someone else may have replaced.
   // To be called ahead of the other operations whenever a run begins.
-  void follow(const std::shared_ptr<const KeymapSnapshot>& snapshot);
+  void follow();
 
   // The spare keys in use, which are no part of the user's layout.
   [[nodiscard]] const KeycodeSet& keycodes() const { return m_keycodes; }
@@ -51,19 +55,23 @@ class SpareKeys {
 
  private:
   void awaitReaders();
-  [[nodiscard]] bool serverStillHasThem() const;
-  void startAnew(const KeymapSnapshot& snapshot);
+  [[nodiscard]] bool looksComplete(const KeymapSnapshot& keymap) const;
+  [[nodiscard]] bool areOn(uint16_t device) const;
+  void startAnew();
+  [[nodiscard]] bool tryToMakeRoom(std::span<const char32_t> wanted);
   [[nodiscard]] std::map<uint8_t, SpareKeySymbols> symbolsOfChangedKeys(
       const SpareKeyPool::Plan& plan) const;
 
   Connection& m_connection;
-  KeyHearing& m_hearing;
+  const FollowedKeymap& m_typed;
+  const FollowedKeymap& m_heard;
   TargetBarrier& m_barrier;
   SpareKeyWriter m_writer;
   SpareKeyPool m_pool;
   int m_levels = 0;  // of each key in the pool
   KeycodeSet m_keycodes;
-  std::shared_ptr<const KeymapSnapshot> m_snapshot;
+  std::shared_ptr<const KeymapSnapshot> m_typedSnapshot;
+  std::shared_ptr<const KeymapSnapshot> m_heardSnapshot;
   std::set<xcb_window_t> m_unreadWindows;
 };
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/hearing/KeyHearing.h"
+#include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/windows/WindowProperties.h"
 
@@ -50,17 +50,18 @@ class Typist::ModifierPresses {
   std::optional<uint8_t> m_levelThree;
 };
 
-Typist::Typist(Connection& connection, KeyHearing& hearing, KeySender& sender,
-               HeldModifiers& modifiers, TargetBarrier& barrier, const WindowProperties& windows)
+Typist::Typist(Connection& connection, Keymaps keymaps, OwnMapChanges& ownChanges,
+               KeySender& sender, HeldModifiers& modifiers, TargetBarrier& barrier,
+               const WindowProperties& windows)
     : m_connection(connection),
-      m_hearing(hearing),
+      m_keymaps(keymaps),
       m_sender(sender),
       m_modifiers(modifiers),
       m_windows(windows),
-      m_spareKeys(connection, hearing, barrier) {}
+      m_spareKeys(connection, ownChanges, keymaps.typed, keymaps.heard, barrier) {}
 
 void Typist::beginSession(std::span<const char32_t> text) {
-  m_modifiers.awaitShortcutModifiersReleased(m_hearing.keymap()->modifiers());
+  m_modifiers.awaitShortcutModifiersReleased(m_keymaps.heard.current()->modifiers());
   const std::lock_guard lock(m_mutex);
   ++m_sessions;
   if (m_isAbandoned) return;
@@ -130,8 +131,8 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
 void Typist::prepare(std::span<const char32_t> characters) {
   const std::lock_guard lock(m_mutex);
   if (m_isAbandoned) return;
-  const auto snapshot = m_hearing.keymap();
-  m_spareKeys.follow(snapshot);
+  const auto snapshot = m_keymaps.typed.current();
+  m_spareKeys.follow();
   const KeyboardState state = KeyboardState::query(m_connection);
   std::vector<char32_t> wanted;
   for (uint32_t i = 0; i < snapshot->layoutCount(); ++i) {
@@ -150,7 +151,9 @@ void Typist::abandonSessions() {
 
 void Typist::reclaimSpareKeys() {
   const std::lock_guard lock(m_mutex);
-  if (m_spareKeys.reclaim()) m_hearing.reloadKeymap();
+  if (!m_spareKeys.reclaim()) return;
+  m_keymaps.typed.reload();
+  m_keymaps.heard.reload();
 }
 
 void Typist::leaveNoTrace() {
@@ -162,13 +165,16 @@ void Typist::leaveNoTrace() {
 // The keyboard as it is at the start of a run, with the user's modifiers out of the way.
 Typist::Layout Typist::takeKeyboard() {
   Layout layout;
-  layout.snapshot = m_hearing.keymap();
-  m_spareKeys.follow(layout.snapshot);
+  layout.snapshot = m_keymaps.typed.current();
+  m_spareKeys.follow();
   const auto [state, down] = KeyboardLook::take(m_connection);
   layout.down = down;
   const ModifierKeys& keys = layout.snapshot->modifiers();
-  m_modifiers.clear(keys, layout.down, state.latchedModifiers);
-  layout.down &= ~keys.momentary;
+  // What a key that is down holds was decided by the keyboard that it was pressed on.
+  const KeycodeSet held =
+      down & (keys.momentary | m_keymaps.heard.current()->modifiers().momentary);
+  m_modifiers.clear(keys, held, state.latchedModifiers);
+  layout.down &= ~held;
   layout.capsLock = (state.lockedModifiers & keys.lock) != 0;
   LayoutKey key{.snapshot = layout.snapshot,
                 .layout = state.lockedLayout,  // held layout keys have just been released

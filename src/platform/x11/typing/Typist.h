@@ -15,7 +15,8 @@
 namespace zarvy::x11 {
 
 class Connection;
-class KeyHearing;
+class FollowedKeymap;
+class OwnMapChanges;
 class TargetBarrier;
 class WindowProperties;
 
@@ -24,8 +25,14 @@ class WindowProperties;
 // reader's, unless said otherwise.
 class Typist {
  public:
-  Typist(Connection& connection, KeyHearing& hearing, KeySender& sender, HeldModifiers& modifiers,
-         TargetBarrier& barrier, const WindowProperties& windows);
+  // The two keyboards whose keymaps matter.
+  struct Keymaps {
+    FollowedKeymap& typed;  // that the faked keys come from, and the characters are written with
+    FollowedKeymap& heard;  // the union of all
+  };
+
+  Typist(Connection& connection, Keymaps keymaps, OwnMapChanges& ownChanges, KeySender& sender,
+         HeldModifiers& modifiers, TargetBarrier& barrier, const WindowProperties& windows);
 
   // Called once if ever a character finds no spare key at all. On a typing thread.
   void onNoSpareKeys(std::function<void()> handler) { m_onNoSpareKeys = std::move(handler); }
@@ -65,7 +72,7 @@ class Typist {
   void reportIfNoSpareKeys(bool someLacking);
 
   Connection& m_connection;
-  KeyHearing& m_hearing;
+  Keymaps m_keymaps;
   KeySender& m_sender;
   HeldModifiers& m_modifiers;
   const WindowProperties& m_windows;

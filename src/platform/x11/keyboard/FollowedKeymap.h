@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include <xcb/xcb.h>
+
+#include "platform/x11/keyboard/KeymapSnapshot.h"
+
+namespace zarvy::x11 {
+
+class Connection;
+class OwnMapChanges;
+
+// The keymap of one keyboard, read anew whenever somebody else changes it.
+//
+// There are two that matter. Applications read keys by the keymap of the union of all keyboards,
+// and that becomes the keymap of whichever keyboard is used: the user's while they type, that of
+// the keyboard for faked keys while this program does. The two may have different layouts.
+class FollowedKeymap {
+ public:
+  // Null where the server does not give the keymap of the keyboard with this XInput number.
+  [[nodiscard]] static std::unique_ptr<FollowedKeymap> create(Connection& connection,
+                                                              const OwnMapChanges& ownChanges,
+                                                              uint16_t device);
+
+  // The keyboard's XInput number.
+  [[nodiscard]] uint16_t device() const { return m_device; }
+
+  // The keymap in force. Any thread.
+  [[nodiscard]] std::shared_ptr<const KeymapSnapshot> current() const;
+
+  // True where the event made a new keymap. On the reader's thread.
+  bool handleEvent(const xcb_generic_event_t& event);
+
+  // Reads the keymap anew. On the reader's thread, or before it starts.
+  void reload();
+
+ private:
+  FollowedKeymap(Connection& connection, const OwnMapChanges& ownChanges, uint16_t device,
+                 std::shared_ptr<const KeymapSnapshot> snapshot);
+  void selectEvents() const;
+
+  Connection& m_connection;
+  const OwnMapChanges& m_ownChanges;
+  const uint16_t m_device;
+  mutable std::mutex m_mutex;
+  std::shared_ptr<const KeymapSnapshot> m_snapshot;  // guarded by m_mutex
+};
+
+}  // namespace zarvy::x11

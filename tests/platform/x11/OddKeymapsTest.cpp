@@ -1,0 +1,105 @@
+// Keyboards that are not set up as most are, on a real X server.
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/KeyEventPoster.h"
+#include "platform/VirtualKey.h"
+#include "platform/x11/KeyboardDesk.h"
+
+namespace zarvy::x11 {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+const QString mixed = u"Lazy Quiz; ÄÖÜ @€ «жук» \"~^`\" ☃ 日本!"_s;
+constexpr e2e::TypingStyle byHardware{.body = e2e::Body::serverKeyboard, .interval = 2ms};
+
+// What the person's keyboard is mapped to, and what the keyboard for faked keys is.
+std::vector<std::string> mappingsOfBothKeyboards(KeyboardDesk& desk) {
+  std::vector<std::string> mappings;
+  for (const auto body : {e2e::Body::serverKeyboard, e2e::Body::xtest}) {
+    desk.person().tap(XKB_KEY_Escape, {.body = body, .interval = 2ms});
+    const e2e::MappingDump mapping = desk.mapping();
+    mappings.push_back(mapping.symbols + mapping.keyboard);
+  }
+  return mappings;
+}
+
+// The layout of the person's keyboard, while that of every other keyboard is American.
+class KeyboardOfItsOwnLayout : public testing::TestWithParam<std::string> {};
+
+TEST_P(KeyboardOfItsOwnLayout, IsHeardByItAndTypedForByTheOther) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changePersonsLayout(GetParam());
+  const QString typed = GetParam() == "ru" ? u"жук"_s : u"zya"_s;
+  QString expected;
+  for (int round = 0; round < 2; ++round) {
+    // A key of the person's makes the person's layout the one in force.
+    desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
+    desk.person().type(typed, byHardware);
+    desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
+    expected += typed;
+    EXPECT_EQ(desk.witness().text().toStdString(), expected.toStdString());
+    // First what most layouts have, each elsewhere, so that no spare key comes into it.
+    const QString text = round == 0 ? u"Lazy Quiz"_s : mixed;
+    desk.type(text);
+    expected += text;
+    EXPECT_EQ(desk.witness().text().toStdString(), expected.toStdString());
+  }
+  EXPECT_EQ(desk.heardText(static_cast<std::size_t>(2 * typed.size())).left(typed.size()), typed);
+}
+
+TEST_P(KeyboardOfItsOwnLayout, KeepsItAndLeavesTheOthersTheirs) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changePersonsLayout(GetParam());
+  const std::vector<std::string> before = mappingsOfBothKeyboards(desk);
+  ASSERT_NE(before.front(), before.back());
+  desk.type(mixed);
+  desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
+  desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed + mixed);
+  desk.closeSession();
+  EXPECT_TRUE(mappingsOfBothKeyboards(desk) == before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, KeyboardOfItsOwnLayout, testing::Values("de", "fr", "ru"),
+                         [](const auto& row) { return row.param; });
+
+TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changePersonsLayout("br");  // writes a slash where others have a spare key
+  const std::vector<std::string> before = mappingsOfBothKeyboards(desk);
+  desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed);
+  desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
+  desk.person().type(u"/a"_s, byHardware);
+  EXPECT_EQ(desk.witness().text(), mixed + u"/a"_s);
+  desk.closeSession();
+  EXPECT_TRUE(mappingsOfBothKeyboards(desk) == before);
+}
+
+// xkbcomp writes a key without symbols only where it has something else.
+const std::string symbolsOfEscape = "    key  <ESC> {";
+
+TEST(SpareKeysOfOddKeymaps, AreNotThoseThatDoSomethingWithoutWritingAnything) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.closeSession();
+  desk.changeKeymap(
+      {{symbolsOfEscape,
+        "    key <I120> { [ NoSymbol ], actions[Group1]= [ LockGroup(group=1) ] };\n" +
+            symbolsOfEscape}});
+  const e2e::MappingDump before = desk.mapping();
+  ASSERT_NE(before.keyboard.find("actions"), std::string::npos);
+  desk.openSession();
+  desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed);
+  desk.closeSession();
+  EXPECT_TRUE(desk.mapping().keyboard == before.keyboard);
+}
+
+}  // namespace
+}  // namespace zarvy::x11

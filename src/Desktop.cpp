@@ -17,13 +17,14 @@ QString displayHasGone() {
 }  // namespace
 
 Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
-    : m_session(x11::X11Session::open(
+    : m_output(output),
+      m_session(x11::X11Session::open(
           scheduler, output,
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
            .ownWindowHasFocus = [] { return QGuiApplication::focusWindow() != nullptr; },
            .onConnectionLost =
-               [&output, onLost = std::move(onLost)] {
-                 output.print(displayHasGone());
+               [this, onLost = std::move(onLost)] {
+                 sayThatDisplayHasGone();
                  onLost();
                }},
           &m_reason)) {}
@@ -48,7 +49,12 @@ void Desktop::abandonTyping() {
 }
 
 void Desktop::close() {
+  if (m_session && !m_session->isAlive()) sayThatDisplayHasGone();
   m_session.reset();
+}
+
+void Desktop::sayThatDisplayHasGone() {
+  if (!std::exchange(m_hasSaidSo, true)) m_output.print(displayHasGone());
 }
 
 bool Desktop::isTrusted() const {

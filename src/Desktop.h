@@ -27,13 +27,18 @@ class Desktop final : public AccessibilityPermission {
   // Typing that is still under way stops at once. Any thread.
   void abandonTyping();
 
-  // Gives the keyboard mapping back. After everything that hears and types has ended.
+  // Gives the keyboard mapping back. After everything that hears and types has ended. Says that the
+  // display has gone where that has not been said.
   void close();
 
   [[nodiscard]] bool isTrusted() const override;
   [[nodiscard]] QString reasonForMissing() const override;
 
  private:
+  void sayThatDisplayHasGone();
+
+  LineOutput& m_output;
+  bool m_hasSaidSo = false;
   QString m_reason;  // why there is no session
   std::unique_ptr<x11::X11Session> m_session;
   AbsentDesktop m_absent;

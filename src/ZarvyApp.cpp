@@ -1,10 +1,15 @@
 #include "ZarvyApp.h"
 
+#include <utility>
+
 #include <QCoreApplication>
 
 namespace zarvy {
 
 namespace {
+
+// As that of Qt, which may be the first to notice.
+constexpr int statusWithoutDisplay = 1;
 
 // Scripts write dates as the placeholders do.
 ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
@@ -19,7 +24,7 @@ ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
 ZarvyApp::ZarvyApp(LineOutput& output)
     : m_output(output),
       m_mainThread(m_scheduler),
-      m_desktop(m_scheduler, m_output, &QCoreApplication::quit),
+      m_desktop(m_scheduler, m_output, [] { QCoreApplication::exit(statusWithoutDisplay); }),
       m_store(m_output),
       m_keyboardProcessing("com.zarvy.keyboardprocessing"),
       m_storageQueue("zarvy-storage"),
@@ -42,6 +47,11 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock) {}
 
 ZarvyApp::~ZarvyApp() {
+  end();
+}
+
+void ZarvyApp::end() {
+  if (std::exchange(m_hasEnded, true)) return;
   m_monitor.stop();
   m_mainThread.close();
   m_injector->cutShort();

@@ -44,6 +44,9 @@ class ZarvyApp {
   // Says what stands in the way, if anything, and loads the library; expansion starts after that.
   void start();
 
+  // What the destructor does; once.
+  void end();
+
  private:
   [[nodiscard]] PlaceholderServices placeholderServices();
   [[nodiscard]] ExpansionServices expansionServices();
@@ -76,6 +79,7 @@ class ZarvyApp {
   std::shared_ptr<TextInjector> m_injector;
   AppState m_state;
   LibraryLoader m_loader;
+  bool m_hasEnded = false;
 };
 
 }  // namespace zarvy

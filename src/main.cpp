@@ -1,13 +1,17 @@
 #include <array>
 #include <csignal>
+#include <cstdlib>
 
 #include <QApplication>
 #include <QByteArray>
+#include <QDir>
 
+#include "SingleInstance.h"
 #include "ZarvyApp.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
 #include "platform/x11/connection/DisplayProbe.h"
+#include "storage/DataStore.h"
 
 namespace {
 
@@ -18,6 +22,20 @@ QByteArray platformPlugins() {
   const bool wantsX = chosen.isEmpty() || chosen.startsWith("xcb");
   if (wantsX && !zarvy::x11::canReachDisplay()) return "offscreen";
   return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
+}
+
+// Qt leaves by exit() where its own connection to the display breaks; the program ends in order all
+// the same.
+int runToTheEnd(zarvy::ZarvyApp& app) {
+  // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
+  static zarvy::ZarvyApp* running = nullptr;
+  running = &app;
+  std::atexit([] {
+    if (running) running->end();
+  });
+  const int status = QApplication::exec();
+  running = nullptr;
+  return status;
 }
 
 }  // namespace
@@ -38,9 +56,15 @@ int main(int argc, char* argv[]) {
   QApplication::setApplicationName(QStringLiteral("Zarvy"));
   QApplication::setQuitOnLastWindowClosed(false);
 
-  const zarvy::TerminationSignals signals(&QCoreApplication::quit);
   zarvy::StandardLineOutput output;
+  const zarvy::SingleInstance instance(
+      zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()));
+  if (!instance.isOnlyOne()) {
+    output.print(QStringLiteral("Zarvy is running already."));
+    return 0;
+  }
+  const zarvy::TerminationSignals signals(&QCoreApplication::quit);
   zarvy::ZarvyApp app(output);
   app.start();
-  return QApplication::exec();
+  return runToTheEnd(app);
 }

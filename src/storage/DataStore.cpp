@@ -40,15 +40,6 @@ constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loadi
 constexpr DocumentKind fieldDefaultsDocument{
     u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
 
-// By the base directory rules of the desktops, where a path that is not absolute does not count.
-std::optional<QString> desktopApplicationSupport() {
-  QString chosen = qEnvironmentVariable("XDG_DATA_HOME");
-  if (QDir::isAbsolutePath(chosen)) return chosen;
-  const QString home = qEnvironmentVariable("HOME");
-  if (!QDir::isAbsolutePath(home)) return std::nullopt;
-  return QDir::cleanPath(home + u"/.local/share"_s);
-}
-
 // What went wrong; absent where the folder now exists.
 std::optional<QString> makePrivateFolder(const QString& path) {
   const QString parent = QFileInfo(path).path();
@@ -60,6 +51,15 @@ std::optional<QString> makePrivateFolder(const QString& path) {
 }
 
 }  // namespace
+
+// By the base directory rules of the desktops, where a path that is not absolute does not count.
+std::optional<QString> DataStore::desktopApplicationSupport() {
+  QString chosen = qEnvironmentVariable("XDG_DATA_HOME");
+  if (QDir::isAbsolutePath(chosen)) return chosen;
+  const QString home = qEnvironmentVariable("HOME");
+  if (!QDir::isAbsolutePath(home)) return std::nullopt;
+  return QDir::cleanPath(home + u"/.local/share"_s);
+}
 
 DataStore::DataStore(LineOutput& output) : DataStore(output, desktopApplicationSupport) {}
 

@@ -36,15 +36,17 @@ class DataStore {
   // system names none.
   using ApplicationSupportLookup = std::function<std::optional<QString>()>;
 
-  // The one of the desktop: $XDG_DATA_HOME, else ~/.local/share.
+  // The one of the desktop: $XDG_DATA_HOME, else ~/.local/share. Any thread.
+  [[nodiscard]] static std::optional<QString> desktopApplicationSupport();
+
+  // Looks there.
   explicit DataStore(LineOutput& output);
   DataStore(LineOutput& output, ApplicationSupportLookup applicationSupport);
 
   // The folder of the documents, found anew and made where it is missing, for the user alone.
   [[nodiscard]] QString dataDirectory() const;
 
-  // Deletes what saves left behind whose process was killed in the middle. At start: no save may be
-  // under way.
+  // Deletes what saves left behind whose process was killed in the middle.
   void removeUnfinishedSaves() const;
 
   [[nodiscard]] QList<Snippet> loadSnippets() const;

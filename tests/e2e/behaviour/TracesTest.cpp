@@ -5,6 +5,7 @@
 
 #include "e2e/behaviour/BehaviourTest.h"
 #include "e2e/behaviour/MappingChanges.h"
+#include "e2e/scenarios/ScenarioTexts.h"
 
 namespace zarvy::e2e {
 
@@ -69,6 +70,34 @@ TEST_P(TracesAfterASignal, areGoneWhenTheProgramEndsAsItIsAsked) {
   expectMapping(before);
   EXPECT_EQ(rootProperties(), properties);
   expectNothingHeld();
+}
+
+TEST_P(TracesAfterASignal, areGoneWhenItComesInTheMiddleOfTwoThousandCharacters) {
+  stage().startTarget(TargetKind::qt6);
+  const MappingDump before = stage().mapping();
+  const auto properties = rootProperties();
+  // More different characters than there are spare keys: their meaning changes all the time.
+  const QString text = (textOfTwelveScripts() + u" and SHIFTED {Keys} "_s).repeated(5);
+  ASSERT_GE(text.toUcs4().size(), 2000);
+  stage().startProgram(programPath(), {{u";lo"_s, text}});
+  person().type(u";lo"_s);
+  ASSERT_TRUE(waitUntil([&] { return target().state().text.startsWith(text.left(40)); },
+                        std::chrono::seconds(20), std::chrono::milliseconds(1)));
+  program().process().sendSignal(GetParam());
+  const auto status = program().process().waitForExit(std::chrono::seconds(20));
+  ASSERT_TRUE(status.has_value()) << "the program does not end";
+  EXPECT_EQ(*status, ExitStatus{});
+  expectMapping(before);
+  EXPECT_EQ(rootProperties(), properties);
+  expectNothingHeld();
+
+  // The person's next key comes behind all that was on its way.
+  person().type(u"\\"_s);
+  ASSERT_TRUE(
+      waitUntil([&] { return target().state().text.endsWith(u'\\'); }, std::chrono::seconds(20)));
+  const QString typed = target().state().text.chopped(1);
+  EXPECT_EQ(typed.toStdString(), text.left(typed.size()).toStdString());
+  EXPECT_LT(typed.size(), text.size()) << "the program goes on to the end of the text";
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, TracesAfterASignal, testing::Values(SIGTERM, SIGINT),

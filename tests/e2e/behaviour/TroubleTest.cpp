@@ -158,8 +158,10 @@ class PoorDisplays : public testing::Test {
                               .homeFolder = folder() + "/program"});
     program.launch();
     // The library is written once the program has come up and taken it over.
-    EXPECT_TRUE(waitUntil([&] { return !program.document("folders.json").empty(); },
-                          std::chrono::seconds(30)));
+    const auto hasComeUpOrEnded = [&] {
+      return !program.document("folders.json").empty() || !program.process().isRunning();
+    };
+    EXPECT_TRUE(waitUntil(hasComeUpOrEnded, std::chrono::seconds(30)));
     EXPECT_TRUE(program.process().isRunning()) << program.errorOutput();
     EXPECT_EQ(program.terminate(), ExitStatus{});
     EXPECT_THAT(program.process().outputLines(),

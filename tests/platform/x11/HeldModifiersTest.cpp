@@ -11,6 +11,7 @@
 #include "e2e/harness/InputDevices.h"
 #include "e2e/harness/Person.h"
 #include "e2e/harness/PrivateXServer.h"
+#include "e2e/harness/Xkb.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/KeyboardLook.h"
@@ -38,7 +39,8 @@ class HeldModifiersOnServer : public testing::Test {
   void clear() {
     const KeyboardLook look = KeyboardLook::take(*m_ours);
     const ModifierKeys& keys = m_keymap->modifiers();
-    m_modifiers.clear(keys, look.down & keys.momentary, look.state.latchedModifiers);
+    const uint32_t locked = look.state.lockedModifiers;
+    m_modifiers.clear(keys, look.down & keys.momentary, look.state.latchedModifiers, locked);
     m_sender.flush();
     m_ours->synchronize();
   }
@@ -46,6 +48,18 @@ class HeldModifiersOnServer : public testing::Test {
   void restore() {
     m_modifiers.restore();
     m_ours->synchronize();
+  }
+
+  // As a Shift Lock key does.
+  void lockShift() const {
+    xcb_xkb_latch_lock_state(m_theirs.get(), XCB_XKB_ID_USE_CORE_KBD, XCB_MOD_MASK_SHIFT,
+                             XCB_MOD_MASK_SHIFT, 0, 0, 0, 0, 0);
+    m_theirs.synchronise();
+  }
+
+  [[nodiscard]] uint32_t locked() const {
+    m_theirs.synchronise();
+    return KeyboardLook::take(*m_ours).state.lockedModifiers;
   }
 
   [[nodiscard]] bool isShifted() const {
@@ -120,6 +134,24 @@ TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardBeforeTypingWhereTheReleaseIsHe
   EXPECT_FALSE(isShifted());
   clear();
   EXPECT_EQ(held(), Keys());
+}
+
+TEST_F(HeldModifiersOnServer, AreUnlockedAndLockedAgain) {
+  lockShift();
+  clear();
+  EXPECT_EQ(locked(), 0U);
+  restore();
+  EXPECT_EQ(locked(), uint32_t{XCB_MOD_MASK_SHIFT});
+}
+
+// Somebody who presses a lock's key while it is unlocked for the typing means to end the lock.
+TEST_F(HeldModifiersOnServer, AreNotLockedAgainWhereTheUserHasEndedTheLockMeanwhile) {
+  lockShift();
+  clear();
+  lockShift();
+  clear();
+  restore();
+  EXPECT_EQ(locked(), 0U);
 }
 
 TEST_F(HeldModifiersOnServer, AreTakenBackAtTheEndOfTheProgram) {

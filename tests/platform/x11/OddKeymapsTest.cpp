@@ -4,7 +4,9 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
+#include "e2e/harness/Xkb.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/KeyboardDesk.h"
@@ -100,6 +102,63 @@ TEST(SpareKeysOfOddKeymaps, AreNotThoseThatDoSomethingWithoutWritingAnything) {
   desk.closeSession();
   EXPECT_TRUE(desk.mapping().keyboard == before.keyboard);
 }
+
+TEST(SpareKeysOfOddKeymaps, AreNotThoseThatHaveBeenGivenAMeaningMeanwhile) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.type(u"ж"_s);
+  EXPECT_EQ(desk.witness().text(), u"ж"_s);
+  constexpr xcb_keycode_t macroKey = 120;
+  constexpr xcb_keysym_t function = XKB_KEY_F13;
+  xcb_connection_t* xcb = desk.connection().get();
+  xcb_change_keyboard_mapping(xcb, 1, macroKey, 1, &function);
+  desk.letAdaptersCatchUp();
+  const QString text = u"ÄÖÜäöüабвгдежзийклмнопрст"_s;
+  desk.type(text);
+  EXPECT_EQ(desk.witness().text(), u"ж"_s + text);
+  desk.closeSession();
+  const auto mapping = e2e::owned(
+      xcb_get_keyboard_mapping_reply(xcb, xcb_get_keyboard_mapping(xcb, macroKey, 1), nullptr));
+  ASSERT_TRUE(mapping);
+  EXPECT_EQ(*xcb_get_keyboard_mapping_keysyms(mapping.get()), function);
+}
+
+// Ways to lock what text depends on, and options under which Caps Lock does more or less than
+// usual.
+struct LockRow {
+  std::string name;
+  std::string options;
+  std::uint8_t lockedModifiers = 0;
+};
+
+class LockedModifiers : public testing::TestWithParam<LockRow> {};
+
+TEST_P(LockedModifiers, DoNotChangeTheTextAndAreLockedAgainAfterwards) {
+  for (const std::string layouts : {"us", "de"}) {
+    KeyboardDesk desk({.layouts = layouts, .options = GetParam().options});
+    const std::uint8_t locked = GetParam().lockedModifiers;
+    xcb_xkb_latch_lock_state(desk.connection().get(), XCB_XKB_ID_USE_CORE_KBD, locked, locked, 0, 0,
+                             0, 0, 0);
+    desk.connection().synchronise();
+    ASSERT_EQ(desk.keyboard().lockedModifiers, locked);
+    desk.type(mixed);
+    EXPECT_EQ(desk.witness().text().toStdString(), mixed.toStdString()) << layouts;
+    EXPECT_EQ(desk.keyboard().lockedModifiers, locked);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    On, LockedModifiers,
+    testing::Values(
+        LockRow{"Shift", "caps:shiftlock", XCB_MOD_MASK_SHIFT},
+        LockRow{"LevelThree", "", XCB_MOD_MASK_5},
+        LockRow{"ShiftAndCaps", "", XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_LOCK},
+        LockRow{"Control", "", XCB_MOD_MASK_CONTROL}, LockRow{"Alt", "", XCB_MOD_MASK_1},
+        LockRow{"CapsByTheApplication", "caps:internal", XCB_MOD_MASK_LOCK},
+        LockRow{"CapsByTheApplicationUncancelled", "caps:internal_nocancel", XCB_MOD_MASK_LOCK},
+        LockRow{"CapsAsShift", "caps:shift", XCB_MOD_MASK_LOCK},
+        LockRow{"CapsAsShiftUncancelled", "caps:shift_nocancel", XCB_MOD_MASK_LOCK},
+        LockRow{"CapsCancelledByBothShifts", "shift:both_capslock_cancel", XCB_MOD_MASK_LOCK}),
+    [](const auto& row) { return row.param.name; });
 
 }  // namespace
 }  // namespace zarvy::x11

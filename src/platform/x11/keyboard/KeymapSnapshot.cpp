@@ -34,6 +34,7 @@ std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection, uin
   snapshot->m_layoutCount = xkb_keymap_num_layouts(snapshot->m_keymap);
   snapshot->m_modifiers = ModifierKeys::read(connection, device, snapshot->m_keymap);
   snapshot->readPositions();
+  snapshot->tryShiftUnderCapsLock();
   return snapshot;
 }
 
@@ -52,6 +53,21 @@ void KeymapSnapshot::readPositions() {
     m_isKeypad[keycode] = position.starts_with("KP");
     m_rarities[keycode] = rarityOfPosition(position);
   }
+}
+
+void KeymapSnapshot::tryShiftUnderCapsLock() {
+  xkb_state* state = xkb_state_new(m_keymap);
+  if (!state) return;
+  for (const auto* keys : {&m_modifiers.shiftKeys, &m_modifiers.levelThreeKeys}) {
+    for (const uint8_t keycode : *keys) {
+      xkb_state_update_mask(state, 0, 0, m_modifiers.lock, 0, 0, 0);
+      xkb_state_update_key(state, keycode, XKB_KEY_DOWN);
+      xkb_state_update_key(state, keycode, XKB_KEY_UP);
+      const xkb_mod_mask_t locked = xkb_state_serialize_mods(state, XKB_STATE_MODS_LOCKED);
+      if (locked != m_modifiers.lock) m_shiftTurnsCapsLock = true;
+    }
+  }
+  xkb_state_unref(state);
 }
 
 bool KeymapSnapshot::hasSymbols(uint8_t keycode) const {

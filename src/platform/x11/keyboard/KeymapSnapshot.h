@@ -46,6 +46,9 @@ class KeymapSnapshot {
   // The key at a place; absent where the keyboard has none there.
   [[nodiscard]] std::optional<uint8_t> keycodeOf(quint16 virtualKey) const;
 
+  // True where a press of a Shift or LevelThree key turns Caps Lock on or off.
+  [[nodiscard]] bool shiftTurnsCapsLock() const { return m_shiftTurnsCapsLock; }
+
   // False for a key that writes nothing under any layout.
   [[nodiscard]] bool hasSymbols(uint8_t keycode) const;
 
@@ -70,6 +73,7 @@ class KeymapSnapshot {
  private:
   KeymapSnapshot() = default;
   void readPositions();
+  void tryShiftUnderCapsLock();
   void collectStrokes(xkb_state* state, uint32_t layout, uint32_t locked, bool shift,
                       bool levelThree, const KeycodeSet& excluded, CharacterStrokes& strokes) const;
 
@@ -79,6 +83,7 @@ class KeymapSnapshot {
   ModifierKeys m_modifiers;
   std::array<quint16, 256> m_virtualKeys{};
   KeycodeSet m_isKeypad;
+  bool m_shiftTurnsCapsLock = false;
   std::array<KeyRarity, 256> m_rarities{};
   uint32_t m_layoutCount = 1;
 };

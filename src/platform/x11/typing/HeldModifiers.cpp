@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XkbProtocol.h"
@@ -29,8 +30,8 @@ void HeldModifiers::awaitShortcutModifiersReleased(const ModifierKeys& keys) {
   }
 }
 
-void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& held,
-                          uint32_t latchedModifiers) {
+void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& held, uint32_t latched,
+                          uint32_t locked) {
   const std::lock_guard lock(m_mutex);
   // What restore() pressed stays down on the keyboard of faked keys until the user's release has
   // been heard, and a key that is down there cannot be pressed there.
@@ -41,10 +42,13 @@ void HeldModifiers::clear(const ModifierKeys& keys, const KeycodeSet& held,
   // A key that means something else on the keyboard for faked keys cannot be pressed again there.
   m_released |= held & keys.momentary;
   m_repressed.reset();
-  if (latchedModifiers != 0) {
-    xcb_xkb_latch_lock_state(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0,
-                             static_cast<uint8_t>(latchedModifiers), 0, 0);
+  if (latched != 0 || locked != 0) {
+    xcb_xkb_latch_lock_state(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD,
+                             static_cast<uint8_t>(locked), 0, 0, 0, static_cast<uint8_t>(latched),
+                             0, 0);
   }
+  // A lock that is there once more is the user's press of its key, meant to end it.
+  m_unlocked ^= locked;
 }
 
 std::optional<uint8_t> HeldModifiers::freeKey(const std::vector<uint8_t>& candidates) const {
@@ -57,6 +61,12 @@ std::optional<uint8_t> HeldModifiers::freeKey(const std::vector<uint8_t>& candid
 
 void HeldModifiers::restore() {
   const std::lock_guard lock(m_mutex);
+  if (m_unlocked != 0) {
+    const auto locked = static_cast<uint8_t>(std::exchange(m_unlocked, 0U));
+    xcb_xkb_latch_lock_state(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, locked, locked, 0, 0, 0,
+                             0, 0);
+    m_connection.flush();
+  }
   if (m_released.none()) return;
   const KeycodeSet held = m_released & m_heldKeys.onPhysicalKeyboards();
   for (std::size_t keycode = 0; keycode < held.size(); ++keycode) {

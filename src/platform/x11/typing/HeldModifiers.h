@@ -27,15 +27,16 @@ class HeldModifiers {
   void awaitShortcutModifiersReleased(const ModifierKeys& keys);
 
   // Releases the modifier keys in `held`, which applications see as down, what restore() pressed,
-  // and latched modifiers. `keys` are those of the keyboard for faked keys. The releases are
-  // buffered ahead of what is posted next.
-  void clear(const ModifierKeys& keys, const KeycodeSet& held, uint32_t latchedModifiers);
+  // and the latches and locks given (real modifiers). `keys` are those of the keyboard for faked
+  // keys. All is buffered ahead of what is posted next.
+  void clear(const ModifierKeys& keys, const KeycodeSet& held, uint32_t latched, uint32_t locked);
 
   // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.
   // Absent where there is no candidate.
   [[nodiscard]] std::optional<uint8_t> freeKey(const std::vector<uint8_t>& candidates) const;
 
-  // Presses again what clear() released and a keyboard still reports as held.
+  // Presses again what clear() released and a keyboard still reports as held, and locks again what
+  // it unlocked.
   void restore();
 
   // Takes back what restore() has pressed. At the end of the program.
@@ -58,8 +59,9 @@ class HeldModifiers {
   mutable std::mutex m_mutex;
   std::condition_variable m_stateChanged;
   bool m_abandoned = false;
-  KeycodeSet m_released;   // by clear(), since the last restore()
-  KeycodeSet m_repressed;  // by restore(), and still to be released along with the user's key
+  KeycodeSet m_released;    // by clear(), since the last restore()
+  uint32_t m_unlocked = 0;  // likewise
+  KeycodeSet m_repressed;   // by restore(), and still to be released along with the user's key
 };
 
 }  // namespace zarvy::x11

@@ -19,16 +19,17 @@ constexpr uint32_t lockMask = 0x2;
 constexpr uint8_t alphabeticType = 2;  // every keymap has this type under this number
 constexpr uint16_t wantedParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS;
 
-// What each combination must give in a four-level type whose Caps Lock only swaps levels.
+// What each combination must give in a type whose Caps Lock only swaps levels.
+std::vector<std::pair<uint32_t, int>> twoLevelsSwappedByLock() {
+  return {{0, 0}, {shiftMask, 1}, {lockMask, 1}, {shiftMask | lockMask, 0}};
+}
+
 std::vector<std::pair<uint32_t, int>> fourLevelsSwappedByLock(uint32_t levelThree) {
-  return {{0, 0},
-          {shiftMask, 1},
-          {levelThree, 2},
-          {shiftMask | levelThree, 3},
-          {lockMask, 1},
-          {shiftMask | lockMask, 0},
-          {lockMask | levelThree, 3},
-          {shiftMask | lockMask | levelThree, 2}};
+  auto levels = twoLevelsSwappedByLock();
+  for (const auto& [modifiers, level] : twoLevelsSwappedByLock()) {
+    levels.emplace_back(modifiers | levelThree, level + 2);
+  }
+  return levels;
 }
 
 }  // namespace
@@ -64,20 +65,29 @@ std::optional<KeySymbolTable> KeySymbolTable::read(Connection& connection, uint1
 }
 
 KeySymbolTable::SlotType KeySymbolTable::slotType(uint32_t levelThree) const {
-  const SlotType twoLevels{.index = alphabeticType, .levels = 2};
-  if (levelThree == 0) return twoLevels;
-  const auto wanted = fourLevelsSwappedByLock(levelThree);
-  const auto fits = [&](const Type& type) {
-    if (type.levels != 4 || type.modifiers != (shiftMask | lockMask | levelThree)) return false;
-    return std::all_of(wanted.begin(), wanted.end(), [&](const auto& row) {
-      const auto entry = std::find_if(type.levelOf.begin(), type.levelOf.end(),
-                                      [&](const auto& known) { return known.first == row.first; });
-      return (entry == type.levelOf.end() ? 0 : entry->second) == row.second;
+  if (levelThree != 0) {
+    const auto wanted = fourLevelsSwappedByLock(levelThree);
+    const auto found = std::find_if(m_types.begin(), m_types.end(), [&](const Type& type) {
+      return type.levels == 4 && type.modifiers == (shiftMask | lockMask | levelThree) &&
+             gives(type, wanted);
     });
-  };
-  const auto found = std::find_if(m_types.begin(), m_types.end(), fits);
-  if (found == m_types.end()) return twoLevels;
-  return {.index = static_cast<uint8_t>(found - m_types.begin()), .levels = 4};
+    if (found != m_types.end()) {
+      return {.index = static_cast<uint8_t>(found - m_types.begin()),
+              .levels = 4,
+              .isSwappedByCapsLock = true};
+    }
+  }
+  const bool isSwapped =
+      m_types.size() > alphabeticType && gives(m_types[alphabeticType], twoLevelsSwappedByLock());
+  return {.index = alphabeticType, .levels = 2, .isSwappedByCapsLock = isSwapped};
+}
+
+bool KeySymbolTable::gives(const Type& type, const std::vector<std::pair<uint32_t, int>>& levelOf) {
+  return std::all_of(levelOf.begin(), levelOf.end(), [&](const auto& row) {
+    const auto entry = std::find_if(type.levelOf.begin(), type.levelOf.end(),
+                                    [&](const auto& known) { return known.first == row.first; });
+    return (entry == type.levelOf.end() ? 0 : entry->second) == row.second;
+  });
 }
 
 std::vector<xkb_keysym_t> KeySymbolTable::symbols(uint8_t keycode) const {

@@ -20,6 +20,9 @@ class KeySymbolTable {
   struct SlotType {
     uint8_t index = 0;  // the server's number of the type
     int levels = 0;
+    bool isSwappedByCapsLock = false;  // as a held Shift would; else it can do anything
+
+    bool operator==(const SlotType&) const = default;
   };
 
   // The table of the keyboard with this XInput number, or of the union of all keyboards. Absent
@@ -27,7 +30,8 @@ class KeySymbolTable {
   [[nodiscard]] static std::optional<KeySymbolTable> read(Connection& connection, uint16_t device);
 
   // The widest type that heeds Caps Lock by swapping levels, and so leaves it no other say: four
-  // levels where the keymap has it and `levelThree` (a real modifier) is not 0, else two.
+  // levels where the keymap has it and `levelThree` (a real modifier) is not 0, else two. Some
+  // options for Caps Lock leave no such type.
   [[nodiscard]] SlotType slotType(uint32_t levelThree) const;
 
   // The symbols on the first layout of a key; empty for a key without any.
@@ -54,6 +58,8 @@ class KeySymbolTable {
     std::vector<std::pair<uint32_t, int>> levelOf;  // modifiers, level from 0
   };
 
+  [[nodiscard]] static bool gives(const Type& type,
+                                  const std::vector<std::pair<uint32_t, int>>& levelOf);
   [[nodiscard]] Key fittedToTypes(Key key) const;
   [[nodiscard]] std::vector<uint8_t> packed(int first, int last) const;
 

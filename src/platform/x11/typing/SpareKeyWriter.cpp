@@ -51,11 +51,13 @@ SpareKeyWriter::SpareKeyWriter(Connection& connection, OwnMapChanges& ownChanges
                                const FollowedKeymap& keymap)
     : m_connection(connection), m_ownChanges(ownChanges), m_keymap(keymap) {}
 
-int SpareKeyWriter::levels() const {
+SpareKeyWriter::Kind SpareKeyWriter::kind() const {
   const auto table = KeySymbolTable::read(m_connection, m_keymap.device());
   const auto keymap = m_keymap.current();
-  if (!table || keymap->modifiers().shiftKeys.empty()) return table ? 1 : 0;
-  return table->slotType(keymap->modifiers().usableLevelThree()).levels;
+  if (!table) return {};
+  const auto type = table->slotType(keymap->modifiers().usableLevelThree());
+  return {.levels = keymap->modifiers().shiftKeys.empty() ? 1 : type.levels,
+          .isSwappedByCapsLock = type.isSwappedByCapsLock};
 }
 
 std::vector<uint8_t> SpareKeyWriter::freeKeys() const {

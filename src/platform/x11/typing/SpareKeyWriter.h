@@ -30,8 +30,14 @@ class SpareKeyWriter {
   // `keymap` is that of the keyboard through which this program types.
   SpareKeyWriter(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& keymap);
 
-  // How many levels a spare key has under the present keymap: 4, 2, or 0 where it cannot be read.
-  [[nodiscard]] int levels() const;
+  // What a spare key is under the present keymap.
+  struct Kind {
+    int levels = 0;  // 4, 2, 1, or 0 where the keymap cannot be read
+    bool isSwappedByCapsLock = true;
+
+    bool operator==(const Kind&) const = default;
+  };
+  [[nodiscard]] Kind kind() const;
 
   // The keys that do nothing on any keyboard, those first that the least hardware has.
   [[nodiscard]] std::vector<uint8_t> freeKeys() const;

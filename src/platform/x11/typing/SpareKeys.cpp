@@ -28,7 +28,7 @@ void SpareKeys::follow() {
   m_typedSnapshot = typed;
   m_heardSnapshot = heard;
   const bool hasTyped =
-      !isTypedNew || (!isFirst && m_levels == m_writer.levels() && areOn(m_typed.device()));
+      !isTypedNew || (!isFirst && m_kind == m_writer.kind() && areOn(m_typed.device()));
   if (!hasTyped || (isHeardSuspect && !areOn(m_heard.device()))) startAnew();
 }
 
@@ -57,8 +57,8 @@ void SpareKeys::startAnew() {
   const std::vector<uint8_t> keycodes = m_writer.freeKeys();
   m_keycodes.reset();
   for (const uint8_t keycode : keycodes) m_keycodes.set(keycode);
-  m_levels = m_writer.levels();
-  m_pool.reset(keycodes, m_levels);
+  m_kind = m_writer.kind();
+  m_pool.reset(keycodes, m_kind.levels);
 }
 
 std::optional<KeyStroke> SpareKeys::strokeOf(char32_t character, bool capsLock) const {

@@ -37,6 +37,9 @@ class SpareKeys {
   // How many characters fit at a time; 0 where the keyboard has no spare key.
   [[nodiscard]] std::size_t capacity() const { return m_pool.capacity(); }
 
+  // False where Caps Lock must be off for a spare key to be typed.
+  [[nodiscard]] bool workUnderCapsLock() const { return m_kind.isSwappedByCapsLock; }
+
   // How `character` is typed from its spare key now; absent where it lies on none.
   [[nodiscard]] std::optional<KeyStroke> strokeOf(char32_t character, bool capsLock) const;
 
@@ -68,7 +71,7 @@ class SpareKeys {
   TargetBarrier& m_barrier;
   SpareKeyWriter m_writer;
   SpareKeyPool m_pool;
-  int m_levels = 0;  // of each key in the pool
+  SpareKeyWriter::Kind m_kind;  // of each key in the pool
   KeycodeSet m_keycodes;
   std::shared_ptr<const KeymapSnapshot> m_typedSnapshot;
   std::shared_ptr<const KeymapSnapshot> m_heardSnapshot;

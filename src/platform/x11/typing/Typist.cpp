@@ -173,12 +173,18 @@ Typist::Layout Typist::takeKeyboard() {
   // What a key that is down holds was decided by the keyboard that it was pressed on.
   const KeycodeSet held =
       down & (keys.momentary | m_keymaps.heard.current()->modifiers().momentary);
-  m_modifiers.clear(keys, held, state.latchedModifiers);
+  uint32_t unwanted = keys.shift | keys.levelThree | keys.control | keys.option | keys.command;
+  if (layout.snapshot->shiftTurnsCapsLock() || !m_spareKeys.workUnderCapsLock()) {
+    unwanted |= keys.lock;
+  }
+  const uint32_t unlocked = state.lockedModifiers & unwanted & ~keys.numLock;
+  m_modifiers.clear(keys, held, state.latchedModifiers, unlocked);
+  const uint32_t locked = state.lockedModifiers & ~unlocked;
   layout.down &= ~held;
-  layout.capsLock = (state.lockedModifiers & keys.lock) != 0;
+  layout.capsLock = (locked & keys.lock) != 0;
   LayoutKey key{.snapshot = layout.snapshot,
                 .layout = state.lockedLayout,  // held layout keys have just been released
-                .locked = state.lockedModifiers,
+                .locked = locked,
                 .excluded = m_spareKeys.keycodes()};
   if (!(key == m_layoutKey)) {
     m_strokes = key.snapshot->strokes(key.layout, key.locked, key.excluded);

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <fcntl.h>
@@ -62,6 +63,19 @@ class ProgramWithoutDisplay : public testing::Test {
   }
 
   void sendSignal(int signal) { ::kill(static_cast<pid_t>(m_program.processId()), signal); }
+
+  // As the kernel tells it of the running program.
+  [[nodiscard]] bool ignores(int signal) const {
+    QFile status(u"/proc/%1/status"_s.arg(m_program.processId()));
+    if (!status.open(QIODevice::ReadOnly)) return false;
+    const QByteArray label = "SigIgn:";
+    const QByteArrayList lines = status.readAll().split('\n');
+    const auto line = std::find_if(lines.begin(), lines.end(),
+                                   [&](const QByteArray& text) { return text.startsWith(label); });
+    if (line == lines.end()) return false;
+    const quint64 mask = line->mid(label.size()).trimmed().toULongLong(nullptr, 16);
+    return ((mask >> (signal - 1)) & 1U) != 0;
+  }
 
   void expectCleanEnd() {
     ASSERT_TRUE(m_program.waitForFinished(deadline));
@@ -129,6 +143,19 @@ TEST_F(ProgramWithoutDisplay, OutlivesTheReaderOfItsOutput) {
 TEST_F(ProgramWithoutDisplay, EndsCleanlyWhenTheSignalComesBeforeItIsUp) {
   m_program.start();
   (void)waitForLine("No X display can be reached.");
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+// The exit status of a command would be lost where the system reaps the children by itself.
+TEST_F(ProgramWithoutDisplay, WaitsForItsChildrenAlsoUnderAParentThatIgnoresTheEndOfItsOwn) {
+  m_program.setProgram(u"env"_s);
+  m_program.setArguments({u"--ignore-signal=CHLD"_s, QStringLiteral(ZARVY_PROGRAM)});
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  EXPECT_FALSE(ignores(SIGCHLD));
+  EXPECT_TRUE(ignores(SIGPIPE));
+  ASSERT_TRUE(waitForLibrary());
   sendSignal(SIGTERM);
   expectCleanEnd();
 }

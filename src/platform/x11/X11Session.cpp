@@ -134,6 +134,7 @@ Workspace& X11Session::workspace() {
 }
 void X11Session::abandonTyping() {
   m_parts->typist.abandonSessions();
+  m_parts->barrier.hurry();
 }
 bool X11Session::isAlive() const {
   return m_parts->connection->isAlive();

@@ -16,8 +16,9 @@ QByteArray readFile(const QString& path) {
 }
 
 // The state is the first field behind the name in parentheses.
-bool sleeps(const QByteArray& stat) {
-  return stat.mid(stat.lastIndexOf(')') + 2).startsWith('S');
+char stateIn(const QByteArray& stat) {
+  const qsizetype at = stat.lastIndexOf(')') + 2;
+  return at < stat.size() ? stat[at] : '\0';
 }
 
 }  // namespace
@@ -33,9 +34,15 @@ bool ProcessActivity::isResting() {
   // Nanoseconds run, nanoseconds waited for a processor, turns taken: none of them moves in a
   // thread that sleeps on.
   const QByteArray schedule = readFile(m_folder + u"/schedstat"_s);
-  const bool rested = sleeps(stat) && schedule == m_lastSchedule;
+  const bool rested = stateIn(stat) == 'S' && schedule == m_lastSchedule;
   m_lastSchedule = schedule;
   return rested;
+}
+
+bool ProcessActivity::isStopped() const {
+  if (m_folder.isEmpty()) return false;
+  const char state = stateIn(readFile(m_folder + u"/stat"_s));
+  return state == 'T' || state == 't';
 }
 
 }  // namespace zarvy::x11

@@ -120,7 +120,8 @@ void SpareKeys::giveBack() {
 }
 
 void SpareKeys::awaitReaders() {
-  for (const xcb_window_t window : m_unreadWindows) m_barrier.waitUntilRead(window);
+  if (m_unreadWindows.empty()) return;
+  m_barrier.waitUntilRead(m_unreadWindows);
   m_unreadWindows.clear();
   m_pool.markAllRead();
 }

@@ -1,6 +1,6 @@
 #include "platform/x11/typing/TargetBarrier.h"
 
-#include <thread>
+#include <algorithm>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/typing/ProcessActivity.h"
@@ -15,23 +15,49 @@ using namespace std::chrono_literals;
 constexpr uint8_t eventTypeMask = 0x7f;
 constexpr auto longestPing = 1000ms;
 
+// All windows that are waited for together.
+constexpr auto longestWait = 4000ms;
+constexpr auto longestWaitInAHurry = 500ms;
+
 // An application that answers no ping must have been found asleep so many times in a row; it gets
-// at least the shortest time, and at most the longest.
+// at least the shortest time.
 constexpr int restsInARow = 8;
 constexpr auto samplingInterval = 5ms;
 constexpr auto shortestSettling = 60ms;
-constexpr auto longestSettling = 3000ms;
 
 }  // namespace
 
 TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& windows)
     : m_connection(connection), m_windows(windows) {}
 
-void TargetBarrier::waitUntilRead(xcb_window_t window) {
+void TargetBarrier::waitUntilRead(const std::set<xcb_window_t>& windows) {
+  {
+    const std::lock_guard lock(m_mutex);
+    if (!m_hurried) m_deadline = Clock::now() + longestWait;
+  }
   m_connection.synchronize();
+  for (const xcb_window_t window : windows) waitForOne(window);
+}
+
+void TargetBarrier::waitForOne(xcb_window_t window) {
+  ProcessActivity activity(m_windows.localProcess(window));
+  if (activity.isStopped()) return;
   if (window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read)
     return;
-  settle(window);
+  settle(activity);
+}
+
+template <typename Condition>
+bool TargetBarrier::waitFor(std::unique_lock<std::mutex>& lock, Clock::duration longest,
+                            Condition condition) {
+  const auto limit = Clock::now() + longest;
+  // The common limit may come nearer while this waits.
+  while (!m_released && !condition()) {
+    const auto now = Clock::now();
+    if (now >= std::min(limit, m_deadline)) return false;
+    m_answered.wait_until(lock, std::min(limit, m_deadline));
+  }
+  return true;
 }
 
 TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {
@@ -48,8 +74,7 @@ TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {
   xcb_send_event(m_connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
                  reinterpret_cast<const char*>(&message));
   m_connection.flush();
-  const bool answered =
-      m_answered.wait_for(lock, longestPing, [&] { return m_released || m_lastAnswer >= token; });
+  const bool answered = waitFor(lock, longestPing, [&] { return m_lastAnswer >= token; });
   return answered ? Answer::read : Answer::silent;
 }
 
@@ -70,19 +95,25 @@ void TargetBarrier::handleEvent(const xcb_generic_event_t& event) {
 // An application also sleeps while it waits for an answer of a busy server. The server serves its
 // clients in turn, so once it has answered this program too, that answer is on its way and the
 // application is found awake at the next look.
-void TargetBarrier::settle(xcb_window_t window) {
-  ProcessActivity activity(m_windows.processIdentifier(window));
-  const auto start = std::chrono::steady_clock::now();
+void TargetBarrier::settle(ProcessActivity& activity) {
+  const auto start = Clock::now();
   int rests = 0;
   for (;;) {
     m_connection.synchronize();
     rests = activity.isResting() ? rests + 1 : 0;
-    const auto settled = std::chrono::steady_clock::now() - start;
+    const auto settled = Clock::now() - start;
     if (rests >= restsInARow && settled >= shortestSettling) return;
-    if (settled >= longestSettling) return;
     std::unique_lock lock(m_mutex);
-    if (m_answered.wait_for(lock, samplingInterval, [&] { return m_released; })) return;
+    static_cast<void>(waitFor(lock, samplingInterval, [] { return false; }));
+    if (m_released || Clock::now() >= m_deadline) return;
   }
+}
+
+void TargetBarrier::hurry() {
+  const std::lock_guard lock(m_mutex);
+  m_hurried = true;
+  m_deadline = Clock::now() + longestWaitInAHurry;
+  m_answered.notify_all();
 }
 
 void TargetBarrier::release() {

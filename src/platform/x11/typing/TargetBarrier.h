@@ -4,12 +4,14 @@
 #include <condition_variable>
 #include <cstdint>
 #include <mutex>
+#include <set>
 
 #include <xcb/xcb.h>
 
 namespace zarvy::x11 {
 
 class Connection;
+class ProcessActivity;
 class WindowProperties;
 
 // Waits until the application behind a window has read every event sent to it so far. An X server
@@ -19,20 +21,32 @@ class TargetBarrier {
  public:
   TargetBarrier(Connection& connection, const WindowProperties& windows);
 
-  // Any thread but the reader's. Waits for a bounded time; a window that has gone has read all that
-  // it will ever read.
-  void waitUntilRead(xcb_window_t window);
+  // Any thread but the reader's. Waits for a bounded time for all the windows together. A window
+  // that has gone has read all that it will ever read; one whose process has been stopped may read
+  // on tomorrow, and is not waited for.
+  void waitUntilRead(const std::set<xcb_window_t>& windows);
 
   // On the reader's thread.
   void handleEvent(const xcb_generic_event_t& event);
+
+  // From now on all waits together take only a moment: the program is about to end. Any thread.
+  void hurry();
 
   // Ends every wait at once. Any thread.
   void release();
 
  private:
+  using Clock = std::chrono::steady_clock;
   enum class Answer { read, silent };
+  void waitForOne(xcb_window_t window);
   [[nodiscard]] Answer ping(xcb_window_t window);
-  void settle(xcb_window_t window);
+  void settle(ProcessActivity& activity);
+
+  // Waits for `condition` or a time limit, that of all waits included; false in the latter case.
+  // Under the lock.
+  template <typename Condition>
+  [[nodiscard]] bool waitFor(std::unique_lock<std::mutex>& lock, Clock::duration longest,
+                             Condition condition);
 
   Connection& m_connection;
   const WindowProperties& m_windows;
@@ -40,6 +54,8 @@ class TargetBarrier {
   std::condition_variable m_answered;
   uint32_t m_lastPing = 0;
   uint32_t m_lastAnswer = 0;
+  Clock::time_point m_deadline = Clock::time_point::max();
+  bool m_hurried = false;
   bool m_released = false;
 };
 

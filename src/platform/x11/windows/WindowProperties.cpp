@@ -1,7 +1,9 @@
 #include "platform/x11/windows/WindowProperties.h"
 
 #include <algorithm>
+#include <array>
 #include <span>
+#include <unistd.h>
 
 #include <QByteArray>
 #include <QList>
@@ -20,6 +22,15 @@ XcbPtr<xcb_get_property_reply_t> getProperty(xcb_connection_t* xcb, xcb_window_t
                                              xcb_atom_t property, xcb_atom_t type) {
   return XcbPtr<xcb_get_property_reply_t>(xcb_get_property_reply(
       xcb, xcb_get_property(xcb, 0, window, property, type, 0, longestProperty), nullptr));
+}
+
+// Some applications give the name with its domain, some without.
+bool isThisMachine(QByteArray name) {
+  std::array<char, 256> own{};
+  if (gethostname(own.data(), own.size() - 1) != 0) return false;
+  const auto host = [](const QByteArray& full) { return full.split('.').first().toLower(); };
+  while (name.endsWith('\0')) name.chop(1);
+  return name == "localhost" || host(name) == host(QByteArray(own.data()));
 }
 
 std::span<const uint32_t> words(const XcbPtr<xcb_get_property_reply_t>& reply) {
@@ -78,6 +89,17 @@ qint64 WindowProperties::processIdentifier(xcb_window_t window) const {
       getProperty(m_connection.xcb(), window, m_connection.atoms().netWmPid, XCB_ATOM_CARDINAL);
   const auto values = words(reply);
   return values.empty() ? 0 : static_cast<qint64>(values.front());
+}
+
+qint64 WindowProperties::localProcess(xcb_window_t window) const {
+  const auto reply = getProperty(m_connection.xcb(), window, XCB_ATOM_WM_CLIENT_MACHINE,
+                                 XCB_GET_PROPERTY_TYPE_ANY);
+  if (reply && reply->format == 8 && reply->value_len > 0) {
+    const QByteArray machine(static_cast<const char*>(xcb_get_property_value(reply.get())),
+                             static_cast<qsizetype>(reply->value_len));
+    if (!isThisMachine(machine)) return 0;
+  }
+  return processIdentifier(window);
 }
 
 // WM_CLASS holds two texts, each ended by a NUL: the instance's name and the class.

@@ -21,6 +21,9 @@ class WindowProperties {
   [[nodiscard]] xcb_window_t activeWindow() const;
 
   [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
+  // The same for a process of this machine; 0 for another machine's, whose numbers are its own.
+  [[nodiscard]] qint64 localProcess(xcb_window_t window) const;
+
   [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
   [[nodiscard]] bool answersPing(xcb_window_t window) const;
 

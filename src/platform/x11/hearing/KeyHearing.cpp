@@ -3,8 +3,10 @@
 #include <xcb/xinput.h>
 
 #include "platform/SyntheticEvent.h"
+#include "platform/VirtualKey.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XkbProtocol.h"
+#include "platform/x11/hearing/GrabWatch.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
@@ -17,8 +19,13 @@ constexpr uint8_t eventTypeMask = 0x7f;
 
 }  // namespace
 
-KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap)
-    : m_connection(connection), m_posts(posts), m_keymap(keymap), m_decoder(keymap.current()) {
+KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
+                       const GrabWatch& grabs)
+    : m_connection(connection),
+      m_posts(posts),
+      m_keymap(keymap),
+      m_grabs(grabs),
+      m_decoder(keymap.current()) {
   selectEvents();
   m_decoder.setState(KeyboardState::query(m_connection));
 }
@@ -80,7 +87,7 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
 // This program never holds a key long enough to make it repeat.
 void KeyHearing::handleKeyboardPress(const xcb_input_key_press_event_t& event) {
   if (!(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
-  m_onPress(m_decoder.decodePress(static_cast<uint8_t>(event.detail)));
+  handleForeignPress(static_cast<uint8_t>(event.detail));
 }
 
 void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press) {
@@ -94,9 +101,22 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
     return;
   }
   if (press) {
-    m_onPress(m_decoder.decodePress(keycode));
+    handleForeignPress(keycode);
   } else {
     m_onForeignRelease(keycode);
+  }
+}
+
+// A key that somebody has taken for themselves is told as Escape, whatever it was: nobody here is
+// to know it, and what was typed before it does not go on behind it.
+void KeyHearing::handleForeignPress(uint8_t keycode) {
+  if (m_grabs.isGrabbed()) {
+    m_onPress({.keyCode = virtualkey::escape,
+               .modifierFlags = 0,
+               .charactersIgnoringModifiers = std::nullopt,
+               .locationX = 0});
+  } else {
+    m_onPress(m_decoder.decodePress(keycode));
   }
 }
 

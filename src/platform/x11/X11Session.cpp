@@ -6,6 +6,7 @@
 #include "base/Scheduler.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/EventReader.h"
+#include "platform/x11/hearing/GrabWatch.h"
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
@@ -52,7 +53,8 @@ struct X11Session::Parts {
   Parts(std::unique_ptr<Keyboards> openKeyboards, Scheduler& scheduler, Options options)
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
-        hearing(*connection, posts, *keyboards->heard),
+        grabs(*connection),
+        hearing(*connection, posts, *keyboards->heard, grabs),
         sender(*connection, posts),
         windows(*connection),
         barrier(*connection, windows),
@@ -68,6 +70,7 @@ struct X11Session::Parts {
     hearing.onPress([this](const KeyEvent& event) { source.deliver(event); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
     hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
+    reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
     reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
     reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
@@ -83,6 +86,7 @@ struct X11Session::Parts {
   std::unique_ptr<Keyboards> keyboards;
   Connection* connection;
   OwnPosts posts;
+  GrabWatch grabs;
   KeyHearing hearing;
   KeySender sender;
   WindowProperties windows;

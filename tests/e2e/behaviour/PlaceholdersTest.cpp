@@ -52,6 +52,13 @@ class Placeholders : public BehaviourTest {
     };
     EXPECT_TRUE(waitUntil(holdsIt, std::chrono::seconds(10)))
         << complaintAbout({earliest, earliest.size()}, target().state());
+    expectNothingMoreAfter(target().state().text);
+  }
+
+  // The person's next key proves it; then the application is emptied.
+  void expectNothingMoreAfter(const QString& text) {
+    person().type(u" "_s);
+    expectText(text + u" "_s);
     target().clear();
   }
 
@@ -195,7 +202,7 @@ TEST_F(Placeholders, ofEachKindAreReplacedAndWhatTheyCountIsKept) {
     SCOPED_TRACE(trigger.toStdString());
     person().type(trigger);
     expectText(expected);
-    target().clear();
+    expectNothingMoreAfter(expected);
     expansions.push_back(recordOf(trigger, expected.size()));
   }
 
@@ -220,7 +227,7 @@ TEST_F(Placeholders, ofCommandsAndScriptsWorkForAParentThatIgnoresTheEndOfItsChi
   stage().startTarget(TargetKind::xterm);
   person().type(u";sh"_s);
   expectText(u"a\nb"_s);
-  target().clear();
+  expectNothingMoreAfter(u"a\nb"_s);
   person().type(u";js"_s);
   expectText(u"1-2-3"_s);
 }

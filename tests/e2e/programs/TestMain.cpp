@@ -6,5 +6,7 @@
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   testing::InitGoogleMock(&argc, argv);
-  return RUN_ALL_TESTS();
+  const int result = RUN_ALL_TESTS();
+  // A filter that fits nothing must not pass for success.
+  return testing::UnitTest::GetInstance()->test_to_run_count() == 0 ? 2 : result;
 }

@@ -1,0 +1,93 @@
+// The way of a key press from the reader's thread to whoever listens on the main thread.
+
+#include <gtest/gtest.h>
+
+#include "fakes/ManualScheduler.h"
+#include "platform/x11/hearing/X11KeyEventSource.h"
+
+namespace zarvy::x11 {
+namespace {
+
+class KeyEventSourceTest : public testing::Test {
+ protected:
+  void press(quint16 keyCode) {
+    KeyEvent event;
+    event.keyCode = keyCode;
+    m_source.deliver(event);
+  }
+
+  [[nodiscard]] KeyEventSource::Handler writeDown() {
+    return [this](const KeyEvent& event) { m_heard.push_back(event.keyCode); };
+  }
+
+  using KeyCodes = std::vector<quint16>;
+
+  ManualScheduler m_scheduler;
+  bool m_ownWindowHasFocus = false;
+  KeyCodes m_heard;
+  X11KeyEventSource m_source{m_scheduler, [this] { return m_ownWindowHasFocus; }};
+};
+
+TEST_F(KeyEventSourceTest, TellsOnTheMainThreadInTheOrderOfThePresses) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  press(1);
+  press(2);
+  EXPECT_EQ(m_heard, KeyCodes());
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, (KeyCodes{1, 2}));
+}
+
+TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAWindowOfThisProgram) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  m_ownWindowHasFocus = true;
+  press(1);
+  m_scheduler.runPending();
+  m_ownWindowHasFocus = false;
+  press(2);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{2});
+}
+
+TEST_F(KeyEventSourceTest, TellsEveryMonitorUntilItIsRemoved) {
+  const auto first = m_source.addGlobalMonitor(writeDown());
+  const auto second = m_source.addGlobalMonitor(writeDown());
+  ASSERT_TRUE(first && second);
+  press(1);
+  m_scheduler.runPending();
+  m_source.removeMonitor(*first);
+  press(2);
+  m_scheduler.runPending();
+  m_source.removeMonitor(*second);
+  press(3);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, (KeyCodes{1, 1, 2}));
+}
+
+TEST_F(KeyEventSourceTest, TellsNothingThatWasOnItsWayWhenTheMonitorWasRemoved) {
+  const auto monitor = m_source.addGlobalMonitor(writeDown());
+  ASSERT_TRUE(monitor);
+  press(1);
+  m_source.removeMonitor(*monitor);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes());
+}
+
+TEST_F(KeyEventSourceTest, BearsAMonitorThatRemovesItselfAndTheOthers) {
+  std::vector<KeyEventSource::Token> tokens;
+  const auto removeAll = [&](const KeyEvent& event) {
+    m_heard.push_back(event.keyCode);
+    for (const auto token : tokens) m_source.removeMonitor(token);
+  };
+  for (int monitor = 0; monitor < 2; ++monitor) {
+    const auto token = m_source.addGlobalMonitor(removeAll);
+    ASSERT_TRUE(token);
+    tokens.push_back(*token);
+  }
+  press(1);
+  press(2);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{1});
+}
+
+}  // namespace
+}  // namespace zarvy::x11

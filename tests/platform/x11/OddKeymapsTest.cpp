@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "e2e/harness/Xkb.h"
@@ -159,6 +160,81 @@ INSTANTIATE_TEST_SUITE_P(
         LockRow{"CapsAsShiftUncancelled", "caps:shift_nocancel", XCB_MOD_MASK_LOCK},
         LockRow{"CapsCancelledByBothShifts", "shift:both_capslock_cancel", XCB_MOD_MASK_LOCK}),
     [](const auto& row) { return row.param.name; });
+
+// BackSpace and Caps Lock, or Return and a letter, have changed places.
+const std::vector<KeyboardDesk::Replacement> backSpaceSwappedWithCapsLock = {
+    {"key <BKSP> {         [       BackSpace,       BackSpace ] };",
+     "key <BKSP> {         [       Caps_Lock ] };"},
+    {"key <CAPS> {         [       Caps_Lock ] };", "key <CAPS> {         [       BackSpace ] };"},
+    {"modifier_map Lock { <CAPS> };", "modifier_map Lock { <BKSP> };"}};
+
+TEST(MovedFunctionKeys, AreTypedWhereTheyAre) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changeKeymap(backSpaceSwappedWithCapsLock);
+  desk.letAdaptersCatchUp();
+  {
+    const auto typing = desk.session().keyEventPoster().beginTyping(u"abc"_s);
+    EXPECT_TRUE(typing->pressText(u"abc"));
+    EXPECT_TRUE(typing->pressKey(virtualkey::deleteBackward));
+    EXPECT_TRUE(typing->pressText(u"d"));
+  }
+  EXPECT_EQ(desk.witness().text(), u"abd"_s);
+  EXPECT_EQ(desk.keyboard().lockedModifiers, 0U);
+}
+
+TEST(MovedFunctionKeys, AreHeardAsWhatTheyDo) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changeKeymap(backSpaceSwappedWithCapsLock);
+  desk.person().tap(XKB_KEY_BackSpace);
+  desk.person().tap(XKB_KEY_Caps_Lock);
+  desk.person().tap(XKB_KEY_Return);
+  const std::vector<KeyEvent> heard = desk.heard(3);
+  EXPECT_EQ(heard[0].keyCode, virtualkey::deleteBackward);
+  EXPECT_NE(heard[1].keyCode, virtualkey::deleteBackward);
+  EXPECT_EQ(heard[2].keyCode, virtualkey::returnKey);
+}
+
+TEST(MovedFunctionKeys, AreHeardUnderShiftToo) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.person().press(XKB_KEY_Shift_L);
+  desk.person().tap(XKB_KEY_ISO_Left_Tab);
+  desk.person().releaseAll();
+  EXPECT_EQ(desk.heard(2)[1].keyCode, virtualkey::tab);
+}
+
+// What many people make of Caps Lock.
+class CapsLockKeyAsControl : public testing::TestWithParam<std::string> {};
+
+TEST_P(CapsLockKeyAsControl, IsReleasedForTheTextAndDownAgainAfterwards) {
+  KeyboardDesk desk({.layouts = "us", .options = GetParam()});
+  constexpr xcb_keycode_t capsLock = 66;
+  xcb_connection_t* xcb = desk.connection().get();
+  xcb_test_fake_input(xcb, XCB_KEY_PRESS, capsLock, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+  desk.connection().synchronise();
+  ASSERT_EQ(desk.keyboard().heldModifiers, std::uint32_t{XCB_MOD_MASK_CONTROL});
+  desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed);
+  xcb_test_fake_input(xcb, XCB_KEY_RELEASE, capsLock, XCB_CURRENT_TIME, XCB_WINDOW_NONE, 0, 0, 0);
+  desk.letAdaptersCatchUp();
+  EXPECT_EQ(desk.keyboard().heldModifiers, 0U);
+  EXPECT_EQ(desk.keyboard().lockedModifiers, 0U);
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, CapsLockKeyAsControl,
+                         testing::Values("ctrl:nocaps", "caps:ctrl_modifier"),
+                         [](const auto& row) { return row.param.substr(row.param.find(':') + 1); });
+
+TEST(KeymapsWithoutShift, TypeWhatTheyHaveAndTheRestByOneCharacterAKey) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.changeKeymap({{"key <LFSH> {         [         Shift_L ] };", ""},
+                     {"key <RTSH> {         [         Shift_R ] };", ""},
+                     {"modifier_map Shift { <LFSH> };", ""},
+                     {"modifier_map Shift { <RTSH> };", ""}});
+  desk.letAdaptersCatchUp();
+  const QString text = u"small LETTERS, жук!"_s;
+  desk.type(text);
+  EXPECT_EQ(desk.witness().text(), text);
+}
 
 }  // namespace
 }  // namespace zarvy::x11

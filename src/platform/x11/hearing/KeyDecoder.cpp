@@ -3,6 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/x11/keyboard/FunctionKeys.h"
+
 namespace zarvy::x11 {
 
 KeyDecoder::KeyDecoder(std::shared_ptr<const KeymapSnapshot> snapshot) {
@@ -26,14 +28,14 @@ void KeyDecoder::setState(const KeyboardState& state) {
 
 KeyEvent KeyDecoder::decodePress(uint8_t keycode) {
   KeyEvent event;
-  event.keyCode = m_snapshot->virtualKey(keycode);
+  const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_textState.get(), keycode);
+  event.keyCode = functionOfSymbol(symbol).value_or(m_snapshot->virtualKey(keycode));
   event.modifierFlags = m_snapshot->modifiers().flagsOf(m_keyboard.effectiveModifiers());
-  event.charactersIgnoringModifiers = charactersOf(keycode);
+  event.charactersIgnoringModifiers = charactersOf(symbol);
   return event;
 }
 
-std::optional<QString> KeyDecoder::charactersOf(uint8_t keycode) {
-  const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_textState.get(), keycode);
+std::optional<QString> KeyDecoder::charactersOf(xkb_keysym_t symbol) {
   if (symbol == XKB_KEY_NoSymbol) return std::nullopt;
   std::optional<QString> plain;
   if (const char32_t character = xkb_keysym_to_utf32(symbol); character != 0) {

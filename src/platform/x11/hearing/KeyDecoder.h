@@ -21,7 +21,7 @@ class KeyDecoder {
   [[nodiscard]] KeyEvent decodePress(uint8_t keycode);
 
  private:
-  [[nodiscard]] std::optional<QString> charactersOf(uint8_t keycode);
+  [[nodiscard]] std::optional<QString> charactersOf(xkb_keysym_t symbol);
 
   std::shared_ptr<const KeymapSnapshot> m_snapshot;
   KeyboardState m_keyboard;

@@ -5,6 +5,7 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/keyboard/FunctionKeys.h"
 
 namespace zarvy::x11 {
 
@@ -48,11 +49,22 @@ void KeymapSnapshot::readPositions() {
     const auto keycode = static_cast<uint8_t>(code);
     const char* name = xkb_keymap_key_get_name(m_keymap, keycode);
     const std::string_view position = name ? std::string_view(name) : std::string_view();
-    m_virtualKeys[keycode] =
-        virtualKeyOfPosition(position).value_or(static_cast<quint16>(unnamedKeyBase + keycode));
+    m_virtualKeys[keycode] = virtualKeyAt(keycode, position);
     m_isKeypad[keycode] = position.starts_with("KP");
     m_rarities[keycode] = rarityOfPosition(position);
   }
+}
+
+// A place keeps its code where its key writes nothing either, so that it can still be pressed.
+quint16 KeymapSnapshot::virtualKeyAt(uint8_t keycode, std::string_view position) const {
+  const auto unnamed = static_cast<quint16>(unnamedKeyBase + keycode);
+  const xkb_keysym_t* symbols = nullptr;
+  const int count = xkb_keymap_key_get_syms_by_level(m_keymap, keycode, 0, 0, &symbols);
+  const xkb_keysym_t symbol = count == 1 ? symbols[0] : XKB_KEY_NoSymbol;
+  if (const auto function = functionOfSymbol(symbol)) return *function;
+  const quint16 place = virtualKeyOfPosition(position).value_or(unnamed);
+  const bool meansSomethingElse = m_modifiers.all[keycode] || xkb_keysym_to_utf32(symbol) >= U' ';
+  return meansSomethingElse && isFunction(place) ? unnamed : place;
 }
 
 void KeymapSnapshot::tryShiftUnderCapsLock() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <string_view>
 #include <unordered_map>
 
 #include <xkbcommon/xkbcommon.h>
@@ -40,10 +41,11 @@ class KeymapSnapshot {
 
   [[nodiscard]] const ModifierKeys& modifiers() const { return m_modifiers; }
 
-  // The place of a key, as a virtual key code.
+  // The place of a key, as a virtual key code; where the key's plain symbol has a function, such as
+  // BackSpace, that of the function.
   [[nodiscard]] quint16 virtualKey(uint8_t keycode) const { return m_virtualKeys[keycode]; }
 
-  // The key at a place; absent where the keyboard has none there.
+  // The key with that virtual key code; absent where the keyboard has none.
   [[nodiscard]] std::optional<uint8_t> keycodeOf(quint16 virtualKey) const;
 
   // True where a press of a Shift or LevelThree key turns Caps Lock on or off.
@@ -73,6 +75,7 @@ class KeymapSnapshot {
  private:
   KeymapSnapshot() = default;
   void readPositions();
+  [[nodiscard]] quint16 virtualKeyAt(uint8_t keycode, std::string_view position) const;
   void tryShiftUnderCapsLock();
   void collectStrokes(xkb_state* state, uint32_t layout, uint32_t locked, bool shift,
                       bool levelThree, const KeycodeSet& excluded, CharacterStrokes& strokes) const;

@@ -76,10 +76,12 @@ struct X11Session::Parts {
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
 
-  // Answers to pings arrive at the root window.
-  void listenOnRoot() const {
+  // Answers to pings arrive at the root window of the application's screen.
+  void listenOnRoots() const {
     const uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection->xcb(), connection->root(), XCB_CW_EVENT_MASK, &mask);
+    for (const xcb_window_t root : connection->roots()) {
+      xcb_change_window_attributes(connection->xcb(), root, XCB_CW_EVENT_MASK, &mask);
+    }
     connection->flush();
   }
 
@@ -106,7 +108,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   auto onLost = std::move(options.onConnectionLost);
   auto parts = std::make_unique<Parts>(std::move(keyboards), scheduler, std::move(options));
   parts->connectReader();
-  parts->listenOnRoot();
+  parts->listenOnRoots();
   parts->modifiers.releaseLeftovers(parts->keyboards->typed->current()->modifiers());
   parts->typist.reclaimSpareKeys();
   parts->typist.onNoSpareKeys([&output] {

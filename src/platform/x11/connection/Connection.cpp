@@ -1,5 +1,7 @@
 #include "platform/x11/connection/Connection.h"
 
+#include <algorithm>
+
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 #include <xkbcommon/xkbcommon-x11.h>
@@ -42,8 +44,11 @@ std::unique_ptr<Connection> Connection::open(QString* reason) {
     return nullptr;
   }
   xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection->m_xcb));
-  for (; screenNumber > 0 && screens.rem > 1; --screenNumber) xcb_screen_next(&screens);
-  connection->m_root = screens.data->root;
+  for (; screens.rem > 0; xcb_screen_next(&screens)) {
+    connection->m_roots.push_back(screens.data->root);
+  }
+  const auto named = static_cast<std::size_t>(screenNumber);
+  connection->m_root = connection->m_roots[std::min(named, connection->m_roots.size() - 1)];
   if (!connection->requireExtensions(reason)) return nullptr;
   connection->m_atoms = Atoms::intern(connection->m_xcb);
   return connection;

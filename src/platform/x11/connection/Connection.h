@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include <QString>
 
@@ -26,7 +27,12 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   [[nodiscard]] xcb_connection_t* xcb() const { return m_xcb; }
+
+  // The root window of the screen that the environment names, and those of all screens. Few
+  // displays have more than one; they share keyboard, pointer and input focus.
   [[nodiscard]] xcb_window_t root() const { return m_root; }
+  [[nodiscard]] const std::vector<xcb_window_t>& roots() const { return m_roots; }
+
   [[nodiscard]] const Atoms& atoms() const { return m_atoms; }
   [[nodiscard]] uint8_t xinputOpcode() const { return m_xinputOpcode; }
   [[nodiscard]] uint8_t xkbEventBase() const { return m_xkbEventBase; }
@@ -47,6 +53,7 @@ class Connection {
 
   xcb_connection_t* m_xcb = nullptr;
   xcb_window_t m_root = XCB_WINDOW_NONE;
+  std::vector<xcb_window_t> m_roots;
   Atoms m_atoms;
   uint8_t m_xinputOpcode = 0;
   uint8_t m_xkbEventBase = 0;

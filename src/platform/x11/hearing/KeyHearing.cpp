@@ -34,9 +34,11 @@ KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& 
 // modifiers on the same connection, so that both arrive in the order in which they happened.
 // Keyboards that come and go are told, since autorepeat is listened for on each of them.
 void KeyHearing::selectEvents() {
-  selectInputEvents(XCB_INPUT_DEVICE_ALL_MASTER, XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
-                                                     XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-  selectInputEvents(XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+  const xcb_window_t root = m_connection.root();
+  selectInputEvents(
+      root, XCB_INPUT_DEVICE_ALL_MASTER,
+      XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+  selectInputEvents(root, XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
   selectAutorepeat();
 
   constexpr uint16_t stateParts = XCB_XKB_STATE_PART_MODIFIER_BASE |
@@ -53,20 +55,23 @@ void KeyHearing::selectEvents() {
 
 // Autorepeat makes no raw events. It is taken from the events of the single keyboards, which reach
 // the root window since applications listen to the union of all keyboards only. The keyboard of
-// faked events is left out: what this program types would come a second time.
+// faked events is left out: what this program types would come a second time. Unlike raw events,
+// which come once wherever one listens, these go to the screen that has the focus.
 void KeyHearing::selectAutorepeat() {
   for (const uint16_t keyboard : HeldKeys(m_connection).physicalKeyboards()) {
-    selectInputEvents(keyboard, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+    for (const xcb_window_t root : m_connection.roots()) {
+      selectInputEvents(root, keyboard, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+    }
   }
   m_connection.flush();
 }
 
-void KeyHearing::selectInputEvents(uint16_t device, uint32_t mask) {
+void KeyHearing::selectInputEvents(xcb_window_t root, uint16_t device, uint32_t mask) {
   struct {
     xcb_input_event_mask_t head;
     uint32_t mask;
   } selection{{.deviceid = device, .mask_len = 1}, mask};
-  xcb_input_xi_select_events(m_connection.xcb(), m_connection.root(), 1, &selection.head);
+  xcb_input_xi_select_events(m_connection.xcb(), root, 1, &selection.head);
 }
 
 void KeyHearing::handleEvent(const xcb_generic_event_t& event) {

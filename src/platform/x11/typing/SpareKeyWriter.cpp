@@ -140,7 +140,8 @@ void SpareKeyWriter::giveBack() {
     });
     if (!givenBack) return;
   }
-  xcb_delete_property(m_connection.xcb(), m_connection.root(), m_connection.atoms().zarvySpareKeys);
+  xcb_delete_property(m_connection.xcb(), m_connection.roots().front(),
+                      m_connection.atoms().zarvySpareKeys);
   m_connection.synchronize();
 }
 
@@ -177,7 +178,7 @@ SpareKeyWriter::Keys SpareKeyWriter::readRecord() const {
   Keys record;
   const XcbPtr<xcb_get_property_reply_t> reply(xcb_get_property_reply(
       m_connection.xcb(),
-      xcb_get_property(m_connection.xcb(), 0, m_connection.root(),
+      xcb_get_property(m_connection.xcb(), 0, m_connection.roots().front(),
                        m_connection.atoms().zarvySpareKeys, XCB_ATOM_CARDINAL, 0, longestRecord),
       nullptr));
   if (!reply || reply->format != 32) return record;
@@ -198,11 +199,12 @@ void SpareKeyWriter::writeRecord(const Keys& keys) {
   }
   const xcb_atom_t property = m_connection.atoms().zarvySpareKeys;
   if (words.empty()) {
-    xcb_delete_property(m_connection.xcb(), m_connection.root(), property);
+    xcb_delete_property(m_connection.xcb(), m_connection.roots().front(), property);
     return;
   }
-  xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_connection.root(), property,
-                      XCB_ATOM_CARDINAL, 32, static_cast<uint32_t>(words.size()), words.data());
+  xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_connection.roots().front(),
+                      property, XCB_ATOM_CARDINAL, 32, static_cast<uint32_t>(words.size()),
+                      words.data());
 }
 
 }  // namespace zarvy::x11

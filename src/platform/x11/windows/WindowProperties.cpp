@@ -47,9 +47,28 @@ xcb_window_t WindowProperties::windowProperty(xcb_window_t window, xcb_atom_t pr
 }
 
 xcb_window_t WindowProperties::activeWindow() const {
-  const xcb_window_t active =
-      windowProperty(m_connection.root(), m_connection.atoms().netActiveWindow);
+  const xcb_window_t active = windowProperty(rootInFront(), m_connection.atoms().netActiveWindow);
   return active != XCB_WINDOW_NONE ? active : focusedTopLevel();
+}
+
+// Each screen has a window manager of its own, and with that an active window.
+xcb_window_t WindowProperties::rootInFront() const {
+  if (m_connection.roots().size() < 2) return m_connection.root();
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_get_input_focus_reply_t> focus(
+      xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
+  if (focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT) return rootOf(focus->focus);
+  const XcbPtr<xcb_query_pointer_reply_t> pointer(
+      xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, m_connection.root()), nullptr));
+  return pointer ? pointer->root : m_connection.root();
+}
+
+xcb_window_t WindowProperties::rootOf(xcb_window_t window) const {
+  if (m_connection.roots().size() < 2) return m_connection.root();
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_query_tree_reply_t> tree(
+      xcb_query_tree_reply(xcb, xcb_query_tree(xcb, window), nullptr));
+  return tree ? tree->root : m_connection.root();
 }
 
 // Toolkits give the focus to a window inside the one that carries the properties. Without a window
@@ -62,7 +81,8 @@ xcb_window_t WindowProperties::focusedTopLevel() const {
   xcb_window_t window =
       focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : focus->focus;
   xcb_window_t topLevel = noWindow;
-  while (window != noWindow && window != m_connection.root()) {
+  const auto& roots = m_connection.roots();
+  while (window != noWindow && std::find(roots.begin(), roots.end(), window) == roots.end()) {
     if (hasClass(window)) return window;
     topLevel = window;
     const XcbPtr<xcb_query_tree_reply_t> tree(
@@ -75,7 +95,7 @@ xcb_window_t WindowProperties::focusedTopLevel() const {
 xcb_window_t WindowProperties::windowUnderPointer() const {
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, m_connection.root()), nullptr));
+      xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, rootInFront()), nullptr));
   return pointer ? pointer->child : noWindow;
 }
 
@@ -125,10 +145,12 @@ bool WindowProperties::answersPing(xcb_window_t window) const {
 xcb_window_t WindowProperties::windowOfProcess(qint64 processId) const {
   const xcb_window_t active = activeWindow();
   if (active != XCB_WINDOW_NONE && processIdentifier(active) == processId) return active;
-  const auto reply = getProperty(m_connection.xcb(), m_connection.root(),
-                                 m_connection.atoms().netClientList, XCB_ATOM_WINDOW);
-  for (const xcb_window_t window : words(reply)) {
-    if (processIdentifier(window) == processId) return window;
+  for (const xcb_window_t root : m_connection.roots()) {
+    const auto reply =
+        getProperty(m_connection.xcb(), root, m_connection.atoms().netClientList, XCB_ATOM_WINDOW);
+    for (const xcb_window_t window : words(reply)) {
+      if (processIdentifier(window) == processId) return window;
+    }
   }
   return XCB_WINDOW_NONE;
 }

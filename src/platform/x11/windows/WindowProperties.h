@@ -27,11 +27,16 @@ class WindowProperties {
   [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
   [[nodiscard]] bool answersPing(xcb_window_t window) const;
 
+  // The root window of the screen that `window` is on; that of the screen which the environment
+  // names where the window has gone.
+  [[nodiscard]] xcb_window_t rootOf(xcb_window_t window) const;
+
   // A managed window of the process, the one in front first; XCB_WINDOW_NONE where it has none.
   [[nodiscard]] xcb_window_t windowOfProcess(qint64 processIdentifier) const;
 
  private:
   [[nodiscard]] xcb_window_t windowProperty(xcb_window_t window, xcb_atom_t property) const;
+  [[nodiscard]] xcb_window_t rootInFront() const;
   [[nodiscard]] xcb_window_t focusedTopLevel() const;
   [[nodiscard]] xcb_window_t windowUnderPointer() const;
   [[nodiscard]] bool hasClass(xcb_window_t window) const;

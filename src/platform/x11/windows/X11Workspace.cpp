@@ -78,7 +78,7 @@ void X11Workspace::activate(const RunningApplication& application) {
   message.type = m_connection.atoms().netActiveWindow;
   message.data.data32[0] = sourcePager;
   message.data.data32[1] = XCB_CURRENT_TIME;
-  xcb_send_event(m_connection.xcb(), 0, m_connection.root(),
+  xcb_send_event(m_connection.xcb(), 0, m_windows.rootOf(message.window),
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
   m_connection.flush();

@@ -1,16 +1,14 @@
 #include "storage/DataStore.h"
 
-#include <cerrno>
-#include <sys/stat.h>
 #include <utility>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
 #include "storage/DocumentFile.h"
 #include "storage/MapJson.h"
+#include "storage/PrivateFolder.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -39,16 +37,6 @@ constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loadi
                                             u"Error saving stats summary: "};
 constexpr DocumentKind fieldDefaultsDocument{
     u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
-
-// What went wrong; absent where the folder now exists.
-std::optional<QString> makePrivateFolder(const QString& path) {
-  const QString parent = QFileInfo(path).path();
-  if (!QDir().mkpath(parent)) return u"cannot make the folder "_s + parent;
-  if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
-    return errno == EEXIST ? std::nullopt : std::optional(qt_error_string(errno));
-  }
-  return synchronizeFolder(parent);
-}
 
 }  // namespace
 

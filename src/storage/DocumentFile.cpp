@@ -11,10 +11,10 @@ namespace zarvy {
 DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output)
     : m_kind(kind), m_path(folder + u'/' + kind.fileName.toString()), m_output(output) {}
 
-void DocumentFile::save(const QByteArray& text) const {
-  if (const auto error = replaceFile(m_path, text)) {
-    m_output.print(m_kind.saveFailure.toString() + *error);
-  }
+bool DocumentFile::save(const QByteArray& text) const {
+  const auto error = replaceFile(m_path, text);
+  if (error) m_output.print(m_kind.saveFailure.toString() + *error);
+  return !error;
 }
 
 std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {

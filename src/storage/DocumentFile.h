@@ -38,8 +38,8 @@ class DocumentFile {
     return std::optional<Value>(std::move(value).value());
   }
 
-  // `text` is the encoded document.
-  void save(const QByteArray& text) const;
+  // `text` is the encoded document. Whether it was saved.
+  bool save(const QByteArray& text) const;
 
  private:
   // Absent where there is no file.

@@ -111,7 +111,15 @@ quint64 JsonObjectReader::unsigned64(QStringView key, quint64 fallback) {
 }
 
 void JsonObjectReader::fail(QStringView key, const QString& cause) {
-  if (!m_error) m_error = JsonError{u"key \""_s + key.toString() + u'"', cause};
+  fail(JsonError{placeOf(key), cause});
+}
+
+void JsonObjectReader::fail(const JsonError& error) {
+  if (!m_error) m_error = error;
+}
+
+QString JsonObjectReader::placeOf(QStringView key) {
+  return u"key \""_s + key.toString() + u'"';
 }
 
 std::optional<QUuid> JsonObjectReader::decodedUuid(QStringView key, const QJsonValue& value) {
@@ -127,10 +135,14 @@ std::optional<QDateTime> JsonObjectReader::decodedInstant(QStringView key,
   return instant;
 }
 
-QJsonValue JsonObjectReader::required(QStringView key, QJsonValue::Type type) {
-  const QJsonValue value = m_object.value(key);
+QJsonValue JsonObjectReader::present(QStringView key) {
+  QJsonValue value = m_object.value(key);
   if (value.isUndefined()) fail(key, u"is missing"_s);
-  return checked(key, value, type);
+  return value;
+}
+
+QJsonValue JsonObjectReader::required(QStringView key, QJsonValue::Type type) {
+  return checked(key, present(key), type);
 }
 
 QJsonValue JsonObjectReader::optional(QStringView key, QJsonValue::Type type) {

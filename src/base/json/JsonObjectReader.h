@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 #include <QDateTime>
@@ -30,6 +31,18 @@ class JsonObjectReader {
   [[nodiscard]] QList<QUuid> uuids(QStringView key);
   [[nodiscard]] QDateTime instant(QStringView key);
 
+  // A member that must be present and that `decode` can read: it takes a QJsonValue and gives a
+  // JsonResult.
+  template <typename Decode>
+  [[nodiscard]] auto decoded(QStringView key, Decode decode) {
+    const QJsonValue value = present(key);
+    using Value = std::remove_cvref_t<decltype(decode(value).value())>;
+    JsonResult<Value> result = decode(value);
+    if (result) return std::move(result).value();
+    fail(result.error().inside(placeOf(key)));
+    return Value();
+  }
+
   // Members that may be missing or null; absent, or `fallback`, then.
   [[nodiscard]] std::optional<QUuid> optionalUuid(QStringView key);
   [[nodiscard]] std::optional<QDateTime> optionalInstant(QStringView key);
@@ -52,6 +65,9 @@ class JsonObjectReader {
  private:
   [[nodiscard]] std::optional<QUuid> decodedUuid(QStringView key, const QJsonValue& value);
   [[nodiscard]] std::optional<QDateTime> decodedInstant(QStringView key, const QJsonValue& value);
+  void fail(const JsonError& error);
+  [[nodiscard]] static QString placeOf(QStringView key);
+  [[nodiscard]] QJsonValue present(QStringView key);
   [[nodiscard]] QJsonValue required(QStringView key, QJsonValue::Type type);
   [[nodiscard]] QJsonValue optional(QStringView key, QJsonValue::Type type);
   [[nodiscard]] QJsonValue checked(QStringView key, QJsonValue value, QJsonValue::Type type);

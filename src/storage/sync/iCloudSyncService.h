@@ -15,8 +15,8 @@
 #include "core/model/SyncMetadata.h"
 #include "platform/CloudDrive.h"
 #include "platform/UserDefaults.h"
-#include "storage/DocumentFile.h"
 #include "storage/sync/SyncResult.h"
+#include "storage/sync/SyncVerdict.h"
 #include "storage/sync/SyncedData.h"
 
 namespace zarvy {
@@ -60,11 +60,12 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
   [[nodiscard]] SyncMetadata nextMetadata(const std::optional<SyncMetadata>& current) const;
 
  private:
-  [[nodiscard]] std::optional<QString> findDrive() const;
+  [[nodiscard]] std::optional<QString> findFolder() const;
   [[nodiscard]] std::optional<QString> findFolderIfSignedIn() const;
-  [[nodiscard]] DocumentFile syncFile(const QString& folder) const;
   void printWhereTheDriveWasLookedFor() const;
-  [[nodiscard]] SyncResult takeCloud(const SyncedData& cloud) const;
+  [[nodiscard]] std::optional<QString> prepareFolder(const QString& folder) const;
+  [[nodiscard]] SyncVerdict verdictOn(const std::optional<SyncMetadata>& local,
+                                      const std::optional<SyncedData>& cloud) const;
 
   const CloudDrive& m_drive;
   UserDefaults& m_defaults;

@@ -85,6 +85,20 @@ TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
   EXPECT_TRUE(mappingsOfBothKeyboards(desk) == before);
 }
 
+// Whoever types on a keyboard without them takes them away from an application that lags behind.
+TEST(KeyboardsOfTheirOwn, GetTheSpareKeysTooWhereTheyHaveLostThem) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.type(mixed);
+  desk.changePersonsLayout("de");
+  const std::vector<std::string> without = mappingsOfBothKeyboards(desk);
+  desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
+  desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed + mixed);
+  EXPECT_NE(mappingsOfBothKeyboards(desk).front(), without.front());
+  desk.closeSession();
+  EXPECT_EQ(mappingsOfBothKeyboards(desk).front(), without.front());
+}
+
 // xkbcomp writes a key without symbols only where it has something else.
 const std::string symbolsOfEscape = "    key  <ESC> {";
 

@@ -44,6 +44,11 @@ Workspace& Desktop::workspace() {
   return m_absent;
 }
 
+SecureInput& Desktop::secureInput() {
+  if (m_session) return m_session->secureInput();
+  return m_absent;
+}
+
 void Desktop::abandonTyping() {
   if (m_session) m_session->abandonTyping();
 }

@@ -23,6 +23,7 @@ class Desktop final : public AccessibilityPermission {
   [[nodiscard]] KeyEventSource& keyEventSource();
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
+  [[nodiscard]] SecureInput& secureInput();
 
   // Typing that is still under way stops at once. Any thread.
   void abandonTyping();
@@ -33,6 +34,9 @@ class Desktop final : public AccessibilityPermission {
 
   [[nodiscard]] bool isTrusted() const override;
   [[nodiscard]] QString reasonForMissing() const override;
+  // A display has what the program needs or has not: there is nobody to ask, and nothing to grant.
+  void ask() override {}
+  void openSettings() override {}
 
  private:
   void sayThatDisplayHasGone();

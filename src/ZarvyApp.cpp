@@ -43,6 +43,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
       m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,
                                     m_workers, m_scheduler)),
+      m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
       m_state(expansionServices(), m_desktop),
       m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock) {}
 
@@ -53,6 +54,7 @@ ZarvyApp::~ZarvyApp() {
 void ZarvyApp::end() {
   if (std::exchange(m_hasEnded, true)) return;
   m_monitor.stop();
+  m_secureInputWatch.stop();
   m_mainThread.close();
   m_injector->cutShort();
   m_desktop.abandonTyping();
@@ -73,8 +75,9 @@ PlaceholderServices ZarvyApp::placeholderServices() {
 }
 
 ExpansionServices ZarvyApp::expansionServices() {
-  return {m_monitor, m_engine,  *m_injector, m_desktop.keyEventPoster(),
-          m_sound,   m_workers, m_stats,     m_output};
+  return {m_monitor,   m_engine,  *m_injector, m_desktop.keyEventPoster(),
+          m_sound,     m_workers, m_stats,     m_secureInputWatch,
+          m_scheduler, m_output};
 }
 
 }  // namespace zarvy

@@ -77,6 +77,7 @@ class ZarvyApp {
   TextExpansionEngine m_engine;
   KeyboardMonitor m_monitor;
   std::shared_ptr<TextInjector> m_injector;
+  SecureInputWatch m_secureInputWatch;
   AppState m_state;
   LibraryLoader m_loader;
   bool m_hasEnded = false;

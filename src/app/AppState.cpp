@@ -13,10 +13,21 @@ namespace {
 
 constexpr qsizetype printedLength = 50;  // user-perceived characters
 
+// From the desktop's own question to the place where the permission is granted.
+constexpr std::chrono::milliseconds settingsDelay{500};
+
 }  // namespace
 
-AppState::AppState(const ExpansionServices& services, const AccessibilityPermission& permission)
-    : m_services(services), m_hasAccessibilityPermission(permission.isTrusted()) {}
+AppState::AppState(const ExpansionServices& services, AccessibilityPermission& permission)
+    : m_services(services),
+      m_permission(permission),
+      m_hasAccessibilityPermission(permission.isTrusted()) {
+  m_services.secureInputWatch.onChange = [this] { Q_EMIT secureInputAppNameChanged(); };
+}
+
+AppState::~AppState() {
+  m_services.secureInputWatch.onChange = nullptr;
+}
 
 template <typename Value>
 void AppState::assign(Value& property, const Value& value, void (AppState::*changed)()) {
@@ -52,6 +63,7 @@ void AppState::startExpansion() {
   prepareCharacters();
   connectServices();
   m_services.monitor.start();
+  m_services.secureInputWatch.start();
 }
 
 void AppState::connectServices() {
@@ -72,6 +84,7 @@ void AppState::stopExpansion() {
   m_services.engine.onExpand = nullptr;
   m_services.injector.onInjectionComplete = nullptr;
   m_services.monitor.onQuickSearchTriggered = nullptr;
+  m_services.secureInputWatch.stop();
 }
 
 void AppState::togglePause() {
@@ -81,6 +94,22 @@ void AppState::togglePause() {
   } else {
     startExpansion();
   }
+}
+
+void AppState::refreshAccessibilityPermission() {
+  assign(m_hasAccessibilityPermission, m_permission.isTrusted(),
+         &AppState::hasAccessibilityPermissionChanged);
+  if (m_hasAccessibilityPermission && !m_isPaused) startExpansion();
+}
+
+void AppState::requestAccessibilityPermission() {
+  if (!m_permission.isTrusted()) m_permission.ask();
+  m_services.scheduler.postAfter(settingsDelay,
+                                 [&permission = m_permission] { permission.openSettings(); });
+}
+
+void AppState::setPendingNewSnippet(bool pending) {
+  assign(m_pendingNewSnippet, pending, &AppState::pendingNewSnippetChanged);
 }
 
 void AppState::handlePotentialTrigger(const QString& buffer) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <optional>
+
 #include <QList>
 #include <QObject>
 #include <QString>
 
 #include "app/Library.h"
+#include "app/SecureInputWatch.h"
 #include "base/LineOutput.h"
 #include "base/TaskQueue.h"
 #include "core/KeyboardMonitor.h"
@@ -17,7 +20,8 @@
 
 namespace zarvy {
 
-// What an expansion takes. All of it outlives AppState, and what AppState posts to `workers`.
+// What an expansion takes. All of it outlives AppState and what AppState posts, as does the
+// permission.
 struct ExpansionServices {
   KeyboardMonitor& monitor;
   TextExpansionEngine& engine;
@@ -26,6 +30,8 @@ struct ExpansionServices {
   SoundOutput& sound;
   WorkerPool& workers;
   StatsStore& stats;
+  SecureInputWatch& secureInputWatch;
+  Scheduler& scheduler;
   LineOutput& output;
 };
 
@@ -36,7 +42,8 @@ class AppState final : public QObject {
   Q_OBJECT
 
  public:
-  AppState(const ExpansionServices& services, const AccessibilityPermission& permission);
+  AppState(const ExpansionServices& services, AccessibilityPermission& permission);
+  ~AppState() override;
 
   // The library, in stored order.
   [[nodiscard]] const QList<Snippet>& snippets() const { return m_snippets; }
@@ -50,8 +57,17 @@ class AppState final : public QObject {
   // Length of the latest match in user-perceived characters: what is to be deleted for it.
   [[nodiscard]] qsizetype pendingMatchLength() const { return m_pendingMatchLength; }
 
-  // As it was when this was made.
+  // As it was when this was made, or last refreshed.
   [[nodiscard]] bool hasAccessibilityPermission() const { return m_hasAccessibilityPermission; }
+
+  // The application that keeps expansion from working, by having the keyboard for itself.
+  [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
+    return m_services.secureInputWatch.secureInputAppName();
+  }
+
+  // Somebody asked for a new snippet, and the main window is to begin one.
+  [[nodiscard]] bool pendingNewSnippet() const { return m_pendingNewSnippet; }
+  void setPendingNewSnippet(bool pending);
 
   void setSettings(const Settings& settings);
 
@@ -67,6 +83,12 @@ class AppState final : public QObject {
 
   void togglePause();
 
+  // Looks whether the permission is there, and starts expansion if it is, unless paused.
+  void refreshAccessibilityPermission();
+
+  // Asks for the permission if it is missing, and half a second later opens where it is granted.
+  void requestAccessibilityPermission();
+
   // Expands the snippet whose trigger ends `buffer`, if there is one.
   void handlePotentialTrigger(const QString& buffer);
 
@@ -77,6 +99,9 @@ class AppState final : public QObject {
   void settingsChanged();
   void isPausedChanged();
   void pendingMatchLengthChanged();
+  void hasAccessibilityPermissionChanged();
+  void secureInputAppNameChanged();
+  void pendingNewSnippetChanged();
 
  private:
   template <typename Value>
@@ -86,6 +111,7 @@ class AppState final : public QObject {
   void playExpansionSound();
 
   ExpansionServices m_services;
+  AccessibilityPermission& m_permission;
   QList<Snippet> m_snippets;
   QList<Folder> m_folders;
   QList<GlobalVariable> m_globalVariables;
@@ -93,6 +119,7 @@ class AppState final : public QObject {
   bool m_isPaused = false;
   qsizetype m_pendingMatchLength = 0;
   bool m_hasAccessibilityPermission;
+  bool m_pendingNewSnippet = false;
 };
 
 }  // namespace zarvy

@@ -4,13 +4,17 @@
 
 #include "platform/KeyEventPoster.h"
 #include "platform/KeyEventSource.h"
+#include "platform/SecureInput.h"
 #include "platform/Workspace.h"
 
 namespace zarvy {
 
 // What the program stands on where there is no desktop to hear keys from: nothing is heard, typed
 // or in front.
-class AbsentDesktop final : public KeyEventSource, public KeyEventPoster, public Workspace {
+class AbsentDesktop final : public KeyEventSource,
+                            public KeyEventPoster,
+                            public Workspace,
+                            public SecureInput {
  public:
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
     return std::nullopt;
@@ -34,6 +38,11 @@ class AbsentDesktop final : public KeyEventSource, public KeyEventPoster, public
   }
   void activate(const RunningApplication& /*application*/) override {}
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override { return std::nullopt; }
+
+  [[nodiscard]] bool isSecureEventInputEnabled() const override { return false; }
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override {
+    return std::nullopt;
+  }
 
  private:
   class DeafSession final : public TypingSession {

@@ -13,6 +13,12 @@ class AccessibilityPermission {
 
   // Why not, in one line for the user; empty while isTrusted().
   [[nodiscard]] virtual QString reasonForMissing() const = 0;
+
+  // Has the desktop ask the user, where it does such a thing; returns at once.
+  virtual void ask() = 0;
+
+  // Opens the place where the user grants it, where the desktop has one; returns at once.
+  virtual void openSettings() = 0;
 };
 
 }  // namespace zarvy

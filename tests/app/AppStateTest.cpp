@@ -242,5 +242,50 @@ TEST(AppStateWithoutPermission, PausingWinsOverTheMissingPermission) {
   EXPECT_EQ(harness.takeJournal(), "print Cannot start expansion: no accessibility permission");
 }
 
+TEST_F(AppStateTest, WatchesForSecureInputWhileExpansionRuns) {
+  const auto changes = count(&AppState::secureInputAppNameChanged);
+  m_harness.secureInput.isEnabled = true;
+  startWith(u";ty"_s, u"x"_s);
+  EXPECT_EQ(state().secureInputAppName(), u"editor"_s);
+  state().togglePause();
+  EXPECT_EQ(state().secureInputAppName(), std::nullopt);
+  state().togglePause();
+  EXPECT_EQ(state().secureInputAppName(), u"editor"_s);
+  EXPECT_EQ(*changes, 3);
+}
+
+TEST_F(AppStateTest, StartsExpansionWhenThePermissionIsFound) {
+  m_harness.permission.setTrusted(false);
+  m_harness.state = std::make_unique<AppState>(m_harness.services(), m_harness.permission);
+  const auto changes = count(&AppState::hasAccessibilityPermissionChanged);
+  state().adoptLibrary({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  state().refreshAccessibilityPermission();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  m_harness.permission.setTrusted(true);
+  state().refreshAccessibilityPermission();
+  EXPECT_EQ(m_harness.takeJournal(), startedLine);
+  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_EQ(*changes, 1);
+}
+
+TEST_F(AppStateTest, DoesNotStartExpansionByALookAtThePermissionWhilePaused) {
+  startWith(u";ty"_s, u"x"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  state().refreshAccessibilityPermission();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  EXPECT_EQ(m_harness.source.handlerCount(), 0U);
+}
+
+TEST_F(AppStateTest, AsksForThePermissionOnlyWhereItIsMissingAndThenOpensThePlaceToGrantIt) {
+  state().requestAccessibilityPermission();
+  EXPECT_EQ(m_harness.permission.calls, QStringList());
+  m_harness.permission.setTrusted(false);
+  state().requestAccessibilityPermission();
+  EXPECT_EQ(m_harness.permission.calls, QStringList{u"ask"_s});
+  m_harness.scheduler.advance(std::chrono::milliseconds(500));
+  EXPECT_EQ(m_harness.permission.calls, (QStringList{u"ask"_s, u"settings"_s, u"settings"_s}));
+}
+
 }  // namespace
 }  // namespace zarvy

@@ -7,6 +7,7 @@
 #include "fakes/FakeKeyEventSource.h"
 #include "fakes/FakePermission.h"
 #include "fakes/FakePlaceholders.h"
+#include "fakes/FakeSecureInput.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ImmediateQueue.h"
 #include "fakes/ManualClock.h"
@@ -24,9 +25,12 @@ class ExpansionHarness {
  public:
   explicit ExpansionHarness(bool trusted = true) : permission(trusted) {
     workspace.setFrontmost(RunningApplication{10, QStringLiteral("editor"), {}, 1});
-    state = std::make_unique<AppState>(
-        ExpansionServices{monitor, engine, *injector, poster, sound, workers, stats, output},
-        permission);
+    state = std::make_unique<AppState>(services(), permission);
+  }
+
+  [[nodiscard]] ExpansionServices services() {
+    return {monitor, engine, *injector,        poster,    sound,
+            workers, stats,  secureInputWatch, scheduler, output};
   }
 
   [[nodiscard]] Snippet snippet(const QString& trigger, const QString& replacement) const {
@@ -63,6 +67,8 @@ class ExpansionHarness {
   RecordingKeyEventPoster poster{journal};
   RecordingSleeper sleeper{journal};
   RecordingSoundOutput sound{journal};
+  FakeSecureInput secureInput;
+  SecureInputWatch secureInputWatch{secureInput, workspace, scheduler};
 
  private:
   class JournalOutput final : public LineOutput {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 #include "platform/AccessibilityPermission.h"
 
 namespace zarvy {
@@ -15,6 +17,10 @@ class FakePermission final : public AccessibilityPermission {
   [[nodiscard]] QString reasonForMissing() const override {
     return m_trusted ? QString() : QStringLiteral("the test took it away");
   }
+  void ask() override { calls.append(QStringLiteral("ask")); }
+  void openSettings() override { calls.append(QStringLiteral("settings")); }
+
+  QStringList calls;
 
  private:
   bool m_trusted;

@@ -10,6 +10,7 @@
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
+#include "platform/x11/hearing/X11SecureInput.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/OwnMapChanges.h"
@@ -54,6 +55,7 @@ struct X11Session::Parts {
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
         grabs(*connection),
+        secureInput(grabs),
         hearing(*connection, posts, *keyboards->heard, grabs),
         sender(*connection, posts),
         windows(*connection),
@@ -89,6 +91,7 @@ struct X11Session::Parts {
   Connection* connection;
   OwnPosts posts;
   GrabWatch grabs;
+  X11SecureInput secureInput;
   KeyHearing hearing;
   KeySender sender;
   WindowProperties windows;
@@ -137,6 +140,9 @@ KeyEventPoster& X11Session::keyEventPoster() {
 }
 Workspace& X11Session::workspace() {
   return m_parts->workspace;
+}
+SecureInput& X11Session::secureInput() {
+  return m_parts->secureInput;
 }
 void X11Session::abandonTyping() {
   m_parts->typist.abandonSessions();

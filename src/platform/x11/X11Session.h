@@ -12,6 +12,7 @@ class KeyEventPoster;
 class KeyEventSource;
 class LineOutput;
 class Scheduler;
+class SecureInput;
 class Workspace;
 }  // namespace zarvy
 
@@ -38,6 +39,7 @@ class X11Session {
   [[nodiscard]] KeyEventSource& keyEventSource();
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
+  [[nodiscard]] SecureInput& secureInput();
 
   // The program is about to end: typing that is still under way stops at once. Any thread.
   void abandonTyping();

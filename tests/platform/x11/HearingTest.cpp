@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "e2e/harness/WaitUntil.h"
 #include "platform/ModifierFlags.h"
+#include "platform/SecureInput.h"
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/KeyboardDesk.h"
@@ -182,6 +184,18 @@ TEST(Hearing, TellsNothingOfWhatIsTypedUnderAGrabButThatThereWasSomething) {
     QString heard = told(desk.heard(8));
     EXPECT_EQ(heard.remove(u"<57>"_s).remove(u"<56>"_s), u"ab<53><53><53><53>cd"_s);
   }
+}
+
+TEST(Hearing, TakesALastingGrabForSecureInput) {
+  KeyboardDesk desk({.layouts = "us"});
+  const SecureInput& secureInput = desk.session().secureInput();
+  const auto isEnabled = [&] { return secureInput.isSecureEventInputEnabled(); };
+  EXPECT_FALSE(isEnabled());
+  {
+    const KeyboardGrab prompt(desk.connection());
+    EXPECT_TRUE(e2e::waitUntil(isEnabled, 10s));
+  }
+  EXPECT_TRUE(e2e::waitUntil([&] { return !isEnabled(); }, 10s));
 }
 
 TEST(Hearing, FollowsTheFocusToTheWindowThatLosesTheKeyboardToAGrab) {

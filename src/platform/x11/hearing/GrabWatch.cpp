@@ -20,6 +20,12 @@ GrabWatch::GrabWatch(Connection& connection) : m_connection(connection) {
   followFocus();
 }
 
+std::chrono::steady_clock::duration GrabWatch::grabbedFor() const {
+  const Instant since = m_grabbedAt.load();
+  if (since == notGrabbed) return {};
+  return std::chrono::steady_clock::now() - since;
+}
+
 void GrabWatch::handleEvent(const xcb_generic_event_t& event) {
   if ((event.response_type & eventTypeMask) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
@@ -32,13 +38,13 @@ void GrabWatch::handleEvent(const xcb_generic_event_t& event) {
 void GrabWatch::handleFocusChange(uint8_t mode, bool into) {
   switch (mode) {
     case XCB_INPUT_NOTIFY_MODE_GRAB:
-      if (!into) m_isGrabbed = true;
+      if (!into) m_grabbedAt = std::chrono::steady_clock::now();
       break;
     case XCB_INPUT_NOTIFY_MODE_UNGRAB:
-      if (into) m_isGrabbed = false;
+      if (into) m_grabbedAt = notGrabbed;
       break;
     case XCB_INPUT_NOTIFY_MODE_NORMAL:  // never said during a grab
-      m_isGrabbed = false;
+      m_grabbedAt = notGrabbed;
       followFocus();
       break;
     case XCB_INPUT_NOTIFY_MODE_WHILE_GRABBED:

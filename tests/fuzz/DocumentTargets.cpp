@@ -14,6 +14,7 @@
 #include "core/model/SyncMetadata.h"
 #include "storage/DocumentFile.h"
 #include "storage/MapJson.h"
+#include "storage/sync/SyncedData.h"
 
 namespace zarvy::fuzz {
 namespace {
@@ -72,6 +73,7 @@ void readDocuments(Bytes bytes) {
          [](const QMap<QString, qint64>& counters) { return mapToJson(counters); });
   readAsRecords<ExpansionEvent>(value.value());
   readAsRecord<StatsSummary>(value.value());
+  readAsRecord<SyncedData>(value.value());
   readAs(value.value(), textsFromJson,
          [](const QMap<QString, QString>& defaults) { return mapToJson(defaults); });
 }

@@ -6,8 +6,8 @@
 // where something is wrong.
 namespace zarvy::fuzz {
 
-// The content of a file in the data folder, read as each of the documents. What can be read comes
-// out the same when it is written and read once more.
+// The content of a file in the data folder, or of the one that machines share, read as each of the
+// documents. What can be read comes out the same when it is written and read once more.
 void readDocuments(Bytes bytes);
 
 }  // namespace zarvy::fuzz

@@ -38,8 +38,8 @@ class DocumentFile {
     return std::optional<Value>(std::move(value).value());
   }
 
-  // `text` is the encoded document. Whether it was saved.
-  bool save(const QByteArray& text) const;
+  // `text` is the encoded document. Whether it was saved; most callers go on in either case.
+  bool save(const QByteArray& text) const;  // NOLINT(modernize-use-nodiscard)
 
  private:
   // Absent where there is no file.

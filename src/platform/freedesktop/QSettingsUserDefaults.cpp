@@ -17,7 +17,8 @@ QString QSettingsUserDefaults::desktopFile() {
 
 QSettingsUserDefaults::QSettingsUserDefaults(QString file) : m_file(std::move(file)) {}
 
-// One QSettings for each access: it is not for several threads, what it stands on is.
+// One QSettings for each access: it is not for several threads, what it stands on is. It writes
+// when it ends.
 std::optional<QString> QSettingsUserDefaults::string(const QString& key) const {
   const QSettings settings(m_file, QSettings::IniFormat);
   if (!settings.contains(key)) return std::nullopt;
@@ -26,9 +27,7 @@ std::optional<QString> QSettingsUserDefaults::string(const QString& key) const {
 }
 
 void QSettingsUserDefaults::setString(const QString& key, const QString& value) {
-  QSettings settings(m_file, QSettings::IniFormat);
-  settings.setValue(key, value);
-  settings.sync();
+  QSettings(m_file, QSettings::IniFormat).setValue(key, value);
 }
 
 }  // namespace zarvy

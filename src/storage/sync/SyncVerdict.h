@@ -17,8 +17,8 @@ enum class SyncVerdict { inStep, cloudNewer, localNewer, conflict };
                                   const std::optional<SyncMetadata>& cloud);
 
 struct SettledConflict {
-  SyncVerdict verdict;  // cloudNewer or localNewer
-  QStringView line;     // to be printed
+  SyncVerdict verdict = SyncVerdict::localNewer;  // or cloudNewer
+  QStringView line;                               // to be printed
 };
 
 // By the clock; local wins a tie, and where one side has nothing to compare.

@@ -35,12 +35,16 @@ class HeldModifiersOnServer : public testing::Test {
         m_modifiers(*m_ours, m_sender),
         m_keymap(KeymapSnapshot::read(*m_ours, static_cast<uint16_t>(m_ours->coreKeyboard()))) {}
 
+  [[nodiscard]] KeyboardLook look() const {
+    return KeyboardLook::take(*m_ours, static_cast<uint16_t>(m_ours->coreKeyboard()));
+  }
+
   // As the typing does at the start of each run.
   void clear() {
-    const KeyboardLook look = KeyboardLook::take(*m_ours);
+    const KeyboardLook seen = look();
     const ModifierKeys& keys = m_keymap->modifiers();
-    const uint32_t locked = look.state.lockedModifiers;
-    m_modifiers.clear(keys, look.down & keys.momentary, look.state.latchedModifiers, locked);
+    const uint32_t locked = seen.state.lockedModifiers;
+    m_modifiers.clear(keys, seen.down & keys.momentary, seen.state.latchedModifiers, locked);
     m_sender.flush();
     m_ours->synchronize();
   }
@@ -59,12 +63,12 @@ class HeldModifiersOnServer : public testing::Test {
 
   [[nodiscard]] uint32_t locked() const {
     m_theirs.synchronise();
-    return KeyboardLook::take(*m_ours).state.lockedModifiers;
+    return look().state.lockedModifiers;
   }
 
   [[nodiscard]] bool isShifted() const {
     m_theirs.synchronise();
-    return (KeyboardLook::take(*m_ours).state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
+    return (look().state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
   }
 
   [[nodiscard]] Keys held() const {

@@ -7,7 +7,9 @@
 
 #include "platform/KeyEventPoster.h"
 #include "platform/VirtualKey.h"
+#include "platform/Workspace.h"
 #include "platform/x11/KeyboardDesk.h"
+#include "support/QtPrinters.h"
 
 namespace zarvy::x11 {
 namespace {
@@ -105,6 +107,25 @@ TEST(TypingKeys, PressesKeysByTheirPlace) {
     EXPECT_FALSE(typing->pressKey(9999));
   }
   EXPECT_EQ(desk.witness().text(), u"ab\r"_s);
+}
+
+// The adapters hear of the new layout some time after it is in force.
+TEST(TypingKeys, FollowsALayoutThatChangesBetweenTwoRuns) {
+  KeyboardDesk desk({.layouts = "us"});
+  const QString run = u"zy@\\\"{ÄжΩ~-;"_s;
+  QString expected = run;
+  const auto typing = desk.session().keyEventPoster().beginTyping(run.repeated(7));
+  EXPECT_TRUE(typing->pressText(run));
+  for (const char* layouts : {"de", "fr", "ru,us", "jp", "us", "de"}) {
+    static_cast<void>(desk.session().workspace().frontmostApplication());
+    EXPECT_EQ(desk.witness().text(), expected);
+    SCOPED_TRACE(layouts);
+    desk.changeLayout({.layouts = layouts});
+    EXPECT_TRUE(typing->pressText(run));
+    expected += run;
+  }
+  static_cast<void>(desk.session().workspace().frontmostApplication());
+  EXPECT_EQ(desk.witness().text(), expected);
 }
 
 TEST(TypingKeys, TypesALetterWhoseKeyThePersonStillHolds) {

@@ -12,25 +12,24 @@ namespace {
 
 constexpr uint8_t eventTypeMask = 0x7f;
 
+// For a keymap to be read. It takes some milliseconds, or many on a busy machine.
+constexpr std::chrono::seconds longestWait{1};
+
 }  // namespace
 
 std::unique_ptr<FollowedKeymap> FollowedKeymap::create(Connection& connection,
                                                        const OwnMapChanges& ownChanges,
                                                        uint16_t device) {
-  auto snapshot = KeymapSnapshot::read(connection, device);
-  if (!snapshot) return nullptr;
-  return std::unique_ptr<FollowedKeymap>(
-      new FollowedKeymap(connection, ownChanges, device, std::move(snapshot)));
+  std::unique_ptr<FollowedKeymap> keymap(new FollowedKeymap(connection, ownChanges, device));
+  // Events first, so that a change after the reading is told.
+  keymap->selectEvents();
+  keymap->reload();
+  return keymap->current() ? std::move(keymap) : nullptr;
 }
 
 FollowedKeymap::FollowedKeymap(Connection& connection, const OwnMapChanges& ownChanges,
-                               uint16_t device, std::shared_ptr<const KeymapSnapshot> snapshot)
-    : m_connection(connection),
-      m_ownChanges(ownChanges),
-      m_device(device),
-      m_snapshot(std::move(snapshot)) {
-  selectEvents();
-}
+                               uint16_t device)
+    : m_connection(connection), m_ownChanges(ownChanges), m_device(device) {}
 
 void FollowedKeymap::selectEvents() const {
   constexpr uint16_t events =
@@ -51,6 +50,14 @@ std::shared_ptr<const KeymapSnapshot> FollowedKeymap::current() const {
   return m_snapshot;
 }
 
+std::shared_ptr<const KeymapSnapshot> FollowedKeymap::named(xcb_atom_t name) const {
+  std::unique_lock lock(m_mutex);
+  m_read.wait_for(lock, longestWait, [&] {
+    return name == XCB_ATOM_NONE || m_snapshot->name() == name || !m_connection.isAlive();
+  });
+  return m_snapshot;
+}
+
 bool FollowedKeymap::handleEvent(const xcb_generic_event_t& event) {
   if ((event.response_type & eventTypeMask) != m_connection.xkbEventBase()) return false;
   // Every XKB event has its own type in the byte behind the event's, and its device in one place.
@@ -65,8 +72,11 @@ bool FollowedKeymap::handleEvent(const xcb_generic_event_t& event) {
 void FollowedKeymap::reload() {
   auto snapshot = KeymapSnapshot::read(m_connection, m_device);
   if (!snapshot) return;
-  const std::lock_guard lock(m_mutex);
-  m_snapshot = std::move(snapshot);
+  {
+    const std::lock_guard lock(m_mutex);
+    m_snapshot = std::move(snapshot);
+  }
+  m_read.notify_all();
 }
 
 }  // namespace zarvy::x11

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <condition_variable>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -31,6 +32,10 @@ class FollowedKeymap {
   // The keymap in force. Any thread.
   [[nodiscard]] std::shared_ptr<const KeymapSnapshot> current() const;
 
+  // The keymap of this name, as KeymapName tells it. Waits until it has been read, but not for
+  // ever: then, and for XCB_ATOM_NONE, the one in force. Any thread but the reader's.
+  [[nodiscard]] std::shared_ptr<const KeymapSnapshot> named(xcb_atom_t name) const;
+
   // True where the event made a new keymap. On the reader's thread.
   bool handleEvent(const xcb_generic_event_t& event);
 
@@ -38,14 +43,14 @@ class FollowedKeymap {
   void reload();
 
  private:
-  FollowedKeymap(Connection& connection, const OwnMapChanges& ownChanges, uint16_t device,
-                 std::shared_ptr<const KeymapSnapshot> snapshot);
+  FollowedKeymap(Connection& connection, const OwnMapChanges& ownChanges, uint16_t device);
   void selectEvents() const;
 
   Connection& m_connection;
   const OwnMapChanges& m_ownChanges;
   const uint16_t m_device;
   mutable std::mutex m_mutex;
+  mutable std::condition_variable m_read;
   std::shared_ptr<const KeymapSnapshot> m_snapshot;  // guarded by m_mutex
 };
 

@@ -3,18 +3,23 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
 #include "platform/x11/connection/XkbProtocol.h"
+#include "platform/x11/keyboard/KeymapName.h"
 
 namespace zarvy::x11 {
 
-KeyboardLook KeyboardLook::take(Connection& connection) {
+KeyboardLook KeyboardLook::take(Connection& connection, uint16_t typed) {
   xcb_connection_t* xcb = connection.xcb();
   const auto stateCookie = xcb_xkb_get_state(xcb, XCB_XKB_ID_USE_CORE_KBD);
   const auto keysCookie = xcb_query_keymap(xcb);
+  const KeymapName heardName = KeymapName::ask(connection, XCB_XKB_ID_USE_CORE_KBD);
+  const KeymapName typedName = KeymapName::ask(connection, typed);
   const XcbPtr<xcb_xkb_get_state_reply_t> state(xcb_xkb_get_state_reply(xcb, stateCookie, nullptr));
   const XcbPtr<xcb_query_keymap_reply_t> keys(xcb_query_keymap_reply(xcb, keysCookie, nullptr));
   KeyboardLook look;
   if (state) look.state = KeyboardState::of(*state);
   if (keys) look.down = keycodesOfBits(keys->keys);
+  look.heardKeymap = heardName.answer();
+  look.typedKeymap = typedName.answer();
   return look;
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/FunctionKeys.h"
+#include "platform/x11/keyboard/KeymapName.h"
 
 namespace zarvy::x11 {
 
@@ -27,6 +28,8 @@ bool survivesCapsLock(xkb_state* state, xkb_keycode_t key, uint32_t lock, uint32
 
 std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection, uint16_t device) {
   std::shared_ptr<KeymapSnapshot> snapshot(new KeymapSnapshot);
+  // Ahead of the keymap: one that changes in between is not taken for the new one.
+  snapshot->m_name = KeymapName::ask(connection, device).answer();
   snapshot->m_context = xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES);
   if (!snapshot->m_context) return nullptr;
   snapshot->m_keymap = xkb_x11_keymap_new_from_device(snapshot->m_context, connection.xcb(), device,

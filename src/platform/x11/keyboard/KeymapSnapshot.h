@@ -7,6 +7,7 @@
 #include <string_view>
 #include <unordered_map>
 
+#include <xcb/xcb.h>
 #include <xkbcommon/xkbcommon.h>
 
 #include "platform/x11/keyboard/KeyPositions.h"
@@ -34,6 +35,9 @@ class KeymapSnapshot {
   // Of the keyboard with this XInput number; null where the server does not answer.
   [[nodiscard]] static std::shared_ptr<KeymapSnapshot> read(Connection& connection,
                                                             uint16_t device);
+
+  // As KeymapName tells it.
+  [[nodiscard]] xcb_atom_t name() const { return m_name; }
 
   ~KeymapSnapshot();
   KeymapSnapshot(const KeymapSnapshot&) = delete;
@@ -83,6 +87,7 @@ class KeymapSnapshot {
   mutable std::mutex m_mutex;
   xkb_context* m_context = nullptr;
   xkb_keymap* m_keymap = nullptr;
+  xcb_atom_t m_name = XCB_ATOM_NONE;
   ModifierKeys m_modifiers;
   std::array<quint16, 256> m_virtualKeys{};
   KeycodeSet m_isKeypad;

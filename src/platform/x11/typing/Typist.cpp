@@ -165,14 +165,15 @@ void Typist::leaveNoTrace() {
 // The keyboard as it is at the start of a run, with the user's modifiers out of the way.
 Typist::Layout Typist::takeKeyboard() {
   Layout layout;
-  layout.snapshot = m_keymaps.typed.current();
+  const KeyboardLook look = KeyboardLook::take(m_connection, m_keymaps.typed.device());
+  const auto heard = m_keymaps.heard.named(look.heardKeymap);
+  layout.snapshot = m_keymaps.typed.named(look.typedKeymap);
   m_spareKeys.follow();
-  const auto [state, down] = KeyboardLook::take(m_connection);
-  layout.down = down;
+  const KeyboardState& state = look.state;
+  layout.down = look.down;
   const ModifierKeys& keys = layout.snapshot->modifiers();
   // What a key that is down holds was decided by the keyboard that it was pressed on.
-  const KeycodeSet held =
-      down & (keys.momentary | m_keymaps.heard.current()->modifiers().momentary);
+  const KeycodeSet held = look.down & (keys.momentary | heard->modifiers().momentary);
   uint32_t unwanted = keys.shift | keys.levelThree | keys.control | keys.option | keys.command;
   if (layout.snapshot->shiftTurnsCapsLock() || !m_spareKeys.workUnderCapsLock()) {
     unwanted |= keys.lock;

@@ -62,19 +62,22 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
   const QFileInfo target(path);
   const QByteArray folder = QFile::encodeName(target.path());
   const QByteArray name = QFile::encodeName(path);
-  QByteArray temporary = folder + "/." + QFile::encodeName(target.fileName()) + ".XXXXXX";
-
-  // Made with mode 0600 whatever the umask; locked as long as it is open.
-  const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (!descriptor.isOpen()) return lastError();
-  static_cast<void>(::flock(descriptor.get(), LOCK_EX));
-  if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
-      std::rename(temporary.constData(), name.constData()) != 0) {
-    const QString error = lastError();
-    ::unlink(temporary.constData());
-    return error;
+  while (true) {
+    QByteArray temporary = folder + "/." + QFile::encodeName(target.fileName()) + ".XXXXXX";
+    // Made with mode 0600 whatever the umask; locked as long as it is open.
+    const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (!descriptor.isOpen()) return lastError();
+    static_cast<void>(::flock(descriptor.get(), LOCK_EX));
+    // Before it was locked another process may have removed it as one that was left behind.
+    if (::access(temporary.constData(), F_OK) != 0 && errno == ENOENT) continue;
+    if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
+        std::rename(temporary.constData(), name.constData()) != 0) {
+      const QString error = lastError();
+      ::unlink(temporary.constData());
+      return error;
+    }
+    return synchronizeFolder(target.path());
   }
-  return synchronizeFolder(target.path());
 }
 
 std::optional<QString> synchronizeFolder(const QString& folder) {

@@ -165,5 +165,27 @@ TEST_F(KilledSave, BringsTheContentAndThenTheFolderToTheDisk) {
   EXPECT_EQ(generation(), 1);
 }
 
+// Another process may clear up between the making of the temporary file and its locking.
+TEST_F(KilledSave, IsNotLostToWhoeverTakesItForUnfinished) {
+  m_store.saveFieldDefaults(documentOf(0));
+  TracedChild child([this] {
+    m_store.saveFieldDefaults(documentOf(1));
+    ::_exit(0);
+  });
+  if (!child.isTraced()) GTEST_SKIP() << "processes cannot be traced here";
+  int lockings = 0;
+  while (child.goOn(1)) {
+    if (child.enteredCall() != SYS_flock) continue;
+    if (++lockings == 1) {
+      EXPECT_EQ(files().size(), 2);
+      m_store.removeUnfinishedSaves();
+      EXPECT_EQ(files(), QStringList{u"field_defaults.json"_s});
+    }
+  }
+  EXPECT_EQ(lockings, 2);
+  EXPECT_EQ(generation(), 1);
+  EXPECT_EQ(files(), QStringList{u"field_defaults.json"_s});
+}
+
 }  // namespace
 }  // namespace zarvy

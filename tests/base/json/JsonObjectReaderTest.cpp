@@ -176,6 +176,28 @@ TEST(JsonObjectReader, ReadsListsOfUuids) {
   }
 }
 
+TEST(JsonObjectReader, ReadsMembersByADecoderOfTheirOwn) {
+  const auto decode = [](const QJsonValue& value) -> JsonResult<QString> {
+    JsonObjectReader inner(value);
+    return inner.result(inner.string(u"text"));
+  };
+  struct Row {
+    QByteArray member;
+    QString text;
+    QString error;
+  };
+  for (const Row& row :
+       {Row{R"("m":{"text":"t"})", u"t"_s, {}},
+        Row{R"("other":{"text":"t"})", {}, u"key \"m\" is missing"_s},
+        Row{R"("m":{})", {}, u"key \"m\", key \"text\" is missing"_s},
+        Row{R"("m":{"text":3})", {}, u"key \"m\", key \"text\" is a number and not a string"_s},
+        Row{R"("m":null)", {}, u"key \"m\" is not an object"_s}}) {
+    JsonObjectReader reader(parsed('{' + row.member + '}'));
+    EXPECT_EQ(reader.decoded(u"m", decode), row.text) << row.member.toStdString();
+    EXPECT_EQ(errorOf(reader), row.error);
+  }
+}
+
 TEST(JsonObjectReader, ReadsInstantsThatMayBeMissing) {
   const QDateTime instant(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
   struct Row {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include <QGuiApplication>
+#include <QApplication>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,7 +21,8 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
       m_session(x11::X11Session::open(
           scheduler, output,
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
-           .ownWindowHasFocus = [] { return QGuiApplication::focusWindow() != nullptr; },
+           .ownWindowHasFocus =
+               [] { return QGuiApplication::focusWindow() || QApplication::activePopupWidget(); },
            .onConnectionLost =
                [this, onLost = std::move(onLost)] {
                  sayThatDisplayHasGone();

@@ -45,7 +45,11 @@ ZarvyApp::ZarvyApp(LineOutput& output)
                                     m_workers, m_scheduler)),
       m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
       m_state(expansionServices(), m_desktop),
-      m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock) {}
+      m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock),
+      m_windows(m_state),
+      m_menu(
+          m_state, [this](const QString& id) { m_windows.open(id); }, &QCoreApplication::quit),
+      m_trayIcon(m_state, m_menu) {}
 
 ZarvyApp::~ZarvyApp() {
   end();
@@ -65,6 +69,7 @@ void ZarvyApp::end() {
 }
 
 void ZarvyApp::start() {
+  m_trayIcon.show();
   if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
   m_loader.load([this](const Library& library) { m_state.adoptLibrary(library); });
 }

@@ -27,6 +27,9 @@
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
 #include "storage/FieldDefaultsStore.h"
+#include "ui/MenuBarView.h"
+#include "ui/SceneWindows.h"
+#include "ui/TrayIcon.h"
 
 namespace zarvy {
 
@@ -80,6 +83,9 @@ class ZarvyApp {
   SecureInputWatch m_secureInputWatch;
   AppState m_state;
   LibraryLoader m_loader;
+  SceneWindows m_windows;
+  MenuBarView m_menu;
+  TrayIcon m_trayIcon;
   bool m_hasEnded = false;
 };
 

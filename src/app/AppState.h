@@ -60,6 +60,11 @@ class AppState final : public QObject {
   // As it was when this was made, or last refreshed.
   [[nodiscard]] bool hasAccessibilityPermission() const { return m_hasAccessibilityPermission; }
 
+  // Why the permission is missing, in one line for the user; empty where it is there.
+  [[nodiscard]] QString reasonForMissingPermission() const {
+    return m_permission.reasonForMissing();
+  }
+
   // The application that keeps expansion from working, by having the keyboard for itself.
   [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
     return m_services.secureInputWatch.secureInputAppName();

@@ -55,7 +55,7 @@ struct X11Session::Parts {
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
         grabs(*connection),
-        secureInput(grabs),
+        secureInput(grabs, options.ownWindowHasFocus),
         hearing(*connection, posts, *keyboards->heard, grabs),
         sender(*connection, posts),
         windows(*connection),

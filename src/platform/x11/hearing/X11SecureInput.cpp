@@ -12,7 +12,7 @@ constexpr std::chrono::milliseconds aMoment{150};
 }  // namespace
 
 bool X11SecureInput::isSecureEventInputEnabled() const {
-  return m_grabs.grabbedFor() >= aMoment;
+  return m_grabs.grabbedFor() >= aMoment && !m_ownWindowHasFocus();
 }
 
 }  // namespace zarvy::x11

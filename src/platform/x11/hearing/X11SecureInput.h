@@ -1,16 +1,21 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "platform/SecureInput.h"
 
 namespace zarvy::x11 {
 
 class GrabWatch;
 
-// Takes a keyboard grab for secure input once it has lasted for a moment. Window managers and
-// menus grab for the time of a key press.
+// Takes a keyboard grab for secure input once it has lasted for a moment. Window managers grab for
+// the time of a key press.
 class X11SecureInput final : public SecureInput {
  public:
-  explicit X11SecureInput(const GrabWatch& grabs) : m_grabs(grabs) {}
+  // `ownWindowHasFocus` is asked on the main thread: a menu of this program grabs the keyboard too.
+  X11SecureInput(const GrabWatch& grabs, std::function<bool()> ownWindowHasFocus)
+      : m_grabs(grabs), m_ownWindowHasFocus(std::move(ownWindowHasFocus)) {}
 
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
 
@@ -19,6 +24,7 @@ class X11SecureInput final : public SecureInput {
 
  private:
   const GrabWatch& m_grabs;
+  const std::function<bool()> m_ownWindowHasFocus;
 };
 
 }  // namespace zarvy::x11

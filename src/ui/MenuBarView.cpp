@@ -1,0 +1,57 @@
+#include "ui/MenuBarView.h"
+
+#include <utility>
+
+#include <QIcon>
+
+#include "app/AppState.h"
+#include "ui/MenuCircumstancesOf.h"
+#include "ui/Scenes.h"
+
+namespace zarvy {
+
+MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
+                         std::function<void()> quit)
+    : m_state(state), m_openScene(std::move(openScene)), m_quit(std::move(quit)) {
+  for (const auto signal :
+       {&AppState::snippetsChanged, &AppState::isPausedChanged,
+        &AppState::hasAccessibilityPermissionChanged, &AppState::secureInputAppNameChanged}) {
+    connect(&state, signal, this, &MenuBarView::rebuild);
+  }
+  rebuild();
+}
+
+void MenuBarView::rebuild() {
+  clear();
+  for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(m_state))) {
+    QAction* const action = addAction(QIcon::fromTheme(entry.iconName), entry.text);
+    action->setShortcut(entry.shortcut);
+    action->setEnabled(entry.action != MenuAction::none);
+    connect(action, &QAction::triggered, this, [this, todo = entry.action] { perform(todo); });
+    if (entry.hasDividerBehind) addSeparator();
+  }
+}
+
+void MenuBarView::perform(MenuAction action) {
+  switch (action) {
+    case MenuAction::none:
+      break;
+    case MenuAction::openPermissionRequest:
+      return m_openScene(scene::permissionRequest);
+    case MenuAction::openManageSnippets:
+      return m_openScene(scene::manageSnippets);
+    case MenuAction::addNewSnippet:
+      m_state.setPendingNewSnippet(true);
+      return m_openScene(scene::manageSnippets);
+    case MenuAction::openSettings:
+      return m_openScene(scene::settings);
+    case MenuAction::openStatistics:
+      return m_openScene(scene::statistics);
+    case MenuAction::togglePause:
+      return m_state.togglePause();
+    case MenuAction::quit:
+      return m_quit();
+  }
+}
+
+}  // namespace zarvy

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+
+#include <QKeySequence>
+#include <QList>
+#include <QString>
+
+namespace zarvy {
+
+// What the menu behind the tray icon depends on.
+struct MenuCircumstances {
+  bool hasAccessibilityPermission = false;
+  std::optional<QString> secureInputAppName;
+  qsizetype snippetCount = 0;
+  bool isPaused = false;
+};
+
+enum class MenuAction {
+  none,  // a line that only tells something
+  openPermissionRequest,
+  openManageSnippets,
+  addNewSnippet,
+  openSettings,
+  openStatistics,
+  togglePause,
+  quit,
+};
+
+struct MenuEntry {
+  QString text;
+  MenuAction action = MenuAction::none;
+  QString iconName;  // by the icon naming of the desktops; empty for none
+  QKeySequence shortcut;
+  bool hasDividerBehind = false;
+};
+
+// The entries in their order. Pure.
+[[nodiscard]] QList<MenuEntry> menuEntries(const MenuCircumstances& circumstances);
+
+// The state that the icon shows: the first that holds, in this order.
+enum class MenuBarSymbol { permissionMissing, blocked, listening, paused };
+[[nodiscard]] MenuBarSymbol menuBarSymbol(const MenuCircumstances& circumstances);
+
+}  // namespace zarvy

@@ -1,0 +1,132 @@
+#include "ui/PermissionRequestView.h"
+
+#include <utility>
+
+#include <QFrame>
+#include <QIcon>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/AppState.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+namespace {
+
+constexpr int windowWidth = 400;
+constexpr int padding = 32;
+constexpr int spacing = 24;
+constexpr int innerSpacing = 12;
+constexpr QSize symbolSize(64, 64);
+
+QLabel* makeText(const QString& text, QWidget* parent) {
+  auto* const label = new QLabel(text, parent);
+  label->setWordWrap(true);
+  label->setAlignment(Qt::AlignCenter);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
+QLabel* makeHeadline(const QString& text, double scale, QWidget* parent) {
+  auto* const label = new QLabel(text, parent);
+  QFont font = label->font();
+  font.setPointSizeF(font.pointSizeF() * scale);
+  font.setWeight(QFont::DemiBold);
+  label->setFont(font);
+  label->setAlignment(Qt::AlignCenter);
+  return label;
+}
+
+QVBoxLayout* makeColumn(QWidget* parent, int gap) {
+  auto* const column = new QVBoxLayout(parent);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(gap);
+  return column;
+}
+
+}  // namespace
+
+PermissionRequestView::PermissionRequestView(AppState& state, std::function<void()> getStarted)
+    : m_state(state),
+      m_getStarted(std::move(getStarted)),
+      m_granted(makeGranted()),
+      m_missing(makeMissing()) {
+  setFixedWidth(windowWidth);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(padding, padding, padding, padding);
+  column->setSpacing(spacing);
+  addExplanation(*column);
+  column->addWidget(m_granted);
+  column->addWidget(m_missing);
+  connect(&state, &AppState::hasAccessibilityPermissionChanged, this,
+          &PermissionRequestView::showWhatHolds);
+  showWhatHolds();
+}
+
+void PermissionRequestView::addExplanation(QVBoxLayout& column) {
+  auto* const symbol = new QLabel(this);
+  symbol->setPixmap(QIcon(u":/icons/keyboard.svg"_s).pixmap(symbolSize));
+  symbol->setAlignment(Qt::AlignCenter);
+  column.addWidget(symbol);
+  column.addWidget(makeHeadline(u"Accessibility Permission Required"_s, 1.3, this));
+  column.addWidget(
+      makeText(u"Zarvy needs accessibility permission to detect when you type trigger words and "
+               "expand them into snippets."_s,
+               this));
+  auto* const points = new QWidget(this);
+  auto* const list = makeColumn(points, innerSpacing);
+  for (const QString& point :
+       {u"Monitor keyboard input to detect triggers"_s,
+        u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s}) {
+    auto* const label = makeText(u"\u2713  "_s + point, points);
+    label->setAlignment(Qt::AlignLeft);
+    list->addWidget(label);
+  }
+  column.addWidget(points);
+  auto* const divider = new QFrame(this);
+  divider->setFrameShape(QFrame::HLine);
+  divider->setFrameShadow(QFrame::Sunken);
+  column.addWidget(divider);
+}
+
+QWidget* PermissionRequestView::makeGranted() {
+  auto* const part = new QWidget(this);
+  auto* const column = makeColumn(part, spacing);
+  column->addWidget(makeHeadline(u"Permission Granted"_s, 1, part));
+  auto* const getStarted = new QPushButton(u"Get Started"_s, part);
+  getStarted->setDefault(true);
+  connect(getStarted, &QPushButton::clicked, this, [this] {
+    const auto next = m_getStarted;  // closing may delete this window
+    close();
+    next();
+  });
+  column->addWidget(getStarted, 0, Qt::AlignCenter);
+  return part;
+}
+
+QWidget* PermissionRequestView::makeMissing() {
+  auto* const part = new QWidget(this);
+  auto* const column = makeColumn(part, innerSpacing);
+  auto* const request = new QPushButton(u"Request Permission"_s, part);
+  request->setDefault(true);
+  connect(request, &QPushButton::clicked, &m_state, &AppState::requestAccessibilityPermission);
+  auto* const check = new QPushButton(u"Check Permission"_s, part);
+  connect(check, &QPushButton::clicked, &m_state, &AppState::refreshAccessibilityPermission);
+  column->addWidget(request, 0, Qt::AlignCenter);
+  column->addWidget(check, 0, Qt::AlignCenter);
+  column->addWidget(
+      makeText(u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s, part));
+  column->addWidget(makeText(m_state.reasonForMissingPermission(), part));
+  return part;
+}
+
+void PermissionRequestView::showWhatHolds() {
+  m_granted->setVisible(m_state.hasAccessibilityPermission());
+  m_missing->setVisible(!m_state.hasAccessibilityPermission());
+  adjustSize();
+}
+
+}  // namespace zarvy

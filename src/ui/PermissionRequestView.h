@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+
+#include <QWidget>
+
+class QVBoxLayout;
+
+namespace zarvy {
+
+class AppState;
+
+// Leads the user to the permission without which nothing expands. Looks whether it is there when it
+// opens and when it is told to, not by itself.
+class PermissionRequestView final : public QWidget {
+  Q_OBJECT
+
+ public:
+  // `getStarted` is called once this window has closed. `state` outlives it.
+  PermissionRequestView(AppState& state, std::function<void()> getStarted);
+
+ private:
+  void addExplanation(QVBoxLayout& column);
+  [[nodiscard]] QWidget* makeGranted();
+  [[nodiscard]] QWidget* makeMissing();
+  void showWhatHolds();
+
+  AppState& m_state;
+  const std::function<void()> m_getStarted;
+  QWidget* m_granted;
+  QWidget* m_missing;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QList>
+#include <QSize>
+#include <QString>
+
+namespace zarvy {
+
+// The windows of the program, each of which is open at most once.
+struct Scene {
+  QString id;
+  QString title;
+  QSize defaultSize;  // null: that of its content
+};
+
+namespace scene {
+
+// Ids.
+extern const QString manageSnippets;
+extern const QString permissionRequest;
+extern const QString settings;
+extern const QString statistics;
+extern const QString globalVariables;
+
+}  // namespace scene
+
+// In the order in which they are declared.
+[[nodiscard]] const QList<Scene>& scenes();
+
+}  // namespace zarvy

@@ -1,0 +1,74 @@
+#include "ui/TrayIcon.h"
+
+#include <QGuiApplication>
+#include <QIcon>
+#include <QMenu>
+
+#include "app/AppState.h"
+#include "ui/MenuCircumstancesOf.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+namespace {
+
+QString fileOf(MenuBarSymbol symbol) {
+  switch (symbol) {
+    case MenuBarSymbol::permissionMissing:
+      return u":/icons/permission-missing.svg"_s;
+    case MenuBarSymbol::blocked:
+      return u":/icons/blocked.svg"_s;
+    case MenuBarSymbol::listening:
+      return u":/icons/listening.svg"_s;
+    case MenuBarSymbol::paused:
+      break;
+  }
+  return u":/icons/paused.svg"_s;
+}
+
+QString toolTipOf(const MenuCircumstances& circumstances) {
+  switch (menuBarSymbol(circumstances)) {
+    case MenuBarSymbol::permissionMissing:
+      return u"Zarvy: setup required"_s;
+    case MenuBarSymbol::blocked:
+      return u"Zarvy: blocked by "_s + circumstances.secureInputAppName.value_or(QString());
+    case MenuBarSymbol::listening:
+      return u"Zarvy"_s;
+    case MenuBarSymbol::paused:
+      break;
+  }
+  return u"Zarvy: paused"_s;
+}
+
+}  // namespace
+
+TrayIcon::TrayIcon(AppState& state, QMenu& menu) : m_state(state) {
+  m_icon.setContextMenu(&menu);
+  connect(&m_icon, &QSystemTrayIcon::activated, this,
+          [&menu](QSystemTrayIcon::ActivationReason reason) {
+            // Two clicks in quick succession are told as one and then a double one.
+            const bool isClick =
+                reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
+            if (isClick) menu.popup(QCursor::pos());
+          });
+  for (const auto signal :
+       {&AppState::isPausedChanged, &AppState::hasAccessibilityPermissionChanged,
+        &AppState::secureInputAppNameChanged}) {
+    connect(&state, signal, this, &TrayIcon::update);
+  }
+  update();
+}
+
+// A tray that comes later takes the icon in. Where there is no display at all, Qt only complains.
+void TrayIcon::show() {
+  if (QGuiApplication::platformName() != u"offscreen") m_icon.show();
+}
+
+void TrayIcon::update() {
+  const MenuCircumstances circumstances = menuCircumstancesOf(m_state);
+  m_icon.setIcon(QIcon(fileOf(menuBarSymbol(circumstances))));
+  m_icon.setToolTip(toolTipOf(circumstances));
+}
+
+}  // namespace zarvy

@@ -1,0 +1,57 @@
+// The icon in the tray and its menu, used with mouse and arrow keys.
+
+#include <algorithm>
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/harness/SystemTray.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const std::string windowClass = "Zarvy";
+
+class Tray : public BehaviourTest {
+ protected:
+  // Chooses the menu's entry that stands at `place` from the bottom, from 1.
+  void choose(int place) {
+    ASSERT_TRUE(m_tray.clickIconOf(windowClass));
+    ASSERT_TRUE(m_tray.waitForMenuOf(windowClass, true));
+    for (int step = 0; step < place; ++step) person().tap(XKB_KEY_Up);
+    person().tap(XKB_KEY_Return);
+    ASSERT_TRUE(m_tray.waitForMenuOf(windowClass, false));
+  }
+
+  // Waits until the program has printed `line` this often.
+  [[nodiscard]] bool waitForLines(const std::string& line, int count) {
+    return waitUntil(
+        [&] {
+          const auto lines = program().process().outputLines();
+          return std::count(lines.begin(), lines.end(), line) >= count;
+        },
+        std::chrono::seconds(20));
+  }
+
+  SystemTray m_tray{stage().connection(), stage().environment(), stage().makeFolder("tray")};
+};
+
+TEST_F(Tray, pausesAndResumesExpansionAndEndsTheProgram) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  choose(2);
+  ASSERT_TRUE(waitForLines("KeyboardMonitor: Stopped", 1));
+  person().type(u";ok "_s);
+  expectText(u";ok "_s);
+  choose(2);
+  ASSERT_TRUE(waitForLines("KeyboardMonitor: Started (NSEvent global monitoring)", 2));
+  person().type(u";ok"_s);
+  expectText(u";ok Ωk"_s);
+  expectExpansions(1);
+  choose(1);
+  EXPECT_EQ(program().process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
+}
+
+}  // namespace
+
+}  // namespace zarvy::e2e

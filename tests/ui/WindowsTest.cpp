@@ -1,0 +1,170 @@
+#include <memory>
+
+#include <QApplication>
+#include <QLabel>
+#include <QMultiMap>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+#include "app/ExpansionHarness.h"
+#include "support/QtPrinters.h"
+#include "ui/MenuBarView.h"
+#include "ui/PermissionRequestView.h"
+#include "ui/SceneWindows.h"
+#include "ui/Scenes.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+// Of the windows that can be seen.
+QStringList openTitles() {
+  QStringList titles;
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) titles.append(window->windowTitle());
+  }
+  titles.sort();
+  return titles;
+}
+
+QPushButton* buttonWith(const QWidget& window, const QString& text) {
+  for (QPushButton* button : window.findChildren<QPushButton*>()) {
+    if (button->text() == text && button->isVisible()) return button;
+  }
+  return nullptr;
+}
+
+// Every text that can be seen, from top to bottom.
+QStringList visibleTexts(const QWidget& window) {
+  QMultiMap<int, QString> texts;
+  for (const QWidget* child : window.findChildren<QWidget*>()) {
+    if (!child->isVisible()) continue;
+    const int y = child->mapTo(&window, QPoint()).y();
+    const auto* label = qobject_cast<const QLabel*>(child);
+    if (label && !label->text().isEmpty()) texts.insert(y, label->text());
+    if (const auto* button = qobject_cast<const QPushButton*>(child))
+      texts.insert(y, button->text());
+  }
+  return texts.values();
+}
+
+class Windows : public testing::Test {
+ protected:
+  [[nodiscard]] AppState& state() { return *m_harness.state; }
+
+  void losePermission() {
+    m_harness.permission.setTrusted(false);
+    m_harness.state = std::make_unique<AppState>(m_harness.services(), m_harness.permission);
+  }
+
+  ExpansionHarness m_harness;
+};
+
+TEST_F(Windows, OpenOnceEachWithTitleAndSize) {
+  SceneWindows windows(state());
+  for (const Scene& scene : scenes()) {
+    windows.open(scene.id);
+    windows.open(scene.id);
+  }
+  EXPECT_EQ(openTitles(), (QStringList{u"Global Variables"_s, u"Manage Snippets"_s, u"Setup"_s,
+                                       u"Statistics"_s, u"Zarvy Settings"_s}));
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->windowTitle() == u"Manage Snippets") {
+      EXPECT_EQ(window->size(), QSize(900, 600));
+    }
+    if (window->windowTitle() == u"Statistics") {
+      EXPECT_EQ(window->size(), QSize(700, 550));
+    }
+    if (window->windowTitle() == u"Global Variables") {
+      EXPECT_EQ(window->size(), QSize(500, 400));
+    }
+  }
+}
+
+TEST_F(Windows, OpenAgainOnceTheyHaveBeenClosed) {
+  SceneWindows windows(state());
+  windows.open(scene::statistics);
+  for (QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) window->close();
+  }
+  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(openTitles(), QStringList());
+  windows.open(scene::statistics);
+  EXPECT_EQ(openTitles(), QStringList{u"Statistics"_s});
+}
+
+TEST_F(Windows, GoWithTheirOwner) {
+  {
+    SceneWindows windows(state());
+    windows.open(scene::settings);
+  }
+  EXPECT_EQ(openTitles(), QStringList());
+}
+
+TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
+  losePermission();
+  int started = 0;
+  auto* const setup = new PermissionRequestView(state(), [&started] { ++started; });
+  setup->setAttribute(Qt::WA_DeleteOnClose);
+  setup->show();
+  QApplication::sendPostedEvents();  // lays it out
+  EXPECT_EQ(
+      visibleTexts(*setup),
+      (QStringList{
+          u"Accessibility Permission Required"_s,
+          u"Zarvy needs accessibility permission to detect when you type trigger words and "
+          "expand them into snippets."_s,
+          u"\u2713  Monitor keyboard input to detect triggers"_s,
+          u"\u2713  Replace trigger text with expanded snippets"_s,
+          u"\u2713  Works in any application"_s, u"Request Permission"_s, u"Check Permission"_s,
+          u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s,
+          u"the test took it away"_s}));
+  buttonWith(*setup, u"Request Permission"_s)->click();
+  EXPECT_EQ(m_harness.permission.calls, QStringList{u"ask"_s});
+
+  m_harness.permission.setTrusted(true);
+  EXPECT_EQ(buttonWith(*setup, u"Get Started"_s), nullptr) << "it does not look by itself";
+  buttonWith(*setup, u"Check Permission"_s)->click();
+  QApplication::sendPostedEvents();
+  EXPECT_EQ(visibleTexts(*setup).sliced(5),
+            (QStringList{u"Permission Granted"_s, u"Get Started"_s}));
+  buttonWith(*setup, u"Get Started"_s)->click();
+  EXPECT_EQ(started, 1);
+  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(openTitles(), QStringList());
+}
+
+TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
+  QStringList opened;
+  int quits = 0;
+  MenuBarView menu(
+      state(), [&opened](const QString& id) { opened.append(id); }, [&quits] { ++quits; });
+  const auto trigger = [&menu](const QString& text) {
+    for (QAction* action : menu.actions()) {
+      if (action->text() == text) return action->trigger();
+    }
+    FAIL() << text.toStdString();
+  };
+  trigger(u"Manage Snippets..."_s);
+  EXPECT_FALSE(state().pendingNewSnippet());
+  trigger(u"Add New Snippet..."_s);
+  EXPECT_TRUE(state().pendingNewSnippet());
+  trigger(u"Settings..."_s);
+  trigger(u"Statistics..."_s);
+  EXPECT_EQ(opened, (QStringList{u"manage-snippets"_s, u"manage-snippets"_s, u"settings"_s,
+                                 u"statistics"_s}));
+  state().adoptLibrary({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  EXPECT_EQ(menu.actions().front()->text(), u"1 snippets"_s);
+  EXPECT_FALSE(menu.actions().front()->isEnabled());
+  trigger(u"Pause Expansion"_s);
+  EXPECT_TRUE(state().isPaused());
+  trigger(u"Resume Expansion"_s);
+  EXPECT_FALSE(state().isPaused());
+  trigger(u"Quit Zarvy"_s);
+  EXPECT_EQ(quits, 1);
+}
+
+}  // namespace
+}  // namespace zarvy

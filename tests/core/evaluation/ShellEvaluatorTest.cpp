@@ -319,9 +319,11 @@ TEST_F(Shell, IsWaitedForThroughSignals) {
 }
 
 TEST_F(Shell, IsMarkedWhereTheProgramHasNoDescriptorLeft) {
-  // Once with descriptors: UndefinedBehaviorSanitizer needs some to look at an object of a type
-  // that it has not seen yet.
+  // Once with descriptors, on either road: UndefinedBehaviorSanitizer needs some to look at an
+  // object of a type that it has not seen yet.
   ASSERT_EQ(evaluate(u"echo hi"_s, patience), u"hi"_s);
+  ASSERT_EQ(ShellEvaluator(m_reaper, {"/no/shell"}).evaluate(u"echo"_s),
+            u"[Shell Error: No such file or directory]"_s);
   rlimit own{};
   getrlimit(RLIMIT_NOFILE, &own);
   for (rlim_t left = 0; left < 8; ++left) {

@@ -1,47 +1,46 @@
 #include "platform/x11/XkbTools.h"
 
 #include <stdexcept>
+#include <vector>
 
-#include <QProcess>
-#include <QProcessEnvironment>
+#include <QTemporaryFile>
+
+#include "e2e/harness/ChildProcess.h"
 
 namespace zarvy::x11 {
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
-void runTool(const QString& program, const QStringList& arguments, const QByteArray& input,
+constexpr auto deadline = std::chrono::seconds(30);
+
+void runTool(const std::string& program, const std::vector<std::string>& arguments,
              const e2e::Environment& environment) {
-  QProcessEnvironment variables;
-  for (const auto& [name, value] : environment) {
-    variables.insert(QString::fromStdString(name), QString::fromStdString(value));
-  }
-  QProcess tool;
-  tool.setProcessEnvironment(variables);
-  tool.start(program, arguments);
-  tool.write(input);
-  tool.closeWriteChannel();
-  const bool succeeded =
-      tool.waitForFinished() && tool.exitStatus() == QProcess::NormalExit && tool.exitCode() == 0;
-  if (succeeded) return;
-  throw std::runtime_error(program.toStdString() + ": " +
-                           tool.readAllStandardError().toStdString());
+  e2e::ChildProcess tool({.program = program,
+                          .arguments = arguments,
+                          .environment = environment,
+                          .errorFile = {},
+                          .descriptors = {}});
+  const auto status = tool.waitForExit(deadline);
+  if (!status || *status != e2e::ExitStatus{}) throw std::runtime_error(program + " failed");
 }
 
 }  // namespace
 
 void setLayoutOfKeyboard(std::uint16_t device, const std::string& layout,
                          const e2e::Environment& environment) {
-  runTool(u"setxkbmap"_s,
-          {u"-device"_s, QString::number(device), u"-rules"_s, u"evdev"_s, u"-model"_s, u"pc105"_s,
-           u"-layout"_s, QString::fromStdString(layout)},
-          {}, environment);
+  runTool(
+      "setxkbmap",
+      {"-device", std::to_string(device), "-rules", "evdev", "-model", "pc105", "-layout", layout},
+      environment);
 }
 
 void loadKeymap(const std::string& keymap, const e2e::Environment& environment) {
-  runTool(u"xkbcomp"_s, {u"-w0"_s, u"-"_s, QString::fromStdString(environment.at("DISPLAY"))},
-          QByteArray::fromStdString(keymap), environment);
+  QTemporaryFile file;
+  if (!file.open() || file.write(QByteArray::fromStdString(keymap)) < 0 || !file.flush()) {
+    throw std::runtime_error("the keymap cannot be written");
+  }
+  runTool("xkbcomp", {"-w0", file.fileName().toStdString(), environment.at("DISPLAY")},
+          environment);
 }
 
 }  // namespace zarvy::x11

@@ -52,7 +52,11 @@ TextExpansionEngine::TextExpansionEngine(LineOutput& output, const PlaceholderSe
 TextExpansionEngine::~TextExpansionEngine() = default;
 
 void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
-  Library library = std::make_shared<TriggerLibrary>(snippets);
+  Library library = this->library();
+  // The list that is here already, as at every start and after a pause, needs no second index.
+  if (!library->snippets().isSharedWith(snippets)) {
+    library = std::make_shared<TriggerLibrary>(snippets);
+  }
   // What is replaced lives to the end of this call, so that it is not taken apart under the locks.
   Library replacedLibrary;
   Library replacedCacheLibrary;

@@ -11,26 +11,12 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/FileDescriptor.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 namespace {
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int descriptor) : m_descriptor(descriptor) {}
-  ~FileDescriptor() {
-    if (isOpen()) ::close(m_descriptor);
-  }
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-
-  [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
-  [[nodiscard]] int get() const { return m_descriptor; }
-
- private:
-  const int m_descriptor;
-};
 
 bool writeAll(int descriptor, const QByteArray& content) {
   qsizetype written = 0;

@@ -7,7 +7,7 @@
 #include <QByteArrayList>
 #include <QDeadlineTimer>
 
-#include "core/evaluation/FileDescriptor.h"
+#include "base/FileDescriptor.h"
 
 namespace zarvy {
 

@@ -9,11 +9,10 @@
 #include <sstream>
 #include <string>
 #include <sys/wait.h>
-#include <thread>
 #include <unistd.h>
 #include <vector>
 
-#include <QDeadlineTimer>
+#include "e2e/harness/WaitUntil.h"
 
 // What the tests of evaluators want to know about processes.
 namespace zarvy::processes {
@@ -22,12 +21,7 @@ namespace zarvy::processes {
 constexpr std::chrono::seconds patience{60};
 
 [[nodiscard]] inline bool eventually(const std::function<bool()>& condition) {
-  const QDeadlineTimer deadline(patience);
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(2));
-  }
-  return true;
+  return e2e::waitUntil(condition, patience, std::chrono::milliseconds(2));
 }
 
 // What this process has open, by number.

@@ -4,15 +4,10 @@
 #include <utility>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XcbReply.h"
 
 namespace zarvy::x11 {
-
-namespace {
-
-constexpr uint8_t eventTypeMask = 0x7f;  // the top bit says that another client sent the event
-
-}  // namespace
 
 EventReader::EventReader(Connection& connection) : m_connection(connection) {}
 
@@ -42,7 +37,7 @@ void EventReader::run() {
       m_onConnectionLost();
       return;
     }
-    const uint8_t type = event->response_type & eventTypeMask;
+    const uint8_t type = typeOf(*event);
     if (type == XCB_CLIENT_MESSAGE &&
         reinterpret_cast<const xcb_client_message_event_t&>(*event).window == m_wakeUpWindow) {
       return;

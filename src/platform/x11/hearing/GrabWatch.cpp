@@ -3,13 +3,12 @@
 #include <xcb/xinput.h>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XcbReply.h"
 
 namespace zarvy::x11 {
 
 namespace {
-
-constexpr uint8_t eventTypeMask = 0x7f;
 
 // The focus may move on while it is being asked for; it does not do so for ever.
 constexpr int mostMoves = 5;
@@ -27,7 +26,7 @@ std::chrono::steady_clock::duration GrabWatch::grabbedFor() const {
 }
 
 void GrabWatch::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & eventTypeMask) != XCB_GE_GENERIC) return;
+  if (typeOf(event) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
   if (generic.extension != m_connection.xinputOpcode()) return;
   const auto& focus = reinterpret_cast<const xcb_input_focus_in_event_t&>(event);
@@ -61,12 +60,8 @@ void GrabWatch::followFocus() {
     if (window == m_window) return;
     m_window = window;
     if (window == XCB_WINDOW_NONE) continue;
-    struct {
-      xcb_input_event_mask_t head;
-      uint32_t mask;
-    } selection{{.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
-                XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT};
-    xcb_input_xi_select_events(m_connection.xcb(), window, 1, &selection.head);
+    selectInputEvents(m_connection, window, XCB_INPUT_DEVICE_ALL_MASTER,
+                      XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT);
   }
 }
 

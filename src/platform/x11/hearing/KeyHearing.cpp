@@ -5,6 +5,7 @@
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/hearing/GrabWatch.h"
 #include "platform/x11/hearing/OwnPosts.h"
@@ -12,12 +13,6 @@
 #include "platform/x11/keyboard/HeldKeys.h"
 
 namespace zarvy::x11 {
-
-namespace {
-
-constexpr uint8_t eventTypeMask = 0x7f;
-
-}  // namespace
 
 KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
                        const GrabWatch& grabs)
@@ -36,9 +31,9 @@ KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& 
 void KeyHearing::selectEvents() {
   const xcb_window_t root = m_connection.root();
   selectInputEvents(
-      root, XCB_INPUT_DEVICE_ALL_MASTER,
+      m_connection, root, XCB_INPUT_DEVICE_ALL_MASTER,
       XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
-  selectInputEvents(root, XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
+  selectInputEvents(m_connection, root, XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
   selectAutorepeat();
 
   constexpr uint16_t stateParts = XCB_XKB_STATE_PART_MODIFIER_BASE |
@@ -60,22 +55,14 @@ void KeyHearing::selectEvents() {
 void KeyHearing::selectAutorepeat() {
   for (const uint16_t keyboard : HeldKeys(m_connection).physicalKeyboards()) {
     for (const xcb_window_t root : m_connection.roots()) {
-      selectInputEvents(root, keyboard, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
+      selectInputEvents(m_connection, root, keyboard, XCB_INPUT_XI_EVENT_MASK_KEY_PRESS);
     }
   }
   m_connection.flush();
 }
 
-void KeyHearing::selectInputEvents(xcb_window_t root, uint16_t device, uint32_t mask) {
-  struct {
-    xcb_input_event_mask_t head;
-    uint32_t mask;
-  } selection{{.deviceid = device, .mask_len = 1}, mask};
-  xcb_input_xi_select_events(m_connection.xcb(), root, 1, &selection.head);
-}
-
 void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
-  const uint8_t type = event.response_type & eventTypeMask;
+  const uint8_t type = typeOf(event);
   if (type == m_connection.xkbEventBase()) return handleXkbEvent(event);
   if (type != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);

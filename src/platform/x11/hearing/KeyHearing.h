@@ -46,7 +46,6 @@ class KeyHearing {
  private:
   void selectEvents();
   void selectAutorepeat();
-  void selectInputEvents(xcb_window_t root, uint16_t device, uint32_t mask);
   void handleKeyboardPress(const xcb_input_key_press_event_t& event);
   void handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press);
   void handleForeignPress(uint8_t keycode);

@@ -3,14 +3,13 @@
 #include <utility>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/keyboard/OwnMapChanges.h"
 
 namespace zarvy::x11 {
 
 namespace {
-
-constexpr uint8_t eventTypeMask = 0x7f;
 
 // For a keymap to be read. It takes some milliseconds, or many on a busy machine.
 constexpr std::chrono::seconds longestWait{1};
@@ -59,7 +58,7 @@ std::shared_ptr<const KeymapSnapshot> FollowedKeymap::named(xcb_atom_t name) con
 }
 
 bool FollowedKeymap::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & eventTypeMask) != m_connection.xkbEventBase()) return false;
+  if (typeOf(event) != m_connection.xkbEventBase()) return false;
   // Every XKB event has its own type in the byte behind the event's, and its device in one place.
   const bool isNew = event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY;
   if (!isNew && event.pad0 != XCB_XKB_MAP_NOTIFY) return false;

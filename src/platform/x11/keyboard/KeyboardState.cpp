@@ -6,24 +6,28 @@
 
 namespace zarvy::x11 {
 
+namespace {
+
+// Events and replies name their fields alike.
+template <typename Told>
+KeyboardState stateOf(const Told& told) {
+  return {.heldModifiers = told.baseMods,
+          .latchedModifiers = told.latchedMods,
+          .lockedModifiers = told.lockedMods,
+          .heldLayout = told.baseGroup,
+          .latchedLayout = told.latchedGroup,
+          .lockedLayout = told.lockedGroup,
+          .effectiveLayout = told.group};
+}
+
+}  // namespace
+
 KeyboardState KeyboardState::of(const xcb_xkb_state_notify_event_t& event) {
-  return {.heldModifiers = event.baseMods,
-          .latchedModifiers = event.latchedMods,
-          .lockedModifiers = event.lockedMods,
-          .heldLayout = event.baseGroup,
-          .latchedLayout = event.latchedGroup,
-          .lockedLayout = event.lockedGroup,
-          .effectiveLayout = event.group};
+  return stateOf(event);
 }
 
 KeyboardState KeyboardState::of(const xcb_xkb_get_state_reply_t& reply) {
-  return {.heldModifiers = reply.baseMods,
-          .latchedModifiers = reply.latchedMods,
-          .lockedModifiers = reply.lockedMods,
-          .heldLayout = reply.baseGroup,
-          .latchedLayout = reply.latchedGroup,
-          .lockedLayout = reply.lockedGroup,
-          .effectiveLayout = reply.group};
+  return stateOf(reply);
 }
 
 KeyboardState KeyboardState::query(Connection& connection) {

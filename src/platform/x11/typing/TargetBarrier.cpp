@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/typing/ProcessActivity.h"
 #include "platform/x11/windows/WindowProperties.h"
 
@@ -12,7 +13,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr uint8_t eventTypeMask = 0x7f;
 constexpr auto longestPing = 1000ms;
 
 // All windows that are waited for together.
@@ -79,7 +79,7 @@ TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {
 }
 
 void TargetBarrier::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & eventTypeMask) != XCB_CLIENT_MESSAGE) return;
+  if (typeOf(event) != XCB_CLIENT_MESSAGE) return;
   const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
   if (message.type != m_connection.atoms().wmProtocols ||
       message.data.data32[0] != m_connection.atoms().netWmPing) {

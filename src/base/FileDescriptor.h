@@ -19,9 +19,10 @@ class FileDescriptor {
     return *this;
   }
 
+  [[nodiscard]] bool isOpen() const { return m_descriptor >= 0; }
   [[nodiscard]] int get() const { return m_descriptor; }
   void reset() {
-    if (m_descriptor >= 0) ::close(std::exchange(m_descriptor, -1));
+    if (isOpen()) ::close(std::exchange(m_descriptor, -1));
   }
 
  private:

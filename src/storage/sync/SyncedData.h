@@ -11,6 +11,13 @@
 
 namespace zarvy {
 
+// What of a library takes part in the sync.
+struct SyncedLists {
+  QList<Snippet> snippets;
+  QList<Folder> folders;
+  QList<GlobalVariable> globalVariables;
+};
+
 // The document that the machines of a user share.
 struct SyncedData {
   QList<Snippet> snippets;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <limits>
+#include <utility>
 
 #include <QFileInfo>
 #include <QUuid>
@@ -45,33 +46,71 @@ qint64 generationAfter(qint64 generation) {
 }  // namespace
 
 iCloudSyncService::iCloudSyncService(const CloudDrive& drive, UserDefaults& defaults,
-                                     const Clock& clock, Sleeper& sleeper, LineOutput& output)
-    : m_drive(drive), m_defaults(defaults), m_clock(clock), m_sleeper(sleeper), m_output(output) {}
+                                     const Clock& clock, Scheduler& scheduler, SerialQueue& queue,
+                                     LineOutput& output)
+    : m_drive(drive),
+      m_defaults(defaults),
+      m_clock(clock),
+      m_scheduler(scheduler),
+      m_queue(queue),
+      m_output(output) {}
 
-SyncResult iCloudSyncService::sync(const QList<Snippet>& snippets, const QList<Folder>& folders,
-                                   const QList<GlobalVariable>& globalVariables,
-                                   const std::optional<SyncMetadata>& localMetadata) const {
+void iCloudSyncService::sync(const QList<Snippet>& snippets, const QList<Folder>& folders,
+                             const QList<GlobalVariable>& globalVariables,
+                             const std::optional<SyncMetadata>& localMetadata,
+                             OnSynced onSynced) const {
+  m_queue.post([this, local = SyncedLists{snippets, folders, globalVariables}, localMetadata,
+                onSynced = std::move(onSynced)] {
+    if (const auto obstacle = prepare()) return onSynced({*obstacle});
+    readAfterTheWait([this, local, localMetadata, onSynced](const auto& cloud) {
+      onSynced(settle(local, localMetadata, cloud));
+    });
+  });
+}
+
+void iCloudSyncService::upload(const QList<Snippet>& snippets, const QList<Folder>& folders,
+                               const QList<GlobalVariable>& globalVariables,
+                               const std::optional<SyncMetadata>& metadata,
+                               OnUploaded onUploaded) const {
+  m_queue.post([this, lists = SyncedLists{snippets, folders, globalVariables}, metadata,
+                onUploaded = std::move(onUploaded)] {
+    write(lists, metadata);
+    if (onUploaded) onUploaded();
+  });
+}
+
+void iCloudSyncService::download(OnDownloaded onDownloaded) const {
+  m_queue.post([this, onDownloaded = std::move(onDownloaded)]() mutable {
+    readAfterTheWait(std::move(onDownloaded));
+  });
+}
+
+std::optional<SyncStatus> iCloudSyncService::prepare() const {
   if (!m_drive.isSignedIn()) {
     m_output.print(u"iCloud sync: User not signed into iCloud"_s);
-    return {SyncStatus::unavailable()};
+    return SyncStatus::unavailable();
   }
   const auto folder = findFolder();
   if (!folder) {
     printWhereTheDriveWasLookedFor();
-    return {SyncStatus::error(u"iCloud Drive not available"_s)};
+    return SyncStatus::error(u"iCloud Drive not available"_s);
   }
   if (const auto error = prepareFolder(*folder)) {
-    return {SyncStatus::error(u"Failed to create iCloud directory: "_s + *error)};
+    return SyncStatus::error(u"Failed to create iCloud directory: "_s + *error);
   }
+  return std::nullopt;
+}
 
-  const auto cloud = download();
+SyncResult iCloudSyncService::settle(const SyncedLists& local,
+                                     const std::optional<SyncMetadata>& localMetadata,
+                                     const std::optional<SyncedData>& cloud) const {
   switch (verdictOn(localMetadata, cloud)) {
     case SyncVerdict::cloudNewer:
       return {SyncStatus::success(m_clock.now()), cloud->metadata, cloud->snippets, cloud->folders,
               cloud->globalVariables};
     case SyncVerdict::localNewer: {
       const SyncMetadata metadata = nextMetadata(localMetadata);
-      upload(snippets, folders, globalVariables, metadata);
+      write(local, metadata);
       return {SyncStatus::success(m_clock.now()), metadata};
     }
     default:
@@ -79,23 +118,28 @@ SyncResult iCloudSyncService::sync(const QList<Snippet>& snippets, const QList<F
   }
 }
 
-void iCloudSyncService::upload(const QList<Snippet>& snippets, const QList<Folder>& folders,
-                               const QList<GlobalVariable>& globalVariables,
-                               const std::optional<SyncMetadata>& metadata) const {
+void iCloudSyncService::write(const SyncedLists& lists,
+                              const std::optional<SyncMetadata>& metadata) const {
   const auto folder = findFolderIfSignedIn();
   if (!folder) return;
-  const SyncedData data{snippets, folders, globalVariables,
+  const SyncedData data{lists.snippets, lists.folders, lists.globalVariables,
                         metadata ? *metadata : nextMetadata(std::nullopt)};
   if (DocumentFile(syncDocument, *folder, m_output).save(writeJson(data.toJson()))) {
     m_output.print(u"iCloud sync: Uploaded "_s + counts(data));
   }
 }
 
-std::optional<SyncedData> iCloudSyncService::download() const {
+void iCloudSyncService::readAfterTheWait(OnDownloaded onDownloaded) const {
   const auto folder = findFolderIfSignedIn();
-  if (!folder) return std::nullopt;
-  m_sleeper.sleepFor(waitForFile);
-  auto data = DocumentFile(syncDocument, *folder, m_output).load(SyncedData::fromJson);
+  if (!folder) return onDownloaded(std::nullopt);
+  m_scheduler.postAfter(
+      waitForFile, [this, folder = *folder, onDownloaded = std::move(onDownloaded)] {
+        m_queue.post([this, folder, onDownloaded] { onDownloaded(read(folder)); });
+      });
+}
+
+std::optional<SyncedData> iCloudSyncService::read(const QString& folder) const {
+  auto data = DocumentFile(syncDocument, folder, m_output).load(SyncedData::fromJson);
   if (data) m_output.print(u"iCloud sync: Downloaded "_s + counts(*data));
   return data;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -8,7 +9,8 @@
 
 #include "base/Clock.h"
 #include "base/LineOutput.h"
-#include "base/Sleeper.h"
+#include "base/Scheduler.h"
+#include "base/TaskQueue.h"
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
@@ -25,41 +27,55 @@ namespace zarvy {
 // is taken for an ordinary folder; what carries it from one machine to the other is none of its
 // business. Nothing is merged: the side that wins replaces the other's whole library.
 //
-// sync(), upload() and download() do their work before they return, take no lock and may take as
-// long as a slow disk does; sync() and download() wait 0.3 s besides. All of them run on one serial
-// queue of the service's own, never on the main thread: a caller posts them there with copies of
-// the data, and posts what comes of them back through Scheduler. Nobody hears of failures but
-// through SyncResult::status; each prints one line.
+// Every operation returns at once and does its work on the service's queue, which may take as long
+// as a slow disk does; the callbacks run there too. While a sync or a download waits for the file,
+// the queue is free: an upload that was handed over in the meantime is done before the file is
+// read. Nobody hears of failures but through SyncResult::status; each prints one line.
 class iCloudSyncService {  // NOLINT(readability-identifier-naming)
  public:
-  // All of them outlive the service.
-  iCloudSyncService(const CloudDrive& drive, UserDefaults& defaults, const Clock& clock,
-                    Sleeper& sleeper, LineOutput& output);
+  using OnSynced = std::function<void(const SyncResult&)>;
+  using OnUploaded = std::function<void()>;
+  using OnDownloaded = std::function<void(const std::optional<SyncedData>&)>;
 
-  // Compares the library with the shared file, and either replaces the file or gives back what is
-  // to replace the library. `localMetadata` is that of the last sync or upload; absent before the
-  // first.
-  [[nodiscard]] SyncResult sync(const QList<Snippet>& snippets, const QList<Folder>& folders,
-                                const QList<GlobalVariable>& globalVariables,
-                                const std::optional<SyncMetadata>& localMetadata) const;
+  // All of them, and the service, outlive the work that is handed over. The queue is the service's
+  // alone; the scheduler gives the time to wait.
+  iCloudSyncService(const CloudDrive& drive, UserDefaults& defaults, const Clock& clock,
+                    Scheduler& scheduler, SerialQueue& queue, LineOutput& output);
+
+  // Compares the library with the shared file 0.3 s from now, and either replaces the file or gives
+  // back what is to replace the library. `localMetadata` is that of the last sync or upload; absent
+  // before the first. Any thread.
+  void sync(const QList<Snippet>& snippets, const QList<Folder>& folders,
+            const QList<GlobalVariable>& globalVariables,
+            const std::optional<SyncMetadata>& localMetadata, OnSynced onSynced) const;
 
   // Replaces the shared file. Without `metadata` it becomes the first generation. Does not make the
-  // folder: only sync() does.
+  // folder: only sync() does. `onUploaded` is called at the end, whatever came of it. Any thread.
   void upload(const QList<Snippet>& snippets, const QList<Folder>& folders,
               const QList<GlobalVariable>& globalVariables,
-              const std::optional<SyncMetadata>& metadata) const;
+              const std::optional<SyncMetadata>& metadata, OnUploaded onUploaded = {}) const;
 
-  // The shared file's content; absent where there is none that can be read.
-  [[nodiscard]] std::optional<SyncedData> download() const;
+  // Gives the shared file's content as it is 0.3 s from now; absent where there is none that can be
+  // read. Any thread.
+  void download(OnDownloaded onDownloaded) const;
 
-  // The identity of this device, made at the first use. Any thread.
+  // The identity of this device, made at the first use. Reads a file: not on the main thread.
   [[nodiscard]] QString deviceID() const;
 
   // What an upload by this device that follows `current` carries: made now, one generation on, or
-  // the first where `current` is absent. Any thread.
+  // the first where `current` is absent. Reads a file: not on the main thread.
   [[nodiscard]] SyncMetadata nextMetadata(const std::optional<SyncMetadata>& current) const;
 
  private:
+  // What is said before any file is looked at; absent where the drive and its folder are there.
+  [[nodiscard]] std::optional<SyncStatus> prepare() const;
+  [[nodiscard]] SyncResult settle(const SyncedLists& local,
+                                  const std::optional<SyncMetadata>& localMetadata,
+                                  const std::optional<SyncedData>& cloud) const;
+  void write(const SyncedLists& lists, const std::optional<SyncMetadata>& metadata) const;
+  void readAfterTheWait(OnDownloaded onDownloaded) const;
+  [[nodiscard]] std::optional<SyncedData> read(const QString& folder) const;
+
   [[nodiscard]] std::optional<QString> findFolder() const;
   [[nodiscard]] std::optional<QString> findFolderIfSignedIn() const;
   void printWhereTheDriveWasLookedFor() const;
@@ -70,7 +86,8 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
   const CloudDrive& m_drive;
   UserDefaults& m_defaults;
   const Clock& m_clock;
-  Sleeper& m_sleeper;
+  Scheduler& m_scheduler;
+  SerialQueue& m_queue;
   LineOutput& m_output;
   mutable std::mutex m_identityLock;  // held while an identity is read or made
 };

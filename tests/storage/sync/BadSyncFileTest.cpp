@@ -40,7 +40,7 @@ class BadSyncFile : public SyncHarness {
                                             SyncMetadata{m_clock.now(), u"A"_s, 2}}));
     expectLines({uploadedLine}, cause);
     EXPECT_EQ(m_machine.library, own);
-    EXPECT_EQ(m_machine.service().download()->snippets, own.snippets);
+    EXPECT_EQ(m_machine.download()->snippets, own.snippets);
     forgetLines();
   }
 

@@ -8,9 +8,10 @@
 
 #include "fakes/FakeCloudDrive.h"
 #include "fakes/FakeUserDefaults.h"
+#include "fakes/ImmediateQueue.h"
 #include "fakes/ManualClock.h"
+#include "fakes/ManualScheduler.h"
 #include "fakes/RecordingLineOutput.h"
-#include "fakes/RecordingSleeper.h"
 #include "storage/sync/iCloudSyncService.h"
 #include "support/QtPrinters.h"
 
@@ -46,21 +47,39 @@ struct LocalLibrary {
 // One machine with its service and its library, which does with a result what its caller has to.
 class Machine {
  public:
-  Machine(const CloudDrive& drive, const Clock& clock, Sleeper& sleeper, LineOutput& output,
-          const QString& name)
-      : library(LocalLibrary::of(name)), m_service(drive, m_defaults, clock, sleeper, output) {
+  Machine(const CloudDrive& drive, const Clock& clock, LineOutput& output, const QString& name)
+      : library(LocalLibrary::of(name)),
+        m_service(drive, m_defaults, clock, m_scheduler, m_queue, output) {
     m_defaults.setString(QStringLiteral("ZarvySyncDeviceID"), name);
   }
 
+  // Begins a sync, whose result is taken over when it is there.
+  void beginSync() {
+    m_result.reset();
+    m_service.sync(library.snippets, library.folders, library.globalVariables, metadata,
+                   [this](const SyncResult& result) { take(result); });
+  }
+
+  // The result of the latest sync; absent before its end.
+  [[nodiscard]] const std::optional<SyncResult>& result() const { return m_result; }
+
+  // Lets the time go on.
+  void wait(std::chrono::milliseconds duration = waitForFile) { m_scheduler.advance(duration); }
+
   // Syncs, and takes over what comes of it.
   SyncResult sync() {
-    SyncResult result =
-        m_service.sync(library.snippets, library.folders, library.globalVariables, metadata);
-    if (result.metadata) metadata = result.metadata;
-    if (result.snippets) {
-      library = {*result.snippets, result.folders.value(), result.globalVariables.value()};
-    }
-    return result;
+    beginSync();
+    wait();
+    EXPECT_TRUE(m_result.has_value());
+    return m_result.value_or(SyncResult{});
+  }
+
+  [[nodiscard]] std::optional<SyncedData> download() {
+    std::optional<std::optional<SyncedData>> downloaded;
+    m_service.download([&downloaded](const auto& data) { downloaded = data; });
+    wait();
+    EXPECT_TRUE(downloaded.has_value());
+    return downloaded.value_or(std::nullopt);
   }
 
   // What a save does after an edit that leaves the library `edited`.
@@ -77,8 +96,21 @@ class Machine {
   std::optional<SyncMetadata> metadata;
 
  private:
+  static constexpr std::chrono::milliseconds waitForFile{300};
+
+  void take(const SyncResult& result) {
+    if (result.metadata) metadata = result.metadata;
+    if (result.snippets) {
+      library = {*result.snippets, result.folders.value(), result.globalVariables.value()};
+    }
+    m_result = result;
+  }
+
   FakeUserDefaults m_defaults;
+  ManualScheduler m_scheduler;
+  ImmediateSerialQueue m_queue;
   iCloudSyncService m_service;
+  std::optional<SyncResult> m_result;
 };
 
 // A drive on the disk, and a machine with the identity "A".
@@ -124,10 +156,10 @@ class SyncHarness : public testing::Test {
   const QString m_place = m_home + QStringLiteral("/Drive");
   FakeCloudDrive m_drive{m_home, m_place};
   ManualClock m_clock;
-  Journal m_pauses;
-  RecordingSleeper m_sleeper{m_pauses};
   RecordingLineOutput m_output;
-  Machine m_machine{m_drive, m_clock, m_sleeper, m_output, QStringLiteral("A")};
+  ManualScheduler m_scheduler;
+  ImmediateSerialQueue m_queue;
+  Machine m_machine{m_drive, m_clock, m_output, QStringLiteral("A")};
 };
 
 }  // namespace zarvy

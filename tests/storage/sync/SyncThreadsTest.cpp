@@ -15,7 +15,7 @@ class SyncThreads : public SyncHarness {};
 TEST_F(SyncThreads, GetOneIdentityWhereSeveralAskFirst) {
   for (int round = 0; round < 50; ++round) {
     FakeUserDefaults defaults;
-    const iCloudSyncService service(m_drive, defaults, m_clock, m_sleeper, m_output);
+    const iCloudSyncService service(m_drive, defaults, m_clock, m_scheduler, m_queue, m_output);
     std::array<QString, 4> identities;
     std::array<std::thread, 4> threads;
     for (std::size_t index = 0; index < threads.size(); ++index) {
@@ -32,7 +32,7 @@ TEST_F(SyncThreads, GetOneIdentityWhereSeveralAskFirst) {
 
 // Each on a thread of its own, as two programs on one folder.
 TEST_F(SyncThreads, NeverSeeHalfOfWhatTheOtherWrites) {
-  Machine other(m_drive, m_clock, m_sleeper, m_output, u"B"_s);
+  Machine other(m_drive, m_clock, m_output, u"B"_s);
   const auto use = [](Machine& machine) {
     for (int round = 0; round < 50; ++round) {
       machine.sync();

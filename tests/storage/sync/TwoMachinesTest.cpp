@@ -12,7 +12,7 @@ namespace {
 // The harness's machine, another one, and the folder that they share.
 class TwoMachines : public SyncHarness {
  protected:
-  Machine m_other{m_drive, m_clock, m_sleeper, m_output, u"B"_s};
+  Machine m_other{m_drive, m_clock, m_output, u"B"_s};
 };
 
 TEST_F(TwoMachines, SettleOnTheLibraryOfTheOneThatSavesFirst) {

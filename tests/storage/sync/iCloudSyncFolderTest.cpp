@@ -69,9 +69,8 @@ TEST_F(iCloudSyncFolderTest, IsNotTouchedWhereNobodyIsSignedIn) {
   expectNothingTaken(m_machine.sync(), SyncStatus::unavailable());
   EXPECT_EQ(m_output.takeLines(), QStringList{u"iCloud sync: User not signed into iCloud"_s});
   upload();
-  EXPECT_EQ(m_machine.service().download(), std::nullopt);
+  EXPECT_EQ(m_machine.download(), std::nullopt);
   EXPECT_EQ(m_output.lines(), QStringList());
-  EXPECT_EQ(m_pauses.entries(), QStringList());
   EXPECT_FALSE(QDir(folder()).exists());
 }
 
@@ -84,9 +83,8 @@ TEST_F(iCloudSyncFolderTest, IsLookedForInVainWithoutAHome) {
             QStringList{line} + adviceLines(u"unknown"_s, u"unknown/Drive"_s));
   upload();
   EXPECT_EQ(m_output.takeLines(), QStringList{line});
-  EXPECT_EQ(m_machine.service().download(), std::nullopt);
+  EXPECT_EQ(m_machine.download(), std::nullopt);
   EXPECT_EQ(m_output.lines(), QStringList{line});
-  EXPECT_EQ(m_pauses.entries(), QStringList());
 }
 
 TEST_F(iCloudSyncFolderTest, IsLookedForInEveryPlace) {
@@ -98,8 +96,7 @@ TEST_F(iCloudSyncFolderTest, IsLookedForInEveryPlace) {
   EXPECT_EQ(m_output.takeLines(),
             QStringList{u"iCloud sync: Mobile Documents folder not found at "_s + places} +
                 adviceLines(m_home, places));
-  EXPECT_EQ(m_machine.service().download(), std::nullopt);
-  EXPECT_EQ(m_pauses.entries(), QStringList());
+  EXPECT_EQ(m_machine.download(), std::nullopt);
   EXPECT_FALSE(QDir(m_place).exists());
 }
 
@@ -118,7 +115,6 @@ TEST_F(iCloudSyncFolderTest, CannotBeMadeInADriveWithoutWritePermission) {
         m_machine.sync(),
         SyncStatus::error(u"Failed to create iCloud directory: Permission denied"_s));
     EXPECT_EQ(m_output.takeLines(), QStringList{usingLine()});
-    EXPECT_EQ(m_pauses.entries(), QStringList());
   }
   changeMode(m_place, 0700);
   EXPECT_EQ(m_machine.sync().metadata->dataVersion, 5);
@@ -146,7 +142,7 @@ TEST_F(iCloudSyncFolderTest, LosesNothingWhereItCannotBeWrittenTo) {
   EXPECT_EQ(m_machine.sync().metadata->dataVersion, 10);
   EXPECT_EQ(m_output.lines(), (QStringList{usingLine(), downloadedLine, uploadedLine}));
   EXPECT_EQ(m_machine.library, LocalLibrary::of(u"edited"_s));
-  EXPECT_EQ(m_machine.service().download()->snippets, m_machine.library.snippets);
+  EXPECT_EQ(m_machine.download()->snippets, m_machine.library.snippets);
 }
 
 // As where the disk is full: the file that is being written cannot grow.
@@ -217,20 +213,20 @@ TEST_P(VanishingFolder, LosesNothingWhereItGoesDuringASync) {
   const LocalLibrary edited = LocalLibrary::of(u"edited"_s);
   m_machine.library = edited;
   m_machine.metadata->dataVersion = 20;
-  m_sleeper.setOnSleep(
-      [&] { ASSERT_TRUE(QDir(m_home + u'/' + GetParam().folder).removeRecursively()); });
-  EXPECT_EQ(m_machine.sync(), (SyncResult{SyncStatus::success(m_clock.now()),
-                                          SyncMetadata{m_clock.now(), u"A"_s, 21}}));
+  m_machine.beginSync();
+  ASSERT_TRUE(QDir(m_home + u'/' + GetParam().folder).removeRecursively());
+  m_machine.wait();
+  EXPECT_EQ(m_machine.result(), (SyncResult{SyncStatus::success(m_clock.now()),
+                                            SyncMetadata{m_clock.now(), u"A"_s, 21}}));
   EXPECT_EQ(m_output.takeLines(), QStringList{usingLine()} + GetParam().lineOf(notFoundLine()));
   EXPECT_EQ(m_machine.library, edited);
 
   // It comes back, with the file that it had or without.
-  m_sleeper.setOnSleep({});
   ASSERT_TRUE(QDir().mkpath(m_place));
   EXPECT_EQ(m_machine.sync().metadata->dataVersion, 22);
   EXPECT_EQ(m_output.lines(), (QStringList{usingLine(), uploadedLine}));
   EXPECT_EQ(m_machine.library, edited);
-  EXPECT_EQ(m_machine.service().download()->snippets, edited.snippets);
+  EXPECT_EQ(m_machine.download()->snippets, edited.snippets);
 }
 
 }  // namespace

@@ -46,9 +46,24 @@ TEST_F(iCloudSyncServiceTest, LeavesAllAsItIsWhereNeitherSideHasAnything) {
 }
 
 TEST_F(iCloudSyncServiceTest, WaitsBeforeItReads) {
-  m_sleeper.setOnSleep([this] { writeCloud(made(u"B"_s, 1)); });
-  EXPECT_EQ(m_machine.sync().metadata, made(u"B"_s, 1));
-  EXPECT_EQ(m_pauses.entries(), QStringList{u"sleep 300000"_s});
+  m_machine.beginSync();
+  m_machine.wait(std::chrono::milliseconds(299));
+  EXPECT_EQ(m_machine.result(), std::nullopt);
+  writeCloud(made(u"B"_s, 1));
+  m_machine.wait(std::chrono::milliseconds(1));
+  EXPECT_EQ(m_machine.metadata, made(u"B"_s, 1));
+}
+
+// The edit of a user who does not wait is not lost to a cloud that is about to be read.
+TEST_F(iCloudSyncServiceTest, UploadsWhatComesDuringTheWaitBeforeItReads) {
+  writeCloud(made(u"B"_s, 4));
+  m_machine.beginSync();
+  const LocalLibrary edited = LocalLibrary::of(u"edited"_s);
+  m_machine.save(edited);
+  m_machine.wait();
+  EXPECT_EQ(m_machine.metadata, made(u"A"_s, 1));
+  EXPECT_EQ(m_machine.library, edited);
+  EXPECT_EQ(cloud().metadata, made(u"A"_s, 1));
 }
 
 TEST_F(iCloudSyncServiceTest, TakesTheLibraryOfTheCloudWhole) {
@@ -145,7 +160,7 @@ TEST_F(iCloudSyncServiceTest, IsInStepOnceItTookTheCloud) {
 
 TEST_F(iCloudSyncServiceTest, TellsTheMomentOfFinishing) {
   const ManualClock clock(m_clock.now(), std::chrono::seconds(1));
-  Machine machine(m_drive, clock, m_sleeper, m_output, u"A"_s);
+  Machine machine(m_drive, clock, m_output, u"A"_s);
   machine.metadata = made(u"A"_s, 1);
   EXPECT_EQ(machine.sync(),
             (SyncResult{SyncStatus::success(m_clock.now().addSecs(1)), made(u"A"_s, 2)}));
@@ -161,13 +176,12 @@ TEST_F(iCloudSyncServiceTest, UploadsWithTheMetadataGivenOrAsTheFirstGeneration)
   EXPECT_EQ(m_output.lines(), (QStringList{uploadedLine,
                                            u"iCloud sync: Uploaded 0 snippets, 1 folders, and 0 "
                                            "global variables"_s}));
-  EXPECT_EQ(m_pauses.entries(), QStringList());
 }
 
 TEST_F(iCloudSyncServiceTest, MakesItsIdentityOnceAndStoresIt) {
   FakeUserDefaults defaults;
   const auto identity = [&] {
-    return iCloudSyncService(m_drive, defaults, m_clock, m_sleeper, m_output).deviceID();
+    return iCloudSyncService(m_drive, defaults, m_clock, m_scheduler, m_queue, m_output).deviceID();
   };
   const QString made = identity();
   EXPECT_EQ(made, QUuid::fromString(made).toString(QUuid::WithoutBraces).toUpper());

@@ -50,6 +50,11 @@ SecureInput& Desktop::secureInput() {
   return m_absent;
 }
 
+ActivationPolicy& Desktop::activationPolicy() {
+  if (m_session) return m_session->activationPolicy();
+  return m_absent;
+}
+
 void Desktop::abandonTyping() {
   if (m_session) m_session->abandonTyping();
 }

@@ -24,6 +24,7 @@ class Desktop final : public AccessibilityPermission {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
   [[nodiscard]] SecureInput& secureInput();
+  [[nodiscard]] ActivationPolicy& activationPolicy();
 
   // Typing that is still under way stops at once. Any thread.
   void abandonTyping();

@@ -4,12 +4,21 @@
 
 #include <QCoreApplication>
 
+#include "ui/Scenes.h"
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace zarvy {
 
 namespace {
 
 // As that of Qt, which may be the first to notice.
 constexpr int statusWithoutDisplay = 1;
+
+// The program's own sound, where builds and packages put it.
+QString soundFile() {
+  return QCoreApplication::applicationDirPath() + u"/../share/zarvy/tink.wav"_s;
+}
 
 // Scripts write dates as the placeholders do.
 ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
@@ -32,9 +41,12 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_counters(m_documents, m_scheduler),
       m_fieldDefaults(m_documents, m_scheduler),
       m_stats(m_documents, m_scheduler, m_clock),
+      m_syncQueue("zarvy-sync"),
+      m_cloudDrive(m_userDefaults),
+      m_cloudSync(m_cloudDrive, m_userDefaults, m_clock, m_scheduler, m_syncQueue, m_output),
       m_workers("zarvy-worker"),
       m_soundWorkers("zarvy-sound"),
-      m_sound(m_soundWorkers),
+      m_sound(m_soundWorkers, soundFile()),
       m_region(RegionalSettings::ofUser()),
       m_dates(m_region),
       m_shell(m_childReaper),
@@ -44,11 +56,13 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(), m_sleeper,
                                     m_workers, m_scheduler)),
       m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
-      m_state(expansionServices(), m_desktop),
-      m_loader(m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock),
-      m_windows(m_state),
+      m_loginItem(QCoreApplication::applicationFilePath()),
+      m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); }),
+      m_state(expansionServices(), libraryServices(), presenceServices()),
+      m_windows(m_state, m_desktop.workspace()),
       m_menu(
-          m_state, [this](const QString& id) { m_windows.open(id); }, &QCoreApplication::quit),
+          m_state, [this](const QString& id) { m_windows.comeForwardWith(id); },
+          &QCoreApplication::quit),
       m_trayIcon(m_state, m_menu) {}
 
 ZarvyApp::~ZarvyApp() {
@@ -65,13 +79,24 @@ void ZarvyApp::end() {
   m_workers.drain();
   m_keyboardProcessing.drain();
   m_desktop.close();
-  m_storageQueue.drain();
+  finishSaves();
 }
 
 void ZarvyApp::start() {
   m_trayIcon.show();
   if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
-  m_loader.load([this](const Library& library) { m_state.adoptLibrary(library); });
+  m_state.loadData();
+}
+
+void ZarvyApp::openManageSnippets() {
+  m_windows.comeForwardWith(scene::manageSnippets);
+}
+
+// A save that has begun goes from the documents to the shared file and back.
+void ZarvyApp::finishSaves() {
+  m_storageQueue.drain();
+  m_syncQueue.drain();
+  m_storageQueue.drain();
 }
 
 PlaceholderServices ZarvyApp::placeholderServices() {
@@ -80,9 +105,29 @@ PlaceholderServices ZarvyApp::placeholderServices() {
 }
 
 ExpansionServices ZarvyApp::expansionServices() {
-  return {m_monitor,   m_engine,  *m_injector, m_desktop.keyEventPoster(),
-          m_sound,     m_workers, m_stats,     m_secureInputWatch,
-          m_scheduler, m_output};
+  return {m_monitor,
+          m_engine,
+          *m_injector,
+          m_desktop.keyEventPoster(),
+          m_desktop.workspace(),
+          m_sound,
+          m_workers,
+          m_stats,
+          m_secureInputWatch,
+          m_desktop,
+          m_fillInWindow,
+          m_quickSearchWindow,
+          m_scheduler,
+          m_output};
+}
+
+LibraryServices ZarvyApp::libraryServices() {
+  return {
+      m_documents, {m_counters, m_stats, m_fieldDefaults}, m_cloudSync, m_clock, m_region.locale};
+}
+
+PresenceServices ZarvyApp::presenceServices() {
+  return {m_desktop.activationPolicy(), m_loginItem, m_ownWindows, m_scheduler, m_output};
 }
 
 }  // namespace zarvy

@@ -2,9 +2,9 @@
 
 #include <memory>
 
+#include "ComingForms.h"
 #include "Desktop.h"
 #include "app/AppState.h"
-#include "app/LibraryLoader.h"
 #include "base/LineOutput.h"
 #include "base/MainThread.h"
 #include "base/QtScheduler.h"
@@ -21,13 +21,18 @@
 #include "core/injection/TextInjector.h"
 #include "core/placeholders/DateFormatters.h"
 #include "platform/freedesktop/CanberraSoundOutput.h"
+#include "platform/freedesktop/QSettingsUserDefaults.h"
 #include "platform/freedesktop/QtPasteboard.h"
+#include "platform/freedesktop/SyncedFolderDrive.h"
+#include "platform/freedesktop/XdgLoginItem.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
 #include "storage/FieldDefaultsStore.h"
+#include "storage/sync/iCloudSyncService.h"
 #include "ui/MenuBarView.h"
+#include "ui/OwnWindows.h"
 #include "ui/SceneWindows.h"
 #include "ui/TrayIcon.h"
 
@@ -47,12 +52,18 @@ class ZarvyApp {
   // Says what stands in the way, if anything, and loads the library; expansion starts after that.
   void start();
 
+  // What the menu's "Manage Snippets..." does.
+  void openManageSnippets();
+
   // What the destructor does; once.
   void end();
 
  private:
+  void finishSaves();
   [[nodiscard]] PlaceholderServices placeholderServices();
   [[nodiscard]] ExpansionServices expansionServices();
+  [[nodiscard]] LibraryServices libraryServices();
+  [[nodiscard]] PresenceServices presenceServices();
 
   // In the order in which they stand on each other.
   LineOutput& m_output;
@@ -68,6 +79,10 @@ class ZarvyApp {
   CounterStore m_counters;
   FieldDefaultsStore m_fieldDefaults;
   StatsStore m_stats;
+  ThreadSerialQueue m_syncQueue;
+  QSettingsUserDefaults m_userDefaults;
+  SyncedFolderDrive m_cloudDrive;
+  iCloudSyncService m_cloudSync;
   ThreadWorkerPool m_workers;
   ThreadWorkerPool m_soundWorkers;  // of its own: a sound server may take its time
   CanberraSoundOutput m_sound;
@@ -81,8 +96,11 @@ class ZarvyApp {
   KeyboardMonitor m_monitor;
   std::shared_ptr<TextInjector> m_injector;
   SecureInputWatch m_secureInputWatch;
+  XdgLoginItem m_loginItem;
+  OwnWindows m_ownWindows;
+  FillInWindowController m_fillInWindow;
+  QuickSearchWindowController m_quickSearchWindow;
   AppState m_state;
-  LibraryLoader m_loader;
   SceneWindows m_windows;
   MenuBarView m_menu;
   TrayIcon m_trayIcon;

@@ -57,14 +57,16 @@ int main(int argc, char* argv[]) {
   QApplication::setQuitOnLastWindowClosed(false);
 
   zarvy::StandardLineOutput output;
-  const zarvy::SingleInstance instance(
+  zarvy::SingleInstance instance(
       zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()));
   if (!instance.isOnlyOne()) {
     output.print(QStringLiteral("Zarvy is running already."));
+    instance.tellOnlyOne();
     return 0;
   }
   const zarvy::TerminationSignals signals(&QCoreApplication::quit);
   zarvy::ZarvyApp app(output);
   app.start();
+  instance.listen([&app] { app.openManageSnippets(); });
   return runToTheEnd(app);
 }

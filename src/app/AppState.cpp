@@ -2,140 +2,105 @@
 
 #include <QPointer>
 
-#include "app/WantedCharacters.h"
-#include "base/text/Graphemes.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "app/library/FilteredSnippets.h"
+#include "core/model/FirstRunContent.h"
 
 namespace zarvy {
 
-namespace {
-
-constexpr qsizetype printedLength = 50;  // user-perceived characters
-
-// From the desktop's own question to the place where the permission is granted.
-constexpr std::chrono::milliseconds settingsDelay{500};
-
-}  // namespace
-
-AppState::AppState(const ExpansionServices& services, AccessibilityPermission& permission)
-    : m_services(services),
-      m_permission(permission),
-      m_hasAccessibilityPermission(permission.isTrusted()) {
-  m_services.secureInputWatch.onChange = [this] { Q_EMIT secureInputAppNameChanged(); };
+AppState::AppState(const ExpansionServices& expansion, const LibraryServices& library,
+                   const PresenceServices& presence)
+    : m_expansionServices(expansion),
+      m_libraryServices(library),
+      m_sync(m_library, expansion.engine, library.cloudSync, library.documents, expansion.scheduler,
+             library.clock),
+      m_saver(m_library, m_sync, expansion.engine, library.cloudSync, library.documents,
+              expansion.scheduler),
+      m_operations(m_library, m_selection, m_saver, expansion.engine, library.clock),
+      m_loader(library.documents, library.stores, expansion.scheduler),
+      m_presence(m_library, presence),
+      m_coordinator(m_library, expansion),
+      m_expansion(m_library, m_coordinator, expansion) {
+  handOnSignals();
 }
 
-AppState::~AppState() {
-  m_services.secureInputWatch.onChange = nullptr;
+void AppState::handOnSignals() {
+  connect(&m_library, &Library::snippetsChanged, this, &AppState::snippetsChanged);
+  connect(&m_library, &Library::foldersChanged, this, &AppState::foldersChanged);
+  connect(&m_library, &Library::globalVariablesChanged, this, &AppState::globalVariablesChanged);
+  connect(&m_library, &Library::settingsChanged, this, &AppState::settingsChanged);
+  connect(&m_library, &Library::recentImportsChanged, this, &AppState::recentImportsChanged);
+  connect(&m_sync, &LibrarySync::syncStatusChanged, this, &AppState::syncStatusChanged);
+  connect(&m_sync, &LibrarySync::lastSyncDateChanged, this, &AppState::lastSyncDateChanged);
+  connect(&m_sync, &LibrarySync::syncMetadataChanged, this, &AppState::syncMetadataChanged);
+  connect(&m_expansion, &ExpansionService::isPausedChanged, this, &AppState::isPausedChanged);
+  connect(&m_expansion, &ExpansionService::hasAccessibilityPermissionChanged, this,
+          &AppState::hasAccessibilityPermissionChanged);
+  connect(&m_expansion, &ExpansionService::secureInputAppNameChanged, this,
+          &AppState::secureInputAppNameChanged);
+  connect(&m_coordinator, &ExpansionCoordinator::pendingExpansionChanged, this,
+          &AppState::pendingExpansionChanged);
+  connect(&m_coordinator, &ExpansionCoordinator::showingFillInFormChanged, this,
+          &AppState::showingFillInFormChanged);
+  connect(&m_coordinator, &ExpansionCoordinator::pendingMatchLengthChanged, this,
+          &AppState::pendingMatchLengthChanged);
 }
 
-template <typename Value>
-void AppState::assign(Value& property, const Value& value, void (AppState::*changed)()) {
-  if (property == value) return;
-  property = value;
-  Q_EMIT(this->*changed)();
-}
-
-void AppState::setSettings(const Settings& settings) {
-  // The record has no equality of its own; its stored form holds every field.
-  if (m_settings.toJson() == settings.toJson()) return;
-  m_settings = settings;
-  Q_EMIT settingsChanged();
-}
-
-void AppState::adoptLibrary(const Library& library) {
-  assign(m_snippets, library.snippets, &AppState::snippetsChanged);
-  assign(m_folders, library.folders, &AppState::foldersChanged);
-  setSettings(library.settings);
-  assign(m_globalVariables, library.globalVariables, &AppState::globalVariablesChanged);
-  m_services.engine.setSnippets(m_snippets);
-  m_services.engine.setGlobalVariables(m_globalVariables);
-  if (m_hasAccessibilityPermission && !m_isPaused) startExpansion();
-}
-
-void AppState::startExpansion() {
-  if (m_isPaused) return;
-  if (!m_hasAccessibilityPermission) {
-    m_services.output.print(u"Cannot start expansion: no accessibility permission"_s);
-    return;
-  }
-  m_services.engine.setSnippets(m_snippets);
-  prepareCharacters();
-  connectServices();
-  m_services.monitor.start();
-  m_services.secureInputWatch.start();
-}
-
-void AppState::connectServices() {
-  const QPointer<AppState> weak = this;
-  m_services.injector.onInjectionComplete = [weak] {
-    if (weak) weak->playExpansionSound();
-  };
-  m_services.monitor.quickSearchKeyCode = m_settings.quickSearchKeyCode;
-  m_services.monitor.quickSearchModifiers = m_settings.quickSearchModifiers;
-  m_services.monitor.onPotentialTrigger = [weak](const QString& buffer) {
-    if (weak) weak->handlePotentialTrigger(buffer);
-  };
-}
-
-void AppState::stopExpansion() {
-  m_services.monitor.stop();
-  m_services.engine.onNeedsFillIn = nullptr;
-  m_services.engine.onExpand = nullptr;
-  m_services.injector.onInjectionComplete = nullptr;
-  m_services.monitor.onQuickSearchTriggered = nullptr;
-  m_services.secureInputWatch.stop();
-}
-
-void AppState::togglePause() {
-  assign(m_isPaused, !m_isPaused, &AppState::isPausedChanged);
-  if (m_isPaused) {
-    stopExpansion();
-  } else {
-    startExpansion();
-  }
-}
-
-void AppState::refreshAccessibilityPermission() {
-  assign(m_hasAccessibilityPermission, m_permission.isTrusted(),
-         &AppState::hasAccessibilityPermissionChanged);
-  if (m_hasAccessibilityPermission && !m_isPaused) startExpansion();
-}
-
-void AppState::requestAccessibilityPermission() {
-  if (!m_permission.isTrusted()) m_permission.ask();
-  m_services.scheduler.postAfter(settingsDelay,
-                                 [&permission = m_permission] { permission.openSettings(); });
-}
-
-void AppState::setPendingNewSnippet(bool pending) {
-  assign(m_pendingNewSnippet, pending, &AppState::pendingNewSnippetChanged);
-}
-
-void AppState::handlePotentialTrigger(const QString& buffer) {
-  if (m_isPaused) return;
-  const auto match = m_services.engine.findMatch(buffer);
-  if (!match) return;
-  m_services.monitor.clearBuffer();
-  const qsizetype matchLength = graphemeCount(match->matchedString);
-  assign(m_pendingMatchLength, matchLength, &AppState::pendingMatchLengthChanged);
-  const auto expanded = m_services.engine.processSnippet(match->snippet, match->captures);
-  if (!expanded) return;
-  const QString beginning = firstGraphemes(expanded->text, printedLength).toString();
-  m_services.output.print(u"EXPANDING to: '"_s + beginning + u"...'"_s);
-  m_services.injector.inject(expanded->text, matchLength, {}, expanded->cursorOffset);
-  m_services.stats.recordExpansion(match->snippet, graphemeCount(expanded->text));
-}
-
-// Tells the keyboard which characters are to come. That takes a while where the layout lacks many.
-void AppState::prepareCharacters() {
-  m_services.workers.post([&poster = m_services.poster, snippets = m_snippets] {
-    poster.prepare(wantedCharacters(snippets));
+void AppState::loadData() {
+  if (m_hasLoadedData) return;
+  m_hasLoadedData = true;
+  m_loader.load([weak = QPointer(this)](const LoadedLibrary& loaded) {
+    if (weak) weak->adoptLibrary(loaded);
   });
 }
 
-void AppState::playExpansionSound() {
-  if (m_settings.soundEnabled) m_services.sound.playExpansionSound();
+void AppState::adoptLibrary(const LoadedLibrary& loaded) {
+  adoptSnippetsAndFolders(loaded);
+  m_library.setSettings(loaded.settings);
+  m_library.setRecentImports(loaded.importBatches);
+  m_sync.setSyncMetadata(loaded.syncMetadata);
+  m_library.setGlobalVariables(loaded.globalVariables);
+  if (settings().hideDockIcon) m_presence.applyHideDockIcon();
+  m_expansionServices.engine.setSnippets(snippets());
+  m_expansionServices.engine.setGlobalVariables(globalVariables());
+  if (settings().iCloudSyncEnabled) syncIfEnabled();
+  if (hasAccessibilityPermission() && !isPaused()) startExpansion();
+}
+
+// The save of the first-run content is asked for ahead of the settings: it is never uploaded.
+void AppState::adoptSnippetsAndFolders(const LoadedLibrary& loaded) {
+  const bool isFirstRun = loaded.snippets.isEmpty() && loaded.folders.isEmpty();
+  if (!isFirstRun) {
+    m_library.setSnippets(loaded.snippets);
+    m_library.setFolders(loaded.folders);
+    return;
+  }
+  const FirstRunContent content = FirstRunContent::make(m_libraryServices.clock);
+  m_library.setSnippets(content.snippets);
+  m_library.setFolders(content.folders);
+  scheduleSave();
+}
+
+void AppState::changeSettings(const Settings& settings) {
+  const Settings before = this->settings();
+  m_library.setSettings(settings);
+  m_libraryServices.documents.post(
+      [settings](const DataStore& store) { store.saveSettings(settings); });
+  if (settings.launchAtLogin != before.launchAtLogin) m_presence.applyLaunchAtLogin();
+  if (settings.hideDockIcon != before.hideDockIcon) m_presence.applyHideDockIcon();
+  m_expansion.applyHotKey();
+  if (settings.iCloudSyncEnabled && !before.iCloudSyncEnabled) syncIfEnabled();
+}
+
+void AppState::syncIfEnabled() {
+  m_expansionServices.scheduler.post([weak = QPointer(this)] {
+    AppState* const state = weak;
+    if (state && state->settings().iCloudSyncEnabled) state->performSync();
+  });
+}
+
+QList<Snippet> AppState::filteredSnippets() const {
+  return zarvy::filteredSnippets(snippets(), m_selection.selectedFolderID(),
+                                 m_selection.searchText(), m_libraryServices.locale);
 }
 
 }  // namespace zarvy

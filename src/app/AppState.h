@@ -3,128 +3,190 @@
 #include <optional>
 
 #include <QList>
+#include <QMap>
 #include <QObject>
+#include <QSet>
 #include <QString>
+#include <QUuid>
 
-#include "app/Library.h"
-#include "app/SecureInputWatch.h"
-#include "base/LineOutput.h"
-#include "base/TaskQueue.h"
-#include "core/KeyboardMonitor.h"
-#include "core/TextExpansionEngine.h"
-#include "core/injection/TextInjector.h"
-#include "platform/AccessibilityPermission.h"
-#include "platform/KeyEventPoster.h"
-#include "platform/SoundOutput.h"
-#include "stats/StatsStore.h"
+#include "app/expansion/ExpansionCoordinator.h"
+#include "app/expansion/ExpansionService.h"
+#include "app/expansion/ExpansionServices.h"
+#include "app/library/Library.h"
+#include "app/library/LibraryLoader.h"
+#include "app/library/LibraryOperations.h"
+#include "app/library/LibrarySaver.h"
+#include "app/library/LibrarySelection.h"
+#include "app/library/LibraryServices.h"
+#include "app/library/LibrarySync.h"
+#include "app/presence/DesktopPresence.h"
 
 namespace zarvy {
 
-// What an expansion takes. All of it outlives AppState and what AppState posts, as does the
-// permission.
-struct ExpansionServices {
-  KeyboardMonitor& monitor;
-  TextExpansionEngine& engine;
-  TextInjector& injector;
-  KeyEventPoster& poster;
-  SoundOutput& sound;
-  WorkerPool& workers;
-  StatsStore& stats;
-  SecureInputWatch& secureInputWatch;
-  Scheduler& scheduler;
-  LineOutput& output;
-};
-
-// The state that all screens share, and the running of the expansion service: from the keystroke
-// that completes a trigger to the text that takes its place. A signal is raised only when a value
-// has really changed. Main thread.
+// The state that all screens share, and the operations that they call. What is behind them lives in
+// collaborators, each of which tells of itself; this object owns them, loads the library at start
+// and hands on. A signal is raised only when a value has really changed. Main thread.
 class AppState final : public QObject {
   Q_OBJECT
 
  public:
-  AppState(const ExpansionServices& services, AccessibilityPermission& permission);
-  ~AppState() override;
+  AppState(const ExpansionServices& expansion, const LibraryServices& library,
+           const PresenceServices& presence);
 
-  // The library, in stored order.
-  [[nodiscard]] const QList<Snippet>& snippets() const { return m_snippets; }
-  [[nodiscard]] const QList<Folder>& folders() const { return m_folders; }
-  [[nodiscard]] const QList<GlobalVariable>& globalVariables() const { return m_globalVariables; }
-  [[nodiscard]] const Settings& settings() const { return m_settings; }
+  // Reads all documents, then hands the library to the engine and starts expansion, if it may run.
+  // Returns at once; does nothing but the first time.
+  void loadData();
+  // True from the first loadData() on; says nothing of the load's having come to its end.
+  [[nodiscard]] bool hasLoadedData() const { return m_hasLoadedData; }
 
-  // The user has paused expansion. Not remembered: every start is unpaused.
-  [[nodiscard]] bool isPaused() const { return m_isPaused; }
+  // --- The library; see Library, LibraryOperations, LibrarySaver.
 
-  // Length of the latest match in user-perceived characters: what is to be deleted for it.
-  [[nodiscard]] qsizetype pendingMatchLength() const { return m_pendingMatchLength; }
+  [[nodiscard]] const QList<Snippet>& snippets() const { return m_library.snippets(); }
+  [[nodiscard]] const QList<Folder>& folders() const { return m_library.folders(); }
+  [[nodiscard]] const QList<GlobalVariable>& globalVariables() const {
+    return m_library.globalVariables();
+  }
+  [[nodiscard]] const QList<ImportBatch>& recentImports() const {
+    return m_library.recentImports();
+  }
 
-  // As it was when this was made, or last refreshed.
-  [[nodiscard]] bool hasAccessibilityPermission() const { return m_hasAccessibilityPermission; }
+  void addSnippet(const Snippet& snippet) { m_operations.addSnippet(snippet); }
+  void deleteSnippet(const QUuid& id) { m_operations.deleteSnippet(id); }
+  void deleteSnippets(const QSet<QUuid>& ids) { m_operations.deleteSnippets(ids); }
+  [[nodiscard]] std::optional<Snippet> selectedSnippet() const {
+    return m_operations.selectedSnippet();
+  }
+  void setSelectedSnippet(const std::optional<Snippet>& snippet) {
+    m_operations.setSelectedSnippet(snippet);
+  }
 
+  // For a change of a folder itself: scheduleSave() behind it.
+  void setFolders(const QList<Folder>& folders) { m_library.setFolders(folders); }
+  void addFolder(const Folder& folder) { m_operations.addFolder(folder); }
+  void deleteFolder(const QUuid& id) { m_operations.deleteFolder(id); }
+
+  void addGlobalVariable(const GlobalVariable& variable) {
+    m_operations.addGlobalVariable(variable);
+  }
+  void updateGlobalVariable(const GlobalVariable& variable) {
+    m_operations.updateGlobalVariable(variable);
+  }
+  void deleteGlobalVariable(const QUuid& id) { m_operations.deleteGlobalVariable(id); }
+
+  [[nodiscard]] bool isTriggerDuplicate(const QString& trigger,
+                                        const std::optional<QUuid>& excludedID = {}) const {
+    return m_operations.isTriggerDuplicate(trigger, excludedID);
+  }
+  [[nodiscard]] bool isVariableNameDuplicate(const QString& name,
+                                             const std::optional<QUuid>& excludedID = {}) const {
+    return m_operations.isVariableNameDuplicate(name, excludedID);
+  }
+
+  void scheduleSave() { m_saver.scheduleSave(); }
+  void saveGlobalVariablesAndUpload() { m_saver.saveGlobalVariablesAndUpload(); }
+
+  // --- The selection; see LibrarySelection.
+
+  [[nodiscard]] LibrarySelection& selection() { return m_selection; }
+  [[nodiscard]] const LibrarySelection& selection() const { return m_selection; }
+  // What of the library the selected folder and the search text leave, in stored order.
+  [[nodiscard]] QList<Snippet> filteredSnippets() const;
+
+  // --- The settings.
+
+  [[nodiscard]] const Settings& settings() const { return m_library.settings(); }
+  // Saves them as well, and does what follows from what has changed: taskbar, login item, hot key.
+  void changeSettings(const Settings& settings);
+
+  // --- The sync; see LibrarySync.
+
+  [[nodiscard]] const SyncStatus& syncStatus() const { return m_sync.syncStatus(); }
+  [[nodiscard]] const std::optional<QDateTime>& lastSyncDate() const {
+    return m_sync.lastSyncDate();
+  }
+  [[nodiscard]] const std::optional<SyncMetadata>& syncMetadata() const {
+    return m_sync.syncMetadata();
+  }
+  void performSync() { m_sync.performSync(); }
+  // As soon as the main thread is free, unless sync has been turned off by then.
+  void syncIfEnabled();
+
+  // --- Expansion; see ExpansionService, ExpansionCoordinator.
+
+  [[nodiscard]] bool isPaused() const { return m_expansion.isPaused(); }
+  [[nodiscard]] bool hasAccessibilityPermission() const {
+    return m_expansion.hasAccessibilityPermission();
+  }
   // Why the permission is missing, in one line for the user; empty where it is there.
   [[nodiscard]] QString reasonForMissingPermission() const {
-    return m_permission.reasonForMissing();
+    return m_expansionServices.permission.reasonForMissing();
   }
-
   // The application that keeps expansion from working, by having the keyboard for itself.
   [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
-    return m_services.secureInputWatch.secureInputAppName();
+    return m_expansionServices.secureInputWatch.secureInputAppName();
+  }
+  [[nodiscard]] const std::optional<PendingExpansion>& pendingExpansion() const {
+    return m_coordinator.pendingExpansion();
+  }
+  [[nodiscard]] bool showingFillInForm() const { return m_coordinator.showingFillInForm(); }
+  [[nodiscard]] qsizetype pendingMatchLength() const { return m_coordinator.pendingMatchLength(); }
+
+  void startExpansion() { m_expansion.startExpansion(); }
+  void stopExpansion() { m_expansion.stopExpansion(); }
+  void togglePause() { m_expansion.togglePause(); }
+  void refreshAccessibilityPermission() { m_expansion.refreshAccessibilityPermission(); }
+  void requestAccessibilityPermission() { m_expansion.requestAccessibilityPermission(); }
+
+  void handlePotentialTrigger(const QString& buffer) { m_expansion.handlePotentialTrigger(buffer); }
+  void submitFillIn(const QMap<QString, QString>& values) { m_coordinator.submitFillIn(values); }
+  void cancelFillIn() { m_coordinator.cancelFillIn(); }
+  void toggleQuickSearch() { m_coordinator.toggleQuickSearch(); }
+  void expandFromQuickSearch(const Snippet& snippet,
+                             const std::optional<RunningApplication>& targetApp) {
+    m_coordinator.expandFromQuickSearch(snippet, targetApp);
   }
 
-  // Somebody asked for a new snippet, and the main window is to begin one.
-  [[nodiscard]] bool pendingNewSnippet() const { return m_pendingNewSnippet; }
-  void setPendingNewSnippet(bool pending);
+  // --- The presence on the desktop; see DesktopPresence.
 
-  void setSettings(const Settings& settings);
+  // Makes ahead of need what the first expansion would have to wait for.
+  void warmUp() { m_expansion.warmUp(); }
 
-  // Takes over what was read at start, hands it to the engine and starts expansion, if it may run.
-  void adoptLibrary(const Library& library);
-
-  // Begins to listen for triggers. Prints a line and does nothing without the permission; does
-  // nothing while paused.
-  void startExpansion();
-
-  // Stops listening. An injection in flight goes on to its end, without the sound.
-  void stopExpansion();
-
-  void togglePause();
-
-  // Looks whether the permission is there, and starts expansion if it is, unless paused.
-  void refreshAccessibilityPermission();
-
-  // Asks for the permission if it is missing, and half a second later opens where it is granted.
-  void requestAccessibilityPermission();
-
-  // Expands the snippet whose trigger ends `buffer`, if there is one.
-  void handlePotentialTrigger(const QString& buffer);
+  void becomeRegularIfHidden() { m_presence.becomeRegularIfHidden(); }
+  void restoreAccessoryPolicyIfNoWindows() { m_presence.restoreAccessoryPolicyIfNoWindows(); }
 
  Q_SIGNALS:
   void snippetsChanged();
   void foldersChanged();
   void globalVariablesChanged();
   void settingsChanged();
+  void recentImportsChanged();
+  void syncStatusChanged();
+  void lastSyncDateChanged();
+  void syncMetadataChanged();
   void isPausedChanged();
-  void pendingMatchLengthChanged();
   void hasAccessibilityPermissionChanged();
   void secureInputAppNameChanged();
-  void pendingNewSnippetChanged();
+  void pendingExpansionChanged();
+  void showingFillInFormChanged();
+  void pendingMatchLengthChanged();
 
  private:
-  template <typename Value>
-  void assign(Value& property, const Value& value, void (AppState::*changed)());
-  void connectServices();
-  void prepareCharacters();
-  void playExpansionSound();
+  void handOnSignals();
+  void adoptLibrary(const LoadedLibrary& loaded);
+  void adoptSnippetsAndFolders(const LoadedLibrary& loaded);
 
-  ExpansionServices m_services;
-  AccessibilityPermission& m_permission;
-  QList<Snippet> m_snippets;
-  QList<Folder> m_folders;
-  QList<GlobalVariable> m_globalVariables;
-  Settings m_settings;
-  bool m_isPaused = false;
-  qsizetype m_pendingMatchLength = 0;
-  bool m_hasAccessibilityPermission;
-  bool m_pendingNewSnippet = false;
+  const ExpansionServices m_expansionServices;
+  const LibraryServices m_libraryServices;
+  Library m_library;
+  LibrarySelection m_selection;
+  LibrarySync m_sync;
+  LibrarySaver m_saver;
+  LibraryOperations m_operations;
+  LibraryLoader m_loader;
+  DesktopPresence m_presence;
+  ExpansionCoordinator m_coordinator;
+  ExpansionService m_expansion;
+  bool m_hasLoadedData = false;
 };
 
 }  // namespace zarvy

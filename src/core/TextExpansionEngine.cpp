@@ -166,6 +166,13 @@ QString TextExpansionEngine::applyFillInValues(const Snippet& snippet,
   return processPlaceholders(substituteFillInValues(text, parseFillInFields(text), values));
 }
 
+void TextExpansionEngine::warmUp() const {
+  static_cast<void>(processPlaceholders(
+      u"{{date}}{{date:short}}{{date:medium}}{{date:long}}{{time}}{{uppercase:\u00e9}}"_s));
+  static_cast<void>(parseFillInFields(u"{{field:a}}{{textarea:b}}{{dropdown:c:d}}{{?:e}}{{/?}}"_s));
+  static_cast<void>(expandNestedSnippets(u"{{snippet:}}"_s, {}));
+}
+
 QList<FillInField> TextExpansionEngine::parseFillInFields(const QString& text) const {
   return zarvy::parseFillInFields(text, m_services.fieldDefaults);
 }

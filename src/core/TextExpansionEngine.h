@@ -84,6 +84,10 @@ class TextExpansionEngine {
                                              const QSet<QString>& visited) const;
   [[nodiscard]] QString processPlaceholders(const QString& text) const;
 
+  // Makes what is made at the first use and then kept: rules of text, formatters of dates. Expands
+  // nothing, and changes nothing that anybody sees.
+  void warmUp() const;
+
  private:
   using Library = std::shared_ptr<const TriggerLibrary>;
 

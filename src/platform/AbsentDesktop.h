@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/ActivationPolicy.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/KeyEventSource.h"
 #include "platform/SecureInput.h"
@@ -14,7 +15,8 @@ namespace zarvy {
 class AbsentDesktop final : public KeyEventSource,
                             public KeyEventPoster,
                             public Workspace,
-                            public SecureInput {
+                            public SecureInput,
+                            public ActivationPolicy {
  public:
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
     return std::nullopt;
@@ -43,6 +45,9 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override {
     return std::nullopt;
   }
+
+  void setActivationPolicy(ActivationPolicy::Kind /*kind*/) override {}
+  void windowOpened(quint64 /*nativeWindow*/) override {}
 
  private:
   class DeafSession final : public TypingSession {

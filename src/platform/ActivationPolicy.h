@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 namespace zarvy {
 
 // How the program shows itself on the desktop beside its tray icon. Main thread.
@@ -12,8 +14,11 @@ class ActivationPolicy {
 
   virtual ~ActivationPolicy() = default;
 
-  // Holds for the windows that are open and for those to come.
+  // Regular until this is called. Holds for the windows that are open and for those to come.
   virtual void setActivationPolicy(Kind kind) = 0;
+
+  // Tells of a window of the program that has come to the screen. May tell of it again.
+  virtual void windowOpened(quint64 nativeWindow) = 0;
 };
 
 }  // namespace zarvy

@@ -41,7 +41,7 @@ void MenuBarView::perform(MenuAction action) {
     case MenuAction::openManageSnippets:
       return m_openScene(scene::manageSnippets);
     case MenuAction::addNewSnippet:
-      m_state.setPendingNewSnippet(true);
+      m_state.selection().setPendingNewSnippet(true);
       return m_openScene(scene::manageSnippets);
     case MenuAction::openSettings:
       return m_openScene(scene::settings);

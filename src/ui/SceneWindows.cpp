@@ -7,6 +7,7 @@
 #include <QScreen>
 
 #include "app/AppState.h"
+#include "ui/BringForward.h"
 #include "ui/ComingWindow.h"
 #include "ui/PermissionRequestView.h"
 #include "ui/Scenes.h"
@@ -19,11 +20,24 @@ SceneWindows::~SceneWindows() {
 
 void SceneWindows::open(const QString& id) {
   QPointer<QWidget>& known = m_windows[id];
-  if (!known) known = make(id).release();
-  QWidget& window = *known;
-  window.show();
-  window.raise();
-  window.activateWindow();
+  if (known) return bringForward(*known, m_workspace);
+  known = make(id).release();
+  appear(id, *known);
+}
+
+void SceneWindows::comeForwardWith(const QString& id) {
+  m_state.becomeRegularIfHidden();
+  open(id);
+}
+
+void SceneWindows::appear(const QString& id, QWidget& window) {
+  QObject::connect(&window, &QObject::destroyed, &m_state,
+                   &AppState::restoreAccessoryPolicyIfNoWindows);
+  if (id == scene::manageSnippets) {
+    m_state.loadData();
+    m_state.warmUp();
+  }
+  showInFront(window, m_workspace);
 }
 
 std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {

@@ -11,7 +11,7 @@ class AppStateFixture : public testing::Test {
  protected:
   // Starts expansion with one snippet, and forgets what the start wrote down.
   void startWith(const Snippet& snippet) {
-    state().adoptLibrary({{snippet}, {}, {}, {}});
+    m_harness.load({{snippet}, {}, {}, {}});
     m_harness.finish();
     (void)m_harness.takeJournal();
   }

@@ -3,11 +3,20 @@
 #include <memory>
 #include <string>
 
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
 #include "app/AppState.h"
+#include "fakes/FakeCloudDrive.h"
+#include "fakes/FakeFillInWindow.h"
 #include "fakes/FakeKeyEventSource.h"
 #include "fakes/FakePermission.h"
 #include "fakes/FakePlaceholders.h"
+#include "fakes/FakePresence.h"
+#include "fakes/FakeQuickSearchWindow.h"
 #include "fakes/FakeSecureInput.h"
+#include "fakes/FakeUserDefaults.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ImmediateQueue.h"
 #include "fakes/ManualClock.h"
@@ -19,22 +28,43 @@
 
 namespace zarvy {
 
-// AppState among the real monitor, engine and injector, with fakes of everything outside. One
-// journal has all that reaches the world: lines as "print ...", keys, pauses and sounds.
+// AppState among the real monitor, engine, injector, stores and sync, with fakes of everything
+// outside. One journal has all that reaches the world: lines as "print ...", keys, pauses, windows
+// and sounds. The documents and the shared file are on the disk, in folders that go with it.
 class ExpansionHarness {
  public:
   explicit ExpansionHarness(bool trusted = true) : permission(trusted) {
     workspace.setFrontmost(RunningApplication{10, QStringLiteral("editor"), {}, 1});
-    state = std::make_unique<AppState>(services(), permission);
+    makeState();
   }
 
-  [[nodiscard]] ExpansionServices services() {
-    return {monitor, engine, *injector,        poster,    sound,
-            workers, stats,  secureInputWatch, scheduler, output};
+  // Makes AppState, in place of the one that there may be.
+  void makeState() {
+    state.reset();
+    state = std::make_unique<AppState>(expansionServices(), libraryServices(),
+                                       presence.services(scheduler, output));
   }
 
   [[nodiscard]] Snippet snippet(const QString& trigger, const QString& replacement) const {
     return Snippet::create(QStringLiteral("title"), trigger, replacement, clock);
+  }
+
+  // Writes these documents, and lets the state read them.
+  void load(const LoadedLibrary& library) {
+    store.saveSnippets(library.snippets);
+    store.saveFolders(library.folders);
+    store.saveSettings(library.settings);
+    store.saveGlobalVariables(library.globalVariables);
+    store.saveImportBatches(library.importBatches);
+    if (library.syncMetadata) store.saveSyncMetadata(*library.syncMetadata);
+    loadDocuments();
+  }
+
+  // Lets the state read the documents as they are.
+  void loadDocuments() {
+    state->loadData();
+    documentQueue.drain();
+    scheduler.runPending();
   }
 
   // Types key by key, and lets the main thread come to rest after each.
@@ -49,6 +79,18 @@ class ExpansionHarness {
   void finish() {
     workers.drain();
     scheduler.runPending();
+  }
+
+  // Lets `duration` pass, with all that comes due, file work and sync included.
+  void pass(std::chrono::milliseconds duration) {
+    for (std::chrono::milliseconds passed{0}; passed <= duration; ++passed) {
+      do {
+        documentQueue.drain();
+        syncQueue.drain();
+      } while (scheduler.runPending() != 0 || documentQueue.pendingCount() != 0 ||
+               syncQueue.pendingCount() != 0);
+      if (passed < duration) scheduler.advance(std::chrono::milliseconds{1});
+    }
   }
 
   // What reached the world since the last call, one entry a line.
@@ -69,6 +111,9 @@ class ExpansionHarness {
   RecordingSoundOutput sound{journal};
   FakeSecureInput secureInput;
   SecureInputWatch secureInputWatch{secureInput, workspace, scheduler};
+  FakeFillInWindow fillInWindow{journal};
+  FakeQuickSearchWindow quickSearchWindow{journal};
+  FakePresence presence{journal};
 
  private:
   class JournalOutput final : public LineOutput {
@@ -80,6 +125,16 @@ class ExpansionHarness {
     Journal& m_journal;
   };
 
+  [[nodiscard]] ExpansionServices expansionServices() {
+    return {monitor,   engine, *injector,        poster,     workspace,    sound,
+            workers,   stats,  secureInputWatch, permission, fillInWindow, quickSearchWindow,
+            scheduler, output};
+  }
+
+  [[nodiscard]] LibraryServices libraryServices() {
+    return {documents, {counters, stats, fieldDefaults}, cloudSync, clock, "en_US"};
+  }
+
  public:
   JournalOutput output{journal};
   FakePlaceholders placeholders;
@@ -87,11 +142,20 @@ class ExpansionHarness {
   KeyboardMonitor monitor{source, permission, scheduler, keyQueue, output};
   std::shared_ptr<TextInjector> injector =
       TextInjector::make(poster, workspace, sleeper, workers, scheduler);
-  // Their saves wait for ever: nothing drains the queue.
-  DataStore store{output, [] { return std::nullopt; }};
+
+  const QTemporaryDir folder;
+  DataStore store{output, [this] { return folder.path(); }};
   ManualSerialQueue documentQueue;
   DocumentQueue documents{store, documentQueue};
+  CounterStore counters{documents, scheduler};
+  FieldDefaultsStore fieldDefaults{documents, scheduler};
   StatsStore stats{documents, scheduler, clock, [] { return CalendarDays(QStringLiteral("UTC")); }};
+
+  FakeCloudDrive drive{folder.path(), folder.filePath(QStringLiteral("Drive"))};
+  FakeUserDefaults defaults;
+  ManualSerialQueue syncQueue;
+  iCloudSyncService cloudSync{drive, defaults, clock, scheduler, syncQueue, output};
+
   std::unique_ptr<AppState> state;
 };
 

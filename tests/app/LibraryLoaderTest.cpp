@@ -6,8 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/LibraryLoader.h"
-#include "core/model/FirstRunContent.h"
+#include "app/library/LibraryLoader.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualQueue.h"
 #include "fakes/ManualScheduler.h"
@@ -21,7 +20,7 @@ using namespace Qt::Literals::StringLiterals;
 class LibraryLoaderTest : public testing::Test {
  protected:
   void load() {
-    m_loader.load([this](const Library& library) {
+    m_loader.load([this](const LoadedLibrary& library) {
       m_loaded = library;
       ++m_loadCount;
     });
@@ -53,8 +52,8 @@ class LibraryLoaderTest : public testing::Test {
   CounterStore m_counters{m_documents, m_scheduler};
   StatsStore m_stats{m_documents, m_scheduler, m_clock};
   FieldDefaultsStore m_fieldDefaults{m_documents, m_scheduler};
-  LibraryLoader m_loader{m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler, m_clock};
-  std::optional<Library> m_loaded;
+  LibraryLoader m_loader{m_documents, {m_counters, m_stats, m_fieldDefaults}, m_scheduler};
+  std::optional<LoadedLibrary> m_loaded;
   int m_loadCount = 0;
 };
 
@@ -68,49 +67,7 @@ TEST_F(LibraryLoaderTest, ReadsOnTheStorageQueueAndDeliversOnTheMainThread) {
   EXPECT_EQ(m_loadCount, 1);
 }
 
-TEST_F(LibraryLoaderTest, InstallsAndSavesTheFirstRunContentInAnEmptyLibrary) {
-  load();
-  finish();
-  ASSERT_TRUE(m_loaded);
-  EXPECT_EQ(m_loaded->folders, FirstRunContent::make(m_clock).folders);
-  EXPECT_EQ(m_loaded->snippets.size(), FirstRunContent::make(m_clock).snippets.size());
-  EXPECT_EQ(m_store.loadSnippets(), m_loaded->snippets);
-  EXPECT_EQ(m_store.loadFolders(), m_loaded->folders);
-  EXPECT_FALSE(hasFile(u"settings.json"_s));
-  EXPECT_TRUE(m_output.lines().isEmpty());
-}
-
-TEST_F(LibraryLoaderTest, FindsTheSameContentAtTheSecondStart) {
-  load();
-  finish();
-  const Library first = *m_loaded;
-  load();
-  finish();
-  EXPECT_EQ(m_loaded->snippets, first.snippets);
-  EXPECT_EQ(m_loaded->folders, first.folders);
-}
-
-TEST_F(LibraryLoaderTest, TakesFoldersWithoutSnippetsForALibrary) {
-  const QList<Folder> folders{Folder{QUuid::createUuid(), u"Mine"_s, FolderColor::pink, 4}};
-  m_store.saveFolders(folders);
-  load();
-  finish();
-  EXPECT_TRUE(m_loaded->snippets.isEmpty());
-  EXPECT_EQ(m_loaded->folders, folders);
-  EXPECT_FALSE(hasFile(u"snippets.json"_s));
-}
-
-TEST_F(LibraryLoaderTest, TakesSnippetsWithoutFoldersForALibrary) {
-  const QList<Snippet> snippets{Snippet::create(u"t"_s, u";x"_s, u"y"_s, m_clock)};
-  m_store.saveSnippets(snippets);
-  load();
-  finish();
-  EXPECT_EQ(m_loaded->snippets, snippets);
-  EXPECT_TRUE(m_loaded->folders.isEmpty());
-  EXPECT_FALSE(hasFile(u"folders.json"_s));
-}
-
-TEST_F(LibraryLoaderTest, ReadsSettingsAndGlobalVariablesBesideTheFirstRunContent) {
+TEST_F(LibraryLoaderTest, ReadsSettingsAndGlobalVariables) {
   Settings settings;
   settings.soundEnabled = false;
   settings.quickSearchKeyCode = 7;
@@ -123,7 +80,6 @@ TEST_F(LibraryLoaderTest, ReadsSettingsAndGlobalVariablesBesideTheFirstRunConten
   finish();
   EXPECT_EQ(m_loaded->settings.toJson(), settings.toJson());
   EXPECT_EQ(m_loaded->globalVariables, variables);
-  EXPECT_FALSE(m_loaded->snippets.isEmpty());
 }
 
 TEST_F(LibraryLoaderTest, ReadsImportsAndTheLastSync) {

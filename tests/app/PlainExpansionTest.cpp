@@ -145,12 +145,12 @@ TEST_F(PlainExpansion, ReadsTheSoundSettingAtTheEndOfTheInjection) {
   Settings silent;
   silent.soundEnabled = false;
   state().handlePotentialTrigger(u";ty"_s);
-  state().setSettings(silent);
+  state().changeSettings(silent);
   m_harness.finish();
   EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "end");
 
   state().handlePotentialTrigger(u";ty"_s);
-  state().setSettings(Settings());
+  state().changeSettings(Settings());
   m_harness.finish();
   EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "sound");
 }

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/SecureInputWatch.h"
+#include "app/expansion/SecureInputWatch.h"
 #include "fakes/FakeSecureInput.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualScheduler.h"

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/WantedCharacters.h"
+#include "app/expansion/WantedCharacters.h"
 #include "fakes/ManualClock.h"
 
 namespace zarvy {

@@ -56,14 +56,14 @@ class Windows : public testing::Test {
 
   void losePermission() {
     m_harness.permission.setTrusted(false);
-    m_harness.state = std::make_unique<AppState>(m_harness.services(), m_harness.permission);
+    m_harness.makeState();
   }
 
   ExpansionHarness m_harness;
 };
 
 TEST_F(Windows, OpenOnceEachWithTitleAndSize) {
-  SceneWindows windows(state());
+  SceneWindows windows(state(), m_harness.workspace);
   for (const Scene& scene : scenes()) {
     windows.open(scene.id);
     windows.open(scene.id);
@@ -84,7 +84,7 @@ TEST_F(Windows, OpenOnceEachWithTitleAndSize) {
 }
 
 TEST_F(Windows, OpenAgainOnceTheyHaveBeenClosed) {
-  SceneWindows windows(state());
+  SceneWindows windows(state(), m_harness.workspace);
   windows.open(scene::statistics);
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible()) window->close();
@@ -97,7 +97,7 @@ TEST_F(Windows, OpenAgainOnceTheyHaveBeenClosed) {
 
 TEST_F(Windows, GoWithTheirOwner) {
   {
-    SceneWindows windows(state());
+    SceneWindows windows(state(), m_harness.workspace);
     windows.open(scene::settings);
   }
   EXPECT_EQ(openTitles(), QStringList());
@@ -148,14 +148,14 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
     FAIL() << text.toStdString();
   };
   trigger(u"Manage Snippets..."_s);
-  EXPECT_FALSE(state().pendingNewSnippet());
+  EXPECT_FALSE(state().selection().pendingNewSnippet());
   trigger(u"Add New Snippet..."_s);
-  EXPECT_TRUE(state().pendingNewSnippet());
+  EXPECT_TRUE(state().selection().pendingNewSnippet());
   trigger(u"Settings..."_s);
   trigger(u"Statistics..."_s);
   EXPECT_EQ(opened, (QStringList{u"manage-snippets"_s, u"manage-snippets"_s, u"settings"_s,
                                  u"statistics"_s}));
-  state().adoptLibrary({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   EXPECT_EQ(menu.actions().front()->text(), u"1 snippets"_s);
   EXPECT_FALSE(menu.actions().front()->isEnabled());
   trigger(u"Pause Expansion"_s);

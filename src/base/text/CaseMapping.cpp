@@ -99,6 +99,14 @@ QString lowerCased(const QString& text) {
   return lower(text);
 }
 
+QString caseFolded(const QString& text, bool isTurkic) {
+  const uint32_t options = isTurkic ? U_FOLD_CASE_EXCLUDE_SPECIAL_I : U_FOLD_CASE_DEFAULT;
+  return mapped(text, [&text, options](char16_t* target, int32_t capacity, UErrorCode* status) {
+    const QStringView source = text;
+    return u_strFoldCase(target, capacity, source.utf16(), sizeOf(source), options, status);
+  });
+}
+
 QString capitalized(const QString& text) {
   const QStringView source = text;
   WordCapitals capitals;

@@ -4,6 +4,9 @@
 #include <atomic>
 #include <canberra.h>
 
+#include <QByteArray>
+#include <QFile>
+
 namespace zarvy {
 
 namespace {
@@ -17,8 +20,9 @@ void dropAlsaMessage(const char* /*file*/, int /*line*/, const char* /*function*
 // libcanberra's context, and whether a call into it is under way.
 class CanberraSoundOutput::Player {
  public:
-  Player() {
-    if (ca_context_create(&m_context) != CA_SUCCESS) m_context = nullptr;
+  explicit Player(const QString& file) : m_file(QFile::encodeName(file)) {
+    const bool hasSound = QFile::exists(file);
+    if (!hasSound || ca_context_create(&m_context) != CA_SUCCESS) m_context = nullptr;
   }
   ~Player() {
     if (m_context != nullptr) ca_context_destroy(m_context);
@@ -31,18 +35,19 @@ class CanberraSoundOutput::Player {
 
   void play() {
     snd_lib_error_set_handler(dropAlsaMessage);
-    ca_context_play(m_context, 0, CA_PROP_EVENT_ID, "message", CA_PROP_MEDIA_ROLE, "event",
-                    CA_PROP_CANBERRA_CACHE_CONTROL, "permanent", nullptr);
+    ca_context_play(m_context, 0, CA_PROP_MEDIA_FILENAME, m_file.constData(), CA_PROP_MEDIA_NAME,
+                    "Tink", CA_PROP_MEDIA_ROLE, "event", nullptr);
     m_isBusy = false;
   }
 
  private:
+  const QByteArray m_file;
   ca_context* m_context = nullptr;
   std::atomic<bool> m_isBusy = false;
 };
 
-CanberraSoundOutput::CanberraSoundOutput(WorkerPool& workers)
-    : m_workers(workers), m_player(std::make_shared<Player>()) {}
+CanberraSoundOutput::CanberraSoundOutput(WorkerPool& workers, const QString& file)
+    : m_workers(workers), m_player(std::make_shared<Player>(file)) {}
 
 void CanberraSoundOutput::playExpansionSound() {
   if (!m_player->begin()) return;

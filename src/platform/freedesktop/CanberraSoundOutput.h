@@ -2,18 +2,21 @@
 
 #include <memory>
 
+#include <QString>
+
 #include "base/TaskQueue.h"
 #include "platform/SoundOutput.h"
 
 namespace zarvy {
 
-// The event sounds of the desktop's sound theme, through libcanberra. Playing happens on a thread
-// of `workers`, since a sound server may take its time to answer; while it does, further sounds
-// are left out. Without a sound card, a server or the sound itself nothing is heard and nothing
-// said.
+// Plays a sound as the desktop's own event sounds are played, through libcanberra. Playing happens
+// on a thread of `workers`, since a sound server may take its time to answer; while it does,
+// further sounds are left out. Without a sound card, a server or the sound itself nothing is heard
+// and nothing said.
 class CanberraSoundOutput final : public SoundOutput {
  public:
-  explicit CanberraSoundOutput(WorkerPool& workers);
+  // `file` is the path of a WAV file.
+  CanberraSoundOutput(WorkerPool& workers, const QString& file);
 
   void playExpansionSound() override;
 

@@ -20,6 +20,7 @@
 #include "platform/x11/typing/Typist.h"
 #include "platform/x11/typing/X11KeyEventPoster.h"
 #include "platform/x11/windows/WindowProperties.h"
+#include "platform/x11/windows/X11ActivationPolicy.h"
 #include "platform/x11/windows/X11Workspace.h"
 
 namespace zarvy::x11 {
@@ -66,6 +67,7 @@ struct X11Session::Parts {
         source(scheduler, std::move(options.ownWindowHasFocus)),
         poster(typist),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
+        policy(*connection, windows),
         reader(*connection) {}
 
   void connectReader() {
@@ -101,6 +103,7 @@ struct X11Session::Parts {
   X11KeyEventSource source;
   X11KeyEventPoster poster;
   X11Workspace workspace;
+  X11ActivationPolicy policy;
   EventReader reader;
 };
 
@@ -143,6 +146,9 @@ Workspace& X11Session::workspace() {
 }
 SecureInput& X11Session::secureInput() {
   return m_parts->secureInput;
+}
+ActivationPolicy& X11Session::activationPolicy() {
+  return m_parts->policy;
 }
 void X11Session::abandonTyping() {
   m_parts->typist.abandonSessions();

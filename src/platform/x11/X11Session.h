@@ -8,6 +8,7 @@
 #include "platform/AccessibilityPermission.h"
 
 namespace zarvy {
+class ActivationPolicy;
 class KeyEventPoster;
 class KeyEventSource;
 class LineOutput;
@@ -40,6 +41,7 @@ class X11Session {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
   [[nodiscard]] SecureInput& secureInput();
+  [[nodiscard]] ActivationPolicy& activationPolicy();
 
   // The program is about to end: typing that is still under way stops at once. Any thread.
   void abandonTyping();

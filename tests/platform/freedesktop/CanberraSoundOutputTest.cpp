@@ -8,14 +8,14 @@ namespace {
 
 TEST(CanberraSoundOutput, LeavesThePlayingToAWorker) {
   ManualWorkerPool workers;
-  CanberraSoundOutput sound(workers);
+  CanberraSoundOutput sound(workers, QStringLiteral(ZARVY_SOUND));
   sound.playExpansionSound();
   EXPECT_EQ(workers.pendingCount(), 1U);
 }
 
 TEST(CanberraSoundOutput, LeavesOutSoundsWhileOneIsOnItsWay) {
   ManualWorkerPool workers;
-  CanberraSoundOutput sound(workers);
+  CanberraSoundOutput sound(workers, QStringLiteral(ZARVY_SOUND));
   sound.playExpansionSound();
   sound.playExpansionSound();
   EXPECT_EQ(workers.pendingCount(), 1U);
@@ -27,7 +27,7 @@ TEST(CanberraSoundOutput, LeavesOutSoundsWhileOneIsOnItsWay) {
 
 TEST(CanberraSoundOutput, SaysNothingWhereThereIsNoSound) {
   ManualWorkerPool workers;
-  CanberraSoundOutput sound(workers);
+  CanberraSoundOutput sound(workers, QStringLiteral(ZARVY_SOUND));
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
   sound.playExpansionSound();
@@ -36,10 +36,17 @@ TEST(CanberraSoundOutput, SaysNothingWhereThereIsNoSound) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
 }
 
+TEST(CanberraSoundOutput, HasNothingToPlayWhereTheFileIsMissing) {
+  ManualWorkerPool workers;
+  CanberraSoundOutput sound(workers, QStringLiteral("/nowhere/tink.wav"));
+  sound.playExpansionSound();
+  EXPECT_EQ(workers.pendingCount(), 0U);
+}
+
 TEST(CanberraSoundOutput, MayGoBeforeItsSoundIsPlayed) {
   ManualWorkerPool workers;
   {
-    CanberraSoundOutput sound(workers);
+    CanberraSoundOutput sound(workers, QStringLiteral(ZARVY_SOUND));
     sound.playExpansionSound();
   }
   EXPECT_TRUE(workers.runNext());

@@ -11,6 +11,9 @@ struct Atoms {
   xcb_atom_t netWmName = XCB_ATOM_NONE;
   xcb_atom_t netWmPid = XCB_ATOM_NONE;
   xcb_atom_t netWmPing = XCB_ATOM_NONE;
+  xcb_atom_t netWmState = XCB_ATOM_NONE;
+  xcb_atom_t netWmStateSkipPager = XCB_ATOM_NONE;
+  xcb_atom_t netWmStateSkipTaskbar = XCB_ATOM_NONE;
   xcb_atom_t utf8String = XCB_ATOM_NONE;
   xcb_atom_t wmProtocols = XCB_ATOM_NONE;
   xcb_atom_t zarvySpareKeys = XCB_ATOM_NONE;

@@ -2,8 +2,7 @@
 
 #include <functional>
 
-#include "app/Library.h"
-#include "base/Clock.h"
+#include "app/library/LoadedLibrary.h"
 #include "base/Scheduler.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
@@ -23,25 +22,21 @@ struct LoadedStores {
 // Everything given must outlive the work on that queue.
 class LibraryLoader {
  public:
-  using Callback = std::function<void(const Library&)>;
+  using Callback = std::function<void(const LoadedLibrary&)>;
 
-  LibraryLoader(DocumentQueue& documents, const LoadedStores& stores, Scheduler& scheduler,
-                const Clock& clock);
+  LibraryLoader(DocumentQueue& documents, const LoadedStores& stores, Scheduler& scheduler)
+      : m_documents(documents), m_stores(stores), m_scheduler(scheduler) {}
 
   // Returns at once; `onLoaded` is called once, on the main thread, when the stores have theirs
-  // too. Where the documents hold neither a snippet nor a folder the library gets the first-run
-  // content, which is saved then.
+  // too.
   void load(Callback onLoaded);
 
  private:
-  [[nodiscard]] Library read(const DataStore& store);
-  void finish(Library library, const Callback& onLoaded);
-  void save(const Library& library);
+  [[nodiscard]] static LoadedLibrary read(const DataStore& store, const LoadedStores& stores);
 
   DocumentQueue& m_documents;
   const LoadedStores m_stores;
   Scheduler& m_scheduler;
-  const Clock& m_clock;
 };
 
 }  // namespace zarvy

@@ -14,7 +14,7 @@
 namespace zarvy {
 
 // What the program reads from its documents at start, beside what its stores keep for themselves.
-struct Library {
+struct LoadedLibrary {
   QList<Snippet> snippets;
   QList<Folder> folders;
   Settings settings;

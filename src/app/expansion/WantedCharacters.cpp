@@ -1,4 +1,4 @@
-#include "app/WantedCharacters.h"
+#include "app/expansion/WantedCharacters.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "app/SecureInputWatch.h"
+#include "app/expansion/SecureInputWatch.h"
 
 #include <utility>
 

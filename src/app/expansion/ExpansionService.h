@@ -1,0 +1,75 @@
+#pragma once
+
+#include <optional>
+
+#include <QObject>
+#include <QString>
+
+#include "app/expansion/ExpansionServices.h"
+
+namespace zarvy {
+
+class ExpansionCoordinator;
+class Library;
+
+// Whether expansion runs: it does once somebody starts it, unless the user has paused it or the
+// permission is missing. A signal is raised only when a value has really changed. Main thread.
+class ExpansionService final : public QObject {
+  Q_OBJECT
+
+ public:
+  // All of it outlives this object.
+  ExpansionService(const Library& library, ExpansionCoordinator& coordinator,
+                   const ExpansionServices& services);
+  ~ExpansionService() override;
+  ExpansionService(const ExpansionService&) = delete;
+  ExpansionService& operator=(const ExpansionService&) = delete;
+
+  // The user has paused expansion. Not remembered: every start is unpaused.
+  [[nodiscard]] bool isPaused() const { return m_isPaused; }
+
+  // As it was when this was made, or last refreshed.
+  [[nodiscard]] bool hasAccessibilityPermission() const { return m_hasAccessibilityPermission; }
+
+  // Begins to listen for triggers. Prints a line and does nothing without the permission; does
+  // nothing while paused.
+  void startExpansion();
+
+  // Stops listening. An injection in flight goes on to its end, without the sound.
+  void stopExpansion();
+
+  void togglePause();
+
+  // Listens for the quick search key of the settings from now on.
+  void applyHotKey();
+
+  // The coordinator's, but for what arrives after a pause.
+  void handlePotentialTrigger(const QString& buffer);
+
+  // Makes ahead of need, away from the main thread, what the first expansion would wait for.
+  void warmUp();
+
+  // Looks whether the permission is there, and starts expansion if it is, unless paused.
+  void refreshAccessibilityPermission();
+
+  // Asks for the permission if it is missing, and half a second later opens where it is granted.
+  void requestAccessibilityPermission();
+
+ Q_SIGNALS:
+  void isPausedChanged();
+  void hasAccessibilityPermissionChanged();
+  void secureInputAppNameChanged();
+
+ private:
+  void connectServices();
+  void prepareCharacters();
+  void playExpansionSound();
+
+  const Library& m_library;
+  ExpansionCoordinator& m_coordinator;
+  const ExpansionServices m_services;
+  bool m_isPaused = false;
+  bool m_hasAccessibilityPermission;
+};
+
+}  // namespace zarvy

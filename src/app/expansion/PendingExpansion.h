@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+
+#include <QList>
+
+#include "core/FillInField.h"
+#include "core/model/Snippet.h"
+#include "platform/RunningApplication.h"
+
+namespace zarvy {
+
+// An expansion that waits for its form.
+struct PendingExpansion {
+  Snippet snippet;
+  QList<FillInField> fields;
+  std::optional<RunningApplication> targetApp;  // in front when the form was asked for
+  qsizetype matchLength = 0;  // user-perceived characters to delete in front of the caret
+
+  bool operator==(const PendingExpansion&) const = default;
+};
+
+}  // namespace zarvy

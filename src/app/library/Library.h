@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QList>
+#include <QObject>
+
+#include "core/model/Folder.h"
+#include "core/model/GlobalVariable.h"
+#include "core/model/ImportBatch.h"
+#include "core/model/Settings.h"
+#include "core/model/Snippet.h"
+
+namespace zarvy {
+
+// What belongs to the user, in memory. Knows of no document and of no screen: who changes it sees
+// to the rest. A signal is raised only when a value has really changed. Main thread.
+class Library final : public QObject {
+  Q_OBJECT
+
+ public:
+  // In stored order.
+  [[nodiscard]] const QList<Snippet>& snippets() const { return m_snippets; }
+  [[nodiscard]] const QList<Folder>& folders() const { return m_folders; }
+  [[nodiscard]] const QList<GlobalVariable>& globalVariables() const { return m_globalVariables; }
+
+  [[nodiscard]] const Settings& settings() const { return m_settings; }
+
+  // Newest first.
+  [[nodiscard]] const QList<ImportBatch>& recentImports() const { return m_recentImports; }
+
+  void setSnippets(const QList<Snippet>& snippets);
+  void setFolders(const QList<Folder>& folders);
+  void setGlobalVariables(const QList<GlobalVariable>& globalVariables);
+  void setSettings(const Settings& settings);
+  void setRecentImports(const QList<ImportBatch>& recentImports);
+
+ Q_SIGNALS:
+  void snippetsChanged();
+  void foldersChanged();
+  void globalVariablesChanged();
+  void settingsChanged();
+  void recentImportsChanged();
+
+ private:
+  QList<Snippet> m_snippets;
+  QList<Folder> m_folders;
+  QList<GlobalVariable> m_globalVariables;
+  Settings m_settings;
+  QList<ImportBatch> m_recentImports;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,88 @@
+#include "app/library/LibrarySaver.h"
+
+#include <utility>
+
+#include <QPointer>
+
+#include "app/library/Library.h"
+#include "app/library/LibrarySync.h"
+
+namespace zarvy {
+
+namespace {
+
+// Gathers a burst of changes, such as typing in an editor, into one save.
+constexpr std::chrono::milliseconds debounce{50};
+
+void writeSnippetsAndFolders(const DataStore& store, const SyncedLists& lists) {
+  store.saveSnippets(lists.snippets);
+  store.saveFolders(lists.folders);
+}
+
+void writeGlobalVariables(const DataStore& store, const SyncedLists& lists) {
+  store.saveGlobalVariables(lists.globalVariables);
+}
+
+}  // namespace
+
+LibrarySaver::LibrarySaver(const Library& library, LibrarySync& sync, TextExpansionEngine& engine,
+                           const iCloudSyncService& service, DocumentQueue& documents,
+                           Scheduler& scheduler)
+    : m_library(library),
+      m_sync(sync),
+      m_engine(engine),
+      m_service(service),
+      m_documents(documents),
+      m_scheduler(scheduler) {}
+
+LibrarySaver::~LibrarySaver() {
+  m_saveTask.cancel();
+}
+
+void LibrarySaver::scheduleSave() {
+  m_saveTask.cancel();
+  m_saveTask = m_scheduler.postAfter(debounce, saving(snapshot(), writeSnippetsAndFolders));
+}
+
+void LibrarySaver::saveGlobalVariablesAndUpload() {
+  m_engine.setGlobalVariables(m_library.globalVariables());
+  saving(snapshot(), writeGlobalVariables)();
+}
+
+std::shared_ptr<const LibrarySaver::Snapshot> LibrarySaver::snapshot() const {
+  return std::make_shared<const Snapshot>(
+      Snapshot{{m_library.snippets(), m_library.folders(), m_library.globalVariables()},
+               m_library.settings().iCloudSyncEnabled,
+               m_sync.syncMetadata()});
+}
+
+// One step after the other, each where it belongs: documents, shared file, documents, main thread.
+Scheduler::Task LibrarySaver::saving(std::shared_ptr<const Snapshot> snapshot, Write write) {
+  return [snapshot = std::move(snapshot), write, &service = m_service, &documents = m_documents,
+          announce = announcing()] {
+    documents.post([snapshot, write, &service, &documents, announce](const DataStore& store) {
+      write(store, snapshot->lists);
+      if (!snapshot->iCloudSyncEnabled) return;
+      const SyncMetadata next = service.nextMetadata(snapshot->metadata);
+      const SyncedLists& lists = snapshot->lists;
+      service.upload(lists.snippets, lists.folders, lists.globalVariables, next,
+                     [&documents, next, announce] {
+                       documents.post([next, announce](const DataStore& afterwards) {
+                         afterwards.saveSyncMetadata(next);
+                         announce(next);
+                       });
+                     });
+    });
+  };
+}
+
+// Any thread.
+std::function<void(const SyncMetadata&)> LibrarySaver::announcing() {
+  return [weak = QPointer(&m_sync), &scheduler = m_scheduler](const SyncMetadata& uploaded) {
+    scheduler.post([weak, uploaded] {
+      if (weak) weak->adoptUpload(uploaded);
+    });
+  };
+}
+
+}  // namespace zarvy

@@ -1,0 +1,112 @@
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "app/AppStateFixture.h"
+
+namespace zarvy {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+
+constexpr std::chrono::milliseconds delay{300};
+
+class QuickSearchExpansion : public AppStateFixture {
+ protected:
+  void pressHotKey() {
+    m_harness.source.press(49, 0x80000);
+    m_harness.scheduler.runPending();
+  }
+
+  [[nodiscard]] FakeQuickSearchWindow& panel() { return m_harness.quickSearchWindow; }
+
+  [[nodiscard]] std::string typed() {
+    m_harness.workers.drain();
+    return m_harness.takeJournal();
+  }
+
+  const RunningApplication m_own{30, u"zarvy"_s, u"Zarvy"_s, 3};
+};
+
+TEST_F(QuickSearchExpansion, OpensAndClosesWithTheHotKey) {
+  startWith(u";ty"_s, u"x"_s);
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "panel hides");
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
+}
+
+TEST_F(QuickSearchExpansion, TypesThePickIntoTheApplicationThatWasInFrontAndDeletesNothing) {
+  startWith(u";ty"_s, u"Thanks"_s);
+  m_harness.type(u";ty"_s);
+  EXPECT_EQ(state().pendingMatchLength(), 3);
+  m_harness.finish();
+  (void)m_harness.takeJournal();
+  pressHotKey();
+  m_harness.workspace.setFrontmost(m_own);
+  panel().select(state().snippets().front());
+  EXPECT_EQ(state().pendingMatchLength(), 0);
+  EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders; panel hides; activate ");
+  m_harness.scheduler.advance(delay - std::chrono::milliseconds{1});
+  EXPECT_EQ(typed(), "");
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
+  m_harness.scheduler.advance(std::chrono::milliseconds{1});
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 2);
+  EXPECT_EQ(typed(), "begin 'Thanks'; sleep 10000; text 'Thanks'; sleep 1000; end");
+}
+
+TEST_F(QuickSearchExpansion, AsksForFieldsAndTypesThemIntoTheSameApplication) {
+  startWith(u";d"_s, u"Dear {{field:Name}}"_s);
+  m_harness.type(u"x;d"_s);
+  m_harness.fillInWindow.pressCancel();
+  pressHotKey();
+  const auto target = m_harness.workspace.frontmostApplication();
+  m_harness.workspace.setFrontmost(m_own);
+  (void)m_harness.takeJournal();
+  panel().select(state().snippets().front());
+  m_harness.workspace.setFrontmost(m_own);  // the window manager takes its time
+  m_harness.scheduler.runPending();
+  EXPECT_EQ(m_harness.takeJournal(), "panel hides; activate ; form ;d gray");
+  ASSERT_TRUE(state().pendingExpansion().has_value());
+  EXPECT_EQ(state().pendingExpansion()->matchLength, 0);
+  EXPECT_EQ(state().pendingExpansion()->targetApp, target);
+  m_harness.fillInWindow.pressExpand({{u"Name"_s, u"Ada"_s}});
+  m_harness.scheduler.advance(std::chrono::milliseconds{100});
+  EXPECT_EQ(typed(),
+            "form closes; activate ; sleep 50000; begin 'Dear Ada'; sleep 10000; text 'Dear Ada'; "
+            "sleep 1000; end");
+}
+
+TEST_F(QuickSearchExpansion, NeedsNoApplicationInFront) {
+  startWith(u";ty"_s, u"Thanks"_s);
+  m_harness.workspace.setFrontmost(std::nullopt);
+  pressHotKey();
+  panel().select(state().snippets().front());
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(), "panel of 1 snippets, 0 folders; panel hides");
+  EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1) << "counted all the same";
+}
+
+TEST_F(QuickSearchExpansion, IsNotHeardDuringAPause) {
+  startWith(u";ty"_s, u"Thanks"_s);
+  state().togglePause();
+  (void)m_harness.takeJournal();
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+}
+
+TEST_F(QuickSearchExpansion, DoesNothingOnceTheStateIsGone) {
+  startWith(u";ty"_s, u"Thanks"_s);
+  pressHotKey();
+  const Snippet pick = state().snippets().front();
+  m_harness.state.reset();
+  (void)m_harness.takeJournal();
+  panel().select(pick);
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(), "panel hides");
+}
+
+}  // namespace
+}  // namespace zarvy

@@ -1,11 +1,14 @@
 #include "platform/x11/X11Session.h"
 
+#include <optional>
 #include <utility>
 
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/EventReader.h"
+#include "platform/x11/hearing/ForgettingKey.h"
+#include "platform/x11/hearing/GrabRecord.h"
 #include "platform/x11/hearing/GrabWatch.h"
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
@@ -49,15 +52,18 @@ struct X11Session::Keyboards {
   }
 };
 
-// In the order in which they stand on each other; the reader is last, so that its thread has ended
+// In the order in which they stand on each other; what has a thread is last, so that this has ended
 // before anything it calls goes.
 struct X11Session::Parts {
   Parts(std::unique_ptr<Keyboards> openKeyboards, Scheduler& scheduler, Options options)
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
         grabs(*connection),
-        secureInput(grabs, options.ownWindowHasFocus),
-        hearing(*connection, posts, *keyboards->heard, grabs),
+        secureInput(*connection, grabs, options.ownWindowHasFocus),
+        hearing(*connection, posts, *keyboards->heard,
+                [this, mustNotBeHeard = std::move(options.mustNotBeHeard)] {
+                  return grabs.isGrabbed() || mustNotBeHeard();
+                }),
         sender(*connection, posts),
         windows(*connection),
         barrier(*connection, windows),
@@ -68,9 +74,12 @@ struct X11Session::Parts {
         poster(typist),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
         policy(*connection, windows),
-        reader(*connection) {}
+        reader(*connection) {
+    grabs.onFocusMoved(std::move(options.onFocusMoved));
+  }
 
   void connectReader() {
+    grabs.onGrab([this] { source.deliver(forgettingKey()); });
     hearing.onPress([this](const KeyEvent& event) { source.deliver(event); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
     hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
@@ -78,6 +87,15 @@ struct X11Session::Parts {
     reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
     reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
+  }
+
+  void recordGrabs() {
+    record.emplace(
+        *connection,
+        GrabRecord::Listener{
+            .onChange = [this](const auto& change, auto client,
+                               auto time) { grabs.handleRecorded(change, client, time); },
+            .onClientGone = [this](auto client) { grabs.handleLostClient(client); }});
   }
 
   // Answers to pings arrive at the root window of the application's screen.
@@ -105,6 +123,7 @@ struct X11Session::Parts {
   X11Workspace workspace;
   X11ActivationPolicy policy;
   EventReader reader;
+  std::optional<GrabRecord> record;
 };
 
 std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& output,
@@ -114,6 +133,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   auto onLost = std::move(options.onConnectionLost);
   auto parts = std::make_unique<Parts>(std::move(keyboards), scheduler, std::move(options));
   parts->connectReader();
+  parts->recordGrabs();
   parts->listenOnRoots();
   parts->modifiers.releaseLeftovers(parts->keyboards->typed->current()->modifiers());
   parts->typist.reclaimSpareKeys();
@@ -149,6 +169,9 @@ SecureInput& X11Session::secureInput() {
 }
 ActivationPolicy& X11Session::activationPolicy() {
   return m_parts->policy;
+}
+void X11Session::forgetWhatWasTyped() {
+  m_parts->source.deliver(forgettingKey());
 }
 void X11Session::abandonTyping() {
   m_parts->typist.abandonSessions();

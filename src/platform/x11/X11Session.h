@@ -26,6 +26,11 @@ class X11Session {
   struct Options {
     QString ownBundleIdentifier;
     std::function<bool()> ownWindowHasFocus;  // asked on the main thread
+    // Whether keys that go down now are to stay unknown to everybody, for a reason that the display
+    // does not know of. Asked for each key, on a thread of the session's own.
+    std::function<bool()> mustNotBeHeard = [] { return false; };
+    // The keyboard has gone to another window. On a thread of the session's own.
+    std::function<void()> onFocusMoved = [] {};
     // The display went away; called once, on the main thread.
     std::function<void()> onConnectionLost;
   };
@@ -42,6 +47,10 @@ class X11Session {
   [[nodiscard]] Workspace& workspace();
   [[nodiscard]] SecureInput& secureInput();
   [[nodiscard]] ActivationPolicy& activationPolicy();
+
+  // Has the listeners to keys forget what was typed until now, in its place among the keys. Any
+  // thread.
+  void forgetWhatWasTyped();
 
   // The program is about to end: typing that is still under way stops at once. Any thread.
   void abandonTyping();

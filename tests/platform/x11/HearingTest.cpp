@@ -5,9 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "e2e/harness/WaitUntil.h"
 #include "platform/ModifierFlags.h"
-#include "platform/SecureInput.h"
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/KeyboardDesk.h"
@@ -128,88 +126,6 @@ TEST(Hearing, SaysWhenTheDisplayGoesAway) {
   desk.server().kill();
   EXPECT_TRUE(desk.connectionLost());
   EXPECT_FALSE(desk.session().isAlive());
-}
-
-// A window of somebody else's that holds the keyboard, as a password prompt does.
-class KeyboardGrab {
- public:
-  explicit KeyboardGrab(const e2e::XConnection& connection)
-      : m_connection(connection), m_window(xcb_generate_id(connection.get())) {
-    const uint32_t overrideRedirect = 1;
-    xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 10,
-                      10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
-    xcb_map_window(connection.get(), m_window);
-    const auto reply = e2e::owned(
-        xcb_grab_keyboard_reply(connection.get(),
-                                xcb_grab_keyboard(connection.get(), 0, m_window, XCB_CURRENT_TIME,
-                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                nullptr));
-    EXPECT_TRUE(reply && reply->status == XCB_GRAB_STATUS_SUCCESS);
-  }
-
-  ~KeyboardGrab() {
-    xcb_ungrab_keyboard(m_connection.get(), XCB_CURRENT_TIME);
-    xcb_destroy_window(m_connection.get(), m_window);
-    m_connection.synchronise();
-  }
-
-  KeyboardGrab(const KeyboardGrab&) = delete;
-  KeyboardGrab& operator=(const KeyboardGrab&) = delete;
-
- private:
-  const e2e::XConnection& m_connection;
-  xcb_window_t m_window;
-};
-
-// The virtual key codes of the presses, and what they typed.
-QString told(const std::vector<KeyEvent>& events) {
-  QString text;
-  for (const KeyEvent& event : events) {
-    text +=
-        event.charactersIgnoringModifiers.value_or(u'<' + QString::number(event.keyCode) + u'>');
-  }
-  return text;
-}
-
-TEST(Hearing, TellsNothingOfWhatIsTypedUnderAGrabButThatThereWasSomething) {
-  for (const auto body : {e2e::Body::xtest, e2e::Body::serverKeyboard}) {
-    KeyboardDesk desk({.layouts = "us"});
-    desk.person().type(u"ab"_s, {.body = body, .interval = 2ms});
-    {
-      const KeyboardGrab prompt(desk.connection());
-      desk.person().type(u"sEc"_s, {.body = body, .interval = 2ms});
-    }
-    desk.person().type(u"cd"_s, {.body = body, .interval = 2ms});
-    QString heard = told(desk.heard(8));
-    EXPECT_EQ(heard.remove(u"<57>"_s).remove(u"<56>"_s), u"ab<53><53><53><53>cd"_s);
-  }
-}
-
-TEST(Hearing, TakesALastingGrabForSecureInput) {
-  KeyboardDesk desk({.layouts = "us"});
-  const SecureInput& secureInput = desk.session().secureInput();
-  const auto isEnabled = [&] { return secureInput.isSecureEventInputEnabled(); };
-  EXPECT_FALSE(isEnabled());
-  {
-    const KeyboardGrab prompt(desk.connection());
-    EXPECT_TRUE(e2e::waitUntil(isEnabled, 10s));
-  }
-  EXPECT_TRUE(e2e::waitUntil([&] { return !isEnabled(); }, 10s));
-}
-
-TEST(Hearing, FollowsTheFocusToTheWindowThatLosesTheKeyboardToAGrab) {
-  KeyboardDesk desk({.layouts = "us"});
-  TypingWitness second(desk.server().display());
-  desk.person().type(u"a"_s, {.interval = 2ms});
-  desk.letAdaptersCatchUp();
-  {
-    const KeyboardGrab prompt(desk.connection());
-    desk.person().type(u"s"_s, {.interval = 2ms});
-  }
-  desk.person().type(u"b"_s, {.interval = 2ms});
-  EXPECT_EQ(told(desk.heard(3)), u"a<53>b"_s);
-  EXPECT_EQ(second.text(), u"ab"_s);
 }
 
 }  // namespace

@@ -28,8 +28,9 @@ e2e::Environment environmentFor(const QTemporaryDir& folder, const std::string& 
 
 }  // namespace
 
-KeyboardDesk::KeyboardDesk(const e2e::KeyboardLayout& layout)
-    : m_server(m_folder.path().toStdString()),
+KeyboardDesk::KeyboardDesk(const e2e::KeyboardLayout& layout,
+                           const std::vector<std::string>& serverArguments)
+    : m_server(m_folder.path().toStdString(), serverArguments),
       m_environment(environmentFor(m_folder, m_server.display())),
       m_connection(m_server.display()),
       m_person(m_connection),
@@ -47,6 +48,8 @@ void KeyboardDesk::openSession() {
   m_session = X11Session::open(m_scheduler, m_output,
                                {.ownBundleIdentifier = u"zarvy-test"_s,
                                 .ownWindowHasFocus = [] { return false; },
+                                .mustNotBeHeard = [this] { return m_isSecret.load(); },
+                                .onFocusMoved = [this] { ++m_focusMoves; },
                                 .onConnectionLost = [this] { m_connectionLost = true; }},
                                &reason);
   if (!m_session) throw std::runtime_error(reason.toStdString());

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
@@ -20,7 +21,9 @@ namespace zarvy::x11 {
 // An X server with a person at its keyboard, a window in front, and the adapters under test.
 class KeyboardDesk {
  public:
-  explicit KeyboardDesk(const e2e::KeyboardLayout& layout);
+  // `serverArguments` go to the X server.
+  explicit KeyboardDesk(const e2e::KeyboardLayout& layout,
+                        const std::vector<std::string>& serverArguments = {});
   ~KeyboardDesk();
   KeyboardDesk(const KeyboardDesk&) = delete;
   KeyboardDesk& operator=(const KeyboardDesk&) = delete;
@@ -63,6 +66,12 @@ class KeyboardDesk {
   // a key of no consequence for that.
   void letAdaptersCatchUp(e2e::Body body = e2e::Body::xtest);
 
+  // Whether the adapters are told that nobody must hear what is typed.
+  void setSecret(bool isSecret) { m_isSecret = isSecret; }
+
+  // How often the adapters have told that the keyboard went to another window.
+  [[nodiscard]] int focusMoves() const { return m_focusMoves; }
+
   [[nodiscard]] bool connectionLost();
 
  private:
@@ -75,6 +84,8 @@ class KeyboardDesk {
   RecordingLineOutput m_output;
   std::vector<KeyEvent> m_heard;
   bool m_connectionLost = false;
+  std::atomic<bool> m_isSecret = false;
+  std::atomic<int> m_focusMoves = 0;
   TypingWitness m_witness;
   std::unique_ptr<X11Session> m_session;
 };

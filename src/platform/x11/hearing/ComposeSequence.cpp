@@ -60,4 +60,8 @@ std::optional<QString> ComposeSequence::feed(xkb_keysym_t symbol, std::optional<
   return plain;
 }
 
+void ComposeSequence::breakOff() {
+  if (m_state) xkb_compose_state_reset(m_state);
+}
+
 }  // namespace zarvy::x11

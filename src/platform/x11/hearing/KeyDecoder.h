@@ -20,6 +20,9 @@ class KeyDecoder {
   // The press of a key that the user made. `locationX` is left at 0.
   [[nodiscard]] KeyEvent decodePress(uint8_t keycode);
 
+  // A dead key or a Compose sequence that has begun goes no further.
+  void breakOffSequence() { m_compose.breakOff(); }
+
  private:
   [[nodiscard]] std::optional<QString> charactersOf(xkb_keysym_t symbol);
 

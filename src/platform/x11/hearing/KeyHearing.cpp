@@ -1,13 +1,14 @@
 #include "platform/x11/hearing/KeyHearing.h"
 
+#include <utility>
+
 #include <xcb/xinput.h>
 
 #include "platform/SyntheticEvent.h"
-#include "platform/VirtualKey.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/hearing/GrabWatch.h"
+#include "platform/x11/hearing/ForgettingKey.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
@@ -15,11 +16,11 @@
 namespace zarvy::x11 {
 
 KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
-                       const GrabWatch& grabs)
+                       std::function<bool()> mustNotBeHeard)
     : m_connection(connection),
       m_posts(posts),
       m_keymap(keymap),
-      m_grabs(grabs),
+      m_mustNotBeHeard(std::move(mustNotBeHeard)),
       m_decoder(keymap.current()) {
   selectEvents();
   m_decoder.setState(KeyboardState::query(m_connection));
@@ -27,12 +28,17 @@ KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& 
 
 // Raw events, since they come whoever has the focus and whoever holds a grab; the state of the
 // modifiers on the same connection, so that both arrive in the order in which they happened.
-// Keyboards that come and go are told, since autorepeat is listened for on each of them.
+// Keyboards that come and go are told, since autorepeat is listened for on each of them. The focus
+// is for GrabWatch: what is listened for at a window is one set, and these are the same windows.
 void KeyHearing::selectEvents() {
   const xcb_window_t root = m_connection.root();
-  selectInputEvents(
-      m_connection, root, XCB_INPUT_DEVICE_ALL_MASTER,
-      XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+  for (const xcb_window_t window : m_connection.roots()) {
+    uint32_t mask = XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT;
+    if (window == root) {
+      mask |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+    }
+    selectInputEvents(m_connection, window, XCB_INPUT_DEVICE_ALL_MASTER, mask);
+  }
   selectInputEvents(m_connection, root, XCB_INPUT_DEVICE_ALL, XCB_INPUT_XI_EVENT_MASK_HIERARCHY);
   selectAutorepeat();
 
@@ -99,17 +105,18 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
   }
 }
 
-// A key that somebody has taken for themselves is told as Escape, whatever it was: nobody here is
-// to know it, and what was typed before it does not go on behind it.
+// What must not be heard may begin on another thread while a key is being decoded: whoever begins
+// it has what was typed before forgotten, and a key that was told after that is forgotten here.
 void KeyHearing::handleForeignPress(uint8_t keycode) {
-  if (m_grabs.isGrabbed()) {
-    m_onPress({.keyCode = virtualkey::escape,
-               .modifierFlags = 0,
-               .charactersIgnoringModifiers = std::nullopt,
-               .locationX = 0});
-  } else {
-    m_onPress(m_decoder.decodePress(keycode));
-  }
+  if (m_mustNotBeHeard()) return tellThatSomethingWasTyped();
+  m_onPress(m_decoder.decodePress(keycode));
+  if (m_mustNotBeHeard()) tellThatSomethingWasTyped();
+}
+
+// Not what it was: nobody here is to know it.
+void KeyHearing::tellThatSomethingWasTyped() {
+  m_decoder.breakOffSequence();
+  m_onPress(forgettingKey());
 }
 
 // The state is left as it was told by events where the keymap is new: asking for it would run ahead

@@ -15,7 +15,6 @@ namespace zarvy::x11 {
 
 class Connection;
 class FollowedKeymap;
-class GrabWatch;
 class OwnPosts;
 
 // Follows the keyboard on the reader's thread: keymap, state, and every key that goes down or up
@@ -24,9 +23,10 @@ class KeyHearing {
  public:
   using PressHandler = std::function<void(const KeyEvent&)>;
 
-  // `keymap` is that of the union of all keyboards; `grabs` hears each event first.
+  // `keymap` is that of the union of all keyboards. `mustNotBeHeard` says whether the keys that go
+  // down now are nobody's business here; it is asked on the reader's thread for each of them.
   KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
-             const GrabWatch& grabs);
+             std::function<bool()> mustNotBeHeard);
 
   // From now on `handler` gets every key-down, this program's own ones with the marker's x. On the
   // reader's thread. Before the reader starts.
@@ -49,12 +49,13 @@ class KeyHearing {
   void handleKeyboardPress(const xcb_input_key_press_event_t& event);
   void handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press);
   void handleForeignPress(uint8_t keycode);
+  void tellThatSomethingWasTyped();
   void handleXkbEvent(const xcb_generic_event_t& event);
 
   Connection& m_connection;
   OwnPosts& m_posts;
   FollowedKeymap& m_keymap;
-  const GrabWatch& m_grabs;
+  const std::function<bool()> m_mustNotBeHeard;
   KeyDecoder m_decoder;
   PressHandler m_onPress;
   std::function<void()> m_onStateChange;

@@ -7,6 +7,7 @@
 
 namespace zarvy::x11 {
 
+class Connection;
 class GrabWatch;
 
 // Takes a keyboard grab for secure input once it has lasted for a moment. Window managers grab for
@@ -14,15 +15,20 @@ class GrabWatch;
 class X11SecureInput final : public SecureInput {
  public:
   // `ownWindowHasFocus` is asked on the main thread: a menu of this program grabs the keyboard too.
-  X11SecureInput(const GrabWatch& grabs, std::function<bool()> ownWindowHasFocus)
-      : m_grabs(grabs), m_ownWindowHasFocus(std::move(ownWindowHasFocus)) {}
+  X11SecureInput(Connection& connection, const GrabWatch& grabs,
+                 std::function<bool()> ownWindowHasFocus)
+      : m_connection(connection),
+        m_grabs(grabs),
+        m_ownWindowHasFocus(std::move(ownWindowHasFocus)) {}
 
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
 
-  // X does not tell who has the grab.
-  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override { return {}; }
+  // Asks the server. Absent where that lacks RECORD or X-Resource, and for a client of another
+  // machine.
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
 
  private:
+  Connection& m_connection;
   const GrabWatch& m_grabs;
   const std::function<bool()> m_ownWindowHasFocus;
 };

@@ -1,0 +1,345 @@
+// What is told of keys that somebody else has for themselves, and of who that is, on a real X
+// server.
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+#include <xcb/xinput.h>
+
+#include "e2e/harness/WaitUntil.h"
+#include "platform/SecureInput.h"
+#include "platform/x11/KeyboardDesk.h"
+#include "support/QtPrinters.h"
+
+namespace zarvy::x11 {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+constexpr xcb_input_device_id_t masterKeyboard = 3;
+
+bool grabKeyboard(const e2e::XConnection& connection, xcb_window_t window) {
+  const auto reply = e2e::owned(
+      xcb_grab_keyboard_reply(connection.get(),
+                              xcb_grab_keyboard(connection.get(), 0, window, XCB_CURRENT_TIME,
+                                                XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                              nullptr));
+  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+bool grabDevice(const e2e::XConnection& connection, xcb_window_t window,
+                xcb_input_device_id_t device) {
+  const uint32_t mask = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+  const auto reply = e2e::owned(xcb_input_xi_grab_device_reply(
+      connection.get(),
+      xcb_input_xi_grab_device(connection.get(), window, XCB_CURRENT_TIME, XCB_CURSOR_NONE, device,
+                               XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC, 0, 1,
+                               &mask),
+      nullptr));
+  return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
+void ungrabKeyboard(const e2e::XConnection& connection) {
+  xcb_ungrab_keyboard(connection.get(), XCB_CURRENT_TIME);
+  connection.synchronise();
+}
+
+void ungrabDevice(const e2e::XConnection& connection, xcb_input_device_id_t device) {
+  xcb_input_xi_ungrab_device(connection.get(), XCB_CURRENT_TIME, device);
+  connection.synchronise();
+}
+
+xcb_window_t focusOf(const e2e::XConnection& connection) {
+  const auto reply = e2e::owned(
+      xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+  return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+// A window that no window manager has to do with.
+class BareWindow {
+ public:
+  explicit BareWindow(const e2e::XConnection& connection)
+      : m_connection(connection), m_window(xcb_generate_id(connection.get())) {
+    const uint32_t overrideRedirect = 1;
+    xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 10,
+                      10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                      XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+    xcb_map_window(connection.get(), m_window);
+    connection.synchronise();
+  }
+  ~BareWindow() {
+    xcb_destroy_window(m_connection.get(), m_window);
+    m_connection.synchronise();
+  }
+  BareWindow(const BareWindow&) = delete;
+  BareWindow& operator=(const BareWindow&) = delete;
+
+  [[nodiscard]] xcb_window_t id() const { return m_window; }
+
+  void unmap() {
+    xcb_unmap_window(m_connection.get(), m_window);
+    m_connection.synchronise();
+  }
+
+  void focus() {
+    xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
+    m_connection.synchronise();
+  }
+
+ private:
+  const e2e::XConnection& m_connection;
+  xcb_window_t m_window;
+};
+
+// Holds the keyboard, as a password prompt does.
+class KeyboardGrab {
+ public:
+  explicit KeyboardGrab(const e2e::XConnection& connection)
+      : m_connection(connection), m_window(connection) {
+    EXPECT_TRUE(grabKeyboard(connection, m_window.id()));
+  }
+  ~KeyboardGrab() { ungrabKeyboard(m_connection); }
+  KeyboardGrab(const KeyboardGrab&) = delete;
+  KeyboardGrab& operator=(const KeyboardGrab&) = delete;
+
+ private:
+  const e2e::XConnection& m_connection;
+  BareWindow m_window;
+};
+
+// What the presses typed, without those of Shift; any number of keys in a row that were only told
+// to have been typed is one "*".
+QString told(const std::vector<KeyEvent>& events) {
+  QString text;
+  for (const KeyEvent& event : events) {
+    if (event.keyCode == 53) {
+      if (!text.endsWith(u'*')) text += u'*';
+    } else {
+      text += event.charactersIgnoringModifiers.value_or(QString());
+    }
+  }
+  return text;
+}
+
+class Grabs : public testing::Test {
+ protected:
+  void expectSecure(bool isSecure) {
+    EXPECT_TRUE(
+        e2e::waitUntil([&] { return secureInput().isSecureEventInputEnabled() == isSecure; }, 10s))
+        << (isSecure ? "is not taken for secure input" : "is taken for secure input");
+  }
+
+  // Waits until what the person types is told to be `expected`.
+  void expectTold(const QString& expected) {
+    QString text;
+    const bool isTold = e2e::waitUntil(
+        [&] {
+          text = told(m_desk.heard(0));
+          return text == expected;
+        },
+        10s);
+    EXPECT_TRUE(isTold) << text.toStdString();
+  }
+
+  void type(const QString& text, e2e::Body body = e2e::Body::xtest) {
+    m_desk.person().type(text, {.body = body, .interval = 2ms});
+  }
+
+  [[nodiscard]] const SecureInput& secureInput() { return m_desk.session().secureInput(); }
+  [[nodiscard]] const e2e::XConnection& connection() const { return m_desk.connection(); }
+
+  KeyboardDesk m_desk{{.layouts = "us"}};
+};
+
+class GrabsOfBodies : public Grabs, public testing::WithParamInterface<e2e::Body> {};
+
+TEST_P(GrabsOfBodies, LetNothingBeToldOfWhatIsTypedButThatThereWasSomething) {
+  type(u"ab"_s, GetParam());
+  expectTold(u"ab"_s);
+  {
+    const KeyboardGrab prompt(connection());
+    type(u"sEc"_s, GetParam());
+  }
+  type(u"cd"_s, GetParam());
+  expectTold(u"ab*cd"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(Through, GrabsOfBodies,
+                         testing::Values(e2e::Body::xtest, e2e::Body::serverKeyboard),
+                         [](const auto& row) {
+                           return row.param == e2e::Body::xtest ? "XTest" : "Keyboard";
+                         });
+
+TEST_F(Grabs, HaveWhatWasTypedBeforeForgottenThoughNothingIsTyped) {
+  type(u"ab"_s);
+  expectTold(u"ab"_s);
+  const KeyboardGrab prompt(connection());
+  expectTold(u"ab*"_s);
+}
+
+TEST_F(Grabs, AreSecureInputOnceTheyHaveLasted) {
+  EXPECT_FALSE(secureInput().isSecureEventInputEnabled());
+  {
+    const KeyboardGrab prompt(connection());
+    expectSecure(true);
+  }
+  expectSecure(false);
+}
+
+TEST_F(Grabs, TellTheProcessThatHasTheKeyboard) {
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
+  {
+    const KeyboardGrab prompt(connection());
+    expectSecure(true);
+    EXPECT_EQ(secureInput().ownerProcessIdentifier(), getpid());
+  }
+  expectSecure(false);
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
+}
+
+TEST_F(Grabs, AreFollowedFromWindowToWindow) {
+  TypingWitness second(m_desk.server().display());
+  type(u"a"_s);
+  expectTold(u"a"_s);
+  {
+    const KeyboardGrab prompt(connection());
+    type(u"s"_s);
+  }
+  type(u"b"_s);
+  expectTold(u"a*b"_s);
+  EXPECT_EQ(second.text(), u"ab"_s);
+}
+
+TEST_F(Grabs, OfTheWindowThatHasTheFocusAreNoticedToo) {
+  type(u"a"_s);
+  expectTold(u"a"_s);
+  ASSERT_TRUE(grabKeyboard(connection(), focusOf(connection())));
+  expectSecure(true);
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), getpid());
+  type(u"s"_s);
+  ungrabKeyboard(connection());
+  expectSecure(false);
+  type(u"b"_s);
+  expectTold(u"a*b"_s);
+}
+
+TEST_F(Grabs, ThroughXInputAreNoticedToo) {
+  ASSERT_TRUE(grabDevice(connection(), focusOf(connection()), masterKeyboard));
+  expectSecure(true);
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), getpid());
+  ungrabKeyboard(connection());  // means nothing to a grab of this kind
+  EXPECT_FALSE(grabKeyboard(e2e::XConnection(m_desk.server().display()), connection().root()));
+  EXPECT_TRUE(secureInput().isSecureEventInputEnabled());
+  ungrabDevice(connection(), masterKeyboard);
+  expectSecure(false);
+}
+
+TEST_F(Grabs, ThatAreRefusedAreNone) {
+  const KeyboardGrab prompt(connection());
+  expectSecure(true);
+  {
+    const e2e::XConnection second(m_desk.server().display());
+    EXPECT_FALSE(grabKeyboard(second, connection().root()));
+  }
+  // Neither the refusal nor the end of who was refused changes anything.
+  type(u"s"_s);
+  expectTold(u"*"_s);
+  EXPECT_TRUE(secureInput().isSecureEventInputEnabled());
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), getpid());
+}
+
+TEST_F(Grabs, EndWithTheClient) {
+  {
+    const e2e::XConnection second(m_desk.server().display());
+    ASSERT_TRUE(grabKeyboard(second, focusOf(connection())));
+    expectSecure(true);
+  }
+  type(u"a"_s);  // the server tells no sooner
+  expectSecure(false);
+  EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
+}
+
+TEST_F(Grabs, EndWithTheWindow) {
+  BareWindow prompt(connection());
+  prompt.focus();
+  ASSERT_TRUE(grabKeyboard(connection(), prompt.id()));
+  expectSecure(true);
+  type(u"s"_s);
+  prompt.unmap();
+  expectSecure(false);
+}
+
+TEST_F(Grabs, OfOtherDevicesAreNone) {
+  constexpr xcb_input_device_id_t masterPointer = 2;
+  ASSERT_TRUE(grabDevice(connection(), focusOf(connection()), masterPointer));
+  type(u"a"_s);
+  expectTold(u"a"_s);
+  EXPECT_FALSE(secureInput().isSecureEventInputEnabled());
+  ungrabDevice(connection(), masterPointer);
+}
+
+TEST(GrabsWithoutResourceExtension, AreNoticedAndNobodyIsNamed) {
+  KeyboardDesk desk({.layouts = "us"}, {"-extension", "X-Resource"});
+  const KeyboardGrab prompt(desk.connection());
+  const SecureInput& secureInput = desk.session().secureInput();
+  EXPECT_TRUE(e2e::waitUntil([&] { return secureInput.isSecureEventInputEnabled(); }, 10s));
+  EXPECT_EQ(secureInput.ownerProcessIdentifier(), std::nullopt);
+  EXPECT_TRUE(desk.session().isAlive());
+}
+
+using Secrets = Grabs;
+
+TEST_F(Secrets, AreToldAsKeysThatWereTypedAndNothingElse) {
+  type(u"ab"_s);
+  expectTold(u"ab"_s);
+  m_desk.setSecret(true);
+  type(u"sEc"_s);
+  expectTold(u"ab*"_s);
+  m_desk.setSecret(false);
+  type(u"cd"_s);
+  expectTold(u"ab*cd"_s);
+}
+
+TEST_F(Secrets, DoNotEndTheDeadKeyThatWasPressedBefore) {
+  m_desk.changeLayout({.layouts = "de"});
+  m_desk.person().tap(XKB_KEY_dead_acute);
+  type(u"x"_s);
+  m_desk.person().tap(XKB_KEY_dead_acute);
+  m_desk.setSecret(true);
+  type(u"s"_s);
+  expectTold(u"*"_s);
+  m_desk.setSecret(false);
+  type(u"e"_s);
+  expectTold(u"*e"_s);
+}
+
+TEST_F(Secrets, HaveWhatWasTypedForgottenOnRequest) {
+  type(u"ab"_s);
+  expectTold(u"ab"_s);
+  m_desk.session().forgetWhatWasTyped();
+  type(u"c"_s);
+  expectTold(u"ab*c"_s);
+}
+
+using FocusMoves = Grabs;
+
+TEST_F(FocusMoves, AreToldFromWindowToWindowAndOutOfNowhere) {
+  ASSERT_EQ(m_desk.focusMoves(), 0);
+  const auto hasMoved = [&](int times) {
+    return e2e::waitUntil([&] { return m_desk.focusMoves() == times; }, 10s);
+  };
+  BareWindow first(connection());
+  first.focus();
+  EXPECT_TRUE(hasMoved(1));
+  xcb_set_input_focus(connection().get(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE,
+                      XCB_CURRENT_TIME);
+  connection().synchronise();
+  EXPECT_TRUE(hasMoved(2));
+  BareWindow second(connection());
+  second.focus();
+  EXPECT_TRUE(hasMoved(3));
+}
+
+}  // namespace
+}  // namespace zarvy::x11

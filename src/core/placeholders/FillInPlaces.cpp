@@ -1,0 +1,91 @@
+#include "core/placeholders/FillInPlaces.h"
+
+#include "base/text/ReplacementTemplate.h"
+#include "core/placeholders/ExpansionLimit.h"
+#include "core/placeholders/NextOccurrence.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+// The places of `opener`, and where what begins there ends: -1 where it is no fill-in.
+template <typename EndBehind>
+FillIns findFillIns(QStringView text, const QString& opener, EndBehind endBehind) {
+  FillIns found;
+  for (qsizetype start = text.indexOf(opener); start >= 0;) {
+    const qsizetype end = endBehind(start + opener.size());
+    if (end > start) found.push_back(text.sliced(start, end - start));
+    start = text.indexOf(opener, end > start ? end : start + 1);
+  }
+  return found;
+}
+
+// Where the "}}" ends that must be the first closing brace at or after `position`; -1 if it is not.
+class ClosingBraces {
+ public:
+  explicit ClosingBraces(QStringView text) : m_text(text), m_brace(text, u"}") {}
+
+  [[nodiscard]] qsizetype endBehind(qsizetype position) {
+    const qsizetype brace = m_brace.from(position);
+    return m_text.sliced(brace).startsWith(u"}}") ? brace + 2 : -1;
+  }
+
+  [[nodiscard]] bool isAt(qsizetype position) const {
+    return m_text.sliced(position).startsWith(u'}');
+  }
+
+ private:
+  QStringView m_text;
+  NextOccurrence m_brace;
+};
+
+FillIns findTextInputs(QStringView text, const QString& opener) {
+  ClosingBraces braces(text);
+  return findFillIns(text, opener, [&](qsizetype position) -> qsizetype {
+    const bool isRight = braces.isAt(position) || text.sliced(position).startsWith(u':');
+    return isRight ? braces.endBehind(position) : -1;
+  });
+}
+
+}  // namespace
+
+FillIns findTextFieldsOf(QStringView text, const QString& name) {
+  return findTextInputs(text, u"{{field:"_s + name);
+}
+
+FillIns findTextAreasOf(QStringView text, const QString& name) {
+  return findTextInputs(text, u"{{textarea:"_s + name);
+}
+
+FillIns findDropdownsOf(QStringView text, const QString& name) {
+  ClosingBraces braces(text);
+  return findFillIns(text, u"{{dropdown:"_s + name + u':', [&](qsizetype position) -> qsizetype {
+    return braces.isAt(position) ? -1 : braces.endBehind(position);
+  });
+}
+
+FillIns findSectionsOf(QStringView text, const QString& name) {
+  constexpr QStringView mark = u"{{/?}}";
+  NextOccurrence closing(text, mark);
+  return findFillIns(text, u"{{?:"_s + name + u"}}"_s, [&](qsizetype position) -> qsizetype {
+    const qsizetype end = closing.from(position);
+    return end == text.size() ? -1 : end + mark.size();
+  });
+}
+
+QString withAnswer(const QString& text, const FillIns& fillIns, const QString& answer) {
+  const QStringView source = text;
+  QString result;
+  qsizetype end = 0;
+  for (const QStringView fillIn : fillIns) {
+    const qsizetype start = fillIn.utf16() - source.utf16();
+    result += source.sliced(end, start - end);
+    result += expandTemplate(answer, fillIn).value_or(answer);
+    end = start + fillIn.size();
+    if (result.size() > ExpansionLimit::longestText) return text;
+  }
+  return result += source.sliced(end);
+}
+
+}  // namespace zarvy

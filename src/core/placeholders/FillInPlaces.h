@@ -1,0 +1,29 @@
+#pragma once
+
+#include <vector>
+
+#include <QString>
+#include <QStringView>
+
+namespace zarvy {
+
+// The places in a text that the answer to one field goes to: the fill-ins of one kind and name,
+// from left to right, none overlapping. Views into the text.
+using FillIns = std::vector<QStringView>;
+
+// {{field:Name}} and {{field:Name:anything}}; the same with "textarea".
+[[nodiscard]] FillIns findTextFieldsOf(QStringView text, const QString& name);
+[[nodiscard]] FillIns findTextAreasOf(QStringView text, const QString& name);
+
+// {{dropdown:Name:anything}}
+[[nodiscard]] FillIns findDropdownsOf(QStringView text, const QString& name);
+
+// {{?:Name}}anything{{/?}}
+[[nodiscard]] FillIns findSectionsOf(QStringView text, const QString& name);
+
+// The text with each of its `fillIns` replaced by what `answer` gives as a template for it, or by
+// the answer itself where that is no template. The text as it is where it would become too long.
+[[nodiscard]] QString withAnswer(const QString& text, const FillIns& fillIns,
+                                 const QString& answer);
+
+}  // namespace zarvy

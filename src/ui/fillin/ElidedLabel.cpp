@@ -1,0 +1,35 @@
+#include "ui/fillin/ElidedLabel.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "ui/fillin/OneLine.h"
+
+namespace zarvy {
+
+ElidedLabel::ElidedLabel(const QString& text, QWidget* parent)
+    : QLabel(parent), m_shown(oneLine(text)) {
+  setTextFormat(Qt::PlainText);
+  setText(m_shown);
+  setAccessibleName(text);
+  setToolTip(plainToolTip(text));
+}
+
+QSize ElidedLabel::sizeHint() const {
+  // One pixel for what rounding takes off a text that just fits.
+  return {fontMetrics().horizontalAdvance(m_shown) + 1, fontMetrics().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return {0, fontMetrics().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setPen(
+      palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+  const QString shown = fontMetrics().elidedText(m_shown, Qt::ElideRight, width());
+  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,85 @@
+#include "ui/fillin/FillInWindowController.h"
+
+#include <utility>
+
+#include <QPointer>
+
+#include "ui/BringForward.h"
+#include "ui/fillin/FillInPanel.h"
+#include "ui/fillin/StandaloneFillInForm.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+void FillInWindowController::DeleteLater::operator()(FillInPanel* panel) const {
+  panel->hide();
+  panel->deleteLater();
+}
+
+FillInWindowController::FillInWindowController(const FillInServices& services)
+    : m_services(services) {}
+
+FillInWindowController::~FillInWindowController() = default;
+
+void FillInWindowController::show(const Snippet& snippet, FolderColor folderColor,
+                                  OnComplete onComplete, OnCancel onCancel) {
+  closeAndForget(m_opening);
+  m_didComplete = false;
+  ++m_opening;
+  auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
+                                                     wrapped(onComplete), wrapped(onCancel));
+  m_window.reset(
+      std::make_unique<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title).release());
+  m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{onCloseOf(onCancel)});
+  m_window->setDelegate(m_windowDelegate);
+  m_window->center();
+  showInFront(*m_window, m_services.workspace);
+}
+
+void FillInWindowController::close() {
+  if (m_window) m_window->close();
+}
+
+FillInWindow::OnComplete FillInWindowController::wrapped(const OnComplete& onComplete) {
+  const QPointer<FillInWindowController> controller(this);
+  return [controller, onComplete, opening = m_opening](const QMap<QString, QString>& values) {
+    if (auto* const alive = controller.data()) alive->m_didComplete = true;
+    onComplete(values);
+    if (auto* const alive = controller.data()) alive->closeAndForget(opening);
+  };
+}
+
+FillInWindow::OnCancel FillInWindowController::wrapped(const OnCancel& onCancel) {
+  const QPointer<FillInWindowController> controller(this);
+  return [controller, onCancel, opening = m_opening] {
+    if (auto* const alive = controller.data()) alive->m_didComplete = false;
+    onCancel();
+    if (auto* const alive = controller.data()) alive->closeAndForget(opening);
+  };
+}
+
+FillInWindow::OnCancel FillInWindowController::onCloseOf(const OnCancel& onCancel) {
+  const QPointer<FillInWindowController> controller(this);
+  return [controller, onCancel] {
+    auto* const alive = controller.data();
+    if (alive == nullptr) return;
+    const bool didComplete = alive->m_didComplete;
+    alive->forget();
+    if (!didComplete) onCancel();
+  };
+}
+
+// A callback may have opened another form meanwhile, which is none of its own.
+void FillInWindowController::closeAndForget(quint64 opening) {
+  if (opening != m_opening) return;
+  close();
+  forget();
+}
+
+void FillInWindowController::forget() {
+  m_windowDelegate.reset();
+  m_window.reset();
+}
+
+}  // namespace zarvy

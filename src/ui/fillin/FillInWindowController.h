@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+
+#include <QObject>
+
+#include "app/expansion/FillInWindow.h"
+#include "ui/WindowDelegate.h"
+#include "ui/fillin/FillInServices.h"
+
+namespace zarvy {
+
+class FillInPanel;
+
+// Opens the form in a panel above the other windows. The end of the controller takes an open panel
+// away without a call.
+class FillInWindowController final : public QObject, public FillInWindow {
+  Q_OBJECT
+
+ public:
+  explicit FillInWindowController(const FillInServices& services);
+  ~FillInWindowController() override;
+  FillInWindowController(const FillInWindowController&) = delete;
+  FillInWindowController& operator=(const FillInWindowController&) = delete;
+
+  // A press of "Cancel" calls `onCancel` twice, once for itself and once for the closing that
+  // follows; any other closing without "Expand" calls it once.
+  void show(const Snippet& snippet, FolderColor folderColor, OnComplete onComplete,
+            OnCancel onCancel) override;
+
+  void close() override;
+
+ private:
+  // Deletes a panel once the events under way are done with it.
+  struct DeleteLater {
+    void operator()(FillInPanel* panel) const;
+  };
+
+  [[nodiscard]] OnComplete wrapped(const OnComplete& onComplete);
+  [[nodiscard]] OnCancel wrapped(const OnCancel& onCancel);
+  [[nodiscard]] OnCancel onCloseOf(const OnCancel& onCancel);
+  void closeAndForget(quint64 opening);
+  void forget();
+
+  const FillInServices m_services;
+  std::unique_ptr<FillInPanel, DeleteLater> m_window;
+  std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
+  bool m_didComplete = false;                              // "Expand" was used
+  quint64 m_opening = 0;                                   // counts the panels
+};
+
+}  // namespace zarvy

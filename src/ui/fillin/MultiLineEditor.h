@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QPlainTextEdit>
+
+namespace zarvy {
+
+// An input of several lines, without a frame of its own. Tab leaves it, Return begins a new line.
+class MultiLineEditor final : public QPlainTextEdit {
+  Q_OBJECT
+
+ public:
+  MultiLineEditor(const QString& value, QWidget* parent);
+
+  // The text with line feeds, otherwise as it was typed.
+  [[nodiscard]] QString value() const;
+
+ Q_SIGNALS:
+  void edited();
+};
+
+}  // namespace zarvy

@@ -1,0 +1,69 @@
+#include "ui/fillin/PaneSplitter.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QSplitterHandle>
+
+#include "ui/style/Tones.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr int handleHeight = 9;  // what the mouse can take hold of
+constexpr QSizeF gripSize(28, 3);
+constexpr int step = 16;
+
+class PaneDivider final : public QSplitterHandle {
+ public:
+  PaneDivider(Qt::Orientation orientation, QSplitter* parent)
+      : QSplitterHandle(orientation, parent) {
+    setFocusPolicy(Qt::TabFocus);
+    setAccessibleName(u"Size of the preview"_s);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const QColor line = separatorColor(palette());
+    painter.fillRect(QRect(0, height() / 2, width(), 1), line);
+    QRectF grip({}, gripSize);
+    grip.moveCenter(QRectF(rect()).center());
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(hasFocus() ? palette().color(QPalette::Highlight)
+                                : blended(palette().color(QPalette::Base),
+                                          palette().color(QPalette::Text), 0.4));
+    painter.drawRoundedRect(grip, gripSize.height() / 2, gripSize.height() / 2);
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Up) return moveSplitter(y() - step);
+    if (event->key() == Qt::Key_Down) return moveSplitter(y() + step);
+    QSplitterHandle::keyPressEvent(event);
+  }
+
+  void focusInEvent(QFocusEvent* event) override {
+    QSplitterHandle::focusInEvent(event);
+    update();
+  }
+
+  void focusOutEvent(QFocusEvent* event) override {
+    QSplitterHandle::focusOutEvent(event);
+    update();
+  }
+};
+
+}  // namespace
+
+PaneSplitter::PaneSplitter(QWidget* parent) : QSplitter(Qt::Vertical, parent) {
+  setHandleWidth(handleHeight);
+  setChildrenCollapsible(false);
+}
+
+QSplitterHandle* PaneSplitter::createHandle() {
+  return new PaneDivider(orientation(), this);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,100 @@
+#include "ui/fillin/PreviewView.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
+
+#include <QEvent>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+
+#include "ui/style/Tones.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr int padding = 8;
+constexpr double highlightOpacity = 0.15;
+
+}  // namespace
+
+PreviewView::PreviewView(QWidget* parent) : QPlainTextEdit(parent) {
+  setReadOnly(true);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setFocusPolicy(Qt::StrongFocus);
+  setTabChangesFocus(true);
+  setUndoRedoEnabled(false);
+  setFrameShape(QFrame::NoFrame);
+  viewport()->setAutoFillBackground(false);
+  document()->setDocumentMargin(padding);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  QTextOption option = document()->defaultTextOption();
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute);
+  document()->setDefaultTextOption(option);
+  setAccessibleName(u"Preview"_s);
+}
+
+void PreviewView::setRuns(const QList<PreviewRun>& runs) {
+  const auto [oldEnd, newEnd] =
+      std::mismatch(m_runs.cbegin(), m_runs.cend(), runs.cbegin(), runs.cend());
+  const qsizetype first = oldEnd - m_runs.cbegin();
+  const auto [oldTail, newTail] =
+      std::mismatch(m_runs.crbegin(), std::make_reverse_iterator(oldEnd), runs.crbegin(),
+                    std::make_reverse_iterator(newEnd));
+  const qsizetype kept = oldTail - m_runs.crbegin();
+  replaceRuns(first, m_runs.size() - kept, runs.sliced(first, runs.size() - kept - first));
+  m_runs = runs;
+}
+
+void PreviewView::replaceRuns(qsizetype first, qsizetype behindLast,
+                              const QList<PreviewRun>& runs) {
+  const auto from = m_lengths.begin() + first;
+  const auto to = m_lengths.begin() + behindLast;
+  const int start = std::accumulate(m_lengths.begin(), from, 0);
+  QTextCursor cursor(document());
+  cursor.beginEditBlock();
+  cursor.setPosition(start);
+  cursor.setPosition(std::accumulate(from, to, start), QTextCursor::KeepAnchor);
+  cursor.removeSelectedText();
+  std::vector<int> lengths;
+  for (const PreviewRun& run : runs) {
+    const int before = cursor.position();
+    cursor.insertText(run.text, formatOf(run.kind));
+    lengths.push_back(cursor.position() - before);
+  }
+  cursor.endEditBlock();
+  m_lengths.insert(m_lengths.erase(from, to), lengths.begin(), lengths.end());
+}
+
+QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
+  QTextCharFormat format;
+  if (kind == PreviewRun::Kind::plain) return format;
+  const QColor base = palette().color(QPalette::Base);
+  const bool isRequired = kind == PreviewRun::Kind::required;
+  const QColor color = isRequired ? tintOf(FolderColor::red) : palette().color(QPalette::Highlight);
+  const QColor background = blended(base, color, highlightOpacity);
+  format.setFontWeight(QFont::Medium);
+  format.setForeground(isRequired ? requiredColor(palette(), background)
+                                  : accentColor(palette(), background));
+  format.setBackground(withOpacity(color, highlightOpacity));
+  return format;
+}
+
+void PreviewView::changeEvent(QEvent* event) {
+  QPlainTextEdit::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) showAnew();
+}
+
+void PreviewView::showAnew() {
+  const QList<PreviewRun> runs = std::exchange(m_runs, {});
+  document()->clear();
+  m_lengths.clear();
+  setRuns(runs);
+}
+
+}  // namespace zarvy

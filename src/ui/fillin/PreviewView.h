@@ -1,0 +1,35 @@
+#pragma once
+
+#include <vector>
+
+#include <QList>
+#include <QPlainTextEdit>
+
+#include "ui/fillin/PreviewRun.h"
+
+namespace zarvy {
+
+// Shows runs, to be read, selected and copied.
+class PreviewView final : public QPlainTextEdit {
+  Q_OBJECT
+
+ public:
+  explicit PreviewView(QWidget* parent);
+
+  // Touches only what differs from the runs before, so that a long text stays where it is scrolled
+  // to and is not laid out anew at each key.
+  void setRuns(const QList<PreviewRun>& runs);
+
+ protected:
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void replaceRuns(qsizetype first, qsizetype behindLast, const QList<PreviewRun>& runs);
+  [[nodiscard]] QTextCharFormat formatOf(PreviewRun::Kind kind) const;
+  void showAnew();
+
+  QList<PreviewRun> m_runs;
+  std::vector<int> m_lengths;  // of each run, in positions of the document
+};
+
+}  // namespace zarvy

@@ -1,0 +1,44 @@
+#include "ui/fillin/RoundedBox.h"
+
+#include <QEvent>
+#include <QPainter>
+#include <QVBoxLayout>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+constexpr double radius = 4;
+
+}  // namespace
+
+RoundedBox::RoundedBox(QWidget& content, const Look& look, QWidget* parent)
+    : QWidget(parent), m_content(content), m_look(look) {
+  auto* const layout = new QVBoxLayout(this);
+  const int margin = look.padding + (look.hasStroke ? 1 : 0);
+  layout->setContentsMargins(margin, margin, margin, margin);
+  layout->addWidget(&content);
+  content.installEventFilter(this);
+}
+
+bool RoundedBox::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) update();
+  return QWidget::eventFilter(watched, event);
+}
+
+void RoundedBox::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setBrush(palette().color(m_look.background));
+  painter.setPen(Qt::NoPen);
+  if (m_look.hasStroke) {
+    painter.setPen(m_content.hasFocus() ? palette().color(QPalette::Highlight)
+                                        : separatorColor(palette()));
+  }
+  // A line is drawn along the middle of its width.
+  const double inset = m_look.hasStroke ? 0.5 : 0;
+  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+}
+
+}  // namespace zarvy

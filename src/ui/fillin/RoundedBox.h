@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QPalette>
+#include <QWidget>
+
+namespace zarvy {
+
+// A box with rounded corners around one widget, with a line that takes the accent colour while the
+// widget has the keyboard.
+class RoundedBox final : public QWidget {
+  Q_OBJECT
+
+ public:
+  struct Look {
+    QPalette::ColorRole background = QPalette::Base;
+    bool hasStroke = true;
+    int padding = 0;  // in logical pixels, as everywhere
+  };
+
+  // Takes `content` over.
+  RoundedBox(QWidget& content, const Look& look, QWidget* parent);
+
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  const QWidget& m_content;
+  const Look m_look;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,262 @@
+#include "ui/fillin/StandaloneFillInForm.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "base/Clock.h"
+#include "base/Scheduler.h"
+#include "core/TextExpansionEngine.h"
+#include "core/placeholders/DateFormatters.h"
+#include "storage/FieldDefaultsStore.h"
+#include "ui/fillin/FieldList.h"
+#include "ui/fillin/PaneSplitter.h"
+#include "ui/fillin/PreviewText.h"
+#include "ui/fillin/PreviewView.h"
+#include "ui/fillin/ProminentButton.h"
+#include "ui/fillin/RoundedBox.h"
+#include "ui/fillin/ToneKeeper.h"
+#include "ui/fillin/TriggerBadge.h"
+#include "ui/style/FolderTint.h"
+#include "ui/style/Tones.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr QSize leastSize(350, 400);
+constexpr QSize idealSize(450, 550);
+constexpr int barPadding = 12;
+constexpr int panePadding = 8;
+constexpr int rowsPadding = 12;
+constexpr int leastRowsHeight = 120;
+constexpr int leastPreviewHeight = 100;
+constexpr int rowsShare = 3;  // of the height, to previewShare
+constexpr int previewShare = 2;
+constexpr auto focusDelay = 100ms;
+
+class Divider final : public QWidget {
+ public:
+  explicit Divider(QWidget* parent) : QWidget(parent) {
+    setFixedHeight(1);
+    setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Window);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter(this).fillRect(rect(), separatorColor(palette()));
+  }
+};
+
+// Its padding is the same at all sides.
+template <typename Layout>
+Layout* makePadded(QWidget* area, int padding) {
+  auto* const layout = new Layout(area);
+  layout->setContentsMargins(padding, padding, padding, padding);
+  return layout;
+}
+
+bool isBlank(const QString& text) {
+  return QStringView(text).trimmed().isEmpty();
+}
+
+}  // namespace
+
+StandaloneFillInForm::StandaloneFillInForm(const Snippet& snippet, FolderColor folderColor,
+                                           const FillInServices& services, OnExpand onExpand,
+                                           OnCancel onCancel)
+    : m_snippet(snippet),
+      m_folderColor(folderColor),
+      m_services(services),
+      m_onExpand(std::move(onExpand)),
+      m_onCancel(std::move(onCancel)) {
+  setMinimumSize(leastSize);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(makeHeader());
+  column->addWidget(new Divider(this));
+  column->addWidget(makePanes(), 1);
+  column->addWidget(new Divider(this));
+  column->addWidget(makeButtons());
+  addShortcuts();
+  m_previewTimer.setSingleShot(true);
+  m_previewTimer.setInterval(0);
+  connect(&m_previewTimer, &QTimer::timeout, this, &StandaloneFillInForm::rebuildPreview);
+}
+
+QSize StandaloneFillInForm::sizeHint() const {
+  return idealSize;
+}
+
+QWidget* StandaloneFillInForm::makeHeader() {
+  auto* const bar = new QWidget(this);
+  auto* const line = makePadded<QHBoxLayout>(bar, barPadding);
+  line->setSpacing(barPadding);
+  auto* const texts = new QVBoxLayout;
+  texts->setSpacing(2);
+  texts->addWidget(inTone(new QLabel(u"Fill In Values"_s, bar),
+                          {Tone::Color::primary, titleScale, QFont::DemiBold}));
+  texts->addWidget(inTone(new QLabel(u"Complete the fields below"_s, bar),
+                          {Tone::Color::tertiary, captionScale}));
+  line->addLayout(texts);
+  line->addStretch(1);
+  line->addWidget(new TriggerBadge(m_snippet, tintOf(m_folderColor), bar), 0, Qt::AlignVCenter);
+  return bar;
+}
+
+QWidget* StandaloneFillInForm::makePanes() {
+  auto* const splitter = new PaneSplitter(this);
+  splitter->setAutoFillBackground(true);
+  splitter->setBackgroundRole(QPalette::Base);
+  auto* const upper = new QWidget(splitter);
+  upper->setMinimumHeight(leastRowsHeight);
+  m_upperPane = makePadded<QVBoxLayout>(upper, 0);
+  splitter->addWidget(upper);
+  splitter->addWidget(makePreviewPane());
+  setTabOrder(splitter->handle(1), m_preview);
+  splitter->setStretchFactor(0, rowsShare);
+  splitter->setStretchFactor(1, previewShare);
+  splitter->setSizes({rowsShare * idealSize.height(), previewShare * idealSize.height()});
+  return splitter;
+}
+
+QWidget* StandaloneFillInForm::makePreviewPane() {
+  auto* const pane = new QWidget(this);
+  pane->setMinimumHeight(leastPreviewHeight);
+  auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
+  column->setSpacing(4);
+  column->addWidget(inTone(new QLabel(u"Preview"_s, pane), {Tone::Color::secondary, captionScale}));
+  m_preview = new PreviewView(pane);
+  column->addWidget(new RoundedBox(*m_preview, {QPalette::Base, true, 0}, pane), 1);
+  return pane;
+}
+
+QWidget* StandaloneFillInForm::makeButtons() {
+  auto* const bar = new QWidget(this);
+  auto* const line = makePadded<QHBoxLayout>(bar, barPadding);
+  m_cancel = new QPushButton(u"Cancel"_s, bar);
+  connect(m_cancel, &QPushButton::clicked, this, [this] { m_onCancel(); });
+  m_expand = new ProminentButton(u"Expand"_s, bar);
+  connect(m_expand, &QPushButton::clicked, this, &StandaloneFillInForm::expand);
+  line->addWidget(m_cancel);
+  line->addStretch(1);
+  line->addWidget(m_expand);
+  return bar;
+}
+
+// A button that is disabled does not feel a click. An input of several lines takes Return for
+// itself, and an open list of options both keys.
+void StandaloneFillInForm::addShortcuts() {
+  const auto add = [this](Qt::Key key, QPushButton* button) {
+    auto* const shortcut = new QShortcut(QKeySequence(key), this);
+    shortcut->setAutoRepeat(false);
+    connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
+  };
+  add(Qt::Key_Escape, m_cancel);
+  add(Qt::Key_Return, m_expand);
+  add(Qt::Key_Enter, m_expand);
+}
+
+void StandaloneFillInForm::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!std::exchange(m_hasAppeared, true)) appear();
+}
+
+void StandaloneFillInForm::appear() {
+  m_fields = m_services.engine.parseFillInFields(m_snippet.replacement);
+  m_upperPane->addWidget(makeRows());
+  m_expand->setEnabled(!isIncomplete(m_fields));
+  rebuildPreview();
+  setFocus();  // until the first field has it
+  const QPointer<StandaloneFillInForm> form(this);
+  m_services.scheduler.postAfter(focusDelay, [form] {
+    if (auto* const shown = form.data()) shown->focusFirstField();
+  });
+}
+
+void StandaloneFillInForm::focusFirstField() {
+  if (m_list) m_list->takeFocus(m_fields.constFirst().id);
+}
+
+QWidget* StandaloneFillInForm::makeRows() {
+  if (m_fields.isEmpty()) {
+    auto* const none =
+        inTone(new QLabel(u"No fill-in fields in this snippet"_s, this), {Tone::Color::secondary});
+    none->setAlignment(Qt::AlignCenter);
+    none->setWordWrap(true);
+    return none;
+  }
+  auto* const area = new QScrollArea(this);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidgetResizable(true);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->viewport()->setAutoFillBackground(false);
+  auto* const rows = new QWidget(area);
+  auto* const column = makePadded<QVBoxLayout>(rows, rowsPadding);
+  m_list = new FieldList(m_fields, rows);
+  connect(m_list, &FieldList::changed, this, &StandaloneFillInForm::setField);
+  column->addWidget(m_list);
+  column->addStretch(1);
+  area->setWidget(rows);
+  rows->setAutoFillBackground(false);
+  return area;
+}
+
+std::optional<QUuid> StandaloneFillInForm::focusedFieldID() const {
+  return m_list ? m_list->focusedFieldID() : std::nullopt;
+}
+
+bool StandaloneFillInForm::isIncomplete(const QList<FillInField>& fields) {
+  return std::any_of(fields.begin(), fields.end(), [](const FillInField& field) {
+    return field.isRequired && isBlank(field.value);
+  });
+}
+
+void StandaloneFillInForm::setField(qsizetype index, const FillInField& field) {
+  m_fields[index] = field;
+  m_expand->setEnabled(!isIncomplete(m_fields));
+  m_previewTimer.start();
+}
+
+void StandaloneFillInForm::rebuildPreview() {
+  const QDateTime now = m_services.clock.now();
+  DateFormatters& dates = m_services.dates;
+  m_preview->setRuns(
+      previewRuns(m_snippet.replacement, m_fields, m_services.engine.snippets(),
+                  {dates.shortDateFormatter().format(now), dates.mediumDateFormatter().format(now),
+                   dates.longDateFormatter().format(now), dates.timeFormatter().format(now)}));
+}
+
+void StandaloneFillInForm::expand() {
+  QMap<QString, QString> values;
+  for (const FillInField& field : std::as_const(m_fields)) {
+    if (field.type.kind == FillInFieldType::Kind::optional) {
+      values.insert(field.name, field.isChecked ? field.type.content : QString());
+      continue;
+    }
+    values.insert(field.name, field.value);
+    if (field.shouldRemember) {
+      m_services.fieldDefaults.setValue(field.name, field.value);
+    } else {
+      m_services.fieldDefaults.removeValue(field.name);
+    }
+  }
+  m_onExpand(values);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,66 @@
+#include "ui/fillin/ToneKeeper.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QPalette>
+#include <QWidget>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+QColor colorOf(Tone::Color color, const QPalette& palette) {
+  switch (color) {
+    case Tone::Color::secondary:
+      return secondaryColor(palette);
+    case Tone::Color::tertiary:
+      return tertiaryColor(palette);
+    case Tone::Color::required:
+      return requiredColor(palette, palette.color(QPalette::Base));
+    case Tone::Color::primary:
+      break;
+  }
+  return palette.color(QPalette::WindowText);
+}
+
+}  // namespace
+
+ToneKeeper::ToneKeeper(QWidget& widget, const Tone& tone)
+    : QObject(&widget), m_widget(widget), m_tone(tone) {
+  apply();
+  widget.installEventFilter(this);
+  // A font with a size of its own does not change with that of the desktop; the parent's does.
+  widget.parentWidget()->installEventFilter(this);
+}
+
+bool ToneKeeper::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::ApplicationFontChange:
+    case QEvent::FontChange:
+    case QEvent::PaletteChange:
+    case QEvent::ParentChange:
+    case QEvent::StyleChange:
+      apply();
+      break;
+    default:
+      break;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+// What is set here comes back as a change of its own.
+void ToneKeeper::apply() {
+  const QWidget* const parent = m_widget.parentWidget();
+  if (m_isApplying || parent == nullptr) return;
+  m_isApplying = true;
+  QFont font = scaledFont(QApplication::font(&m_widget), m_tone.scale);
+  font.setWeight(m_tone.weight);
+  m_widget.setFont(font);
+  QPalette palette;
+  palette.setColor(QPalette::WindowText, colorOf(m_tone.color, parent->palette()));
+  m_widget.setPalette(palette);
+  m_isApplying = false;
+}
+
+}  // namespace zarvy

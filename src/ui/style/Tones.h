@@ -1,0 +1,88 @@
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+
+#include <QColor>
+#include <QFont>
+#include <QPalette>
+
+#include "core/model/FolderColor.h"
+#include "ui/style/FolderTint.h"
+
+// Colours and sizes that follow from those of the desktop, in a light and in a dark palette alike.
+namespace zarvy {
+
+// `amount` of `over` laid on `under`, from 0 to 1. Opaque.
+[[nodiscard]] inline QColor blended(const QColor& under, const QColor& over, double amount) {
+  const auto mix = [amount](float a, float b) {
+    return static_cast<float>(a + (b - a) * static_cast<float>(amount));
+  };
+  return QColor::fromRgbF(mix(under.redF(), over.redF()), mix(under.greenF(), over.greenF()),
+                          mix(under.blueF(), over.blueF()));
+}
+
+[[nodiscard]] inline QColor withOpacity(QColor color, double opacity) {
+  color.setAlphaF(static_cast<float>(opacity));
+  return color;
+}
+
+// Text that steps back behind the primary one.
+[[nodiscard]] inline QColor secondaryColor(const QPalette& palette) {
+  return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.68);
+}
+[[nodiscard]] inline QColor tertiaryColor(const QPalette& palette) {
+  return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.58);
+}
+
+// Lines between areas and around boxes.
+[[nodiscard]] inline QColor separatorColor(const QPalette& palette) {
+  return withOpacity(palette.color(QPalette::WindowText), 0.18);
+}
+
+// How far apart two colours are for the eye, from 1 to 21; small text wants 4.5.
+[[nodiscard]] inline double contrastBetween(const QColor& a, const QColor& b) {
+  const auto linear = [](double part) {
+    return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  const auto luminance = [linear](const QColor& color) {
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+           0.0722 * linear(color.blueF());
+  };
+  const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+  return (lighter + 0.05) / (darker + 0.05);
+}
+
+// `color` as text on `background`: moved towards `text` only as far as it takes to be read.
+[[nodiscard]] inline QColor legible(const QColor& color, const QColor& background,
+                                    const QColor& text) {
+  constexpr int steps = 20;
+  for (int step = 0; step < steps; ++step) {
+    const QColor candidate = blended(color, text, static_cast<double>(step) / steps);
+    if (contrastBetween(candidate, background) >= 4.5) return candidate;
+  }
+  return text;
+}
+
+// As text on `background`.
+[[nodiscard]] inline QColor requiredColor(const QPalette& palette, const QColor& background) {
+  return legible(tintOf(FolderColor::red), background, palette.color(QPalette::Text));
+}
+[[nodiscard]] inline QColor accentColor(const QPalette& palette, const QColor& background) {
+  return legible(palette.color(QPalette::Highlight), background, palette.color(QPalette::Text));
+}
+
+// Sizes in relation to the desktop's own text.
+inline constexpr double titleScale = 15.0 / 13.0;
+inline constexpr double captionScale = 0.85;
+
+[[nodiscard]] inline QFont scaledFont(QFont font, double scale) {
+  if (font.pixelSize() > 0) {
+    font.setPixelSize(static_cast<int>(std::lround(font.pixelSize() * scale)));
+  } else {
+    font.setPointSizeF(font.pointSizeF() * scale);
+  }
+  return font;
+}
+
+}  // namespace zarvy

@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+QPalette paletteOf(const QColor& window, const QColor& text) {
+  QPalette palette(window);
+  palette.setColor(QPalette::Window, window);
+  palette.setColor(QPalette::Base, window);
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Text, text);
+  palette.setColor(QPalette::Highlight, QColor(0x30, 0x8C, 0xC6));
+  return palette;
+}
+
+TEST(Tones, CanBeReadInALightAndInADarkPalette) {
+  for (const QPalette& palette :
+       {paletteOf(Qt::white, Qt::black), paletteOf({30, 30, 32}, Qt::white),
+        paletteOf(Qt::black, Qt::white)}) {
+    const QColor base = palette.color(QPalette::Base);
+    EXPECT_GE(contrastBetween(requiredColor(palette, base), base), 4.5);
+    EXPECT_GE(contrastBetween(accentColor(palette, base), base), 4.5);
+    EXPECT_GE(contrastBetween(secondaryColor(palette), base), 4.5);
+    EXPECT_GE(contrastBetween(tertiaryColor(palette), base), 4.5);
+  }
+}
+
+TEST(Tones, LeaveAColorThatCanBeReadAsItIs) {
+  const QColor blue(0x10, 0x30, 0xA0);
+  EXPECT_EQ(legible(blue, Qt::white, Qt::black), blue);
+  EXPECT_NE(legible(blue, Qt::black, Qt::white), blue);
+}
+
+TEST(Tones, MeasureContrastAsTheStandardDoes) {
+  EXPECT_NEAR(contrastBetween(Qt::white, Qt::black), 21, 0.001);
+  EXPECT_NEAR(contrastBetween(Qt::white, Qt::white), 1, 0.001);
+  EXPECT_NEAR(contrastBetween(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
+}
+
+TEST(Tones, ScaleFontsOfPointsAndOfPixels) {
+  QFont font;
+  font.setPointSizeF(10);
+  EXPECT_DOUBLE_EQ(scaledFont(font, 1.5).pointSizeF(), 15);
+  font.setPixelSize(20);
+  EXPECT_EQ(scaledFont(font, 0.85).pixelSize(), 17);
+}
+
+}  // namespace
+}  // namespace zarvy

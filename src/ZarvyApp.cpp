@@ -12,6 +12,8 @@ namespace zarvy {
 
 namespace {
 
+constexpr std::chrono::seconds patienceWithDisks{5};
+
 // As that of Qt, which may be the first to notice.
 constexpr int statusWithoutDisplay = 1;
 
@@ -58,6 +60,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
       m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); }),
+      m_fillInWindow(fillInServices()),
       m_state(expansionServices(), libraryServices(), presenceServices()),
       m_windows(m_state, m_desktop.workspace()),
       m_menu(
@@ -66,11 +69,11 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_trayIcon(m_state, m_menu) {}
 
 ZarvyApp::~ZarvyApp() {
-  end();
+  static_cast<void>(end());
 }
 
-void ZarvyApp::end() {
-  if (std::exchange(m_hasEnded, true)) return;
+bool ZarvyApp::end() {
+  if (std::exchange(m_hasEnded, true)) return m_hasFinishedSaves;
   m_monitor.stop();
   m_secureInputWatch.stop();
   m_mainThread.close();
@@ -79,7 +82,8 @@ void ZarvyApp::end() {
   m_workers.drain();
   m_keyboardProcessing.drain();
   m_desktop.close();
-  finishSaves();
+  m_hasFinishedSaves = finishSaves();
+  return m_hasFinishedSaves;
 }
 
 void ZarvyApp::start() {
@@ -93,10 +97,10 @@ void ZarvyApp::openManageSnippets() {
 }
 
 // A save that has begun goes from the documents to the shared file and back.
-void ZarvyApp::finishSaves() {
-  m_storageQueue.drain();
-  m_syncQueue.drain();
-  m_storageQueue.drain();
+bool ZarvyApp::finishSaves() {
+  const auto deadline = std::chrono::steady_clock::now() + patienceWithDisks;
+  return m_storageQueue.drainUntil(deadline) && m_syncQueue.drainUntil(deadline) &&
+         m_storageQueue.drainUntil(deadline);
 }
 
 PlaceholderServices ZarvyApp::placeholderServices() {
@@ -124,6 +128,10 @@ ExpansionServices ZarvyApp::expansionServices() {
 LibraryServices ZarvyApp::libraryServices() {
   return {
       m_documents, {m_counters, m_stats, m_fieldDefaults}, m_cloudSync, m_clock, m_region.locale};
+}
+
+FillInServices ZarvyApp::fillInServices() {
+  return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_desktop.workspace()};
 }
 
 PresenceServices ZarvyApp::presenceServices() {

@@ -35,12 +35,13 @@
 #include "ui/OwnWindows.h"
 #include "ui/SceneWindows.h"
 #include "ui/TrayIcon.h"
+#include "ui/fillin/FillInWindowController.h"
 
 namespace zarvy {
 
 // The composition root: makes each long-lived object once and wires them. Main thread, within the
 // life of the QApplication. Its end stops listening and cuts injections short, so that no key is
-// left pressed and the keyboard mapping is given back.
+// left pressed and the keyboard mapping is given back; saves that have begun are finished.
 class ZarvyApp {
  public:
   explicit ZarvyApp(LineOutput& output);
@@ -55,15 +56,17 @@ class ZarvyApp {
   // What the menu's "Manage Snippets..." does.
   void openManageSnippets();
 
-  // What the destructor does; once.
-  void end();
+  // What the destructor does; once. False where a disk does not answer: a thread waits for it, and
+  // the destructor would as well, for ever.
+  [[nodiscard]] bool end();
 
  private:
-  void finishSaves();
+  [[nodiscard]] bool finishSaves();
   [[nodiscard]] PlaceholderServices placeholderServices();
   [[nodiscard]] ExpansionServices expansionServices();
   [[nodiscard]] LibraryServices libraryServices();
   [[nodiscard]] PresenceServices presenceServices();
+  [[nodiscard]] FillInServices fillInServices();
 
   // In the order in which they stand on each other.
   LineOutput& m_output;
@@ -105,6 +108,7 @@ class ZarvyApp {
   MenuBarView m_menu;
   TrayIcon m_trayIcon;
   bool m_hasEnded = false;
+  bool m_hasFinishedSaves = false;
 };
 
 }  // namespace zarvy

@@ -24,6 +24,11 @@ QByteArray platformPlugins() {
   return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
 }
 
+// Where a disk does not answer there is no end in order; what could be saved has been.
+void endInOrder(zarvy::ZarvyApp& app, int status) {
+  if (!app.end()) std::_Exit(status);
+}
+
 // Qt leaves by exit() where its own connection to the display breaks; the program ends in order all
 // the same.
 int runToTheEnd(zarvy::ZarvyApp& app) {
@@ -31,10 +36,11 @@ int runToTheEnd(zarvy::ZarvyApp& app) {
   static zarvy::ZarvyApp* running = nullptr;
   running = &app;
   std::atexit([] {
-    if (running) running->end();
+    if (running) endInOrder(*running, EXIT_FAILURE);
   });
   const int status = QApplication::exec();
   running = nullptr;
+  endInOrder(app, status);
   return status;
 }
 

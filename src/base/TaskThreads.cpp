@@ -29,7 +29,16 @@ void TaskThreads::post(Task task) {
 
 void TaskThreads::drain() {
   std::unique_lock lock(m_mutex);
-  m_allDone.wait(lock, [this] { return m_tasks.empty() && m_running == 0; });
+  m_allDone.wait(lock, [this] { return hasNothingToDo(); });
+}
+
+bool TaskThreads::drainUntil(std::chrono::steady_clock::time_point deadline) {
+  std::unique_lock lock(m_mutex);
+  return m_allDone.wait_until(lock, deadline, [this] { return hasNothingToDo(); });
+}
+
+bool TaskThreads::hasNothingToDo() const {
+  return m_tasks.empty() && m_running == 0;
 }
 
 void TaskThreads::runTasks() {
@@ -48,7 +57,7 @@ void TaskThreads::runTasks() {
     task = nullptr;  // not under the lock: the end of what it holds may post a task
     lock.lock();
     --m_running;
-    if (m_tasks.empty() && m_running == 0) m_allDone.notify_all();
+    if (hasNothingToDo()) m_allDone.notify_all();
   }
 }
 

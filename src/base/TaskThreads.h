@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -33,8 +34,12 @@ class TaskThreads {
   // Returns once no task is waiting or running. Any thread but these.
   void drain();
 
+  // The same, but gives up at `deadline`; false then.
+  [[nodiscard]] bool drainUntil(std::chrono::steady_clock::time_point deadline);
+
  private:
   void runTasks();
+  [[nodiscard]] bool hasNothingToDo() const;  // m_mutex is held
 
   const std::string m_name;
   const std::size_t m_maxThreads;

@@ -6,6 +6,8 @@
 #include "base/json/JsonText.h"
 #include "storage/ReplaceFile.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace zarvy {
 
 DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output)
@@ -18,7 +20,10 @@ bool DocumentFile::save(const QByteArray& text) const {
 }
 
 std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {
-  if (!QFileInfo::exists(m_path)) return std::nullopt;
+  const QFileInfo place(m_path);
+  if (!place.exists()) return std::nullopt;
+  // To open a pipe would wait for somebody who writes into it.
+  if (!place.isFile() && !place.isDir()) return JsonError{{}, u"Not a regular file"_s};
   QFile file(m_path);
   if (!file.open(QIODevice::ReadOnly)) return JsonError{{}, file.errorString()};
   const QByteArray text = file.readAll();

@@ -178,6 +178,7 @@ void X11Session::abandonTyping() {
   m_parts->barrier.hurry();
 }
 bool X11Session::isAlive() const {
+  m_parts->connection->synchronize();  // Qt may be the first to notice, on a connection of its own
   return m_parts->connection->isAlive();
 }
 

@@ -51,6 +51,12 @@ void ProgramUnderTest::writeDocument(const std::string& fileName,
   ::chmod(path.c_str(), S_IRUSR | S_IWUSR);
 }
 
+void ProgramUnderTest::writeDefaults(const std::string& content) const {
+  const std::string folder = m_setting.environment.at("XDG_CONFIG_HOME") + "/Zarvy";
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder + "/Zarvy.conf", std::ios::binary) << content;
+}
+
 std::string ProgramUnderTest::document(const std::string& fileName) const {
   return contentOf(dataFolder() + "/" + fileName);
 }

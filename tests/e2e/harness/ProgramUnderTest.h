@@ -30,6 +30,12 @@ class ProgramUnderTest {
   void writeDocument(const std::string& fileName, const std::string& content) const;
   [[nodiscard]] std::string document(const std::string& fileName) const;
 
+  // What it reads beside its documents.
+  void writeDefaults(const std::string& content) const;
+
+  [[nodiscard]] const std::string& homeFolder() const { return m_setting.homeFolder; }
+  [[nodiscard]] std::string dataFolder() const;
+
   // Starts it and waits until it has said that it listens.
   void start();
 
@@ -51,8 +57,6 @@ class ProgramUnderTest {
   [[nodiscard]] std::string errorOutput() const;
 
  private:
-  [[nodiscard]] std::string dataFolder() const;
-
   Setting m_setting;
   std::optional<ChildProcess> m_process;
 };

@@ -1,0 +1,154 @@
+// Starts, ends and interruptions of the program.
+
+#include <csignal>
+
+#include <gmock/gmock.h>
+#include <xcb/xinput.h>
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/harness/InputDevices.h"
+#include "e2e/harness/Windows.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const std::string mainTitle = "Manage Snippets";
+
+// There is no tray on this desktop.
+class LifeCycle : public BehaviourTest {
+ protected:
+  // Starts the program once more, for the same user, and waits until that has ended.
+  void startAgain() {
+    ProgramUnderTest again({.program = programPath(),
+                            .environment = stage().environment(),
+                            .homeFolder = program().homeFolder()});
+    again.launch();
+    EXPECT_EQ(again.process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
+    EXPECT_THAT(again.process().outputLines(), testing::ElementsAre("Zarvy is running already."));
+  }
+
+  void expectExpansion() {
+    target().clear();
+    person().type(u" ;ok"_s);
+    expectText(u" Ωk"_s);
+  }
+};
+
+TEST_F(LifeCycle, showsItsWindowWhereItIsStartedAgain) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  startAgain();
+  const auto window = waitForWindow(stage().connection(), mainTitle);
+  ASSERT_TRUE(window.has_value());
+  startAgain();
+  EXPECT_TRUE(closeWindow(stage().connection(), *window));
+  startAgain();
+  EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value());
+  EXPECT_TRUE(program().process().isRunning());
+}
+
+TEST_F(LifeCycle, lendsItsWindowAPlaceInTheTaskbarWhereItHasNone) {
+  ProgramUnderTest hidden({.program = programPath(),
+                           .environment = stage().environment(),
+                           .homeFolder = stage().makeFolder("hidden")});
+  hidden.writeLibrary({{u";ok"_s, u"Ωk"_s}});
+  hidden.writeDocument("settings.json",
+                       R"({"hideDockIcon":true,"iCloudSyncEnabled":false,"launchAtLogin":false,)"
+                       R"("soundEnabled":false})");
+  hidden.start();
+  ProgramUnderTest again({.program = programPath(),
+                          .environment = stage().environment(),
+                          .homeFolder = hidden.homeFolder()});
+  again.launch();
+  const auto window = waitForWindow(stage().connection(), mainTitle);
+  ASSERT_TRUE(window.has_value());
+  EXPECT_TRUE(window->isInTaskbar);
+  EXPECT_TRUE(closeWindow(stage().connection(), *window));
+  EXPECT_EQ(hidden.terminate(), ExitStatus{});
+}
+
+TEST_F(LifeCycle, isNotHeldUpByAStoppedInstance) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  program().process().sendSignal(SIGSTOP);
+  startAgain();
+  program().process().sendSignal(SIGCONT);
+  EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value()) << "as soon as it can";
+}
+
+TEST_F(LifeCycle, startsAgainAfterOneThatWasKilled) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  program().kill();
+  program().start();
+  startAgain();
+  EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value());
+  ASSERT_TRUE(closeWindow(stage().connection(), *waitForWindow(stage().connection(), mainTitle)));
+  expectExpansion();
+}
+
+// As a machine does that is suspended and resumed.
+TEST_F(LifeCycle, goesOnAfterItWasStopped) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  program().process().sendSignal(SIGSTOP);
+  person().type(u"some words "_s);
+  program().process().sendSignal(SIGCONT);
+  person().type(u";ok"_s);
+  expectText(u"some words Ωk"_s);
+  expectExpansion();
+}
+
+// Takes the server's own keyboard away, as pulling its plug does, and puts it back.
+class Replugging {
+ public:
+  explicit Replugging(const XConnection& connection)
+      : m_connection(connection), m_keyboard(serverKeyboardId(connection)) {}
+
+  void unplug() const {
+    struct {
+      xcb_input_detach_slave_t change;
+    } request{};
+    request.change.type = XCB_INPUT_HIERARCHY_CHANGE_TYPE_DETACH_SLAVE;
+    request.change.len = sizeof request / 4;
+    request.change.deviceid = m_keyboard;
+    change(&request);
+  }
+
+  void plugIn() const {
+    struct {
+      xcb_input_attach_slave_t change;
+    } request{};
+    request.change.type = XCB_INPUT_HIERARCHY_CHANGE_TYPE_ATTACH_SLAVE;
+    request.change.len = sizeof request / 4;
+    request.change.deviceid = m_keyboard;
+    request.change.master = coreKeyboard;
+    change(&request);
+  }
+
+ private:
+  static constexpr std::uint16_t coreKeyboard = 3;
+
+  void change(const void* request) const {
+    xcb_input_xi_change_hierarchy(m_connection.get(), 1,
+                                  static_cast<const xcb_input_hierarchy_change_t*>(request));
+    m_connection.synchronise();
+  }
+
+  const XConnection& m_connection;
+  const std::uint16_t m_keyboard;
+};
+
+TEST_F(LifeCycle, hearsAKeyboardThatIsPluggedInLater) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  const Replugging keyboard(stage().connection());
+  keyboard.unplug();
+  expectExpansion();
+  keyboard.plugIn();
+  target().clear();
+  person().type(u" ;ok"_s, {.body = Body::serverKeyboard});
+  expectText(u" Ωk"_s);
+  expectNothingHeld();
+}
+
+}  // namespace
+}  // namespace zarvy::e2e

@@ -1,0 +1,75 @@
+#include "e2e/harness/Windows.h"
+
+#include <algorithm>
+
+#include "e2e/harness/WaitUntil.h"
+
+namespace zarvy::e2e {
+
+namespace {
+
+constexpr auto deadline = std::chrono::seconds(20);
+
+std::string titleOf(const XConnection& connection, xcb_window_t window) {
+  constexpr std::uint32_t mostWords = 200;
+  const auto reply = owned(xcb_get_property_reply(
+      connection.get(),
+      xcb_get_property(connection.get(), 0, window, connection.atom("_NET_WM_NAME"),
+                       connection.atom("UTF8_STRING"), 0, mostWords),
+      nullptr));
+  if (!reply) return {};
+  const auto* const text = static_cast<const char*>(xcb_get_property_value(reply.get()));
+  return {text, static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+void askToClose(const XConnection& connection, xcb_window_t window) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = connection.atom("_NET_CLOSE_WINDOW");
+  xcb_send_event(connection.get(), 0, connection.root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  connection.synchronise();
+}
+
+}  // namespace
+
+std::vector<ManagedWindow> managedWindows(const XConnection& connection) {
+  const xcb_atom_t skipTaskbar = connection.atom("_NET_WM_STATE_SKIP_TASKBAR");
+  std::vector<ManagedWindow> windows;
+  for (const xcb_window_t id : connection.property(connection.root(), "_NET_CLIENT_LIST")) {
+    const auto states = connection.property(id, "_NET_WM_STATE");
+    windows.push_back({id, titleOf(connection, id),
+                       std::find(states.begin(), states.end(), skipTaskbar) == states.end()});
+  }
+  return windows;
+}
+
+std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
+                                           const std::string& title) {
+  std::optional<ManagedWindow> found;
+  static_cast<void>(waitUntil(
+      [&] {
+        for (const ManagedWindow& window : managedWindows(connection)) {
+          if (window.title == title) found = window;
+        }
+        return found.has_value();
+      },
+      deadline));
+  return found;
+}
+
+bool closeWindow(const XConnection& connection, const ManagedWindow& window) {
+  askToClose(connection, window.id);
+  return waitUntil(
+      [&] {
+        const auto windows = managedWindows(connection);
+        return std::none_of(windows.begin(), windows.end(),
+                            [&](const ManagedWindow& other) { return other.id == window.id; });
+      },
+      deadline);
+}
+
+}  // namespace zarvy::e2e

@@ -1,5 +1,7 @@
 #include "ui/fillin/ElidedLabel.h"
 
+#include <cmath>
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -16,8 +18,9 @@ ElidedLabel::ElidedLabel(const QString& text, QWidget* parent)
 }
 
 QSize ElidedLabel::sizeHint() const {
-  // One pixel for what rounding takes off a text that just fits.
-  return {fontMetrics().horizontalAdvance(m_shown) + 1, fontMetrics().height()};
+  // With room for what rounding takes away from a text that just fits.
+  const double width = QFontMetricsF(font()).horizontalAdvance(m_shown);
+  return {static_cast<int>(std::ceil(width)) + 1, fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {

@@ -13,9 +13,8 @@ namespace zarvy {
 namespace {
 
 constexpr int horizontalPadding = 12;
-constexpr int verticalPadding = 10;
+constexpr int verticalPadding = 9;
 constexpr double radius = 8;
-constexpr double cardShade = 0.035;
 constexpr double greatestNameShare = 0.36;
 
 }  // namespace
@@ -53,8 +52,7 @@ void FieldList::paintEvent(QPaintEvent* /*event*/) {
   painter.setRenderHint(QPainter::Antialiasing);
   const QColor line = separatorColor(palette());
   painter.setPen(line);
-  painter.setBrush(
-      blended(palette().color(QPalette::Base), palette().color(QPalette::Text), cardShade));
+  painter.setBrush(palette().color(QPalette::Window));
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
   for (std::size_t index = 1; index < m_rows.size(); ++index) {
     const int y = m_rows[index]->y() - verticalPadding - 1;

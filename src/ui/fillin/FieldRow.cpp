@@ -26,6 +26,7 @@ namespace {
 constexpr int spacing = 4;
 constexpr int gapBehindName = 8;
 constexpr int editorHeight = 80;
+constexpr int boxPadding = 1;  // keeps scroll bars off the rounded corners
 constexpr int sectionPadding = 6;
 constexpr qsizetype shownContentLength = 100;  // in user-perceived characters
 
@@ -109,7 +110,7 @@ void FieldRow::addTextArea(QVBoxLayout& column) {
   auto* const input = new MultiLineEditor(m_field.value, this);
   connect(input, &MultiLineEditor::edited, this, [this, input] { setValue(input->value()); });
   adopt(*input);
-  auto* const box = new RoundedBox(*input, {QPalette::Base, true, 0}, this);
+  auto* const box = new RoundedBox(*input, {QPalette::Base, boxPadding}, this);
   box->setFixedHeight(editorHeight);
   column.addWidget(box);
   addRemember(column);
@@ -123,7 +124,7 @@ void FieldRow::addSection(QVBoxLayout& column) {
 
   auto* const content =
       inTone(new WrappedLabel(shownContent(m_field.type.content), this), {Tone::Color::secondary});
-  auto* const box = new RoundedBox(*content, {QPalette::Window, false, sectionPadding}, this);
+  auto* const box = new RoundedBox(*content, {QPalette::Window, sectionPadding}, this);
   box->setVisible(m_field.isChecked);
   column.addWidget(box);
   connect(input, &QCheckBox::toggled, this, [this, box](bool isChecked) {

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr int padding = 8;
+constexpr int padding = 6;  // with that of the box around it 8
 constexpr double highlightOpacity = 0.15;
 
 }  // namespace

@@ -10,13 +10,14 @@ namespace zarvy {
 namespace {
 
 constexpr double radius = 4;
+constexpr int strokeWidth = 1;
 
 }  // namespace
 
 RoundedBox::RoundedBox(QWidget& content, const Look& look, QWidget* parent)
     : QWidget(parent), m_content(content), m_look(look) {
   auto* const layout = new QVBoxLayout(this);
-  const int margin = look.padding + (look.hasStroke ? 1 : 0);
+  const int margin = look.padding + strokeWidth;
   layout->setContentsMargins(margin, margin, margin, margin);
   layout->addWidget(&content);
   content.installEventFilter(this);
@@ -31,13 +32,9 @@ void RoundedBox::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(palette().color(m_look.background));
-  painter.setPen(Qt::NoPen);
-  if (m_look.hasStroke) {
-    painter.setPen(m_content.hasFocus() ? palette().color(QPalette::Highlight)
-                                        : separatorColor(palette()));
-  }
-  // A line is drawn along the middle of its width.
-  const double inset = m_look.hasStroke ? 0.5 : 0;
+  painter.setPen(m_content.hasFocus() ? palette().color(QPalette::Highlight)
+                                      : separatorColor(palette()));
+  constexpr double inset = strokeWidth / 2.0;  // a line is drawn along the middle of its width
   painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 

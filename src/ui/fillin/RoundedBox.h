@@ -13,8 +13,7 @@ class RoundedBox final : public QWidget {
  public:
   struct Look {
     QPalette::ColorRole background = QPalette::Base;
-    bool hasStroke = true;
-    int padding = 0;  // in logical pixels, as everywhere
+    int padding = 0;  // inside the line, in logical pixels as everywhere
   };
 
   // Takes `content` over.

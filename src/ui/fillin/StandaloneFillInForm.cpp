@@ -40,7 +40,8 @@ constexpr QSize leastSize(350, 400);
 constexpr QSize idealSize(450, 550);
 constexpr int barPadding = 12;
 constexpr int panePadding = 8;
-constexpr int rowsPadding = 12;
+constexpr int rowsPadding = 8;
+constexpr int boxPadding = 1;  // keeps scroll bars off the rounded corners
 constexpr int leastRowsHeight = 120;
 constexpr int leastPreviewHeight = 100;
 constexpr int rowsShare = 3;  // of the height, to previewShare
@@ -141,7 +142,7 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
   column->setSpacing(4);
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane), {Tone::Color::secondary, captionScale}));
   m_preview = new PreviewView(pane);
-  column->addWidget(new RoundedBox(*m_preview, {QPalette::Base, true, 0}, pane), 1);
+  column->addWidget(new RoundedBox(*m_preview, {QPalette::Base, boxPadding}, pane), 1);
   return pane;
 }
 

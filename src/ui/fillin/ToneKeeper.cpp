@@ -28,6 +28,7 @@ QColor colorOf(Tone::Color color, const QPalette& palette) {
 
 ToneKeeper::ToneKeeper(QWidget& widget, const Tone& tone)
     : QObject(&widget), m_widget(widget), m_tone(tone) {
+  widget.setForegroundRole(QPalette::WindowText);  // also on the ground of an input
   apply();
   widget.installEventFilter(this);
   // A font with a size of its own does not change with that of the desktop; the parent's does.

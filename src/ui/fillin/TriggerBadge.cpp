@@ -1,6 +1,7 @@
 #include "ui/fillin/TriggerBadge.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include <QFontDatabase>
 #include <QFontMetrics>
@@ -24,6 +25,11 @@ constexpr double fillOpacity = 0.12;
 constexpr double strokeOpacity = 0.35;
 constexpr double strokeWidth = 0.5;
 
+// With room for what rounding takes away.
+int widthOf(const QString& text, const QFont& font) {
+  return static_cast<int>(std::ceil(QFontMetricsF(font).horizontalAdvance(text))) + 1;
+}
+
 }  // namespace
 
 TriggerBadge::TriggerBadge(const Snippet& snippet, const QColor& color, QWidget* parent)
@@ -46,13 +52,13 @@ QFont TriggerBadge::textFont(QFont::Weight weight) const {
 
 int TriggerBadge::prefixWidth() const {
   if (m_prefix.isEmpty()) return 0;
-  return QFontMetrics(textFont(QFont::Bold)).horizontalAdvance(m_prefix) + gap;
+  return widthOf(m_prefix, textFont(QFont::Bold)) + gap;
 }
 
 QSize TriggerBadge::sizeHint() const {
-  const QFontMetrics metrics(textFont(QFont::Medium));
-  const int width = prefixWidth() + metrics.horizontalAdvance(m_trigger) + 2 * horizontalPadding;
-  return {std::min(width, greatestWidth), metrics.height() + 2 * verticalPadding};
+  const QFont triggerFont = textFont(QFont::Medium);
+  const int width = prefixWidth() + widthOf(m_trigger, triggerFont) + 2 * horizontalPadding;
+  return {std::min(width, greatestWidth), QFontMetrics(triggerFont).height() + 2 * verticalPadding};
 }
 
 QSize TriggerBadge::minimumSizeHint() const {

@@ -37,9 +37,7 @@ double layOut(QTextLayout& layout, QString text, const QFont& font, double width
 WrappedLabel::WrappedLabel(const QString& text, QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
   setText(text);
-  QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Minimum);
-  policy.setHeightForWidth(true);
-  setSizePolicy(policy);
+  setWordWrap(true);  // which also says that the height depends on the width
 }
 
 QSize WrappedLabel::sizeHint() const {

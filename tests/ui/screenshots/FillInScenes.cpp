@@ -1,6 +1,8 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "ui/fillin/FillInHarness.h"
 #include "ui/fillin/FillInWindowController.h"
@@ -82,6 +84,11 @@ std::shared_ptr<void> openOdd() {
   return stage;
 }
 
+void scrollDown() {
+  QScrollBar* const bar = window()->findChild<QScrollArea*>()->verticalScrollBar();
+  bar->setValue(bar->maximum());
+}
+
 }  // namespace
 
 QList<ScreenScene> fillInScenes() {
@@ -89,6 +96,7 @@ QList<ScreenScene> fillInScenes() {
       {u"fill-in"_s, openLetter, fillInLetter},
       {u"fill-in-empty"_s, openBare},
       {u"fill-in-odd"_s, openOdd},
+      {u"fill-in-scrolled"_s, openOdd, scrollDown},
   };
 }
 

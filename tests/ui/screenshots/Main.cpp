@@ -81,15 +81,17 @@ class Studio {
 int takeAll(const QString& folder, const QStringList& wanted) {
   Studio studio(folder);
   bool isComplete = true;
+  int count = 0;
   for (const ScreenScene& scene : screenScenes()) {
     if (!wanted.isEmpty() && !wanted.contains(scene.name)) continue;
     for (const QString& theme : {u"light"_s, u"dark"_s}) {
       for (const int percent : {100, 200}) {
+        ++count;
         isComplete = studio.take(scene.name, theme, percent) && isComplete;
       }
     }
   }
-  return isComplete ? 0 : 1;
+  return isComplete && count > 0 ? 0 : 1;
 }
 
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <iterator>
+#include <memory>
 #include <numeric>
 #include <utility>
 
 #include <QEvent>
+#include <QMimeData>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -19,6 +21,32 @@ namespace {
 
 constexpr int padding = 6;  // with that of the box around it 8
 constexpr double highlightOpacity = 0.15;
+constexpr qsizetype longestPiece = 4000;  // of a paragraph, in UTF-16 units
+
+// The state of a block that goes on with the paragraph of the one before.
+constexpr int goesOn = 1;
+
+// Where the first piece of `text` ends: behind a line feed, a space or else just somewhere.
+qsizetype pieceLength(QStringView text) {
+  if (text.size() <= longestPiece) return text.size();
+  const QStringView beginning = text.first(longestPiece);
+  for (const QChar end : {u'\n', u' '}) {
+    if (const qsizetype position = beginning.lastIndexOf(end); position >= 0) return position + 1;
+  }
+  return beginning.back().isHighSurrogate() ? longestPiece - 1 : longestPiece;
+}
+
+void insert(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
+  QStringView rest = text;
+  while (!rest.isEmpty()) {
+    const QStringView piece = rest.first(pieceLength(rest));
+    cursor.insertText(piece.toString(), format);
+    rest = rest.sliced(piece.size());
+    if (rest.isEmpty() || piece.endsWith(u'\n')) continue;
+    cursor.insertBlock();
+    cursor.block().setUserState(goesOn);
+  }
+}
 
 }  // namespace
 
@@ -64,7 +92,7 @@ void PreviewView::replaceRuns(qsizetype first, qsizetype behindLast,
   std::vector<int> lengths;
   for (const PreviewRun& run : runs) {
     const int before = cursor.position();
-    cursor.insertText(run.text, formatOf(run.kind));
+    insert(cursor, run.text, formatOf(run.kind));
     lengths.push_back(cursor.position() - before);
   }
   cursor.endEditBlock();
@@ -88,6 +116,23 @@ QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
 void PreviewView::changeEvent(QEvent* event) {
   QPlainTextEdit::changeEvent(event);
   if (event->type() == QEvent::PaletteChange) showAnew();
+}
+
+QMimeData* PreviewView::createMimeDataFromSelection() const {
+  const QTextCursor selection = textCursor();
+  QString text;
+  QTextBlock block = document()->findBlock(selection.selectionStart());
+  for (; block.isValid() && block.position() <= selection.selectionEnd(); block = block.next()) {
+    const qsizetype start = std::max(selection.selectionStart() - block.position(), 0);
+    const qsizetype end = std::min(selection.selectionEnd() - block.position(), block.length() - 1);
+    const bool isNewLine =
+        block.position() > selection.selectionStart() && block.userState() != goesOn;
+    if (isNewLine) text += u'\n';
+    text += QStringView(block.text()).sliced(start, end - start);
+  }
+  auto copied = std::make_unique<QMimeData>();
+  copied->setText(text);
+  return copied.release();  // Qt takes it over
 }
 
 void PreviewView::showAnew() {

@@ -9,7 +9,8 @@
 
 namespace zarvy {
 
-// Shows runs, to be read, selected and copied.
+// Shows runs, to be read, selected and copied. A paragraph of many thousand characters is laid out
+// in pieces, so that a change takes no longer than one of them does; a copy has it in one again.
 class PreviewView final : public QPlainTextEdit {
   Q_OBJECT
 
@@ -22,6 +23,7 @@ class PreviewView final : public QPlainTextEdit {
 
  protected:
   void changeEvent(QEvent* event) override;
+  [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
 
  private:
   void replaceRuns(qsizetype first, qsizetype behindLast, const QList<PreviewRun>& runs);

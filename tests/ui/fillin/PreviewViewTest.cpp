@@ -1,6 +1,7 @@
 #include <random>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -90,6 +91,35 @@ TEST(PreviewView, TakesEveryKindOfLineEnd) {
   view.setRuns({{Kind::plain, u"a\r\nb\rc\nd"_s}, {Kind::regular, u"x"_s}, {Kind::plain, u"e"_s}});
   view.setRuns({{Kind::plain, u"a\r\nb\rc\nd"_s}, {Kind::regular, u"yy"_s}, {Kind::plain, u"e"_s}});
   EXPECT_EQ(view.toPlainText(), u"a\nb\nc\ndyye"_s);
+}
+
+TEST(PreviewView, CopiesALongParagraphInOnePiece) {
+  for (const QString& word : {u"word "_s, u"w\U0001F600"_s, u"long line\nword "_s}) {
+    PreviewView view(nullptr);
+    const QString text = word.repeated(5000);
+    view.setRuns({{Kind::regular, u"x"_s}, {Kind::plain, text}});
+    view.setRuns({{Kind::regular, u"xy"_s}, {Kind::plain, text}});
+    for (QTextBlock block = view.document()->begin(); block.isValid(); block = block.next()) {
+      EXPECT_LE(block.length(), 4100);
+    }
+    view.selectAll();
+    view.copy();
+    EXPECT_EQ(QApplication::clipboard()->text(), u"xy"_s + text);
+    QTextCursor part = view.textCursor();
+    part.setPosition(1);
+    part.setPosition(5, QTextCursor::KeepAnchor);
+    view.setTextCursor(part);
+    view.copy();
+    EXPECT_EQ(QApplication::clipboard()->text(), u"y"_s + text.first(3));
+  }
+}
+
+TEST(PreviewView, CopiesLinesWithTheirEnds) {
+  PreviewView view(nullptr);
+  view.setRuns({{Kind::plain, u"\na\n\nb\n"_s}});
+  view.selectAll();
+  view.copy();
+  EXPECT_EQ(QApplication::clipboard()->text(), u"\na\n\nb\n"_s);
 }
 
 TEST(PreviewView, StaysWhereItIsScrolledTo) {

@@ -23,12 +23,23 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
            .ownWindowHasFocus =
                [] { return QGuiApplication::focusWindow() || QApplication::activePopupWidget(); },
+           .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
+           .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
            .onConnectionLost =
                [this, onLost = std::move(onLost)] {
                  sayThatDisplayHasGone();
                  onLost();
                }},
-          &m_reason)) {}
+          &m_reason)) {
+  if (!m_session) return;
+  m_secureInput.emplace(m_session->secureInput(), m_passwordFields);
+  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); });
+}
+
+// Its thread calls the session.
+Desktop::~Desktop() {
+  m_passwordFields.stop();
+}
 
 KeyEventSource& Desktop::keyEventSource() {
   if (m_session) return m_session->keyEventSource();
@@ -46,7 +57,7 @@ Workspace& Desktop::workspace() {
 }
 
 SecureInput& Desktop::secureInput() {
-  if (m_session) return m_session->secureInput();
+  if (m_secureInput) return *m_secureInput;
   return m_absent;
 }
 
@@ -61,6 +72,8 @@ void Desktop::abandonTyping() {
 
 void Desktop::close() {
   if (m_session && !m_session->isAlive()) sayThatDisplayHasGone();
+  m_passwordFields.stop();
+  m_secureInput.reset();
   m_session.reset();
 }
 

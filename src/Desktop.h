@@ -2,13 +2,16 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <QString>
 
+#include "EitherSecureInput.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
 #include "platform/AbsentDesktop.h"
 #include "platform/AccessibilityPermission.h"
+#include "platform/freedesktop/accessibility/PasswordFields.h"
 #include "platform/x11/X11Session.h"
 
 namespace zarvy {
@@ -19,6 +22,9 @@ class Desktop final : public AccessibilityPermission {
  public:
   // `onLost` is called on the main thread if the display goes away.
   Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost);
+  ~Desktop() override;
+  Desktop(const Desktop&) = delete;
+  Desktop& operator=(const Desktop&) = delete;
 
   [[nodiscard]] KeyEventSource& keyEventSource();
   [[nodiscard]] KeyEventPoster& keyEventPoster();
@@ -44,8 +50,10 @@ class Desktop final : public AccessibilityPermission {
 
   LineOutput& m_output;
   bool m_hasSaidSo = false;
-  QString m_reason;  // why there is no session
+  QString m_reason;                 // why there is no session
+  PasswordFields m_passwordFields;  // listens only where there is a session
   std::unique_ptr<x11::X11Session> m_session;
+  std::optional<EitherSecureInput> m_secureInput;  // present exactly while there is a session
   AbsentDesktop m_absent;
 };
 

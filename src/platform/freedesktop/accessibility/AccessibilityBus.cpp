@@ -1,0 +1,132 @@
+#include "platform/freedesktop/accessibility/AccessibilityBus.h"
+
+#include <utility>
+
+#include <QDBusMessage>
+#include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QUuid>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+namespace {
+
+// For the last word to the launcher of the bus, so that the end of the program does not hang on it.
+constexpr int farewellMilliseconds = 500;
+
+QString launcherName() {
+  return u"org.a11y.Bus"_s;
+}
+
+QDBusMessage messageToLauncher(const QString& interface, const QString& member) {
+  return QDBusMessage::createMethodCall(launcherName(), u"/org/a11y/bus"_s, interface, member);
+}
+
+QDBusMessage aboutIsEnabled(const QString& member) {
+  auto message = messageToLauncher(u"org.freedesktop.DBus.Properties"_s, member);
+  message << u"org.a11y.Status"_s << u"IsEnabled"_s;
+  return message;
+}
+
+QDBusMessage setIsEnabled(bool isEnabled) {
+  auto message = aboutIsEnabled(u"Set"_s);
+  message << QVariant::fromValue(QDBusVariant(isEnabled));
+  return message;
+}
+
+void disconnectFrom(std::optional<QDBusConnection>& bus) {
+  if (!bus) return;
+  const QString name = bus->name();
+  bus.reset();
+  QDBusConnection::disconnectFromBus(name);
+}
+
+QString freshName() {
+  return u"zarvy-focus-"_s + QUuid::createUuid().toString();
+}
+
+}  // namespace
+
+AccessibilityBus::AccessibilityBus(FieldSecrecy& secrecy, std::chrono::milliseconds patience,
+                                   QString sessionAddress)
+    : m_secrecy(secrecy), m_patience(patience), m_sessionAddress(std::move(sessionAddress)) {}
+
+AccessibilityBus::~AccessibilityBus() {
+  close();
+}
+
+void AccessibilityBus::open() {
+  m_session = sessionBus();
+  if (!m_session->isConnected()) return;
+  auto* watcher = new QDBusServiceWatcher(launcherName(), *m_session,
+                                          QDBusServiceWatcher::WatchForRegistration, this);
+  connect(watcher, &QDBusServiceWatcher::serviceRegistered, this, &AccessibilityBus::findBus);
+  findBus();
+}
+
+void AccessibilityBus::close() {
+  dropBus();
+  if (m_session) takeBackAnnouncement();
+  disconnectFrom(m_session);
+}
+
+void AccessibilityBus::lookAgain() {
+  if (m_follower) m_follower->lookAgain();
+}
+
+QDBusConnection AccessibilityBus::sessionBus() const {
+  if (!m_sessionAddress.isEmpty()) {
+    return QDBusConnection::connectToBus(m_sessionAddress, freshName());
+  }
+  return QDBusConnection::connectToBus(QDBusConnection::SessionBus, freshName());
+}
+
+void AccessibilityBus::findBus() {
+  ask(aboutIsEnabled(u"Get"_s), &AccessibilityBus::announceListener);
+  ask(messageToLauncher(launcherName(), u"GetAddress"_s), &AccessibilityBus::useBus);
+}
+
+void AccessibilityBus::announceListener(const QDBusMessage& isEnabledAnswer) {
+  const auto isEnabled = isEnabledAnswer.arguments().value(0).value<QDBusVariant>().variant();
+  if (isEnabled.typeId() != QMetaType::Bool || isEnabled.toBool()) return;
+  m_hasAnnounced = true;
+  m_session->asyncCall(setIsEnabled(true));
+}
+
+void AccessibilityBus::takeBackAnnouncement() {
+  if (!std::exchange(m_hasAnnounced, false)) return;
+  m_session->call(setIsEnabled(false), QDBus::Block, farewellMilliseconds);
+}
+
+void AccessibilityBus::useBus(const QDBusMessage& addressAnswer) {
+  const QString address = addressAnswer.arguments().value(0).toString();
+  if (address.isEmpty() || (m_bus && address == m_address)) return;
+  dropBus();
+  m_address = address;
+  m_bus = QDBusConnection::connectToBus(address, freshName());
+  if (!m_bus->isConnected()) return dropBus();
+  m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
+                 u"Disconnected"_s, this, SLOT(dropBus()));
+  m_follower = std::make_unique<FocusFollower>(*m_bus, m_secrecy, m_patience);
+}
+
+void AccessibilityBus::dropBus() {
+  m_follower.reset();
+  disconnectFrom(m_bus);
+}
+
+void AccessibilityBus::ask(const QDBusMessage& question, AnswerHandler handler) {
+  auto* watcher = new QDBusPendingCallWatcher(m_session->asyncCall(question), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this, handler](QDBusPendingCallWatcher* call) {
+            call->deleteLater();
+            const QDBusMessage answer = call->reply();
+            const bool isAnswered = answer.type() == QDBusMessage::ReplyMessage;
+            if (isAnswered && m_session) (this->*handler)(answer);
+          });
+}
+
+}  // namespace zarvy

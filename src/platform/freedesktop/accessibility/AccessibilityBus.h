@@ -1,0 +1,57 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <optional>
+
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+#include <QObject>
+
+#include "platform/freedesktop/accessibility/FocusFollower.h"
+
+namespace zarvy {
+
+// Finds the accessibility bus of the user's session and follows the focus on it. Where there is no
+// such bus it waits for one; where it goes away, for the next. Toolkits that speak on the bus only
+// if somebody listens are told that somebody does, until close(). One thread, which runs an event
+// loop; open() and close() may wait for the buses, nothing else does.
+class AccessibilityBus final : public QObject {
+  Q_OBJECT
+
+ public:
+  // See PasswordFields.
+  AccessibilityBus(FieldSecrecy& secrecy, std::chrono::milliseconds patience,
+                   QString sessionAddress);
+  ~AccessibilityBus() override;
+
+  void open();
+  void close();
+
+  // See FocusFollower.
+  void lookAgain();
+
+ private Q_SLOTS:
+  void dropBus();
+
+ private:
+  using AnswerHandler = void (AccessibilityBus::*)(const QDBusMessage& answer);
+
+  [[nodiscard]] QDBusConnection sessionBus() const;
+  void findBus();
+  void useBus(const QDBusMessage& addressAnswer);
+  void announceListener(const QDBusMessage& isEnabledAnswer);
+  void takeBackAnnouncement();
+  void ask(const QDBusMessage& question, AnswerHandler handler);
+
+  FieldSecrecy& m_secrecy;
+  const std::chrono::milliseconds m_patience;
+  const QString m_sessionAddress;
+  std::optional<QDBusConnection> m_session;
+  std::optional<QDBusConnection> m_bus;  // present exactly while it is connected
+  QString m_address;                     // of m_bus
+  std::unique_ptr<FocusFollower> m_follower;
+  bool m_hasAnnounced = false;  // nobody had before
+};
+
+}  // namespace zarvy

@@ -1,0 +1,205 @@
+#include "platform/freedesktop/accessibility/FocusFollower.h"
+
+#include <utility>
+
+#include <QDBusArgument>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+
+#include "platform/freedesktop/accessibility/FieldSecrecy.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+namespace {
+
+// Numbers of the accessibility protocol.
+constexpr uint passwordTextRole = 40;
+constexpr uint focusedState = 1U << 12U;  // in the first word of the states
+
+QString registryName() {
+  return u"org.a11y.atspi.Registry"_s;
+}
+QString accessibleInterface() {
+  return u"org.a11y.atspi.Accessible"_s;
+}
+QString objectEvents() {
+  return u"org.a11y.atspi.Event.Object"_s;
+}
+
+QDBusMessage questionToBus(const QString& member) {
+  return QDBusMessage::createMethodCall(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s,
+                                        u"org.freedesktop.DBus"_s, member);
+}
+
+// Absent where the question has failed or the answer is something else than a number.
+std::optional<uint> numberIn(const QDBusMessage& answer) {
+  if (answer.type() != QDBusMessage::ReplyMessage) return std::nullopt;
+  bool isNumber = false;
+  const uint number = answer.arguments().value(0).toUInt(&isNumber);
+  return isNumber ? std::optional(number) : std::nullopt;
+}
+
+bool saysFocused(const QDBusMessage& answer) {
+  const QVariant states = answer.arguments().value(0);
+  if (answer.type() != QDBusMessage::ReplyMessage || answer.signature() != u"au") return false;
+  const auto words = qdbus_cast<QList<uint>>(states);
+  return !words.isEmpty() && (words.constFirst() & focusedState) != 0;
+}
+
+}  // namespace
+
+FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy,
+                             std::chrono::milliseconds patience)
+    : m_bus(std::move(bus)), m_secrecy(secrecy) {
+  m_patience.setSingleShot(true);
+  m_patience.setInterval(patience);
+  connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
+  listen();
+  askForEvents();
+}
+
+FocusFollower::~FocusFollower() {
+  m_secrecy.setOpen();
+}
+
+void FocusFollower::listen() {
+  m_bus.connect({}, {}, objectEvents(), u"StateChanged"_s, {u"focused"_s}, {}, this,
+                SLOT(handleFocus(QDBusMessage)));
+  m_bus.connect({}, {}, objectEvents(), u"PropertyChange"_s, {u"accessible-role"_s}, {}, this,
+                SLOT(handleNewRole(QDBusMessage)));
+  m_bus.connect({}, {}, u"org.a11y.atspi.Event.Window"_s, u"Deactivate"_s, this,
+                SLOT(handleDeactivatedWindow(QDBusMessage)));
+  // Only of names that nobody has any more.
+  m_bus.connect(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
+                u"NameOwnerChanged"_s, {QString(), QString(), u""_s}, {}, this,
+                SLOT(handleLostPeer(QDBusMessage)));
+  auto* registry = new QDBusServiceWatcher(registryName(), m_bus,
+                                           QDBusServiceWatcher::WatchForRegistration, this);
+  connect(registry, &QDBusServiceWatcher::serviceRegistered, this, &FocusFollower::askForEvents);
+}
+
+// Applications send only what somebody has asked the registry for.
+void FocusFollower::askForEvents() {
+  for (const QString& event :
+       {u"object:state-changed:focused"_s, u"object:property-change:accessible-role"_s,
+        u"window:activate"_s, u"window:deactivate"_s}) {
+    auto request = QDBusMessage::createMethodCall(registryName(), u"/org/a11y/atspi/registry"_s,
+                                                  registryName(), u"RegisterEvent"_s);
+    request << event;
+    m_bus.asyncCall(request);
+  }
+}
+
+void FocusFollower::handleFocus(const QDBusMessage& signal) {
+  const Field field{.peer = signal.service(), .path = signal.path()};
+  if (signal.arguments().value(1).toInt() != 0) {
+    enter(field);
+  } else if (field == m_field) {
+    leave();
+  }
+}
+
+// Some toolkits say no more than this when the user turns to another application. The field is
+// asked all the same: with two windows of one application the order of events is anybody's guess.
+void FocusFollower::handleDeactivatedWindow(const QDBusMessage& signal) {
+  if (m_field && m_field->peer == signal.service()) lookAgain();
+}
+
+// A field that shows its password may begin to hide it under the caret.
+void FocusFollower::handleNewRole(const QDBusMessage& signal) {
+  const Field field{.peer = signal.service(), .path = signal.path()};
+  if (field == m_field) enter(field);
+}
+
+void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
+  if (m_field && m_field->peer == signal.arguments().value(0).toString()) leave();
+}
+
+void FocusFollower::enter(const Field& field) {
+  if (field != m_field) {
+    m_field = field;
+    m_secrecy.setProcess(0);
+  }
+  m_isSettled = false;
+  m_secrecy.doubt();
+  m_patience.start();
+  askForProcess();
+  askForRole();
+}
+
+void FocusFollower::leave() {
+  m_field.reset();
+  ++m_question;
+  settle(false);
+}
+
+void FocusFollower::lookAgain() {
+  if (!m_field || (m_isSettled && !m_secrecy.mustNotBeHeard())) return;
+  // The time of a field that has been waited for in vain is not begun anew.
+  if (m_secrecy.mustNotBeHeard()) m_patience.start();
+  m_isSettled = false;
+  askForFocus();
+}
+
+void FocusFollower::askForProcess() {
+  auto question = questionToBus(u"GetConnectionUnixProcessID"_s);
+  question << m_field->peer;
+  auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+  connect(watcher, &QDBusPendingCallWatcher::finished, this,
+          [this, field = *m_field](QDBusPendingCallWatcher* call) {
+            call->deleteLater();
+            if (field != m_field) return;
+            m_secrecy.setProcess(static_cast<qint32>(numberIn(call->reply()).value_or(0)));
+          });
+}
+
+// An application that knows no role has no password fields either.
+void FocusFollower::askForRole() {
+  ask(questionToField(u"GetRole"_s),
+      [this](const QDBusMessage& answer) { settle(numberIn(answer) == passwordTextRole); });
+}
+
+void FocusFollower::askForFocus() {
+  ask(questionToField(u"GetState"_s), [this](const QDBusMessage& answer) {
+    if (saysFocused(answer)) {
+      askForRole();
+    } else {
+      leave();
+    }
+  });
+}
+
+void FocusFollower::ask(const QDBusMessage& question, AnswerHandler handler) {
+  auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
+  connect(
+      watcher, &QDBusPendingCallWatcher::finished, this,
+      [this, number = ++m_question, handler = std::move(handler)](QDBusPendingCallWatcher* call) {
+        call->deleteLater();
+        if (number == m_question) handler(call->reply());
+      });
+}
+
+QDBusMessage FocusFollower::questionToField(const QString& member) const {
+  return QDBusMessage::createMethodCall(m_field->peer, m_field->path, accessibleInterface(),
+                                        member);
+}
+
+void FocusFollower::settle(bool isSecret) {
+  m_patience.stop();
+  m_isSettled = true;
+  if (isSecret) {
+    m_secrecy.setSecret();
+  } else {
+    m_secrecy.setOpen();
+  }
+}
+
+// An answer that still comes counts all the same.
+void FocusFollower::loseHope() {
+  m_secrecy.setOpen();
+}
+
+}  // namespace zarvy

@@ -1,0 +1,48 @@
+#include "platform/freedesktop/accessibility/PasswordFields.h"
+
+#include <utility>
+
+#include "platform/freedesktop/accessibility/AccessibilityBus.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+PasswordFields::PasswordFields(const Options& options)
+    : m_bus(std::make_unique<AccessibilityBus>(m_secrecy, options.patience,
+                                               options.sessionBusAddress)) {
+  m_thread.setObjectName(u"zarvy-focus"_s);
+}
+
+PasswordFields::~PasswordFields() {
+  stop();
+}
+
+void PasswordFields::start(std::function<void()> onSecret) {
+  m_secrecy.onSecret = std::move(onSecret);
+  m_bus->moveToThread(&m_thread);
+  QObject::connect(&m_thread, &QThread::started, m_bus.get(), &AccessibilityBus::open);
+  // On that thread, as its last deed.
+  QObject::connect(&m_thread, &QThread::finished, m_bus.get(), &AccessibilityBus::close,
+                   Qt::DirectConnection);
+  m_thread.start();
+}
+
+void PasswordFields::stop() {
+  m_thread.quit();
+  m_thread.wait();
+}
+
+void PasswordFields::lookAgain() {
+  QMetaObject::invokeMethod(m_bus.get(), &AccessibilityBus::lookAgain, Qt::QueuedConnection);
+}
+
+bool PasswordFields::isSecureEventInputEnabled() const {
+  return m_secrecy.isPasswordField();
+}
+
+std::optional<qint32> PasswordFields::ownerProcessIdentifier() const {
+  return m_secrecy.process();
+}
+
+}  // namespace zarvy

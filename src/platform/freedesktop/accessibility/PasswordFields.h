@@ -1,0 +1,62 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+#include <QString>
+#include <QThread>
+
+#include "platform/SecureInput.h"
+#include "platform/freedesktop/accessibility/FieldSecrecy.h"
+
+namespace zarvy {
+
+class AccessibilityBus;
+
+// Takes a password field that has the keyboard for secure input, in whatever window it is. Its
+// application tells of it on the accessibility bus: GTK and Qt do so, browsers where accessibility
+// is turned on in them, terminals never. A field that has the focus already when this starts is
+// noticed when the focus comes to it again.
+//
+// The bus is listened to on a thread of this object's own, so that it is heard also while the main
+// thread is busy. Made, started, stopped and ended on the main thread.
+class PasswordFields final : public SecureInput {
+ public:
+  struct Options {
+    // For how long a field that does not say what it is counts as a secret. Someone who types into
+    // an application that hangs does not go on for long.
+    std::chrono::milliseconds patience{1000};
+    QString sessionBusAddress;  // that of the user's session where it is empty
+  };
+
+  explicit PasswordFields(const Options& options);
+  PasswordFields() : PasswordFields(Options{}) {}
+  ~PasswordFields() override;
+  PasswordFields(const PasswordFields&) = delete;
+  PasswordFields& operator=(const PasswordFields&) = delete;
+
+  // Begins to listen, once. `onSecret` is called on a thread of this object's own each time that
+  // the keyboard turns out to be in a password field, to have what was typed before forgotten.
+  void start(std::function<void()> onSecret);
+
+  // Nothing is called and nothing is secret any more.
+  void stop();
+
+  // Whether what is typed now is to be heard by nobody: in a password field, and in a field of
+  // which nothing is known yet. Any thread, as long as this lives.
+  [[nodiscard]] bool mustNotBeHeard() const { return m_secrecy.mustNotBeHeard(); }
+
+  // To be called when the keyboard goes to another window. Any thread, as long as this lives.
+  void lookAgain();
+
+  [[nodiscard]] bool isSecureEventInputEnabled() const override;
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
+
+ private:
+  FieldSecrecy m_secrecy;
+  std::unique_ptr<AccessibilityBus> m_bus;  // lives on m_thread once that runs
+  QThread m_thread;
+};
+
+}  // namespace zarvy

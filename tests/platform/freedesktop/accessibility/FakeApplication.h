@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QList>
+#include <QMap>
+
+#include "platform/freedesktop/accessibility/BusDaemon.h"
+
+namespace zarvy {
+
+// An application on the accessibility bus, whose fields are named by their paths.
+class FakeApplication final : public QDBusVirtualObject {
+ public:
+  explicit FakeApplication(const QString& accessibilityAddress);
+
+  // What a field answers when it is asked for its role; a number where it knows the protocol.
+  void setRole(const QString& field, const QVariant& role) { m_roles[field] = role; }
+
+  // The field that has the keyboard, by what it answers when asked.
+  void setFocused(const QString& field) { m_focused = field; }
+
+  // Whether it leaves questions unanswered until it is asked to answer them.
+  void setHanging(bool isHanging) { m_isHanging = isHanging; }
+  void answerAll();
+
+  // Number of questions that have come.
+  [[nodiscard]] int questionCount() const { return m_questionCount; }
+
+  // What it tells of its own accord.
+  void tellFocus(const QString& field, bool isFocused);
+  void tellDeactivatedWindow();
+  void tellNewRole(const QString& field);
+  // An event whose arguments are not what the protocol says.
+  void tellNonsense(const QString& field);
+
+  [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+ private:
+  void tell(const QString& path, const QString& interface, const QString& name,
+            const QVariantList& arguments);
+  [[nodiscard]] QDBusMessage answerTo(const QDBusMessage& question) const;
+
+  QMap<QString, QVariant> m_roles;
+  QString m_focused;
+  bool m_isHanging = false;
+  int m_questionCount = 0;
+  QList<QDBusMessage> m_unanswered;
+  BusConnection m_bus;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDBusVirtualObject>
+#include <QList>
+
+#include "platform/freedesktop/accessibility/BusDaemon.h"
+
+namespace zarvy {
+
+// Stands on the session bus for what starts the accessibility bus.
+class FakeLauncher final : public QDBusVirtualObject {
+ public:
+  FakeLauncher(const QString& sessionAddress, QString accessibilityAddress, bool isEnabled);
+
+  // Whether programs are told that somebody listens, and what it was set to so far.
+  [[nodiscard]] bool isEnabled() const { return m_isEnabled; }
+  [[nodiscard]] const QList<bool>& settings() const { return m_settings; }
+
+  [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
+
+ private:
+  const QString m_accessibilityAddress;
+  bool m_isEnabled;
+  QList<bool> m_settings;
+  BusConnection m_bus;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,24 @@
+#include "platform/freedesktop/accessibility/FakeRegistry.h"
+
+#include <stdexcept>
+
+#include <QDBusMessage>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+FakeRegistry::FakeRegistry(const QString& accessibilityAddress) : m_bus(accessibilityAddress) {
+  if (!m_bus.get().registerVirtualObject(u"/org/a11y/atspi/registry"_s, this) ||
+      !m_bus.get().registerService(u"org.a11y.atspi.Registry"_s)) {
+    throw std::runtime_error("the name of the registry is taken");
+  }
+}
+
+bool FakeRegistry::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
+  if (message.member() != u"RegisterEvent") return false;
+  m_wantedEvents.append(message.arguments().value(0).toString());
+  return connection.send(message.createReply());
+}
+
+}  // namespace zarvy

@@ -1,0 +1,390 @@
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+
+#include <gtest/gtest.h>
+
+#include "platform/freedesktop/accessibility/FakeApplication.h"
+#include "platform/freedesktop/accessibility/FakeLauncher.h"
+#include "platform/freedesktop/accessibility/FakeRegistry.h"
+#include "platform/freedesktop/accessibility/PasswordFields.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace zarvy {
+namespace {
+
+constexpr uint passwordText = 40;
+constexpr uint entry = 79;
+
+const QString secretField = u"/secret"_s;
+const QString plainField = u"/plain"_s;
+
+// Longer than any test takes.
+constexpr std::chrono::milliseconds endless = 1h;
+
+class PasswordFieldsTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    static int count = 1;
+    static char name[] = "zarvy_accessibility_tests";
+    static char* arguments[] = {name, nullptr};
+    s_application = std::make_unique<QCoreApplication>(count, arguments);
+  }
+  static void TearDownTestSuite() { s_application.reset(); }
+
+  // The fakes answer on this thread, so that it has to run an event loop.
+  template <typename Condition>
+  [[nodiscard]] static bool comesTrue(Condition condition) {
+    const QDeadlineTimer deadline(10s);
+    while (!condition()) {
+      if (deadline.hasExpired()) return false;
+      QCoreApplication::processEvents();
+      std::this_thread::sleep_for(1ms);
+    }
+    return true;
+  }
+
+  void expectSecret() {
+    EXPECT_TRUE(comesTrue([&] { return m_fields->isSecureEventInputEnabled(); }));
+    EXPECT_TRUE(m_fields->mustNotBeHeard());
+  }
+  void expectDoubt() {
+    EXPECT_TRUE(comesTrue([&] { return m_fields->mustNotBeHeard(); }));
+    EXPECT_FALSE(m_fields->isSecureEventInputEnabled());
+  }
+  void expectOpen() {
+    EXPECT_TRUE(comesTrue([&] { return !m_fields->mustNotBeHeard(); }));
+    EXPECT_FALSE(m_fields->isSecureEventInputEnabled());
+  }
+
+  // Returns once the fields are being followed on the accessibility bus.
+  void listen(std::chrono::milliseconds patience = endless) {
+    startListening(patience);
+    ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
+  }
+
+  void startListening(std::chrono::milliseconds patience = endless) {
+    m_fields.emplace(PasswordFields::Options{.patience = patience, .sessionBusAddress = m_address});
+    m_fields->start([this] { ++m_secretCount; });
+  }
+
+  // While this waits for the other thread, the fakes go on answering.
+  void stopListening() {
+    std::atomic<bool> hasStopped = false;
+    std::thread stopping([&] {
+      m_fields->stop();
+      hasStopped = true;
+    });
+    EXPECT_TRUE(comesTrue([&] { return hasStopped.load(); }));
+    stopping.join();
+  }
+
+  // The field gets the keyboard, and is known for what it is.
+  void enter(FakeApplication& application, const QString& field) {
+    const int questions = application.questionCount();
+    application.setFocused(field);
+    application.tellFocus(field, true);
+    ASSERT_TRUE(comesTrue([&] { return application.questionCount() > questions; }));
+  }
+
+  FakeApplication& makeApplication(std::optional<FakeApplication>& application) {
+    application.emplace(m_accessibility->address());
+    application->setRole(secretField, passwordText);
+    application->setRole(plainField, entry);
+    return *application;
+  }
+
+  static inline std::unique_ptr<QCoreApplication> s_application;
+
+  std::optional<BusDaemon> m_session{std::in_place};
+  std::optional<BusDaemon> m_accessibility{std::in_place};
+  const QString m_address = m_session->address();
+  std::optional<FakeRegistry> m_registry{m_accessibility->address()};
+  std::optional<FakeLauncher> m_launcher{std::in_place, m_session->address(),
+                                         m_accessibility->address(), true};
+  std::optional<FakeApplication> m_application;
+  FakeApplication& m_app = makeApplication(m_application);
+  std::atomic<int> m_secretCount = 0;
+  std::optional<PasswordFields> m_fields;
+};
+
+TEST_F(PasswordFieldsTest, AreSecretAsLongAsTheyHaveTheKeyboard) {
+  listen();
+  expectOpen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.tellFocus(secretField, false);
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, TellTheProcessOfTheirApplication) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  EXPECT_TRUE(comesTrue([&] { return m_fields->ownerProcessIdentifier() == getpid(); }));
+}
+
+TEST_F(PasswordFieldsTest, HaveWhatWasTypedBeforeForgottenEachTimeTheyGetTheKeyboard) {
+  listen();
+  enter(m_app, plainField);
+  expectOpen();
+  EXPECT_EQ(m_secretCount, 0);
+  for (int time = 1; time <= 2; ++time) {
+    enter(m_app, secretField);
+    expectSecret();
+    EXPECT_TRUE(comesTrue([&] { return m_secretCount == time; }));
+    enter(m_app, plainField);
+    expectOpen();
+  }
+  EXPECT_EQ(m_secretCount, 2);
+}
+
+TEST_F(PasswordFieldsTest, AreLeftByTheFocusOfAnotherApplication) {
+  std::optional<FakeApplication> second;
+  makeApplication(second);
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  enter(*second, plainField);
+  expectOpen();
+  // It is late to say so, and another field is concerned.
+  enter(*second, secretField);
+  m_app.tellFocus(secretField, false);
+  expectSecret();
+}
+
+TEST_F(PasswordFieldsTest, StaySecretWhereTheFocusIsToldTwice) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.setHanging(true);
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.answerAll();
+  expectSecret();
+  EXPECT_EQ(m_secretCount, 1);
+}
+
+TEST_F(PasswordFieldsTest, AreSupposedUntilTheFieldSaysWhatItIs) {
+  listen();
+  m_app.setHanging(true);
+  for (const QString& field : {plainField, secretField}) {
+    SCOPED_TRACE(field.toStdString());
+    enter(m_app, field);
+    expectDoubt();
+    m_app.answerAll();
+    if (field == plainField) {
+      expectOpen();
+    } else {
+      expectSecret();
+    }
+  }
+}
+
+TEST_F(PasswordFieldsTest, AreSupposedForABoundedTimeButAnAnswerThatComesLateCounts) {
+  listen(20ms);
+  m_app.setHanging(true);
+  enter(m_app, secretField);
+  expectOpen();
+  m_app.answerAll();
+  expectSecret();
+}
+
+TEST_F(PasswordFieldsTest, AreToldByTheAnswerOfTheLatestFieldAlone) {
+  std::optional<FakeApplication> second;
+  makeApplication(second);
+  listen();
+  m_app.setHanging(true);
+  enter(m_app, secretField);
+  enter(*second, plainField);
+  expectOpen();
+  m_app.answerAll();
+  m_app.setHanging(false);
+  // What comes behind the late answer shows that this has been looked at.
+  enter(*second, plainField);
+  expectOpen();
+  EXPECT_EQ(m_secretCount, 0);
+}
+
+TEST_F(PasswordFieldsTest, AreLeftWithTheirWindowOnceTheySaySo) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.setFocused({});
+  m_app.tellDeactivatedWindow();
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, StaySecretWhereAnotherWindowOfTheApplicationIsLeft) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  const int questions = m_app.questionCount();
+  m_app.tellDeactivatedWindow();
+  ASSERT_TRUE(comesTrue([&] { return m_app.questionCount() >= questions + 2; }));
+  expectSecret();
+  EXPECT_EQ(m_secretCount, 1);
+}
+
+TEST_F(PasswordFieldsTest, HaveNothingToDoWithTheWindowsOfOtherApplications) {
+  std::optional<FakeApplication> second;
+  makeApplication(second);
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.setFocused({});  // as it would answer
+  second->tellDeactivatedWindow();
+  second->tellFocus(secretField, false);
+  enter(*second, secretField);
+  expectSecret();
+  EXPECT_EQ(m_secretCount, 1);
+}
+
+TEST_F(PasswordFieldsTest, OfAnApplicationThatHangsAreLeftWhenTheKeyboardGoesToAnotherWindow) {
+  listen(20ms);
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.setHanging(true);
+  m_fields->lookAgain();
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, AreLookedAtAgainWhenTheKeyboardGoesToAnotherWindow) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  const int questions = m_app.questionCount();
+  m_fields->lookAgain();
+  ASSERT_TRUE(comesTrue([&] { return m_app.questionCount() >= questions + 2; }));
+  expectSecret();
+  m_app.setFocused({});
+  m_fields->lookAgain();
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, EndWithTheirApplication) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_application.reset();
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, MayBeginToHideTheTextUnderTheCaret) {
+  listen();
+  enter(m_app, plainField);
+  expectOpen();
+  m_app.setRole(plainField, passwordText);
+  m_app.tellNewRole(plainField);
+  expectSecret();
+  m_app.setRole(plainField, entry);
+  m_app.tellNewRole(secretField);  // another field
+  m_app.tellNewRole(plainField);
+  expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, AreNotTakenForOneWhereTheAnswerMakesNoSense) {
+  listen();
+  for (const QVariant& role : {QVariant(), QVariant(u"password text"_s), QVariant(-40)}) {
+    m_app.setRole(secretField, role);
+    enter(m_app, secretField);
+    expectOpen();
+  }
+  m_app.tellNonsense(secretField);
+  m_app.setRole(secretField, passwordText);
+  enter(m_app, secretField);
+  expectSecret();
+}
+
+TEST_F(PasswordFieldsTest, AreAskedForAgainWhereTheRegistryIsANewOne) {
+  listen();
+  const QStringList wanted = m_registry->wantedEvents();
+  EXPECT_TRUE(wanted.contains(u"object:state-changed:focused"_s));
+  EXPECT_TRUE(wanted.contains(u"window:deactivate"_s));
+  m_registry.reset();
+  m_registry.emplace(m_accessibility->address());
+  EXPECT_TRUE(comesTrue([&] { return m_registry->wantedEvents() == wanted; }));
+}
+
+TEST_F(PasswordFieldsTest, AreAnnouncedAsWantedUntilTheEndWhereNobodyElseWantsThem) {
+  m_launcher.reset();
+  m_launcher.emplace(m_session->address(), m_accessibility->address(), false);
+  listen();
+  EXPECT_TRUE(comesTrue([&] { return m_launcher->isEnabled(); }));
+  stopListening();
+  EXPECT_EQ(m_launcher->settings(), (QList<bool>{true, false}));
+}
+
+TEST_F(PasswordFieldsTest, LeaveTheAnnouncementOfOthersAlone) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  stopListening();
+  EXPECT_EQ(m_launcher->settings(), QList<bool>());
+  EXPECT_FALSE(m_fields->mustNotBeHeard());
+}
+
+TEST_F(PasswordFieldsTest, AreFoundOnceThereIsAnAccessibilityBus) {
+  m_launcher.reset();
+  startListening();
+  m_launcher.emplace(m_session->address(), m_accessibility->address(), true);
+  ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
+  enter(m_app, secretField);
+  expectSecret();
+}
+
+TEST_F(PasswordFieldsTest, EndWithTheBusAndAreFoundOnTheNextOne) {
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_launcher.reset();
+  m_registry.reset();
+  m_application.reset();
+  m_accessibility.reset();
+  expectOpen();
+  m_accessibility.emplace();
+  m_registry.emplace(m_accessibility->address());
+  makeApplication(m_application);
+  m_launcher.emplace(m_session->address(), m_accessibility->address(), true);
+  ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
+  enter(m_app, secretField);
+  expectSecret();
+}
+
+TEST_F(PasswordFieldsTest, AreNoneWithoutASessionBus) {
+  m_launcher.reset();
+  m_session.reset();
+  startListening();
+  m_fields->lookAgain();
+  expectOpen();
+  stopListening();
+}
+
+TEST_F(PasswordFieldsTest, AreStillFollowedWhenTheSessionBusHasGone) {
+  listen();
+  m_launcher.reset();
+  m_session.reset();
+  enter(m_app, secretField);
+  expectSecret();
+  stopListening();
+}
+
+TEST_F(PasswordFieldsTest, HoldNobodyUpAtTheEndWhereTheirApplicationHangs) {
+  listen();
+  m_app.setHanging(true);
+  enter(m_app, secretField);
+  expectDoubt();
+  stopListening();
+  expectOpen();
+}
+
+}  // namespace
+}  // namespace zarvy

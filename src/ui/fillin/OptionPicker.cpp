@@ -17,6 +17,7 @@ OptionPicker::OptionPicker(const QStringList& options, const QString& value, QWi
   list->setUniformItemSizes(true);
   list->setTextElideMode(Qt::ElideRight);
   setView(list);
+  list->installEventFilter(this);
   setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(leastCharacters);
   setFocusPolicy(Qt::StrongFocus);
@@ -24,6 +25,12 @@ OptionPicker::OptionPicker(const QStringList& options, const QString& value, QWi
   setCurrentIndex(static_cast<int>(options.indexOf(value)));
   connect(this, &QComboBox::currentIndexChanged, this,
           [this](int index) { Q_EMIT picked(itemText(index)); });
+}
+
+// What closes the open list is not meant for the form, whose shortcuts would take the key too.
+bool OptionPicker::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == view() && event->type() == QEvent::ShortcutOverride) event->accept();
+  return QComboBox::eventFilter(watched, event);
 }
 
 // Whoever scrolls the form does not mean to choose something else.

@@ -12,6 +12,8 @@ class OptionPicker final : public QComboBox {
  public:
   OptionPicker(const QStringList& options, const QString& value, QWidget* parent);
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  Q_SIGNALS:
   void picked(const QString& option);
 

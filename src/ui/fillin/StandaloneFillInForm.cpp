@@ -76,10 +76,10 @@ bool isBlank(const QString& text) {
 
 }  // namespace
 
-StandaloneFillInForm::StandaloneFillInForm(const Snippet& snippet, FolderColor folderColor,
+StandaloneFillInForm::StandaloneFillInForm(Snippet snippet, FolderColor folderColor,
                                            const FillInServices& services, OnExpand onExpand,
                                            OnCancel onCancel)
-    : m_snippet(snippet),
+    : m_snippet(std::move(snippet)),
       m_folderColor(folderColor),
       m_services(services),
       m_onExpand(std::move(onExpand)),

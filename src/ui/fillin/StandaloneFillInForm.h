@@ -34,8 +34,8 @@ class StandaloneFillInForm final : public QWidget {
   using OnCancel = std::function<void()>;
 
   // The callbacks may close the window that the form is in, but not delete it on the spot.
-  StandaloneFillInForm(const Snippet& snippet, FolderColor folderColor,
-                       const FillInServices& services, OnExpand onExpand, OnCancel onCancel);
+  StandaloneFillInForm(Snippet snippet, FolderColor folderColor, const FillInServices& services,
+                       OnExpand onExpand, OnCancel onCancel);
 
   // Empty until the form has appeared, then as the user has left them.
   [[nodiscard]] const QList<FillInField>& fields() const { return m_fields; }

@@ -1,8 +1,10 @@
 #include <chrono>
 #include <optional>
 
+#include <QAbstractItemView>
 #include <QScrollArea>
 #include <QSplitter>
+#include <QWheelEvent>
 
 #include "support/QtPrinters.h"
 #include "ui/fillin/FieldRow.h"
@@ -166,6 +168,36 @@ TEST_F(FillInForm, ExpandsFromWhereverTheKeyboardIs) {
   } while (focused() != first);
   EXPECT_EQ(stops, 9);
   EXPECT_EQ(m_cancellations, 0);
+}
+
+TEST_F(FillInForm, LeavesAnOpenListOfOptionsItsKeys) {
+  open(u"{{dropdown:D:a,b,c}}"_s);
+  giveFocus();
+  auto& picker = named<QComboBox>(*m_form, u"D"_s);
+  QTest::keyClick(&picker, Qt::Key_Space);
+  QWidget* const list = picker.view();
+  ASSERT_TRUE(QTest::qWaitFor([list] { return list->isVisible(); }));
+  QTest::keyClick(list, Qt::Key_Down);
+  QTest::keyClick(list, Qt::Key_Return);
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(m_form->fields().front().value, u"b"_s);
+  QTest::keyClick(&picker, Qt::Key_Space);
+  ASSERT_TRUE(QTest::qWaitFor([list] { return list->isVisible(); }));
+  QTest::keyClick(list, Qt::Key_Escape);
+  EXPECT_FALSE(list->isVisible());
+  EXPECT_EQ(m_expansions + m_cancellations, 0);
+}
+
+TEST_F(FillInForm, DoesNotChooseForWhoeverScrolls) {
+  open(u"{{field:A}} {{dropdown:D:a,b,c}}"_s);
+  giveFocus();
+  auto& picker = named<QComboBox>(*m_form, u"D"_s);
+  const QPointF place(5, 5);
+  QWheelEvent turn(place, picker.mapToGlobal(place), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                   Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&picker, &turn);
+  EXPECT_EQ(picker.currentIndex(), 0);
+  EXPECT_FALSE(turn.isAccepted());
 }
 
 TEST_F(FillInForm, StartsANewLineOnReturnInATextArea) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <stdexcept>
 #include <string>
 #include <utility>
 

@@ -51,6 +51,15 @@ TEST(ThreadSerialQueue, RunsWhatIsPostedBeforeItsEnd) {
   EXPECT_EQ(count, 100);
 }
 
+TEST(ThreadSerialQueue, GivesUpWaitingForATaskThatDoesNotEnd) {
+  ThreadSerialQueue queue("serial");
+  std::latch release(1);
+  queue.post([&release] { release.wait(); });
+  EXPECT_FALSE(queue.drainUntil(std::chrono::steady_clock::now()));
+  release.count_down();
+  EXPECT_TRUE(queue.drainUntil(std::chrono::steady_clock::now() + std::chrono::minutes(1)));
+}
+
 TEST(ThreadSerialQueue, HasLetGoOfATaskOnceItIsDrained) {
   ThreadSerialQueue queue("serial");
   auto held = std::make_shared<int>(0);

@@ -309,6 +309,17 @@ TEST_P(Documents, SayWhereTheFileItselfCannotBeReadOrReplaced) {
   expectSaveFailure();
 }
 
+// To open one would wait for whoever writes into it.
+TEST_P(Documents, AreRefusedWhereAPipeStandsInTheirPlace) {
+  write(GetParam().fileName(), "");
+  ASSERT_TRUE(QFile::remove(path(GetParam().fileName())));
+  ASSERT_EQ(::mkfifo(QFile::encodeName(path(GetParam().fileName())).constData(), 0600), 0);
+  expectLoadFailure();
+  GetParam().save(m_store);
+  EXPECT_TRUE(GetParam().reads(m_store));
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
 using AllDocuments = DataFolder;
 
 TEST_F(AllDocuments, AreRefusedWholeForOneDateWithAFraction) {

@@ -36,6 +36,8 @@ class Stage {
   // DISPLAY, the session bus, and a home folder that the desktop shares.
   [[nodiscard]] const Environment& environment() const { return m_environment; }
 
+  [[nodiscard]] const SessionBus& bus() const { return m_bus; }
+
   void changeLayout(const KeyboardLayout& layout) { setKeyboardLayout(layout, m_environment); }
   [[nodiscard]] MappingDump mapping() const { return dumpMapping(m_connection, m_environment); }
 

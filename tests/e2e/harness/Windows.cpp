@@ -47,6 +47,11 @@ std::vector<ManagedWindow> managedWindows(const XConnection& connection) {
   return windows;
 }
 
+xcb_window_t activeWindow(const XConnection& connection) {
+  const auto windows = connection.property(connection.root(), "_NET_ACTIVE_WINDOW");
+  return windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows.front();
+}
+
 std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
                                            const std::string& title) {
   std::optional<ManagedWindow> found;

@@ -16,6 +16,9 @@ struct ManagedWindow {
 
 [[nodiscard]] std::vector<ManagedWindow> managedWindows(const XConnection& connection);
 
+// The window that has the keyboard, as the window manager tells it.
+[[nodiscard]] xcb_window_t activeWindow(const XConnection& connection);
+
 // Waits until there is a window of that title; absent where none comes.
 [[nodiscard]] std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
                                                          const std::string& title);

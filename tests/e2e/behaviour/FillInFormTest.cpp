@@ -1,0 +1,155 @@
+// The form that asks for the fields of a snippet, used with the keyboard above real applications.
+
+#include <csignal>
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/harness/AccessibleText.h"
+#include "e2e/harness/Windows.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString letter = u"Dear {{field:Name}}, greetings from {{field:City:Turin}}{{cursor}}!"_s;
+const std::string title = "Fill In - Snippet 1";
+
+class FillInForm : public BehaviourTest {
+ protected:
+  void startWithLetter(TargetKind kind) { start(kind, {{u";d"_s, letter}, {u";ok"_s, u"Ωk"_s}}); }
+
+  // Types the trigger, and waits until the form has the keyboard, and its first field the focus.
+  void openForm() {
+    person().type(u";d"_s);
+    const auto window = waitForWindow(stage().connection(), title);
+    ASSERT_TRUE(window.has_value());
+    ASSERT_TRUE(waitUntil([&] { return activeWindow(stage().connection()) == window->id; },
+                          std::chrono::seconds(20)));
+    ASSERT_TRUE(waitUntil([&] { return m_field.find(program().process().pid()); },
+                          std::chrono::seconds(20)));
+    m_window = *window;
+  }
+
+  // The field that has the focus comes to hold `text`.
+  void expectField(const QString& text) {
+    EXPECT_TRUE(waitUntil(
+        [&] {
+          return m_field.find(program().process().pid()) &&
+                 m_field.state(PositionUnit::utf16).text == text;
+        },
+        std::chrono::seconds(20)))
+        << text.toStdString();
+  }
+
+  void expectFormGone() {
+    EXPECT_TRUE(waitUntil(
+        [&] {
+          for (const ManagedWindow& window : managedWindows(stage().connection())) {
+            if (window.title == title) return false;
+          }
+          return true;
+        },
+        std::chrono::seconds(20)));
+  }
+
+  // Somebody who goes on once the application has the keyboard again.
+  void expectTargetInFront(xcb_window_t window) {
+    ASSERT_TRUE(waitUntil([&] { return activeWindow(stage().connection()) == window; },
+                          std::chrono::seconds(20)));
+  }
+
+  ManagedWindow m_window;
+
+ private:
+  AccessibleText m_field{stage().bus().accessibilityAddress()};
+};
+
+class FillInFormAbove : public FillInForm, public testing::WithParamInterface<TargetKind> {};
+
+TEST_P(FillInFormAbove, hasItsTextTypedIntoTheApplicationThatWasInFront) {
+  startWithLetter(GetParam());
+  const xcb_window_t application = activeWindow(stage().connection());
+  person().type(u"x "_s);
+  openForm();
+  person().type(u"Ada"_s);
+  expectField(u"Ada"_s);
+  person().tap(XKB_KEY_Return);
+  const QString typed = u"x Dear Ada, greetings from Turin!"_s;
+  const EditorState expected{.text = typed, .caret = typed.size() - 1};
+  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+  expectFormGone();
+  expectTargetInFront(application);
+  expectNothingHeld();
+}
+
+INSTANTIATE_TEST_SUITE_P(, FillInFormAbove,
+                         testing::Values(TargetKind::xterm, TargetKind::mousepad, TargetKind::qt6,
+                                         TargetKind::chromium),
+                         [](const auto& instance) { return nameOf(instance.param); });
+
+TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
+  startWithLetter(TargetKind::qt6);
+  openForm();
+  person().type(u"Ada"_s);
+  expectField(u"Ada"_s);
+  // Past the box of the first field to the second one, whose text is marked then.
+  person().tap(XKB_KEY_Tab);
+  person().tap(XKB_KEY_Tab);
+  expectField(u"Turin"_s);
+  person().type(u"Rome"_s);
+  expectField(u"Rome"_s);
+  person().tap(XKB_KEY_Return);
+  const QString typed = u"Dear Ada, greetings from Rome!"_s;
+  const EditorState expected{.text = typed, .caret = typed.size() - 1};
+  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+}
+
+TEST_F(FillInForm, leavesTheTriggerWhereItIsWhenItIsCancelled) {
+  startWithLetter(TargetKind::qt6);
+  const xcb_window_t application = activeWindow(stage().connection());
+  openForm();
+  person().type(u"Ada"_s);
+  expectField(u"Ada"_s);
+  person().tap(XKB_KEY_Escape);
+  expectFormGone();
+  expectTargetInFront(application);
+  person().type(u" ;ok"_s);
+  expectText(u";d Ωk"_s);
+}
+
+TEST_F(FillInForm, isCancelledByTheButtonOfItsWindowToo) {
+  startWithLetter(TargetKind::qt6);
+  const xcb_window_t application = activeWindow(stage().connection());
+  openForm();
+  ASSERT_TRUE(closeWindow(stage().connection(), m_window));
+  expectTargetInFront(application);
+  person().type(u" ;ok"_s);
+  expectText(u";d Ωk"_s);
+}
+
+TEST_F(FillInForm, outlivesTheApplicationThatItIsFor) {
+  startWithLetter(TargetKind::qt6);
+  openForm();
+  target().close();
+  person().type(u"Ada"_s);
+  expectField(u"Ada"_s);
+  person().tap(XKB_KEY_Return);
+  expectFormGone();
+  stage().startTarget(TargetKind::qt6);
+  person().type(u" ;ok"_s);
+  expectText(u" Ωk"_s);
+  expectNothingHeld();
+  EXPECT_TRUE(program().process().isRunning());
+}
+
+TEST_F(FillInForm, goesWithTheProgram) {
+  startWithLetter(TargetKind::qt6);
+  openForm();
+  EXPECT_EQ(program().terminate(), ExitStatus{});
+  expectFormGone();
+  EXPECT_EQ(target().state().text, u";d"_s);
+}
+
+}  // namespace
+}  // namespace zarvy::e2e

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/text/Graphemes.h"
+#include "base/text/Wipe.h"
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 
@@ -88,9 +89,9 @@ bool KeyboardMonitor::isQuickSearchHotKey(const KeyEvent& event) const {
 // The result may be called on any thread, also after this object has ended: it only posts.
 KeyboardMonitor::OfferCopy KeyboardMonitor::offerOnMainThread() {
   return [this, scheduler = &m_scheduler, life = std::weak_ptr(m_life)](QString copy) {
-    scheduler->post([this, life, copy = std::move(copy)] {
-      if (life.expired()) return;
-      if (const auto callback = onPotentialTrigger) callback(copy);
+    scheduler->post([this, life, copy = std::move(copy)]() mutable {
+      if (const auto callback = life.expired() ? nullptr : onPotentialTrigger) callback(copy);
+      wipe(copy);
     });
   };
 }

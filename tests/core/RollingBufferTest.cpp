@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/text/Wipe.h"
 #include "core/RollingBuffer.h"
 #include "support/QtPrinters.h"
 
@@ -42,6 +43,16 @@ TEST(RollingBuffer, LosesTheLastCharacterAsAWhole) {
   EXPECT_EQ(buffer.text(), QString());
   buffer.removeLast();
   EXPECT_EQ(buffer.text(), QString());
+}
+
+TEST(RollingBuffer, SharesNothingWithTheCopiesThatItGives) {
+  RollingBuffer buffer(9);
+  QString appended = buffer.append(u"a");
+  const QString asked = buffer.text();
+  wipe(appended);
+  EXPECT_EQ(appended, QString(QChar(0)));
+  EXPECT_EQ(asked, u"a"_s);
+  EXPECT_EQ(buffer.text(), u"a"_s);
 }
 
 TEST(RollingBuffer, IsEmptyOnceCleared) {

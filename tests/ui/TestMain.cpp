@@ -55,7 +55,7 @@ class Complaints final : public testing::EmptyTestEventListener {
 // The tests of the windows want an application around them, and no display.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
-  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("ZARVY_TEST_DISPLAY") ? "xcb" : "offscreen");
   const QApplication application(argc, argv);
   qInstallMessageHandler(&Complaints::note);
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<Complaints>().release());

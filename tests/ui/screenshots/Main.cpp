@@ -6,18 +6,17 @@
 // Calls itself for each picture, since the scale of a process is settled when it starts. Exit
 // status 0 only if every picture was taken and Qt complained of nothing.
 
-#include <array>
 #include <chrono>
 #include <filesystem>
 #include <iostream>
+#include <string_view>
+#include <utility>
 
 #include <QApplication>
 #include <QDir>
-#include <QTemporaryDir>
 
 #include "e2e/harness/ChildProcess.h"
-#include "e2e/harness/PrivateXServer.h"
-#include "e2e/harness/WindowManager.h"
+#include "ui/desktop/PrivateDesktop.h"
 #include "ui/screenshots/Photograph.h"
 #include "ui/screenshots/ScreenScene.h"
 
@@ -26,30 +25,13 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr std::uint32_t desktopColor = 0x8A9BA8;
-
-void paintDesktop(const e2e::XConnection& connection) {
-  xcb_change_window_attributes(connection.get(), connection.root(), XCB_CW_BACK_PIXEL,
-                               &desktopColor);
-  xcb_clear_area(connection.get(), 0, connection.root(), 0, 0, 0, 0);
-  connection.synchronise();
-}
-
 class Studio {
  public:
-  explicit Studio(QString folder)
-      : m_folder(std::move(folder)),
-        m_server(m_logs.path().toStdString(), {"-screen", "0", "1800x1600x24"}),
-        m_connection(m_server.display()),
-        m_environment(e2e::environmentWithHome(m_logs.path().toStdString())),
-        m_manager(m_connection, withDisplay(), m_logs.path().toStdString()) {
-    paintDesktop(m_connection);
-    QDir().mkpath(m_folder);
-  }
+  explicit Studio(QString folder) : m_folder(std::move(folder)) { QDir().mkpath(m_folder); }
 
   [[nodiscard]] bool take(const QString& scene, const QString& theme, int percent) {
     const QString path = m_folder + u"/%1-%2-%3.png"_s.arg(scene, theme, QString::number(percent));
-    e2e::Environment environment = withDisplay();
+    e2e::Environment environment = m_desktop.environment();
     environment["QT_SCALE_FACTOR"] = std::to_string(percent / 100.0);
     e2e::ChildProcess child(
         {.program = std::filesystem::read_symlink("/proc/self/exe").string(),
@@ -63,19 +45,8 @@ class Studio {
   }
 
  private:
-  [[nodiscard]] e2e::Environment withDisplay() const {
-    e2e::Environment environment = m_environment;
-    environment["DISPLAY"] = m_server.display();
-    environment.erase("QT_LINUX_ACCESSIBILITY_ALWAYS_ON");  // there is no bus
-    return environment;
-  }
-
   const QString m_folder;
-  const QTemporaryDir m_logs;
-  e2e::PrivateXServer m_server;
-  e2e::XConnection m_connection;
-  const e2e::Environment m_environment;
-  e2e::WindowManager m_manager;
+  const PrivateDesktop m_desktop;
 };
 
 int takeAll(const QString& folder, const QStringList& wanted) {

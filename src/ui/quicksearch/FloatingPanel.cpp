@@ -1,0 +1,97 @@
+#include "ui/quicksearch/FloatingPanel.h"
+
+#include <cmath>
+#include <utility>
+
+#include <QCloseEvent>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+
+#include "ui/quicksearch/CloseButton.h"
+#include "ui/style/Tones.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr QSize panelSize(600, 400);
+constexpr int stripHeight = 30;
+constexpr int stripPadding = 8;
+constexpr double radius = 12;
+constexpr double opacity = 0.96;  // what is behind is not blurred, and text is to be read on it
+
+}  // namespace
+
+FloatingPanel::FloatingPanel(std::unique_ptr<QWidget> content, bool isTranslucent) {
+  setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+  setAttribute(Qt::WA_TranslucentBackground, isTranslucent);
+  setWindowRole(u"quick-search"_s);
+  setAccessibleName(u"Quick Search"_s);
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(makeTopStrip());
+  column->addWidget(content.release(), 1);
+  setFixedSize(panelSize);
+}
+
+void FloatingPanel::setDelegate(std::weak_ptr<const WindowDelegate> delegate) {
+  m_delegate = std::move(delegate);
+}
+
+void FloatingPanel::center() {
+  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
+  const QRect desk = screen->availableGeometry();
+  setFixedSize(panelSize.boundedTo(desk.size()));
+  move(desk.center() - rect().center());
+}
+
+QWidget* FloatingPanel::makeTopStrip() {
+  auto* const strip = new QWidget(this);
+  strip->setFixedHeight(stripHeight);
+  auto* const line = new QHBoxLayout(strip);
+  line->setContentsMargins(stripPadding, 0, stripPadding, 0);
+  line->addStretch(1);
+  auto* const button = new CloseButton(strip);
+  connect(button, &QAbstractButton::clicked, this, &QWidget::close);
+  line->addWidget(button);
+  return strip;
+}
+
+void FloatingPanel::closeEvent(QCloseEvent* event) {
+  event->accept();
+  if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
+}
+
+void FloatingPanel::mousePressEvent(QMouseEvent* event) {
+  QWidget::mousePressEvent(event);
+  if (event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
+}
+
+// The line around it is of whole pixels of the screen at any scale.
+void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  const bool isTranslucent = testAttribute(Qt::WA_TranslucentBackground);
+  const double width = std::floor(devicePixelRatioF()) / devicePixelRatioF();
+  const QRectF outline = QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+  const QColor window = palette().color(QPalette::Window);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(separatorColor(palette()), width));
+  if (isTranslucent) {
+    painter.setBrush(withOpacity(window, opacity));
+    painter.drawRoundedRect(outline, radius, radius);
+  } else {
+    painter.fillRect(rect(), window);
+    painter.drawRect(outline);
+  }
+}
+
+}  // namespace zarvy

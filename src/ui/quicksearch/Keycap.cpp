@@ -1,0 +1,58 @@
+#include "ui/quicksearch/Keycap.h"
+
+#include <QEvent>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+constexpr int padding = 5;
+constexpr double radius = 4;
+constexpr int symbolExtent = 12;
+
+}  // namespace
+
+Keycap::Keycap(const QString& name, std::optional<Symbol> symbol, QWidget* parent)
+    : QWidget(parent), m_name(name), m_symbol(symbol) {
+  setAccessibleName(name);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+QSize Keycap::sizeHint() const {
+  const QFontMetrics metrics(keyFont());
+  const int height = qMax(metrics.height(), symbolExtent) + 4;
+  const int width = m_symbol ? symbolExtent : metrics.horizontalAdvance(m_name);
+  return {qMax(width + 2 * padding, height), height};
+}
+
+void Keycap::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) updateGeometry();
+  QWidget::changeEvent(event);
+}
+
+void Keycap::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(withOpacity(palette().color(QPalette::WindowText), 0.10));
+  painter.drawRoundedRect(rect(), radius, radius);
+  const QColor color = secondaryColor(palette());
+  if (m_symbol) {
+    QRect area(0, 0, symbolExtent, symbolExtent);
+    area.moveCenter(rect().center());
+    drawSymbol(painter, area, *m_symbol, color);
+  } else {
+    painter.setPen(color);
+    painter.setFont(keyFont());
+    painter.drawText(rect(), Qt::AlignCenter, m_name);
+  }
+}
+
+QFont Keycap::keyFont() const {
+  return scaledFont(font(), captionScale);
+}
+
+}  // namespace zarvy

@@ -1,0 +1,40 @@
+#include "ui/quicksearch/QuickSearchList.h"
+
+#include <QAccessible>
+
+#include "ui/quicksearch/QuickSearchRow.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+QuickSearchList::QuickSearchList(QWidget* parent) : QListView(parent) {
+  setAccessibleName(u"Snippets"_s);
+  setItemDelegate(new QuickSearchRow(this));
+  setUniformItemSizes(true);
+  setVerticalScrollMode(ScrollPerPixel);
+  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setAutoScroll(false);
+  setFocusPolicy(Qt::NoFocus);
+  setFrameShape(NoFrame);
+  viewport()->setAutoFillBackground(false);
+}
+
+void QuickSearchList::select(int row) {
+  const QModelIndex index = model()->index(row, 0);
+  selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+  scrollTo(index, PositionAtCenter);
+}
+
+void QuickSearchList::announce(int row) {
+  QAccessibleEvent event(this, QAccessible::Focus);
+  event.setChild(row);
+  QAccessible::updateAccessibility(&event);
+}
+
+QItemSelectionModel::SelectionFlags QuickSearchList::selectionCommand(
+    const QModelIndex& /*index*/, const QEvent* /*event*/) const {
+  return QItemSelectionModel::NoUpdate;
+}
+
+}  // namespace zarvy

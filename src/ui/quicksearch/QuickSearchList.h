@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QListView>
+
+namespace zarvy {
+
+// The results. What is selected in it is told by its owner alone: the pointer only clicks, which
+// clicked() reports.
+class QuickSearchList final : public QListView {
+  Q_OBJECT
+
+ public:
+  explicit QuickSearchList(QWidget* parent);
+
+  // Selects `row`, where it is one, and brings it to the middle as far as the ends allow.
+  void select(int row);
+
+  // Lets a screen reader read the row, though the keyboard stays where it is.
+  void announce(int row);
+
+ protected:
+  [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
+      const QModelIndex& index, const QEvent* event) const override;
+};
+
+}  // namespace zarvy

@@ -1,0 +1,79 @@
+#include "ui/quicksearch/QuickSearchRow.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "ui/fillin/OneLine.h"
+#include "ui/quicksearch/QuickSearchModel.h"
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+constexpr int margin = 8;    // between the edge and the background of the selected row
+constexpr int padding = 10;  // between that and what is in it
+constexpr int verticalPadding = 6;
+constexpr int lineSpacing = 1;
+constexpr double radius = 6;
+constexpr int circleExtent = 8;
+constexpr int textIndent = margin + padding + circleExtent + padding;
+constexpr double triggerScale = 12.0 / 13.0;
+constexpr double selectionOpacity = 0.22;
+
+QFont triggerFont(const QFont& titleFont) {
+  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  if (titleFont.pixelSize() > 0) {
+    font.setPixelSize(titleFont.pixelSize());
+  } else {
+    font.setPointSizeF(titleFont.pointSizeF());
+  }
+  return scaledFont(font, triggerScale);
+}
+
+// At the left whatever its direction, in which it is read all the same.
+void drawLine(QPainter& painter, const QRect& area, const QFont& font, const QString& text) {
+  const QString line = oneLine(text);
+  painter.setFont(font);
+  painter.setLayoutDirection(line.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+  painter.drawText(area, Qt::AlignLeft | Qt::AlignAbsolute | Qt::AlignVCenter | Qt::TextSingleLine,
+                   QFontMetrics(font).elidedText(line, Qt::ElideRight, area.width()));
+}
+
+}  // namespace
+
+void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                           const QModelIndex& index) const {
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Qt::NoPen);
+  const QRect row = option.rect;
+  if (option.state & QStyle::State_Selected) {
+    painter->setBrush(
+        withOpacity(option.palette.color(QPalette::Active, QPalette::Highlight), selectionOpacity));
+    painter->drawRoundedRect(row.adjusted(margin, 0, -margin, 0), radius, radius);
+  }
+  painter->setBrush(index.data(QuickSearchModel::folderColorRole).value<QColor>());
+  painter->drawEllipse(QRectF(row.left() + margin + padding,
+                              row.top() + (row.height() - circleExtent) / 2.0, circleExtent,
+                              circleExtent));
+  const QFont lowerFont = triggerFont(option.font);
+  QRect title = row.adjusted(textIndent, verticalPadding, -(margin + padding), 0);
+  title.setHeight(QFontMetrics(option.font).height());
+  QRect trigger = title.translated(0, title.height() + lineSpacing);
+  trigger.setHeight(QFontMetrics(lowerFont).height());
+  painter->setPen(option.palette.color(QPalette::Active, QPalette::WindowText));
+  drawLine(*painter, title, option.font, index.data(Qt::DisplayRole).toString());
+  painter->setPen(secondaryColor(option.palette));
+  drawLine(*painter, trigger, lowerFont, index.data(QuickSearchModel::triggerRole).toString());
+  painter->restore();
+}
+
+QSize QuickSearchRow::sizeHint(const QStyleOptionViewItem& option,
+                               const QModelIndex& /*index*/) const {
+  const int lines = QFontMetrics(option.font).height() + lineSpacing +
+                    QFontMetrics(triggerFont(option.font)).height();
+  return {0, lines + 2 * verticalPadding};
+}
+
+}  // namespace zarvy

@@ -1,0 +1,209 @@
+#include "ui/quicksearch/QuickSearchView.h"
+
+#include <utility>
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "ui/fillin/ToneKeeper.h"
+#include "ui/quicksearch/Keycap.h"
+#include "ui/quicksearch/QuickSearchList.h"
+#include "ui/quicksearch/SymbolView.h"
+#include "ui/style/Tones.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr int horizontalPadding = 18;  // where the circles of the rows are, too
+constexpr int searchPadding = 12;
+constexpr int searchIconExtent = 18;
+constexpr double searchScale = 18.0 / 13.0;
+constexpr int resultsPadding = 4;
+constexpr int nothingFoundExtent = 28;
+constexpr int footerPadding = 8;
+constexpr int hintSpacing = 4;
+constexpr int hintGap = 14;
+
+class Divider final : public QWidget {
+ public:
+  explicit Divider(QWidget* parent) : QWidget(parent) { setFixedHeight(1); }
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter(this).fillRect(rect(), separatorColor(palette()));
+  }
+};
+
+struct Key {
+  QString name;
+  std::optional<Symbol> symbol = std::nullopt;
+};
+
+// Some keys, and what they do.
+void addHint(QHBoxLayout& line, const QList<Key>& keys, const QString& action) {
+  QWidget* const bar = line.parentWidget();
+  line.addSpacing(hintGap);
+  for (const Key& key : keys) line.addWidget(new Keycap(key.name, key.symbol, bar));
+  line.addWidget(inTone(new QLabel(action, bar), {Tone::Color::tertiary, captionScale}));
+}
+
+}  // namespace
+
+QuickSearchView::QuickSearchView(const QList<Snippet>& snippets, const QList<Folder>& folders,
+                                 OnSelect onSelect, OnDismiss onDismiss)
+    : m_onSelect(std::move(onSelect)),
+      m_onDismiss(std::move(onDismiss)),
+      m_model(snippets, folders) {
+  auto* const column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  column->addWidget(makeSearchBar());
+  column->addWidget(new Divider(this));
+  column->addWidget(makeResults(), 1);
+  column->addWidget(new Divider(this));
+  column->addWidget(makeFooter());
+  scaleSearchField();
+  showResults();
+}
+
+QString QuickSearchView::searchText() const {
+  return m_search->text();
+}
+
+bool QuickSearchView::isSearchFocused() const {
+  return m_search->hasFocus();
+}
+
+void QuickSearchView::focusSearch() {
+  m_search->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+QWidget* QuickSearchView::makeSearchBar() {
+  auto* const bar = new QWidget(this);
+  auto* const line = new QHBoxLayout(bar);
+  line->setContentsMargins(horizontalPadding, searchPadding, horizontalPadding, searchPadding);
+  line->setSpacing(10);
+  line->addWidget(new SymbolView(Symbol::search, searchIconExtent, bar));
+  m_search = new QLineEdit(bar);
+  m_search->setPlaceholderText(u"Search snippets..."_s);
+  m_search->setAccessibleName(u"Search snippets"_s);
+  m_search->setFrame(false);
+  QPalette clear;
+  clear.setColor(QPalette::Base, Qt::transparent);
+  m_search->setPalette(clear);
+  connect(m_search, &QLineEdit::textChanged, this, &QuickSearchView::filter);
+  connect(m_search, &QLineEdit::returnPressed, this, [this] { choose(m_selectedIndex); });
+  line->addWidget(m_search, 1);
+  return bar;
+}
+
+QWidget* QuickSearchView::makeResults() {
+  m_pages = new QStackedWidget(this);
+  m_pages->setContentsMargins(0, resultsPadding, 0, resultsPadding);
+  m_list = new QuickSearchList(m_pages);
+  m_list->setModel(&m_model);
+  connect(m_list, &QListView::clicked, this,
+          [this](const QModelIndex& index) { choose(index.row()); });
+  m_pages->addWidget(m_list);
+  m_pages->addWidget(makeNothingFound());
+  return m_pages;
+}
+
+QWidget* QuickSearchView::makeNothingFound() {
+  auto* const page = new QWidget(m_pages);
+  auto* const column = new QVBoxLayout(page);
+  column->setSpacing(8);
+  column->addStretch(1);
+  column->addWidget(new SymbolView(Symbol::nothingFound, nothingFoundExtent, page), 0,
+                    Qt::AlignHCenter);
+  column->addWidget(inTone(new QLabel(u"No snippets found"_s, page), {Tone::Color::tertiary}), 0,
+                    Qt::AlignHCenter);
+  column->addStretch(1);
+  return page;
+}
+
+QWidget* QuickSearchView::makeFooter() {
+  auto* const bar = new QWidget(this);
+  auto* const line = new QHBoxLayout(bar);
+  line->setContentsMargins(horizontalPadding, footerPadding, horizontalPadding, footerPadding);
+  line->setSpacing(hintSpacing);
+  m_count = inTone(new QLabel(bar), {Tone::Color::tertiary, captionScale});
+  line->addWidget(m_count);
+  line->addStretch(1);
+  addHint(*line, {{u"up arrow"_s, Symbol::up}, {u"down arrow"_s, Symbol::down}}, u"navigate"_s);
+  addHint(*line, {{u"return"_s}}, u"expand"_s);
+  addHint(*line, {{u"esc"_s}}, u"close"_s);
+  return bar;
+}
+
+// A font with a size of its own does not change with that of the desktop.
+void QuickSearchView::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) scaleSearchField();
+  QWidget::changeEvent(event);
+}
+
+void QuickSearchView::scaleSearchField() {
+  m_search->setFont(scaledFont(font(), searchScale));
+}
+
+// What the search field has no use for.
+void QuickSearchView::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+    case Qt::Key_Up:
+      if (m_selectedIndex >= 1) moveTo(m_selectedIndex - 1);
+      break;
+    case Qt::Key_Down:
+      if (m_selectedIndex < m_model.rowCount() - 1) moveTo(m_selectedIndex + 1);
+      break;
+    case Qt::Key_Escape:
+      m_onDismiss();
+      break;
+    default:
+      QWidget::keyPressEvent(event);
+  }
+}
+
+void QuickSearchView::filter() {
+  m_model.setSearchText(searchText());
+  showResults();
+  QAccessibleEvent backFromRow(m_search, QAccessible::Focus);
+  QAccessible::updateAccessibility(&backFromRow);
+  Q_EMIT searchTextChanged();
+}
+
+void QuickSearchView::showResults() {
+  const int results = m_model.rowCount();
+  m_pages->setCurrentIndex(results == 0 ? 1 : 0);
+  const QString all = QString::number(m_model.snippetCount());
+  m_count->setText(searchText().isEmpty()
+                       ? all + u" snippets"_s
+                       : QString::number(results) + u" of "_s + all + u" snippets"_s);
+  setSelectedIndex(0);
+}
+
+void QuickSearchView::moveTo(int row) {
+  setSelectedIndex(row);
+  m_list->announce(row);
+}
+
+void QuickSearchView::setSelectedIndex(int row) {
+  const bool isChanged = std::exchange(m_selectedIndex, row) != row;
+  m_list->select(row);
+  if (isChanged) Q_EMIT selectedIndexChanged();
+}
+
+void QuickSearchView::choose(int row) {
+  if (row < 0 || row >= m_model.rowCount()) return;
+  const Snippet snippet = m_model.snippetAt(row);  // outlives whatever the callback closes
+  m_onSelect(snippet);
+}
+
+}  // namespace zarvy

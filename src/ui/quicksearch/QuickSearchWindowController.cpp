@@ -1,0 +1,94 @@
+#include "ui/quicksearch/QuickSearchWindowController.h"
+
+#include <chrono>
+#include <utility>
+
+#include <QGuiApplication>
+#include <QPointer>
+
+#include "base/Scheduler.h"
+#include "ui/BringForward.h"
+#include "ui/quicksearch/FloatingPanel.h"
+#include "ui/quicksearch/QuickSearchView.h"
+
+namespace zarvy {
+namespace {
+
+// A window manager that is busy with the hot key may have missed the first request.
+constexpr std::chrono::milliseconds secondRequestDelay{50};
+
+}  // namespace
+
+void QuickSearchWindowController::DeleteLater::operator()(FloatingPanel* panel) const {
+  panel->hide();
+  panel->deleteLater();
+}
+
+QuickSearchWindowController::QuickSearchWindowController(QuickSearchServices services)
+    : m_services(std::move(services)) {
+  connect(qGuiApp, &QGuiApplication::focusWindowChanged, this,
+          &QuickSearchWindowController::followKeyboard);
+  connect(qGuiApp, &QGuiApplication::applicationStateChanged, this,
+          &QuickSearchWindowController::followActivity);
+}
+
+QuickSearchWindowController::~QuickSearchWindowController() {
+  hide();
+}
+
+bool QuickSearchWindowController::isVisible() const {
+  return m_panel && m_panel->isVisible();
+}
+
+void QuickSearchWindowController::hide() {
+  m_secondRequest.cancel();
+  m_windowDelegate.reset();
+  m_panel.reset();
+}
+
+void QuickSearchWindowController::show(const QList<Snippet>& snippets, const QList<Folder>& folders,
+                                       OnSelect onSelect) {
+  hide();
+  ++m_opening;
+  m_hasHadKeyboard = false;
+  auto view = std::make_unique<QuickSearchView>(snippets, folders, wrapped(onSelect), onDismiss());
+  QuickSearchView& shown = *view;
+  m_panel.reset(
+      std::make_unique<FloatingPanel>(std::move(view), m_services.hasCompositor()).release());
+  m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{[this] { hide(); }});
+  m_panel->setDelegate(m_windowDelegate);
+  m_panel->center();
+  shown.focusSearch();
+  showInFront(*m_panel, m_services.workspace);
+  m_secondRequest = m_services.scheduler.postAfter(
+      secondRequestDelay, [this] { bringForward(*m_panel, m_services.workspace); });
+}
+
+// Called at most once: the panel that is hidden may still have a key on its way to it.
+QuickSearchWindow::OnSelect QuickSearchWindowController::wrapped(const OnSelect& onSelect) {
+  const QPointer<QuickSearchWindowController> controller(this);
+  return [controller, onSelect, opening = m_opening](const Snippet& snippet) {
+    auto* const alive = controller.data();
+    if (alive == nullptr || !alive->m_panel || alive->m_opening != opening) return;
+    alive->hide();
+    onSelect(snippet);
+  };
+}
+
+std::function<void()> QuickSearchWindowController::onDismiss() {
+  const QPointer<QuickSearchWindowController> controller(this);
+  return [controller] {
+    if (auto* const alive = controller.data()) alive->hide();
+  };
+}
+
+void QuickSearchWindowController::followKeyboard(const QWindow* window) {
+  if (m_panel && window == m_panel->windowHandle()) m_hasHadKeyboard = true;
+}
+
+// Another application is in front until the panel gets the keyboard.
+void QuickSearchWindowController::followActivity(Qt::ApplicationState state) {
+  if (state != Qt::ApplicationActive && m_hasHadKeyboard) hide();
+}
+
+}  // namespace zarvy

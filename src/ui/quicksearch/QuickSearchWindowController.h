@@ -1,0 +1,54 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QObject>
+
+#include "app/expansion/QuickSearchWindow.h"
+#include "base/TaskHandle.h"
+#include "ui/WindowDelegate.h"
+#include "ui/quicksearch/QuickSearchServices.h"
+
+class QWindow;
+
+namespace zarvy {
+
+class FloatingPanel;
+
+// Opens quick search in a panel above the other windows, which goes as soon as the user turns to
+// another application. The end of the controller takes an open panel away.
+class QuickSearchWindowController final : public QObject, public QuickSearchWindow {
+  Q_OBJECT
+
+ public:
+  explicit QuickSearchWindowController(QuickSearchServices services);
+  ~QuickSearchWindowController() override;
+  QuickSearchWindowController(const QuickSearchWindowController&) = delete;
+  QuickSearchWindowController& operator=(const QuickSearchWindowController&) = delete;
+
+  [[nodiscard]] bool isVisible() const override;
+  void hide() override;
+  void show(const QList<Snippet>& snippets, const QList<Folder>& folders,
+            OnSelect onSelect) override;
+
+ private:
+  // Deletes a panel once the events under way are done with it.
+  struct DeleteLater {
+    void operator()(FloatingPanel* panel) const;
+  };
+
+  [[nodiscard]] OnSelect wrapped(const OnSelect& onSelect);
+  [[nodiscard]] std::function<void()> onDismiss();
+  void followKeyboard(const QWindow* window);
+  void followActivity(Qt::ApplicationState state);
+
+  const QuickSearchServices m_services;
+  std::unique_ptr<FloatingPanel, DeleteLater> m_panel;
+  std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
+  TaskHandle m_secondRequest;                              // for the keyboard
+  bool m_hasHadKeyboard = false;                           // the panel that is open
+  quint64 m_opening = 0;                                   // counts the panels
+};
+
+}  // namespace zarvy

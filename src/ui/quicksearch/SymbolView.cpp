@@ -1,0 +1,19 @@
+#include "ui/quicksearch/SymbolView.h"
+
+#include <QPainter>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+
+SymbolView::SymbolView(Symbol symbol, int extent, QWidget* parent)
+    : QWidget(parent), m_symbol(symbol) {
+  setFixedSize(extent, extent);
+}
+
+void SymbolView::paintEvent(QPaintEvent* /*event*/) {
+  QPainter painter(this);
+  drawSymbol(painter, rect(), m_symbol, tertiaryColor(palette()));
+}
+
+}  // namespace zarvy

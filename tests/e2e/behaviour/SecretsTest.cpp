@@ -1,0 +1,221 @@
+// What is typed into password fields, and into prompts that take the keyboard for themselves.
+
+#include <functional>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QUuid>
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/harness/AccessibleText.h"
+#include "e2e/harness/ProcessMemory.h"
+#include "e2e/harness/StatusNotifierHost.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr auto deadline = std::chrono::seconds(20);
+
+// Whether programs are told on the session bus that somebody listens to what they say of
+// themselves.
+class AccessibilitySwitch {
+ public:
+  explicit AccessibilitySwitch(const std::string& sessionAddress)
+      : m_bus(QDBusConnection::connectToBus(QString::fromStdString(sessionAddress),
+                                            QUuid::createUuid().toString())) {}
+  ~AccessibilitySwitch() {
+    const QString name = m_bus.name();
+    m_bus = QDBusConnection(QString());
+    QDBusConnection::disconnectFromBus(name);
+  }
+  AccessibilitySwitch(const AccessibilitySwitch&) = delete;
+  AccessibilitySwitch& operator=(const AccessibilitySwitch&) = delete;
+
+  [[nodiscard]] bool isOn() const {
+    const QDBusMessage reply = m_bus.call(about(u"Get"_s));
+    return reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
+  }
+
+  void turnOff() const {
+    auto message = about(u"Set"_s);
+    message << QVariant::fromValue(QDBusVariant(false));
+    m_bus.call(message);
+  }
+
+ private:
+  static QDBusMessage about(const QString& member) {
+    auto message = QDBusMessage::createMethodCall(u"org.a11y.Bus"_s, u"/org/a11y/bus"_s,
+                                                  u"org.freedesktop.DBus.Properties"_s, member);
+    message << u"org.a11y.Status"_s << u"IsEnabled"_s;
+    return message;
+  }
+
+  QDBusConnection m_bus;
+};
+
+// What stands behind `name` in the latest line that begins with it.
+QString latest(const ChildProcess& process, const std::string& name) {
+  QString text;
+  for (const std::string& line : process.outputLines()) {
+    if (line.starts_with(name + " ")) text = QString::fromStdString(line.substr(name.size() + 1));
+  }
+  return text;
+}
+
+class Secrets : public BehaviourTest {
+ protected:
+  // As on a desktop where nothing else asks for accessibility.
+  void SetUp() override {
+    BehaviourTest::SetUp();
+    m_accessibility.turnOff();
+    ASSERT_FALSE(m_accessibility.isOn());
+    stage().startProgram(programPath(), {{u";ok"_s, u"Okay"_s}});
+    ASSERT_TRUE(waitUntil([this] { return m_accessibility.isOn(); }, deadline));
+  }
+
+  [[nodiscard]] ChildProcess& startApplication(const std::string& path,
+                                               const std::vector<std::string>& arguments = {}) {
+    Environment environment = stage().environment();
+    environment.erase("QT_LINUX_ACCESSIBILITY_ALWAYS_ON");
+    environment.erase("AT_SPI_BUS_ADDRESS");
+    m_application.emplace(ProcessSpecification{.program = path,
+                                               .arguments = arguments,
+                                               .environment = environment,
+                                               .errorFile = stage().makeFolder("form") + "/error",
+                                               .descriptors = {}});
+    return *m_application;
+  }
+
+  // Types a letter until it is there, and takes it away again: the field with the focus is ready.
+  void waitUntilReady(const std::function<QString()>& field) {
+    const auto showsWhatIsTyped = [&] {
+      person().type(u"x"_s);
+      return waitUntil([&] { return !field().isEmpty(); }, std::chrono::seconds(2));
+    };
+    ASSERT_TRUE(waitUntil(showsWhatIsTyped, deadline)) << "the field is not ready";
+    const auto isEmptied = [&] {
+      person().tap(XKB_KEY_BackSpace);
+      return waitUntil([&] { return field().isEmpty(); }, std::chrono::milliseconds(300));
+    };
+    ASSERT_TRUE(waitUntil(isEmptied, deadline)) << "the field cannot be emptied";
+  }
+
+  void expectField(const std::function<QString()>& field, const QString& text) {
+    EXPECT_TRUE(waitUntil([&] { return field() == text; }, deadline))
+        << "it holds " << field().toStdString();
+  }
+
+  // The icon in the tray comes to say so.
+  void waitForToolTip(const QString& text) {
+    QString toolTip;
+    const auto isThere = [&] {
+      toolTip = m_tray.toolTipOf(program().process().pid());
+      return toolTip == text;
+    };
+    ASSERT_TRUE(waitUntil(isThere, deadline, std::chrono::milliseconds(50)))
+        << toolTip.toStdString();
+  }
+
+  [[nodiscard]] QList<QByteArray> formsInProgram(const QString& text) {
+    return formsInMemory(program().process().pid(), text);
+  }
+
+  std::string m_sessionAddress = stage().environment().at("DBUS_SESSION_BUS_ADDRESS");
+  AccessibilitySwitch m_accessibility{m_sessionAddress};
+  StatusNotifierHost m_tray{m_sessionAddress};
+  std::optional<ChildProcess> m_application;
+};
+
+const QString heard = u"harmless-words"_s;
+const QString password = u"corRect4horse-battery;ok"_s;
+
+TEST_F(Secrets, InAPasswordFieldOfQtAreNeitherExpandedNorKeptAnywhere) {
+  ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
+  const auto plain = [&] { return latest(form, "plain"); };
+  const auto secret = [&] { return latest(form, "secret"); };
+  waitUntilReady(plain);
+  person().type(heard);
+  expectField(plain, heard);
+  EXPECT_TRUE(waitUntil([&] { return formsInProgram(heard).contains("UTF-16"); }, deadline))
+      << "the search does not find what is in the buffer";
+  person().press(XKB_KEY_Shift_L);
+  person().tap(XKB_KEY_Tab);
+  person().releaseAll();
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  person().type(password);
+  expectField(secret, password);
+  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
+  person().tap(XKB_KEY_Tab);
+  waitForToolTip(u"Zarvy"_s);
+  person().tap(XKB_KEY_End);
+  person().type(u" ;ok"_s);
+  expectField(plain, heard + u" Okay"_s);
+  expectExpansions(1);
+  EXPECT_EQ(secret(), password);
+  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  EXPECT_EQ(program().terminate(), ExitStatus{});
+  EXPECT_FALSE(m_accessibility.isOn()) << "programs are still told that somebody listens";
+}
+
+TEST_F(Secrets, InAPasswordFieldOfGtkAreNeitherExpandedNorKeptAnywhere) {
+  ChildProcess& form =
+      startApplication("yad", {"--form", "--field=Secret:H", "--field=Plain", "--separator=|"});
+  waitForToolTip(u"Zarvy: blocked by Yad"_s);
+  person().type(password);
+  person().tap(XKB_KEY_Tab);
+  waitForToolTip(u"Zarvy"_s);
+  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
+  person().type(u";ok"_s);
+  expectExpansions(1);
+  AccessibleText text(stage().environment().at("AT_SPI_BUS_ADDRESS"));
+  ASSERT_TRUE(waitUntil([&] { return text.find(form.pid()); }, deadline));
+  expectField([&] { return text.state(PositionUnit::codePoint).text; }, u"Okay"_s);
+  person().tap(XKB_KEY_Return);
+  const std::string result = (password + u"|Okay|"_s).toStdString();
+  EXPECT_TRUE(form.waitForLine([&](const std::string& line) { return line == result; }, deadline));
+}
+
+TEST_F(Secrets, InAPromptThatHasTheKeyboardForItselfAreNeitherExpandedNorKeptAnywhere) {
+  stage().startTarget(TargetKind::qt6);
+  person().type(u"a;ok"_s);
+  expectText(u"aOkay"_s);
+  person().type(u" "_s);
+  expectText(u"aOkay "_s);
+  ChildProcess& prompt = startApplication(ZARVY_E2E_GRABBING_PROMPT);
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
+  person().type(password);
+  expectField([&] { return latest(prompt, "prompt"); }, password);
+  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
+  person().tap(XKB_KEY_Return);
+  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
+  waitForToolTip(u"Zarvy"_s);
+  person().type(u";ok"_s);
+  expectText(u"aOkay Okay"_s);
+  expectExpansions(2);
+  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+}
+
+TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
+  ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
+  const auto plain = [&] { return latest(form, "plain"); };
+  waitUntilReady(plain);
+  person().press(XKB_KEY_Shift_L);
+  person().tap(XKB_KEY_Tab);
+  person().releaseAll();
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  form.sendSignal(SIGSTOP);  // it cannot tell that it has lost the keyboard
+  stage().startTarget(TargetKind::xterm);
+  waitForToolTip(u"Zarvy"_s);
+  person().type(u";ok"_s);
+  expectText(u"Okay"_s);
+}
+
+}  // namespace
+}  // namespace zarvy::e2e

@@ -4,6 +4,7 @@
 
 #include "e2e/behaviour/BehaviourTest.h"
 #include "e2e/harness/SystemTray.h"
+#include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
 
@@ -15,10 +16,14 @@ const std::string windowClass = "Zarvy";
 
 class Tray : public BehaviourTest {
  protected:
-  // Chooses the menu's entry that stands at `place` from the bottom, from 1.
-  void choose(int place) {
+  void openMenu() {
     ASSERT_TRUE(m_tray.clickIconOf(windowClass));
     ASSERT_TRUE(m_tray.waitForMenuOf(windowClass, true));
+  }
+
+  // Chooses the menu's entry that stands at `place` from the bottom, from 1.
+  void choose(int place) {
+    openMenu();
     for (int step = 0; step < place; ++step) person().tap(XKB_KEY_Up);
     person().tap(XKB_KEY_Return);
     ASSERT_TRUE(m_tray.waitForMenuOf(windowClass, false));
@@ -50,6 +55,19 @@ TEST_F(Tray, pausesAndResumesExpansionAndEndsTheProgram) {
   expectExpansions(1);
   choose(1);
   EXPECT_EQ(program().process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
+}
+
+TEST_F(Tray, opensTheWindowsAndPutsThemInFront) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  for (const auto& [place, title] : {std::pair(6, "Manage Snippets"),
+                                     std::pair(4, "Zarvy Settings"), std::pair(3, "Statistics")}) {
+    choose(place);
+    const auto window = waitForWindow(stage().connection(), title);
+    ASSERT_TRUE(window.has_value()) << title;
+    EXPECT_TRUE(waitUntil([&] { return activeWindow(stage().connection()) == window->id; },
+                          std::chrono::seconds(20)))
+        << title;
+  }
 }
 
 }  // namespace

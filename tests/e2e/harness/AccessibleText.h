@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include <QDBusConnection>
 #include <QString>
 
+#include "e2e/harness/AccessibleTree.h"
 #include "e2e/harness/EditorState.h"
 
 namespace zarvy::e2e {
@@ -17,10 +17,7 @@ enum class PositionUnit { codePoint, utf16 };
 class AccessibleText {
  public:
   // Connects to the accessibility bus at `address`.
-  explicit AccessibleText(const std::string& address);
-  AccessibleText(const AccessibleText&) = delete;
-  AccessibleText& operator=(const AccessibleText&) = delete;
-  ~AccessibleText();
+  explicit AccessibleText(const std::string& address) : m_tree(address) {}
 
   // Looks for the focused, editable text of the process; false while there is none.
   [[nodiscard]] bool find(qint64 processIdentifier);
@@ -30,19 +27,8 @@ class AccessibleText {
   void setText(const QString& text) const;
 
  private:
-  struct Object {
-    QString bus;
-    QString path;
-  };
-
-  [[nodiscard]] QList<Object> childrenOf(const Object& object) const;
-  [[nodiscard]] bool isFocusedText(const Object& object) const;
-  [[nodiscard]] std::optional<Object> searchBelow(const Object& object, int depth) const;
-  [[nodiscard]] int integerProperty(const QString& name) const;
-
-  QString m_connectionName;
-  QDBusConnection m_bus;
-  Object m_text;
+  AccessibleTree m_tree;
+  AccessibleTree::Object m_text;
 };
 
 }  // namespace zarvy::e2e

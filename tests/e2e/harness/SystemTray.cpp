@@ -95,13 +95,16 @@ SystemTray::SystemTray(const XConnection& connection, const Environment& environ
 }
 
 bool SystemTray::clickIconOf(const std::string& windowClass) {
-  const auto isIcon = [&](xcb_window_t window) {
-    return classOf(m_connection, window).find(windowClass) != std::string::npos;
+  const auto hasClass = [this](const std::string& name) {
+    return [this, name](xcb_window_t window) {
+      return classOf(m_connection, window).find(name) != std::string::npos;
+    };
   };
   std::optional<xcb_window_t> icon;
   static_cast<void>(waitUntil(
       [&] {
-        icon = findVisible(m_connection, m_connection.root(), isIcon);
+        const auto panel = findVisible(m_connection, m_connection.root(), hasClass("trayer"));
+        if (panel) icon = findVisible(m_connection, *panel, hasClass(windowClass));
         return icon.has_value();
       },
       deadline));

@@ -50,9 +50,9 @@ QString freshName() {
 
 }  // namespace
 
-AccessibilityBus::AccessibilityBus(FieldSecrecy& secrecy, std::chrono::milliseconds patience,
+AccessibilityBus::AccessibilityBus(FieldSecrecy& secrecy, const FocusFollower::Options& options,
                                    QString sessionAddress)
-    : m_secrecy(secrecy), m_patience(patience), m_sessionAddress(std::move(sessionAddress)) {}
+    : m_secrecy(secrecy), m_options(options), m_sessionAddress(std::move(sessionAddress)) {}
 
 AccessibilityBus::~AccessibilityBus() {
   close();
@@ -110,7 +110,7 @@ void AccessibilityBus::useBus(const QDBusMessage& addressAnswer) {
   if (!m_bus->isConnected()) return dropBus();
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                  u"Disconnected"_s, this, SLOT(dropBus()));
-  m_follower = std::make_unique<FocusFollower>(*m_bus, m_secrecy, m_patience);
+  m_follower = std::make_unique<FocusFollower>(*m_bus, m_secrecy, m_options);
 }
 
 void AccessibilityBus::dropBus() {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <optional>
 
@@ -21,7 +20,7 @@ class AccessibilityBus final : public QObject {
 
  public:
   // See PasswordFields.
-  AccessibilityBus(FieldSecrecy& secrecy, std::chrono::milliseconds patience,
+  AccessibilityBus(FieldSecrecy& secrecy, const FocusFollower::Options& options,
                    QString sessionAddress);
   ~AccessibilityBus() override;
 
@@ -31,21 +30,19 @@ class AccessibilityBus final : public QObject {
   // See FocusFollower.
   void lookAgain();
 
- private Q_SLOTS:
-  void dropBus();
-
  private:
   using AnswerHandler = void (AccessibilityBus::*)(const QDBusMessage& answer);
 
   [[nodiscard]] QDBusConnection sessionBus() const;
   void findBus();
+  Q_SLOT void dropBus();
   void useBus(const QDBusMessage& addressAnswer);
   void announceListener(const QDBusMessage& isEnabledAnswer);
   void takeBackAnnouncement();
   void ask(const QDBusMessage& question, AnswerHandler handler);
 
   FieldSecrecy& m_secrecy;
-  const std::chrono::milliseconds m_patience;
+  const FocusFollower::Options m_options;
   const QString m_sessionAddress;
   std::optional<QDBusConnection> m_session;
   std::optional<QDBusConnection> m_bus;  // present exactly while it is connected

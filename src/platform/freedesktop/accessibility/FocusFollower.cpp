@@ -51,11 +51,10 @@ bool saysFocused(const QDBusMessage& answer) {
 
 }  // namespace
 
-FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy,
-                             std::chrono::milliseconds patience)
-    : m_bus(std::move(bus)), m_secrecy(secrecy) {
+FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const Options& options)
+    : m_bus(std::move(bus)), m_secrecy(secrecy), m_ownProcess(options.ownProcess) {
   m_patience.setSingleShot(true);
-  m_patience.setInterval(patience);
+  m_patience.setInterval(options.patience);
   connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
   listen();
   askForEvents();
@@ -119,15 +118,21 @@ void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
 }
 
 void FocusFollower::enter(const Field& field) {
-  if (field != m_field) {
-    m_field = field;
+  if (field.peer == m_ownPeer) return;
+  if (!m_field || m_field->peer != field.peer) {
+    m_before = m_field;
     m_secrecy.setProcess(0);
   }
+  m_field = field;
+  begin();
+  askForRole();
+}
+
+void FocusFollower::begin() {
   m_isSettled = false;
   m_secrecy.doubt();
   m_patience.start();
   askForProcess();
-  askForRole();
 }
 
 void FocusFollower::leave() {
@@ -151,9 +156,22 @@ void FocusFollower::askForProcess() {
   connect(watcher, &QDBusPendingCallWatcher::finished, this,
           [this, field = *m_field](QDBusPendingCallWatcher* call) {
             call->deleteLater();
-            if (field != m_field) return;
-            m_secrecy.setProcess(static_cast<qint32>(numberIn(call->reply()).value_or(0)));
+            learnProcess(field, numberIn(call->reply()).value_or(0));
           });
+}
+
+void FocusFollower::learnProcess(const Field& field, qint64 process) {
+  const bool isHere = m_field && m_field->peer == field.peer;
+  if (process != m_ownProcess) {
+    if (isHere) m_secrecy.setProcess(static_cast<qint32>(process));
+    return;
+  }
+  m_ownPeer = field.peer;
+  if (!isHere) return;
+  m_field = std::exchange(m_before, std::nullopt);
+  if (!m_field) return leave();
+  begin();
+  askForFocus();
 }
 
 // An application that knows no role has no password fields either.

@@ -20,19 +20,20 @@ class FocusFollower final : public QObject {
   Q_OBJECT
 
  public:
-  // A field that has not said what it is counts as secret for `patience`. `bus` is connected.
-  FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, std::chrono::milliseconds patience);
+  struct Options {
+    // For how long a field counts as secret that has not said what it is.
+    std::chrono::milliseconds patience;
+    // Whose fields do not count: a menu of this program leaves the keyboard's window as it is.
+    qint64 ownProcess;
+  };
+
+  // `bus` is connected.
+  FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const Options& options);
   ~FocusFollower() override;  // nothing is secret any more
 
   // The keyboard has gone to another window: is the field still the one that has it? An application
   // that hangs does not tell.
   void lookAgain();
-
- private Q_SLOTS:
-  void handleFocus(const QDBusMessage& signal);
-  void handleDeactivatedWindow(const QDBusMessage& signal);
-  void handleNewRole(const QDBusMessage& signal);
-  void handleLostPeer(const QDBusMessage& signal);
 
  private:
   struct Field {
@@ -42,9 +43,15 @@ class FocusFollower final : public QObject {
   };
   using AnswerHandler = std::function<void(const QDBusMessage& answer)>;
 
+  Q_SLOT void handleFocus(const QDBusMessage& signal);
+  Q_SLOT void handleDeactivatedWindow(const QDBusMessage& signal);
+  Q_SLOT void handleNewRole(const QDBusMessage& signal);
+  Q_SLOT void handleLostPeer(const QDBusMessage& signal);
   void listen();
   void askForEvents();
   void enter(const Field& field);
+  void begin();
+  void learnProcess(const Field& field, qint64 process);
   void leave();
   void askForProcess();
   void askForRole();
@@ -58,10 +65,14 @@ class FocusFollower final : public QObject {
 
   QDBusConnection m_bus;
   FieldSecrecy& m_secrecy;
+  const qint64 m_ownProcess;
   QTimer m_patience;
   std::optional<Field> m_field;  // the one that has the keyboard, as far as is known
-  bool m_isSettled = true;       // it has said what it is
-  quint64 m_question = 0;        // number of the latest; answers to older ones are dropped
+  // The one that had it before an application came whose process is not known yet.
+  std::optional<Field> m_before;
+  QString m_ownPeer;        // once it is known
+  bool m_isSettled = true;  // it has said what it is
+  quint64 m_question = 0;   // number of the latest; answers to older ones are dropped
 };
 
 }  // namespace zarvy

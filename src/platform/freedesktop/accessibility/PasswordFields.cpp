@@ -9,8 +9,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 
 PasswordFields::PasswordFields(const Options& options)
-    : m_bus(std::make_unique<AccessibilityBus>(m_secrecy, options.patience,
-                                               options.sessionBusAddress)) {
+    : m_bus(std::make_unique<AccessibilityBus>(
+          m_secrecy,
+          FocusFollower::Options{.patience = options.patience, .ownProcess = options.ownProcess},
+          options.sessionBusAddress)) {
   m_thread.setObjectName(u"zarvy-focus"_s);
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 
+#include <QCoreApplication>
 #include <QString>
 #include <QThread>
 
@@ -28,6 +29,8 @@ class PasswordFields final : public SecureInput {
     // an application that hangs does not go on for long.
     std::chrono::milliseconds patience{1000};
     QString sessionBusAddress;  // that of the user's session where it is empty
+    // The program's own: what it says of its menus is none of its business.
+    qint64 ownProcess = QCoreApplication::applicationPid();
   };
 
   explicit PasswordFields(const Options& options);

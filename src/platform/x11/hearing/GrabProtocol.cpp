@@ -19,7 +19,7 @@ constexpr std::size_t smallestReply = 32;
 template <typename Message>
 std::optional<Message> messageIn(Bytes bytes) {
   if (bytes.size() < sizeof(Message)) return std::nullopt;
-  Message message;
+  Message message{};
   std::memcpy(&message, bytes.data(), sizeof(Message));
   return message;
 }

@@ -72,7 +72,8 @@ class PasswordFieldsTest : public testing::Test {
   }
 
   void startListening(std::chrono::milliseconds patience = endless) {
-    m_fields.emplace(PasswordFields::Options{.patience = patience, .sessionBusAddress = m_address});
+    m_fields.emplace(PasswordFields::Options{
+        .patience = patience, .sessionBusAddress = m_address, .ownProcess = m_ownProcess});
     m_fields->start([this] { ++m_secretCount; });
   }
 
@@ -113,6 +114,7 @@ class PasswordFieldsTest : public testing::Test {
   std::optional<FakeApplication> m_application;
   FakeApplication& m_app = makeApplication(m_application);
   std::atomic<int> m_secretCount = 0;
+  qint64 m_ownProcess = -1;  // that of the fakes is another one
   std::optional<PasswordFields> m_fields;
 };
 
@@ -276,6 +278,20 @@ TEST_F(PasswordFieldsTest, EndWithTheirApplication) {
   expectSecret();
   m_application.reset();
   expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, OfTheProgramItselfDoNotCount) {
+  m_ownProcess = getpid();
+  listen();
+  enter(m_app, secretField);
+  expectOpen();
+  const int questions = m_app.questionCount();
+  m_app.tellFocus(secretField, true);
+  std::optional<FakeApplication> second;
+  enter(makeApplication(second), secretField);  // what comes behind it
+  expectOpen();
+  EXPECT_EQ(m_app.questionCount(), questions);
+  EXPECT_EQ(m_secretCount, 0);
 }
 
 TEST_F(PasswordFieldsTest, MayBeginToHideTheTextUnderTheCaret) {

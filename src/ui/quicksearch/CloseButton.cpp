@@ -2,7 +2,6 @@
 
 #include <QPainter>
 
-#include "ui/quicksearch/Symbol.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,7 +10,8 @@ namespace zarvy {
 namespace {
 
 constexpr int extent = 20;
-constexpr int symbolExtent = 12;
+constexpr double crossExtent = 8;
+constexpr double lineWidth = 1.25;
 
 }  // namespace
 
@@ -30,10 +30,13 @@ void CloseButton::paintEvent(QPaintEvent* /*event*/) {
     painter.setBrush(withOpacity(palette().color(QPalette::WindowText), isDown() ? 0.22 : 0.12));
     painter.drawEllipse(rect());
   }
-  QRect area(0, 0, symbolExtent, symbolExtent);
-  area.moveTopLeft({(width() - symbolExtent) / 2, (height() - symbolExtent) / 2});
-  drawSymbol(painter, area, Symbol::close,
-             underMouse() ? secondaryColor(palette()) : tertiaryColor(palette()));
+  QRectF cross(0, 0, crossExtent, crossExtent);
+  cross.moveCenter(QRectF(rect()).center());
+  painter.setPen(
+      QPen(underMouse() ? palette().color(QPalette::WindowText) : tertiaryColor(palette()),
+           lineWidth, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(cross.topLeft(), cross.bottomRight());
+  painter.drawLine(cross.bottomLeft(), cross.topRight());
 }
 
 }  // namespace zarvy

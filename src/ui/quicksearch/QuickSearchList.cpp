@@ -3,6 +3,7 @@
 #include <QAccessible>
 
 #include "ui/quicksearch/QuickSearchRow.h"
+#include "ui/quicksearch/SlimScrollBar.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,6 +14,7 @@ QuickSearchList::QuickSearchList(QWidget* parent) : QListView(parent) {
   setItemDelegate(new QuickSearchRow(this));
   setUniformItemSizes(true);
   setVerticalScrollMode(ScrollPerPixel);
+  setVerticalScrollBar(new SlimScrollBar(this));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAutoScroll(false);
   setFocusPolicy(Qt::NoFocus);
@@ -30,6 +32,12 @@ void QuickSearchList::announce(int row) {
   QAccessibleEvent event(this, QAccessible::Focus);
   event.setChild(row);
   QAccessible::updateAccessibility(&event);
+}
+
+// Where the middle is depends on the height.
+void QuickSearchList::resizeEvent(QResizeEvent* event) {
+  QListView::resizeEvent(event);
+  scrollTo(currentIndex(), PositionAtCenter);
 }
 
 QItemSelectionModel::SelectionFlags QuickSearchList::selectionCommand(

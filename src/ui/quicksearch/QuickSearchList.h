@@ -19,6 +19,7 @@ class QuickSearchList final : public QListView {
   void announce(int row);
 
  protected:
+  void resizeEvent(QResizeEvent* event) override;
   [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(
       const QModelIndex& index, const QEvent* event) const override;
 };

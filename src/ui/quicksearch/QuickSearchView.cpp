@@ -23,7 +23,7 @@ namespace zarvy {
 namespace {
 
 constexpr int horizontalPadding = 18;  // where the circles of the rows are, too
-constexpr int searchPadding = 12;
+constexpr int searchPadding = 14;      // below; above there is the panel's strip
 constexpr int searchIconExtent = 18;
 constexpr double searchScale = 18.0 / 13.0;
 constexpr int resultsPadding = 4;
@@ -89,7 +89,7 @@ void QuickSearchView::focusSearch() {
 QWidget* QuickSearchView::makeSearchBar() {
   auto* const bar = new QWidget(this);
   auto* const line = new QHBoxLayout(bar);
-  line->setContentsMargins(horizontalPadding, searchPadding, horizontalPadding, searchPadding);
+  line->setContentsMargins(horizontalPadding, 0, horizontalPadding, searchPadding);
   line->setSpacing(10);
   line->addWidget(new SymbolView(Symbol::search, searchIconExtent, bar));
   m_search = new QLineEdit(bar);

@@ -17,6 +17,10 @@ namespace {
 // A window manager that is busy with the hot key may have missed the first request.
 constexpr std::chrono::milliseconds secondRequestDelay{50};
 
+// A window manager has the keyboard for itself for a moment at a key of its own, and for as long as
+// it moves the panel about; the panel stays in front all the while.
+constexpr std::chrono::milliseconds absenceInterval{100};
+
 }  // namespace
 
 void QuickSearchWindowController::DeleteLater::operator()(FloatingPanel* panel) const {
@@ -42,6 +46,7 @@ bool QuickSearchWindowController::isVisible() const {
 
 void QuickSearchWindowController::hide() {
   m_secondRequest.cancel();
+  m_absence.cancel();
   m_windowDelegate.reset();
   m_panel.reset();
 }
@@ -88,7 +93,14 @@ void QuickSearchWindowController::followKeyboard(const QWindow* window) {
 
 // Another application is in front until the panel gets the keyboard.
 void QuickSearchWindowController::followActivity(Qt::ApplicationState state) {
-  if (state != Qt::ApplicationActive && m_hasHadKeyboard) hide();
+  m_absence.cancel();
+  if (state == Qt::ApplicationActive || !m_hasHadKeyboard) return;
+  m_absence = m_services.scheduler.repeatEvery(absenceInterval, [this] { hideUnlessInFront(); });
+}
+
+void QuickSearchWindowController::hideUnlessInFront() {
+  const auto frontmost = m_services.workspace.frontmostApplication();
+  if (!frontmost || frontmost->nativeWindow != m_panel->winId()) hide();
 }
 
 }  // namespace zarvy

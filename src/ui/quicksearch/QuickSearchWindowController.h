@@ -42,11 +42,13 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
   [[nodiscard]] std::function<void()> onDismiss();
   void followKeyboard(const QWindow* window);
   void followActivity(Qt::ApplicationState state);
+  void hideUnlessInFront();
 
   const QuickSearchServices m_services;
   std::unique_ptr<FloatingPanel, DeleteLater> m_panel;
   std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
   TaskHandle m_secondRequest;                              // for the keyboard
+  TaskHandle m_absence;                                    // looks where the keyboard has gone
   bool m_hasHadKeyboard = false;                           // the panel that is open
   quint64 m_opening = 0;                                   // counts the panels
 };

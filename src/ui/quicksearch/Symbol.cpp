@@ -23,11 +23,9 @@ QString nameOf(Symbol symbol) {
     case Symbol::up:
       return u"go-up"_s;
     case Symbol::down:
-      return u"go-down"_s;
-    case Symbol::close:
       break;
   }
-  return u"window-close"_s;
+  return u"go-down"_s;
 }
 
 // The theme's own symbolic form is the one meant for use beside text.
@@ -69,7 +67,7 @@ QImage inColor(QImage image, const QColor& color) {
 void drawSymbol(QPainter& painter, const QRect& area, Symbol symbol, const QColor& color) {
   const double ratio = painter.device()->devicePixelRatio();
   const QPixmap pixmap = iconOf(symbol).pixmap(area.size(), ratio);
-  QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+  QImage image = pixmap.toImage().convertToFormat(QImage::Format_ARGB32);
   if (isOfOneColor(image)) image = inColor(image, color);
   // A theme may have smaller pictures only.
   const QSizeF size = QSizeF(image.size()) / image.devicePixelRatio();

@@ -86,6 +86,12 @@ TEST_F(QuickSearchViews, BeginWithNothingTypedAndTheFirstRow) {
   EXPECT_EQ(list().model()->rowCount(), 3);
 }
 
+TEST_F(QuickSearchViews, BeginAtTheTop) {
+  open(numbered(50));
+  EXPECT_EQ(list().verticalScrollBar()->value(), 0);
+  EXPECT_GT(list().verticalScrollBar()->maximum(), 0);
+}
+
 TEST_F(QuickSearchViews, GoUpAndDownWithoutGoingRound) {
   open(numbered(3));
   const QSignalSpy changes(m_view.get(), &QuickSearchView::selectedIndexChanged);

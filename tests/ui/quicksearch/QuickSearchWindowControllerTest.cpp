@@ -132,21 +132,55 @@ TEST_F(QuickSearchWindows, GoWithoutAWordWhenTheyAreClosed) {
 }
 
 TEST_F(QuickSearchWindows, HideWhenTheUserTurnsToAnotherApplication) {
-  showAndWait(u"a"_s);
-  turnTo(Qt::ApplicationActive);
-  EXPECT_TRUE(m_controller->isVisible());
-  turnTo(Qt::ApplicationInactive);
-  EXPECT_FALSE(m_controller->isVisible());
+  for (const auto& other : {std::optional(RunningApplication{10, u"editor"_s, {}, 1}),
+                            std::optional<RunningApplication>()}) {
+    showAndWait(u"a"_s);
+    m_scheduler.advance(1s);
+    ASSERT_TRUE(m_controller->isVisible());
+    m_workspace.setFrontmost(other);
+    turnTo(Qt::ApplicationInactive);
+    m_scheduler.advance(100ms);
+    EXPECT_FALSE(m_controller->isVisible());
+    m_scheduler.advance(1s);
+  }
   EXPECT_EQ(m_calls, QStringList());
+  EXPECT_EQ(m_scheduler.pendingCount(), 0U);
+}
+
+TEST_F(QuickSearchWindows, StayWhenTheKeyboardIsBackInAMoment) {
+  showAndWait(u"a"_s);
+  m_scheduler.advance(1s);
+  m_workspace.setFrontmost(std::nullopt);  // for the moment
+  turnTo(Qt::ApplicationInactive);
+  m_scheduler.advance(99ms);
+  turnTo(Qt::ApplicationActive);
+  m_scheduler.advance(1s);
+  EXPECT_TRUE(m_controller->isVisible());
+  EXPECT_EQ(m_scheduler.pendingCount(), 0U);
+}
+
+// As a window manager does while it moves the panel about.
+TEST_F(QuickSearchWindows, StayInFrontWhileSomebodyHasTheKeyboardForHimself) {
+  showAndWait(u"a"_s);
+  ASSERT_EQ(m_workspace.frontmostApplication()->nativeWindow, openPanel()->winId());
+  turnTo(Qt::ApplicationInactive);
+  m_scheduler.advance(10s);
+  ASSERT_TRUE(m_controller->isVisible());
+  m_workspace.setFrontmost(RunningApplication{10, u"editor"_s, {}, 1});
+  m_scheduler.advance(100ms);
+  EXPECT_FALSE(m_controller->isVisible());
 }
 
 TEST_F(QuickSearchWindows, WaitForTheKeyboardBeforeTheyCanLoseIt) {
   show(u"a"_s);
   ASSERT_FALSE(openPanel()->isActiveWindow()) << "the events have yet to come";
   turnTo(Qt::ApplicationInactive);
+  m_scheduler.advance(10s);
   ASSERT_TRUE(m_controller->isVisible());
   ASSERT_TRUE(QTest::qWaitForWindowActive(openPanel()));
+  m_workspace.setFrontmost(std::nullopt);
   turnTo(Qt::ApplicationInactive);
+  m_scheduler.advance(100ms);
   EXPECT_FALSE(m_controller->isVisible());
 }
 

@@ -74,8 +74,7 @@ class Symbols : public testing::Test {
 
 TEST_F(Symbols, AreThereWithoutAnIconTheme) {
   const QColor color(10, 120, 230);
-  for (const Symbol symbol :
-       {Symbol::search, Symbol::nothingFound, Symbol::up, Symbol::down, Symbol::close}) {
+  for (const Symbol symbol : {Symbol::search, Symbol::nothingFound, Symbol::up, Symbol::down}) {
     for (const double ratio : {1.0, 1.5, 2.0}) {
       const auto [same, opaque] = countOf(drawn(symbol, color, ratio), color);
       EXPECT_GT(same, 10) << static_cast<int>(symbol) << " at " << ratio;
@@ -89,6 +88,18 @@ TEST_F(Symbols, AreThoseOfTheIconTheme) {
   const auto [same, opaque] = countOf(drawn(Symbol::search, Qt::green), Qt::green);
   EXPECT_EQ(opaque, 64);
   EXPECT_EQ(same, 64) << "as legible as text";
+}
+
+TEST_F(Symbols, AreOfOneColourHoweverFaintTheirEdges) {
+  addTheme(u"edit-find"_s, [](QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(QColor(0x23, 0x26, 0x29));
+    painter.setPen(Qt::NoPen);
+    painter.drawEllipse(QPointF(14, 14), 9.3, 9.3);
+  });
+  const auto [same, opaque] = countOf(drawn(Symbol::search, Qt::green), Qt::green);
+  EXPECT_GT(opaque, 150);
+  EXPECT_EQ(same, opaque);
 }
 
 TEST_F(Symbols, KeepTheirColoursWhereTheyHaveSeveral) {

@@ -49,7 +49,9 @@ bool photograph(const QString& name, const QString& theme, const QString& path) 
   settle();
   useDesktopColors(theme);
   settle();
-  const QRect frame = window->frameGeometry().adjusted(-margin, -margin, margin, margin);
+  // Qt may have asked for the frame before the window manager had given it its size.
+  const QRect whole = window->frameGeometry().united(window->geometry());
+  const QRect frame = whole.adjusted(-margin, -margin, margin, margin);
   const QPixmap picture =
       window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
   return picture.save(path, "PNG");

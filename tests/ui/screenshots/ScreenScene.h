@@ -20,10 +20,11 @@ struct ScreenScene {
 };
 
 [[nodiscard]] QList<ScreenScene> fillInScenes();
+[[nodiscard]] QList<ScreenScene> quickSearchScenes();
 
 // The table: all that there are.
 [[nodiscard]] inline QList<ScreenScene> screenScenes() {
-  return fillInScenes();
+  return fillInScenes() + quickSearchScenes();
 }
 
 }  // namespace zarvy

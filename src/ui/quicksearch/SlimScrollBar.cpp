@@ -1,0 +1,41 @@
+#include "ui/quicksearch/SlimScrollBar.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <QStyleOptionSlider>
+
+#include "ui/style/Tones.h"
+
+namespace zarvy {
+namespace {
+
+constexpr int extent = 12;
+constexpr int margin = 3;
+
+}  // namespace
+
+SlimScrollBar::SlimScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {
+  setAttribute(Qt::WA_OpaquePaintEvent, false);
+  setAttribute(Qt::WA_Hover);  // painted anew when the pointer comes and goes
+}
+
+QSize SlimScrollBar::sizeHint() const {
+  return {extent, QScrollBar::sizeHint().height()};
+}
+
+// Where the style has the handle, the pointer finds it.
+void SlimScrollBar::paintEvent(QPaintEvent* /*event*/) {
+  QStyleOptionSlider option;
+  initStyleOption(&option);
+  const QRect handle =
+      style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
+  const QRectF shown(margin, handle.top(), width() - 2 * margin, handle.height());
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(withOpacity(palette().color(QPalette::WindowText),
+                               underMouse() || isSliderDown() ? 0.5 : 0.3));
+  painter.drawRoundedRect(shown, shown.width() / 2, shown.width() / 2);
+}
+
+}  // namespace zarvy

@@ -20,6 +20,10 @@ namespace {
 
 constexpr auto deadline = std::chrono::seconds(20);
 
+const QString heard = u"harmless-words"_s;
+const QString password = u"corRect4horse-battery"_s;
+const QString trigger = u";ok"_s;
+
 // Whether programs are told on the session bus that somebody listens to what they say of
 // themselves.
 class AccessibilitySwitch {
@@ -73,7 +77,7 @@ class Secrets : public BehaviourTest {
     BehaviourTest::SetUp();
     m_accessibility.turnOff();
     ASSERT_FALSE(m_accessibility.isOn());
-    stage().startProgram(programPath(), {{u";ok"_s, u"Okay"_s}});
+    stage().startProgram(programPath(), {{trigger, u"Okay"_s}});
     ASSERT_TRUE(waitUntil([this] { return m_accessibility.isOn(); }, deadline));
   }
 
@@ -124,14 +128,17 @@ class Secrets : public BehaviourTest {
     return formsInMemory(program().process().pid(), text);
   }
 
+  void expectPasswordNowhereInProgram() {
+    EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+    EXPECT_EQ(formsInProgram(password.left(8)), QList<QByteArray>());
+    EXPECT_EQ(formsInProgram(password.right(8)), QList<QByteArray>());
+  }
+
   std::string m_sessionAddress = stage().environment().at("DBUS_SESSION_BUS_ADDRESS");
   AccessibilitySwitch m_accessibility{m_sessionAddress};
   StatusNotifierHost m_tray{m_sessionAddress};
   std::optional<ChildProcess> m_application;
 };
-
-const QString heard = u"harmless-words"_s;
-const QString password = u"corRect4horse-battery;ok"_s;
 
 TEST_F(Secrets, InAPasswordFieldOfQtAreNeitherExpandedNorKeptAnywhere) {
   ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
@@ -146,18 +153,20 @@ TEST_F(Secrets, InAPasswordFieldOfQtAreNeitherExpandedNorKeptAnywhere) {
   person().tap(XKB_KEY_Tab);
   person().releaseAll();
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  EXPECT_EQ(formsInProgram(heard), QList<QByteArray>()) << "what was typed before is still there";
   person().type(password);
   expectField(secret, password);
-  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
-  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
+  expectPasswordNowhereInProgram();
+  person().type(trigger);
+  expectField(secret, password + trigger);
   person().tap(XKB_KEY_Tab);
   waitForToolTip(u"Zarvy"_s);
   person().tap(XKB_KEY_End);
   person().type(u" ;ok"_s);
   expectField(plain, heard + u" Okay"_s);
   expectExpansions(1);
-  EXPECT_EQ(secret(), password);
-  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  EXPECT_EQ(secret(), password + trigger);
+  expectPasswordNowhereInProgram();
   EXPECT_EQ(program().terminate(), ExitStatus{});
   EXPECT_FALSE(m_accessibility.isOn()) << "programs are still told that somebody listens";
 }
@@ -166,18 +175,23 @@ TEST_F(Secrets, InAPasswordFieldOfGtkAreNeitherExpandedNorKeptAnywhere) {
   ChildProcess& form =
       startApplication("yad", {"--form", "--field=Secret:H", "--field=Plain", "--separator=|"});
   waitForToolTip(u"Zarvy: blocked by Yad"_s);
+  AccessibleText text(stage().environment().at("AT_SPI_BUS_ADDRESS"));
+  const auto field = [&] { return text.state(PositionUnit::codePoint).text; };
+  ASSERT_TRUE(waitUntil([&] { return text.find(form.pid()); }, deadline));
   person().type(password);
+  // It shows a dot for each character.
+  EXPECT_TRUE(waitUntil([&] { return field().size() == password.size(); }, deadline));
+  expectPasswordNowhereInProgram();
+  person().type(trigger);
   person().tap(XKB_KEY_Tab);
   waitForToolTip(u"Zarvy"_s);
-  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
-  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
-  person().type(u";ok"_s);
-  expectExpansions(1);
-  AccessibleText text(stage().environment().at("AT_SPI_BUS_ADDRESS"));
   ASSERT_TRUE(waitUntil([&] { return text.find(form.pid()); }, deadline));
-  expectField([&] { return text.state(PositionUnit::codePoint).text; }, u"Okay"_s);
+  person().type(trigger);
+  expectField(field, u"Okay"_s);
+  expectExpansions(1);
+  expectPasswordNowhereInProgram();
   person().tap(XKB_KEY_Return);
-  const std::string result = (password + u"|Okay|"_s).toStdString();
+  const std::string result = (password + trigger + u"|Okay|"_s).toStdString();
   EXPECT_TRUE(form.waitForLine([&](const std::string& line) { return line == result; }, deadline));
 }
 
@@ -189,17 +203,19 @@ TEST_F(Secrets, InAPromptThatHasTheKeyboardForItselfAreNeitherExpandedNorKeptAny
   expectText(u"aOkay "_s);
   ChildProcess& prompt = startApplication(ZARVY_E2E_GRABBING_PROMPT);
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
+  const auto field = [&] { return latest(prompt, "prompt"); };
   person().type(password);
-  expectField([&] { return latest(prompt, "prompt"); }, password);
-  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
-  EXPECT_EQ(formsInProgram(password.left(10)), QList<QByteArray>());
+  expectField(field, password);
+  expectPasswordNowhereInProgram();
+  person().type(trigger);
+  expectField(field, password + trigger);
   person().tap(XKB_KEY_Return);
   EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
   waitForToolTip(u"Zarvy"_s);
-  person().type(u";ok"_s);
+  person().type(trigger);
   expectText(u"aOkay Okay"_s);
   expectExpansions(2);
-  EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
+  expectPasswordNowhereInProgram();
 }
 
 TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
@@ -213,7 +229,7 @@ TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
   form.sendSignal(SIGSTOP);  // it cannot tell that it has lost the keyboard
   stage().startTarget(TargetKind::xterm);
   waitForToolTip(u"Zarvy"_s);
-  person().type(u";ok"_s);
+  person().type(trigger);
   expectText(u"Okay"_s);
 }
 

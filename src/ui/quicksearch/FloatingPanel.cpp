@@ -25,7 +25,7 @@ constexpr QSize panelSize(600, 400);
 constexpr int stripHeight = 30;
 constexpr int stripPadding = 8;
 constexpr double radius = 12;
-constexpr double opacity = 0.96;  // what is behind is not blurred, and text is to be read on it
+constexpr double opacity = 0.975;  // what is behind is not blurred, and text is to be read on it
 
 }  // namespace
 
@@ -66,6 +66,11 @@ QWidget* FloatingPanel::makeTopStrip() {
   return strip;
 }
 
+void FloatingPanel::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_isBeingMoved = false;
+  QWidget::changeEvent(event);
+}
+
 void FloatingPanel::closeEvent(QCloseEvent* event) {
   event->accept();
   if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
@@ -73,7 +78,7 @@ void FloatingPanel::closeEvent(QCloseEvent* event) {
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event) {
   QWidget::mousePressEvent(event);
-  if (event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
+  if (event->button() == Qt::LeftButton) m_isBeingMoved = windowHandle()->startSystemMove();
 }
 
 // The line around it is of whole pixels of the screen at any scale.

@@ -25,7 +25,12 @@ class FloatingPanel final : public QWidget {
   // Moves to the middle of the screen that the pointer is on, and fits into it.
   void center();
 
+  // The user has taken hold of it, and the keyboard has not come back since: a window manager keeps
+  // it to itself while it moves a window about.
+  [[nodiscard]] bool isBeingMoved() const { return m_isBeingMoved; }
+
  protected:
+  void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
@@ -34,6 +39,7 @@ class FloatingPanel final : public QWidget {
   [[nodiscard]] QWidget* makeTopStrip();
 
   std::weak_ptr<const WindowDelegate> m_delegate;
+  bool m_isBeingMoved = false;
 };
 
 }  // namespace zarvy

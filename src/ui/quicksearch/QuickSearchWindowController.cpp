@@ -17,8 +17,8 @@ namespace {
 // A window manager that is busy with the hot key may have missed the first request.
 constexpr std::chrono::milliseconds secondRequestDelay{50};
 
-// A window manager has the keyboard for itself for a moment at a key of its own, and for as long as
-// it moves the panel about; the panel stays in front all the while.
+// A window manager takes the keyboard for a moment at a key of its own, and for as long as it moves
+// the panel about; the panel stays in front all the while, or nothing is.
 constexpr std::chrono::milliseconds absenceInterval{100};
 
 }  // namespace
@@ -95,12 +95,14 @@ void QuickSearchWindowController::followKeyboard(const QWindow* window) {
 void QuickSearchWindowController::followActivity(Qt::ApplicationState state) {
   m_absence.cancel();
   if (state == Qt::ApplicationActive || !m_hasHadKeyboard) return;
-  m_absence = m_services.scheduler.repeatEvery(absenceInterval, [this] { hideUnlessInFront(); });
+  m_absence = m_services.scheduler.repeatEvery(absenceInterval, [this] { hideWhereUserHasLeft(); });
 }
 
-void QuickSearchWindowController::hideUnlessInFront() {
+void QuickSearchWindowController::hideWhereUserHasLeft() {
   const auto frontmost = m_services.workspace.frontmostApplication();
-  if (!frontmost || frontmost->nativeWindow != m_panel->winId()) hide();
+  const bool hasLeft =
+      frontmost ? frontmost->nativeWindow != m_panel->winId() : !m_panel->isBeingMoved();
+  if (hasLeft) hide();
 }
 
 }  // namespace zarvy

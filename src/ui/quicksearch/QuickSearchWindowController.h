@@ -42,7 +42,7 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
   [[nodiscard]] std::function<void()> onDismiss();
   void followKeyboard(const QWindow* window);
   void followActivity(Qt::ApplicationState state);
-  void hideUnlessInFront();
+  void hideWhereUserHasLeft();
 
   const QuickSearchServices m_services;
   std::unique_ptr<FloatingPanel, DeleteLater> m_panel;

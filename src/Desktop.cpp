@@ -66,6 +66,10 @@ ActivationPolicy& Desktop::activationPolicy() {
   return m_absent;
 }
 
+bool Desktop::hasCompositor() const {
+  return m_session && m_session->hasCompositor();
+}
+
 void Desktop::abandonTyping() {
   if (m_session) m_session->abandonTyping();
 }

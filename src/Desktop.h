@@ -32,6 +32,9 @@ class Desktop final : public AccessibilityPermission {
   [[nodiscard]] SecureInput& secureInput();
   [[nodiscard]] ActivationPolicy& activationPolicy();
 
+  // Whether windows may let through what is behind them.
+  [[nodiscard]] bool hasCompositor() const;
+
   // Typing that is still under way stops at once. Any thread.
   void abandonTyping();
 

@@ -61,6 +61,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_loginItem(QCoreApplication::applicationFilePath()),
       m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); }),
       m_fillInWindow(fillInServices()),
+      m_quickSearchWindow(quickSearchServices()),
       m_state(expansionServices(), libraryServices(), presenceServices()),
       m_windows(m_state, m_desktop.workspace()),
       m_menu(
@@ -132,6 +133,10 @@ LibraryServices ZarvyApp::libraryServices() {
 
 FillInServices ZarvyApp::fillInServices() {
   return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_desktop.workspace()};
+}
+
+QuickSearchServices ZarvyApp::quickSearchServices() {
+  return {m_scheduler, m_desktop.workspace(), [this] { return m_desktop.hasCompositor(); }};
 }
 
 PresenceServices ZarvyApp::presenceServices() {

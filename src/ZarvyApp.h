@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "ComingForms.h"
 #include "Desktop.h"
 #include "app/AppState.h"
 #include "base/LineOutput.h"
@@ -36,6 +35,7 @@
 #include "ui/SceneWindows.h"
 #include "ui/TrayIcon.h"
 #include "ui/fillin/FillInWindowController.h"
+#include "ui/quicksearch/QuickSearchWindowController.h"
 
 namespace zarvy {
 
@@ -67,6 +67,7 @@ class ZarvyApp {
   [[nodiscard]] LibraryServices libraryServices();
   [[nodiscard]] PresenceServices presenceServices();
   [[nodiscard]] FillInServices fillInServices();
+  [[nodiscard]] QuickSearchServices quickSearchServices();
 
   // In the order in which they stand on each other.
   LineOutput& m_output;

@@ -46,6 +46,11 @@ void KeyboardMonitor::start() {
       m_source.addGlobalMonitor([this, life = std::weak_ptr(m_life)](const KeyEvent& event) {
         if (!life.expired()) handleEvent(event);
       });
+  if (!m_localMonitor)
+    m_localMonitor =
+        m_source.addLocalMonitor([this, life = std::weak_ptr(m_life)](const KeyEvent& event) {
+          if (!life.expired()) handleOwnEvent(event);
+        });
   m_output.print(u"KeyboardMonitor: Started (NSEvent global monitoring)"_s);
 }
 
@@ -54,30 +59,40 @@ void KeyboardMonitor::stop() {
   m_buffer->clear();
   onPotentialTrigger = nullptr;
   onQuickSearchTriggered = nullptr;
+  onQuickSearchTriggeredHere = nullptr;
   m_output.print(u"KeyboardMonitor: Stopped"_s);
 }
 
 void KeyboardMonitor::removeMonitor() {
-  if (!m_globalMonitor) return;
-  m_source.removeMonitor(*m_globalMonitor);
-  m_globalMonitor.reset();
+  for (auto* const monitor : {&m_globalMonitor, &m_localMonitor}) {
+    if (*monitor) m_source.removeMonitor(**monitor);
+    monitor->reset();
+  }
 }
 
 void KeyboardMonitor::handleEvent(const KeyEvent& event) {
   if (isSyntheticLocation(event.locationX)) return;
   if (isQuickSearchHotKey(event)) {
-    m_scheduler.post([this, life = std::weak_ptr(m_life)] {
-      if (life.expired()) return;
-      // A copy, for the callback may stop or end this object.
-      if (const auto callback = onQuickSearchTriggered) callback();
-    });
-    return;
+    return announceHotKey(&KeyboardMonitor::onQuickSearchTriggered);
   }
   if ((event.modifierFlags & shortcutMask) != 0) return;
   m_processingQueue.post([buffer = std::weak_ptr(m_buffer), keyCode = event.keyCode,
                           characters = event.charactersIgnoringModifiers,
                           offer = offerOnMainThread()] {
     if (const auto alive = buffer.lock()) processKey(*alive, keyCode, characters, offer);
+  });
+}
+
+void KeyboardMonitor::handleOwnEvent(const KeyEvent& event) {
+  if (isSyntheticLocation(event.locationX) || !isQuickSearchHotKey(event)) return;
+  announceHotKey(&KeyboardMonitor::onQuickSearchTriggeredHere);
+}
+
+void KeyboardMonitor::announceHotKey(std::function<void()> KeyboardMonitor::*callback) {
+  m_scheduler.post([this, callback, life = std::weak_ptr(m_life)] {
+    if (life.expired()) return;
+    // A copy, for the callback may stop or end this object.
+    if (const auto current = this->*callback) current();
   });
 }
 

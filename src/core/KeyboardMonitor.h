@@ -41,6 +41,9 @@ class KeyboardMonitor {
   // Called on the main thread when the hot key was pressed.
   std::function<void()> onQuickSearchTriggered;
 
+  // The same for a press in a window of this program, which other keys are not heard in.
+  std::function<void()> onQuickSearchTriggeredHere;
+
   quint16 quickSearchKeyCode = 44;                   // a virtual key code
   quint64 quickSearchModifiers = modifier::command;  // exactly these, Caps Lock apart
 
@@ -48,7 +51,7 @@ class KeyboardMonitor {
   // line and does not listen: whoever gets the permission calls again.
   void start();
 
-  // Ends listening, empties the buffer and forgets both callbacks: set them anew before the next
+  // Ends listening, empties the buffer and forgets the callbacks: set them anew before the next
   // start().
   void stop();
 
@@ -64,6 +67,8 @@ class KeyboardMonitor {
   using OfferCopy = std::function<void(QString)>;
 
   void handleEvent(const KeyEvent& event);
+  void handleOwnEvent(const KeyEvent& event);
+  void announceHotKey(std::function<void()> KeyboardMonitor::*callback);
   void removeMonitor();
   [[nodiscard]] bool isQuickSearchHotKey(const KeyEvent& event) const;
   [[nodiscard]] OfferCopy offerOnMainThread();
@@ -77,7 +82,8 @@ class KeyboardMonitor {
   SerialQueue& m_processingQueue;
   LineOutput& m_output;
   std::optional<KeyEventSource::Token> m_globalMonitor;  // present exactly while listening
-  std::shared_ptr<RollingBuffer> m_buffer;               // queued work holds it weakly
+  std::optional<KeyEventSource::Token> m_localMonitor;
+  std::shared_ptr<RollingBuffer> m_buffer;  // queued work holds it weakly
   std::shared_ptr<Life> m_life;  // main-thread tasks hold it weakly to learn that this is gone
 };
 

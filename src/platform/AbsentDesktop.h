@@ -21,6 +21,9 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
     return std::nullopt;
   }
+  [[nodiscard]] std::optional<Token> addLocalMonitor(Handler /*handler*/) override {
+    return std::nullopt;
+  }
   void removeMonitor(Token /*token*/) override {}
 
   [[nodiscard]] std::unique_ptr<TypingSession> beginTyping(const QString& /*text*/) override {

@@ -103,6 +103,10 @@ TEST_F(FillInExpansion, IgnoresAnswersToAFormThatIsNoLongerThere) {
 TEST_F(FillInExpansion, TakesTheFormOfASecondTriggerInPlaceOfTheFirst) {
   m_harness.type(u"x;d"_s);
   EXPECT_EQ(m_harness.takeJournal(), "form closes; form ;d gray");
+  ASSERT_TRUE(state().pendingExpansion().has_value());
+  form().pressExpand({{u"Name"_s, u"Ada"_s}});
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(), "form closes; " + typedDear);
 }
 
 TEST_F(FillInExpansion, TypesAnswersGivenDuringAPauseButWithoutTheSound) {

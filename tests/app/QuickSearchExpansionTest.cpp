@@ -38,6 +38,25 @@ TEST_F(QuickSearchExpansion, OpensAndClosesWithTheHotKey) {
   EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
 }
 
+// The panel has the keyboard then, and other applications get no key.
+TEST_F(QuickSearchExpansion, ClosesWithTheHotKeyPressedInThePanelItself) {
+  startWith(u";ty"_s, u"x"_s);
+  pressHotKey();
+  (void)m_harness.takeJournal();
+  const auto pressHere = [this](quint16 keyCode) {
+    m_harness.source.pressHere(keyCode, 0x80000);
+    m_harness.scheduler.runPending();
+  };
+  pressHere(48);
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  pressHere(49);
+  EXPECT_EQ(m_harness.takeJournal(), "panel hides");
+  pressHere(49);
+  EXPECT_EQ(m_harness.takeJournal(), "") << "in another window of the program it does nothing";
+  state().togglePause();
+  EXPECT_EQ(m_harness.source.localHandlerCount(), 0U);
+}
+
 TEST_F(QuickSearchExpansion, TypesThePickIntoTheApplicationThatWasInFrontAndDeletesNothing) {
   startWith(u";ty"_s, u"Thanks"_s);
   m_harness.type(u";ty"_s);

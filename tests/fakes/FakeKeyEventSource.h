@@ -18,12 +18,29 @@ class FakeKeyEventSource final : public KeyEventSource {
     return m_lastToken;
   }
 
-  void removeMonitor(Token token) override { m_handlers.erase(token); }
+  std::optional<Token> addLocalMonitor(Handler handler) override {
+    if (!m_canHear) return std::nullopt;
+    m_localHandlers.emplace(++m_lastToken, std::move(handler));
+    return m_lastToken;
+  }
+
+  void removeMonitor(Token token) override {
+    m_handlers.erase(token);
+    m_localHandlers.erase(token);
+  }
 
   // Whether addGlobalMonitor() hands out tokens from now on.
   void setCanHear(bool canHear) { m_canHear = canHear; }
 
-  // Calls every installed handler.
+  // A key press in a window of this program.
+  void pressHere(quint16 keyCode, quint64 modifierFlags = 0) const {
+    const auto handlers = m_localHandlers;
+    for (const auto& [token, handler] : handlers) {
+      handler({keyCode, modifierFlags, std::nullopt, 0.0});
+    }
+  }
+
+  // Calls every handler installed for other applications.
   void send(const KeyEvent& event) const {
     const auto handlers = m_handlers;
     for (const auto& [token, handler] : handlers) handler(event);
@@ -40,6 +57,7 @@ class FakeKeyEventSource final : public KeyEventSource {
   }
 
   [[nodiscard]] std::size_t handlerCount() const { return m_handlers.size(); }
+  [[nodiscard]] std::size_t localHandlerCount() const { return m_localHandlers.size(); }
   [[nodiscard]] int addCount() const { return m_addCount; }
 
   // A copy of the installed handlers, for a test of what happens to late events.
@@ -50,6 +68,7 @@ class FakeKeyEventSource final : public KeyEventSource {
   int m_addCount = 0;
   Token m_lastToken = 0;
   std::map<Token, Handler> m_handlers;
+  std::map<Token, Handler> m_localHandlers;
 };
 
 }  // namespace zarvy

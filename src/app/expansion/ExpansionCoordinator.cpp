@@ -53,6 +53,8 @@ void ExpansionCoordinator::handleNeedsFillIn(const Snippet& snippet,
 }
 
 void ExpansionCoordinator::openForm(const PendingExpansion& pending) {
+  m_services.fillInWindow
+      .close();  // of an earlier one, whose end must not take this one for its own
   setPending(pending);
   const QPointer weak(this);
   m_services.fillInWindow.show(
@@ -87,6 +89,10 @@ void ExpansionCoordinator::toggleQuickSearch() {
               [weak = QPointer(this), target](const Snippet& snippet) {
                 if (weak) weak->expandFromQuickSearch(snippet, target);
               });
+}
+
+void ExpansionCoordinator::hideQuickSearch() {
+  if (m_services.quickSearchWindow.isVisible()) m_services.quickSearchWindow.hide();
 }
 
 void ExpansionCoordinator::expandFromQuickSearch(

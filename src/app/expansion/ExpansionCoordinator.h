@@ -50,6 +50,9 @@ class ExpansionCoordinator final : public QObject {
   // Opens the quick search panel for the application in front, or closes it.
   void toggleQuickSearch();
 
+  // Closes the panel, if it is open.
+  void hideQuickSearch();
+
   // Types what `snippet` becomes into `targetApp`.
   void expandFromQuickSearch(const Snippet& snippet,
                              const std::optional<RunningApplication>& targetApp);

@@ -55,6 +55,9 @@ void ExpansionService::connectServices() {
   m_services.monitor.onQuickSearchTriggered = [coordinator] {
     if (coordinator) coordinator->toggleQuickSearch();
   };
+  m_services.monitor.onQuickSearchTriggeredHere = [coordinator] {
+    if (coordinator) coordinator->hideQuickSearch();
+  };
   m_services.monitor.onPotentialTrigger = [weak](const QString& buffer) {
     if (weak) weak->handlePotentialTrigger(buffer);
   };

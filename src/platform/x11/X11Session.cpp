@@ -173,6 +173,9 @@ ActivationPolicy& X11Session::activationPolicy() {
 void X11Session::forgetWhatWasTyped() {
   m_parts->source.deliver(forgettingKey());
 }
+bool X11Session::hasCompositor() const {
+  return m_parts->windows.hasCompositor();
+}
 void X11Session::abandonTyping() {
   m_parts->typist.abandonSessions();
   m_parts->barrier.hurry();

@@ -52,6 +52,9 @@ class X11Session {
   // thread.
   void forgetWhatWasTyped();
 
+  // Whether windows may let through what is behind them.
+  [[nodiscard]] bool hasCompositor() const;
+
   // The program is about to end: typing that is still under way stops at once. Any thread.
   void abandonTyping();
 

@@ -72,9 +72,10 @@ ProgramUnderTest& Stage::startProgramWithFirstRunLibrary(const std::string& prog
   return *m_program;
 }
 
-void Stage::makeProgram(const std::string& program) {
+ProgramUnderTest& Stage::makeProgram(const std::string& program) {
   m_program = std::make_unique<ProgramUnderTest>(ProgramUnderTest::Setting{
       .program = program, .environment = m_environment, .homeFolder = makeFolder("program")});
+  return *m_program;
 }
 
 TargetApplication& Stage::startTarget(TargetKind kind) {

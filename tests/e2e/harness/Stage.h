@@ -41,7 +41,10 @@ class Stage {
   void changeLayout(const KeyboardLayout& layout) { setKeyboardLayout(layout, m_environment); }
   [[nodiscard]] MappingDump mapping() const { return dumpMapping(m_connection, m_environment); }
 
-  // Starts the program with this library. `program` is its path.
+  // The program, which the caller gives a library and starts. `program` is its path.
+  ProgramUnderTest& makeProgram(const std::string& program);
+
+  // Starts the program with this library.
   ProgramUnderTest& startProgram(const std::string& program,
                                  const std::vector<TestSnippet>& snippets);
   // The same with the library that the program makes for a new user.
@@ -59,8 +62,6 @@ class Stage {
   [[nodiscard]] std::unique_ptr<TargetApplication> makeTarget(TargetKind kind);
 
  private:
-  void makeProgram(const std::string& program);
-
   QTemporaryDir m_folder;
   PrivateXServer m_server;
   Environment m_environment;

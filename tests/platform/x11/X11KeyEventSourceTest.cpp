@@ -48,6 +48,21 @@ TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAWindowOfThisProgram) {
   EXPECT_EQ(m_heard, KeyCodes{2});
 }
 
+TEST_F(KeyEventSourceTest, TellsLocalMonitorsOfThoseKeysAlone) {
+  const auto local = m_source.addLocalMonitor(writeDown());
+  ASSERT_TRUE(local);
+  press(1);
+  m_scheduler.runPending();
+  m_ownWindowHasFocus = true;
+  press(2);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{2});
+  m_source.removeMonitor(*local);
+  press(3);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{2});
+}
+
 TEST_F(KeyEventSourceTest, TellsEveryMonitorUntilItIsRemoved) {
   const auto first = m_source.addGlobalMonitor(writeDown());
   const auto second = m_source.addGlobalMonitor(writeDown());

@@ -10,14 +10,14 @@ namespace zarvy::x11 {
 // Touched on the main thread only, but for the count.
 struct X11KeyEventSource::Monitors {
   std::function<bool()> ownWindowHasFocus;
-  std::map<Token, Handler> handlers;
+  std::map<Token, Monitor> monitors;
   std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
 
   void report(const KeyEvent& event) const {
-    if (ownWindowHasFocus()) return;
-    const auto current = handlers;  // a handler may remove itself
-    for (const auto& [token, handler] : current) {
-      if (handlers.contains(token)) handler(event);
+    const bool isLocal = ownWindowHasFocus();
+    const auto current = monitors;  // a handler may remove itself
+    for (const auto& [token, monitor] : current) {
+      if (monitor.isLocal == isLocal && monitors.contains(token)) monitor.handler(event);
     }
   }
 };
@@ -30,14 +30,22 @@ X11KeyEventSource::X11KeyEventSource(Scheduler& scheduler, std::function<bool()>
 X11KeyEventSource::~X11KeyEventSource() = default;
 
 std::optional<KeyEventSource::Token> X11KeyEventSource::addGlobalMonitor(Handler handler) {
-  m_monitors->handlers.emplace(++m_lastToken, std::move(handler));
+  return add({std::move(handler), false});
+}
+
+std::optional<KeyEventSource::Token> X11KeyEventSource::addLocalMonitor(Handler handler) {
+  return add({std::move(handler), true});
+}
+
+KeyEventSource::Token X11KeyEventSource::add(Monitor monitor) {
+  m_monitors->monitors.emplace(++m_lastToken, std::move(monitor));
   m_monitors->isEmpty = false;
   return m_lastToken;
 }
 
 void X11KeyEventSource::removeMonitor(Token token) {
-  m_monitors->handlers.erase(token);
-  m_monitors->isEmpty = m_monitors->handlers.empty();
+  m_monitors->monitors.erase(token);
+  m_monitors->isEmpty = m_monitors->monitors.empty();
 }
 
 void X11KeyEventSource::deliver(const KeyEvent& event) {

@@ -15,19 +15,26 @@ namespace zarvy::x11 {
 // Brings the key-downs that KeyHearing decodes over to the main thread.
 class X11KeyEventSource final : public KeyEventSource {
  public:
-  // `ownWindowHasFocus` is asked on the main thread for each key; keys typed into a window of this
-  // program are passed over.
+  // `ownWindowHasFocus` is asked on the main thread for each key: it is meant for this program
+  // then.
   X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownWindowHasFocus);
   ~X11KeyEventSource() override;
 
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override;
+  [[nodiscard]] std::optional<Token> addLocalMonitor(Handler handler) override;
   void removeMonitor(Token token) override;
 
   // A key went down. On the reader's thread.
   void deliver(const KeyEvent& event);
 
  private:
+  struct Monitor {
+    Handler handler;
+    bool isLocal = false;
+  };
   struct Monitors;
+
+  [[nodiscard]] Token add(Monitor monitor);
 
   Scheduler& m_scheduler;
   std::shared_ptr<Monitors> m_monitors;  // tasks on their way hold it weakly

@@ -142,6 +142,20 @@ bool WindowProperties::answersPing(xcb_window_t window) const {
          protocols.end();
 }
 
+// A compositor owns the selection that is named after the screen, here that of the environment.
+bool WindowProperties::hasCompositor() const {
+  const auto& roots = m_connection.roots();
+  const auto screen = std::find(roots.begin(), roots.end(), m_connection.root()) - roots.begin();
+  const std::string name = "_NET_WM_CM_S" + std::to_string(screen);
+  xcb_connection_t* const xcb = m_connection.xcb();
+  const XcbPtr<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+      xcb, xcb_intern_atom(xcb, 1, static_cast<uint16_t>(name.size()), name.data()), nullptr));
+  if (!atom || atom->atom == XCB_ATOM_NONE) return false;
+  const XcbPtr<xcb_get_selection_owner_reply_t> owner(
+      xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, atom->atom), nullptr));
+  return owner && owner->owner != XCB_WINDOW_NONE;
+}
+
 xcb_window_t WindowProperties::windowOfProcess(qint64 processId) const {
   const xcb_window_t active = activeWindow();
   if (active != XCB_WINDOW_NONE && processIdentifier(active) == processId) return active;

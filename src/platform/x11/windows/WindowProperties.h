@@ -31,6 +31,9 @@ class WindowProperties {
   // names where the window has gone.
   [[nodiscard]] xcb_window_t rootOf(xcb_window_t window) const;
 
+  // Whether windows may let through what is behind them: a compositor runs.
+  [[nodiscard]] bool hasCompositor() const;
+
   // A managed window of the process, the one in front first; XCB_WINDOW_NONE where it has none.
   [[nodiscard]] xcb_window_t windowOfProcess(qint64 processIdentifier) const;
 

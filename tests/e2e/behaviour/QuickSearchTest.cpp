@@ -1,0 +1,143 @@
+// The quick search panel, called by its key above real applications and used with the keyboard.
+
+#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/harness/AccessibleText.h"
+#include "e2e/harness/Windows.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr auto deadline = std::chrono::seconds(20);
+
+// Control, Alt and Space: window managers keep Alt and Space for a menu of their own.
+const std::string settings =
+    R"({"hideDockIcon":false,"iCloudSyncEnabled":false,"launchAtLogin":false,"soundEnabled":false,)"
+    R"("quickSearchKeyCode":49,"quickSearchModifiers":786432})";
+
+class QuickSearch : public BehaviourTest {
+ protected:
+  void startWithLibrary(TargetKind kind) {
+    ProgramUnderTest& program = stage().makeProgram(programPath());
+    program.writeLibrary(
+        {{u";ok"_s, u"Ωk"_s}, {u";ty"_s, u"Thank you"_s}, {u";d"_s, u"Dear {{field:Name}}!"_s}});
+    program.writeDocument("settings.json", settings);
+    program.start();
+    stage().startTarget(kind);
+    m_application = activeWindow(stage().connection());
+  }
+
+  void pressHotKey() {
+    person().press(XKB_KEY_Control_L);
+    person().press(XKB_KEY_Alt_L);
+    person().tap(XKB_KEY_space);
+    person().release(XKB_KEY_Alt_L);
+    person().release(XKB_KEY_Control_L);
+  }
+
+  // Presses the hot key and waits until the search field has the keyboard.
+  void openPanel() {
+    pressHotKey();
+    ASSERT_TRUE(waitUntil([&] { return m_field.find(program().process().pid()); }, deadline));
+    ASSERT_TRUE(
+        waitUntil([&] { return activeWindow(stage().connection()) != m_application; }, deadline));
+    ASSERT_EQ(m_field.state(PositionUnit::utf16).text, u""_s);
+  }
+
+  void search(const QString& text) {
+    person().type(text);
+    ASSERT_TRUE(
+        waitUntil([&] { return m_field.state(PositionUnit::utf16).text == text; }, deadline));
+  }
+
+  void expectPanelGone() {
+    EXPECT_TRUE(waitUntil([&] { return !m_field.find(program().process().pid()); }, deadline));
+    EXPECT_TRUE(
+        waitUntil([&] { return activeWindow(stage().connection()) == m_application; }, deadline));
+  }
+
+ private:
+  AccessibleText m_field{stage().bus().accessibilityAddress()};
+  xcb_window_t m_application = XCB_WINDOW_NONE;
+};
+
+class QuickSearchAbove : public QuickSearch, public testing::WithParamInterface<TargetKind> {};
+
+TEST_P(QuickSearchAbove, typesThePickIntoTheApplicationThatWasInFront) {
+  startWithLibrary(GetParam());
+  person().type(u"x "_s);
+  expectText(u"x "_s);
+  openPanel();
+  search(u"ty"_s);
+  person().tap(XKB_KEY_Return);
+  // The key reaches the application as well, and a terminal makes a character of it.
+  expectText(GetParam() == TargetKind::xterm ? u"x \u0080Thank you"_s : u"x Thank you"_s);
+  expectPanelGone();
+  expectNothingHeld();
+}
+
+INSTANTIATE_TEST_SUITE_P(, QuickSearchAbove,
+                         testing::Values(TargetKind::xterm, TargetKind::mousepad, TargetKind::qt6,
+                                         TargetKind::chromium),
+                         [](const auto& instance) { return nameOf(instance.param); });
+
+TEST_F(QuickSearch, goesDownTheListWithTheArrows) {
+  startWithLibrary(TargetKind::qt6);
+  openPanel();
+  person().tap(XKB_KEY_Up);
+  person().tap(XKB_KEY_Down);
+  person().tap(XKB_KEY_Return);
+  expectText(u"Thank you"_s);
+}
+
+TEST_F(QuickSearch, goesWithEscapeAndWithTheHotKey) {
+  startWithLibrary(TargetKind::qt6);
+  openPanel();
+  person().tap(XKB_KEY_Escape);
+  expectPanelGone();
+  openPanel();
+  search(u"thank"_s);
+  pressHotKey();
+  expectPanelGone();
+  openPanel();
+  person().tap(XKB_KEY_Escape);
+  expectPanelGone();
+  person().type(u";ok"_s);
+  expectText(u"Ωk"_s);
+}
+
+TEST_F(QuickSearch, goesWhenTheUserTurnsToAnotherApplication) {
+  startWithLibrary(TargetKind::qt6);
+  openPanel();
+  const auto other = stage().makeTarget(TargetKind::xterm);
+  other->start(person());
+  person().type(u";ok"_s);
+  EXPECT_TRUE(settlesAt(*other, {.text = u"Ωk"_s, .caret = 2}));
+  EXPECT_EQ(target().state().text, u""_s);
+}
+
+TEST_F(QuickSearch, leadsThroughTheFormToTheApplicationThatWasInFront) {
+  startWithLibrary(TargetKind::qt6);
+  person().type(u"x"_s);
+  openPanel();
+  search(u";d"_s);
+  person().tap(XKB_KEY_Return);
+  const auto form = waitForWindow(stage().connection(), "Fill In - Snippet 3");
+  ASSERT_TRUE(form.has_value());
+  AccessibleText field(stage().bus().accessibilityAddress());
+  ASSERT_TRUE(waitUntil(
+      [&] {
+        return activeWindow(stage().connection()) == form->id &&
+               field.find(program().process().pid());
+      },
+      deadline));
+  person().type(u"Ada"_s);
+  ASSERT_TRUE(waitUntil([&] { return field.state(PositionUnit::utf16).text == u"Ada"; }, deadline));
+  person().tap(XKB_KEY_Return);
+  expectText(u"xDear Ada!"_s);
+}
+
+}  // namespace
+}  // namespace zarvy::e2e

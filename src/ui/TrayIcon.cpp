@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QIcon>
 #include <QMenu>
+#include <QScreen>
 
 #include "app/AppState.h"
 #include "ui/MenuCircumstancesOf.h"
@@ -41,16 +42,25 @@ QString toolTipOf(const MenuCircumstances& circumstances) {
   return u"Zarvy: paused"_s;
 }
 
+// Where a menu of that size leaves the icon to be seen; at the pointer where the desktop does not
+// tell the icon's place. A panel has its menus on the side of the screen's middle.
+QPoint placeBeside(const QRect& icon, const QSize& menu) {
+  const QScreen* const screen = QGuiApplication::screenAt(icon.center());
+  if (icon.isEmpty() || !screen) return QCursor::pos();
+  const bool isAtTop = icon.center().y() < screen->geometry().center().y();
+  return {icon.left(), isAtTop ? icon.bottom() + 1 : icon.top() - menu.height()};
+}
+
 }  // namespace
 
 TrayIcon::TrayIcon(AppState& state, QMenu& menu) : m_state(state) {
   m_icon.setContextMenu(&menu);
   connect(&m_icon, &QSystemTrayIcon::activated, this,
-          [&menu](QSystemTrayIcon::ActivationReason reason) {
+          [this, &menu](QSystemTrayIcon::ActivationReason reason) {
             // Two clicks in quick succession are told as one and then a double one.
             const bool isClick =
                 reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
-            if (isClick) menu.popup(QCursor::pos());
+            if (isClick) menu.popup(placeBeside(m_icon.geometry(), menu.sizeHint()));
           });
   for (const auto signal :
        {&AppState::isPausedChanged, &AppState::hasAccessibilityPermissionChanged,

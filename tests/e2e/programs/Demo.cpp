@@ -7,6 +7,8 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include "e2e/harness/SystemTray.h"
+#include "e2e/harness/WaitUntil.h"
 #include "e2e/programs/ProgramPath.h"
 #include "e2e/programs/Screenshot.h"
 #include "e2e/scenarios/ScenarioPlayer.h"
@@ -54,6 +56,28 @@ bool showStep(Stage& stage, const DemoStep& step, QString& text) {
   return isTyped && isExpanded;
 }
 
+// Takes a picture of the menu behind the icon in the tray.
+int showMenu(const std::string& program, const QString& picture) {
+  Stage stage({.layouts = "us"});
+  SystemTray tray(stage.connection(), stage.environment(), stage.makeFolder("tray"));
+  stage.startProgramWithFirstRunLibrary(program);
+  const bool isOpen = tray.clickIconOf("Zarvy") && tray.waitForMenuOf("Zarvy", true);
+  constexpr QSize size(300, 250);
+  QImage corner;
+  const bool isDrawn =
+      isOpen && waitUntil(
+                    [&] {
+                      const QImage screen = screenImage(stage.connection());
+                      corner = screen.copy(QRect(QPoint(screen.width() - size.width(), 0), size));
+                      return corner.pixelColor(size.width() / 2, size.height() / 2) != Qt::black;
+                    },
+                    std::chrono::seconds(20));
+  const bool isSaved = isDrawn && savePicture(corner, picture);
+  std::cout << (isSaved ? "menu: " : "no picture of the menu: ") << picture.toStdString()
+            << std::endl;
+  return isSaved ? 0 : 1;
+}
+
 int show(const std::string& program, const QString& screenshot) {
   Stage stage({.layouts = "us"});
   stage.startProgramWithFirstRunLibrary(program);
@@ -62,7 +86,7 @@ int show(const std::string& program, const QString& screenshot) {
   QString text;
   for (const DemoStep& step : demoSteps()) isRight = showStep(stage, step, text) && isRight;
   if (!screenshot.isEmpty()) {
-    const bool isSaved = saveScreenshot(stage.connection(), screenshot);
+    const bool isSaved = savePicture(screenImage(stage.connection()), screenshot);
     std::cout << (isSaved ? "screenshot: " : "no screenshot: ") << screenshot.toStdString()
               << std::endl;
     isRight = isSaved && isRight;
@@ -83,7 +107,11 @@ int main(int argc, char** argv) {
                                       QStringLiteral("path"));
   const QCommandLineOption program(QStringLiteral("program"),
                                    QStringLiteral("The program to show."), QStringLiteral("path"));
-  parser.addOptions({screenshot, program});
+  const QCommandLineOption menu(
+      QStringLiteral("menu"),
+      QStringLiteral("Only a picture of the menu in the tray, and where it goes."),
+      QStringLiteral("path"));
+  parser.addOptions({screenshot, program, menu});
   parser.addHelpOption();
   parser.process(application);
   const std::string path =
@@ -93,6 +121,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
+    if (parser.isSet(menu)) return zarvy::e2e::showMenu(path, parser.value(menu));
     return zarvy::e2e::show(path, parser.value(screenshot));
   } catch (const std::exception& error) {
     std::cerr << "The demonstration failed: " << error.what() << "\n";

@@ -2,11 +2,10 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QImage>
 
 namespace zarvy::e2e {
 
-bool saveScreenshot(const XConnection& connection, const QString& path) {
+QImage screenImage(const XConnection& connection) {
   xcb_connection_t* server = connection.get();
   const xcb_screen_t& screen = *xcb_setup_roots_iterator(xcb_get_setup(server)).data;
   const auto reply =
@@ -15,9 +14,13 @@ bool saveScreenshot(const XConnection& connection, const QString& path) {
                                               screen.width_in_pixels, screen.height_in_pixels, ~0U),
                                 nullptr));
   // The private server's depth; four bytes a pixel.
-  if (!reply || reply->depth != 24) return false;
-  const QImage image(xcb_get_image_data(reply.get()), screen.width_in_pixels,
-                     screen.height_in_pixels, QImage::Format_RGB32);
+  if (!reply || reply->depth != 24) return {};
+  return QImage(xcb_get_image_data(reply.get()), screen.width_in_pixels, screen.height_in_pixels,
+                QImage::Format_RGB32)
+      .copy();
+}
+
+bool savePicture(const QImage& image, const QString& path) {
   return QDir().mkpath(QFileInfo(path).path()) && image.save(path, "PNG");
 }
 

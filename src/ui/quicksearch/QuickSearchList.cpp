@@ -1,7 +1,5 @@
 #include "ui/quicksearch/QuickSearchList.h"
 
-#include <QAccessible>
-
 #include "ui/quicksearch/QuickSearchRow.h"
 #include "ui/quicksearch/SlimScrollBar.h"
 
@@ -26,12 +24,6 @@ void QuickSearchList::select(int row) {
   const QModelIndex index = model()->index(row, 0);
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
   scrollTo(index, PositionAtCenter);
-}
-
-void QuickSearchList::announce(int row) {
-  QAccessibleEvent event(this, QAccessible::Focus);
-  event.setChild(row);
-  QAccessible::updateAccessibility(&event);
 }
 
 // Where the middle is depends on the height.

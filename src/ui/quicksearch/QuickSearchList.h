@@ -12,11 +12,9 @@ class QuickSearchList final : public QListView {
  public:
   explicit QuickSearchList(QWidget* parent);
 
-  // Selects `row`, where it is one, and brings it to the middle as far as the ends allow.
+  // Selects `row`, where it is one, and brings it to the middle as far as the ends allow. A screen
+  // reader is told that it has the focus, though the keyboard stays where it is.
   void select(int row);
-
-  // Lets a screen reader read the row, though the keyboard stays where it is.
-  void announce(int row);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;

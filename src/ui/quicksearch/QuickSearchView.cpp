@@ -158,10 +158,10 @@ void QuickSearchView::scaleSearchField() {
 void QuickSearchView::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
     case Qt::Key_Up:
-      if (m_selectedIndex >= 1) moveTo(m_selectedIndex - 1);
+      if (m_selectedIndex >= 1) setSelectedIndex(m_selectedIndex - 1);
       break;
     case Qt::Key_Down:
-      if (m_selectedIndex < m_model.rowCount() - 1) moveTo(m_selectedIndex + 1);
+      if (m_selectedIndex < m_model.rowCount() - 1) setSelectedIndex(m_selectedIndex + 1);
       break;
     case Qt::Key_Escape:
       m_onDismiss();
@@ -174,6 +174,7 @@ void QuickSearchView::keyPressEvent(QKeyEvent* event) {
 void QuickSearchView::filter() {
   m_model.setSearchText(searchText());
   showResults();
+  // A screen reader has just been told of the first row; what is typed is to be heard.
   QAccessibleEvent backFromRow(m_search, QAccessible::Focus);
   QAccessible::updateAccessibility(&backFromRow);
   Q_EMIT searchTextChanged();
@@ -187,11 +188,6 @@ void QuickSearchView::showResults() {
                        ? all + u" snippets"_s
                        : QString::number(results) + u" of "_s + all + u" snippets"_s);
   setSelectedIndex(0);
-}
-
-void QuickSearchView::moveTo(int row) {
-  setSelectedIndex(row);
-  m_list->announce(row);
 }
 
 void QuickSearchView::setSelectedIndex(int row) {

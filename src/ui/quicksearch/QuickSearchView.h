@@ -59,7 +59,6 @@ class QuickSearchView final : public QWidget {
   void scaleSearchField();
   void filter();
   void showResults();
-  void moveTo(int row);
   void setSelectedIndex(int row);
   void choose(int row);
 

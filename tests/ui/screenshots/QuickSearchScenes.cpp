@@ -17,15 +17,11 @@ struct QuickSearchStage {
   Journal journal;
   FakeWorkspace workspace{journal};
   ManualScheduler scheduler;
-  QuickSearchWindowController controller;
-
-  explicit QuickSearchStage(bool hasCompositor)
-      : controller({scheduler, workspace, [hasCompositor] { return hasCompositor; }}) {}
+  QuickSearchWindowController controller{{scheduler, workspace}};
 };
 
-std::shared_ptr<void> open(const QList<Snippet>& snippets, const QList<Folder>& folders,
-                           bool hasCompositor = false) {
-  auto stage = std::make_shared<QuickSearchStage>(hasCompositor);
+std::shared_ptr<void> open(const QList<Snippet>& snippets, const QList<Folder>& folders) {
+  auto stage = std::make_shared<QuickSearchStage>();
   stage->controller.show(snippets, folders, [](const Snippet&) {});
   return stage;
 }
@@ -69,10 +65,6 @@ std::shared_ptr<void> openEveryday() {
   return open(everydayLibrary(), folders());
 }
 
-std::shared_ptr<void> openTranslucent() {
-  return open(everydayLibrary(), folders(), true);
-}
-
 void searchForSignature() {
   type(u"sig"_s);
   press(Qt::Key_Down);
@@ -110,7 +102,6 @@ QList<ScreenScene> quickSearchScenes() {
       {u"quick-search-long"_s, openLong, goFarDown},
       {u"quick-search-nothing"_s, openEveryday, [] { type(u"zebra"_s); }},
       {u"quick-search-odd"_s, openOdd},
-      {u"quick-search-translucent"_s, openTranslucent, searchForSignature},
   };
 }
 

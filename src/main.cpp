@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QByteArray>
 #include <QDir>
+#include <QIcon>
 
 #include "SingleInstance.h"
 #include "ZarvyApp.h"
@@ -61,6 +62,7 @@ int main(int argc, char* argv[]) {
   QApplication application(argumentCount, arguments.data());
   QApplication::setApplicationName(QStringLiteral("Zarvy"));
   QApplication::setQuitOnLastWindowClosed(false);
+  QIcon::setFallbackThemeName(QStringLiteral("breeze"));
 
   zarvy::StandardLineOutput output;
   zarvy::SingleInstance instance(

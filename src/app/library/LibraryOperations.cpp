@@ -79,8 +79,8 @@ void LibraryOperations::addFolder(const Folder& folder) {
 
 void LibraryOperations::deleteFolder(const QUuid& id) {
   QList<Snippet> snippets = m_library.snippets();
-  for (qsizetype index = 0; index < snippets.size(); ++index) {
-    if (snippets.at(index).folderID == id) snippets[index].folderID.reset();
+  for (Snippet& snippet : snippets) {
+    if (snippet.folderID == id) snippet.folderID.reset();
   }
   m_library.setSnippets(snippets);
   m_library.setFolders(without(m_library.folders(), id));

@@ -15,6 +15,9 @@ namespace zarvy::e2e {
 // the test chooses.
 class BehaviourTest : public testing::Test {
  protected:
+  explicit BehaviourTest(WindowManagerKind windowManager = WindowManagerKind::openbox)
+      : m_stage(KeyboardLayout{.layouts = "us"}, windowManager) {}
+
   void SetUp() override { ASSERT_NE(programPath(), "") << "There is no program to test."; }
 
   [[nodiscard]] Stage& stage() { return m_stage; }
@@ -52,7 +55,7 @@ class BehaviourTest : public testing::Test {
   }
 
  private:
-  Stage m_stage{KeyboardLayout{.layouts = "us"}};
+  Stage m_stage;
 };
 
 }  // namespace zarvy::e2e

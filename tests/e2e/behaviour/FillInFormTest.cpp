@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/behaviour/Place.h"
 #include "e2e/harness/AccessibleText.h"
 #include "e2e/harness/Windows.h"
 
@@ -17,6 +18,8 @@ const std::string title = "Fill In - Snippet 1";
 
 class FillInForm : public BehaviourTest {
  protected:
+  using BehaviourTest::BehaviourTest;
+
   void startWithLetter(TargetKind kind) { start(kind, {{u";d"_s, letter}, {u";ok"_s, u"Ωk"_s}}); }
 
   // Types the trigger, and waits until the form has the keyboard, and its first field the focus.
@@ -65,10 +68,13 @@ class FillInForm : public BehaviourTest {
   AccessibleText m_field{stage().bus().accessibilityAddress()};
 };
 
-class FillInFormAbove : public FillInForm, public testing::WithParamInterface<TargetKind> {};
+class FillInFormAbove : public FillInForm, public testing::WithParamInterface<Place> {
+ protected:
+  FillInFormAbove() : FillInForm(std::get<WindowManagerKind>(GetParam())) {}
+};
 
 TEST_P(FillInFormAbove, hasItsTextTypedIntoTheApplicationThatWasInFront) {
-  startWithLetter(GetParam());
+  startWithLetter(std::get<TargetKind>(GetParam()));
   const xcb_window_t application = activeWindow(stage().connection());
   person().type(u"x "_s);
   openForm();
@@ -84,9 +90,21 @@ TEST_P(FillInFormAbove, hasItsTextTypedIntoTheApplicationThatWasInFront) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, FillInFormAbove,
-                         testing::Values(TargetKind::xterm, TargetKind::mousepad, TargetKind::qt6,
-                                         TargetKind::chromium),
-                         [](const auto& instance) { return nameOf(instance.param); });
+                         testing::Combine(testing::Values(WindowManagerKind::openbox),
+                                          testing::Values(TargetKind::xterm, TargetKind::mousepad,
+                                                          TargetKind::qt6, TargetKind::chromium)),
+                         nameOfPlace);
+
+INSTANTIATE_TEST_SUITE_P(PreventedFromStealing, FillInFormAbove,
+                         testing::Combine(testing::Values(WindowManagerKind::xfwm4),
+                                          testing::Values(TargetKind::xterm, TargetKind::mousepad,
+                                                          TargetKind::qt6)),
+                         nameOfPlace);
+
+class FillInFormUnder : public FillInForm, public testing::WithParamInterface<WindowManagerKind> {
+ protected:
+  FillInFormUnder() : FillInForm(GetParam()) {}
+};
 
 TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
   startWithLetter(TargetKind::qt6);
@@ -105,7 +123,7 @@ TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
   EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
 }
 
-TEST_F(FillInForm, leavesTheTriggerWhereItIsWhenItIsCancelled) {
+TEST_P(FillInFormUnder, leavesTheTriggerWhereItIsWhenItIsCancelled) {
   startWithLetter(TargetKind::qt6);
   const xcb_window_t application = activeWindow(stage().connection());
   openForm();
@@ -117,6 +135,10 @@ TEST_F(FillInForm, leavesTheTriggerWhereItIsWhenItIsCancelled) {
   person().type(u" ;ok"_s);
   expectText(u";d Ωk"_s);
 }
+
+INSTANTIATE_TEST_SUITE_P(, FillInFormUnder,
+                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4),
+                         nameOfWindowManager);
 
 TEST_F(FillInForm, isCancelledByTheButtonOfItsWindowToo) {
   startWithLetter(TargetKind::qt6);

@@ -1,6 +1,7 @@
 // The quick search panel, called by its key above real applications and used with the keyboard.
 
 #include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/behaviour/Place.h"
 #include "e2e/harness/AccessibleText.h"
 #include "e2e/harness/Windows.h"
 
@@ -19,6 +20,8 @@ const std::string settings =
 
 class QuickSearch : public BehaviourTest {
  protected:
+  using BehaviourTest::BehaviourTest;
+
   void startWithLibrary(TargetKind kind) {
     ProgramUnderTest& program = stage().makeProgram(programPath());
     program.writeLibrary(
@@ -63,25 +66,45 @@ class QuickSearch : public BehaviourTest {
   xcb_window_t m_application = XCB_WINDOW_NONE;
 };
 
-class QuickSearchAbove : public QuickSearch, public testing::WithParamInterface<TargetKind> {};
+class QuickSearchAbove : public QuickSearch, public testing::WithParamInterface<Place> {
+ protected:
+  QuickSearchAbove() : QuickSearch(std::get<WindowManagerKind>(GetParam())) {}
+};
 
 TEST_P(QuickSearchAbove, typesThePickIntoTheApplicationThatWasInFront) {
-  startWithLibrary(GetParam());
+  const auto application = std::get<TargetKind>(GetParam());
+  startWithLibrary(application);
   person().type(u"x "_s);
   expectText(u"x "_s);
   openPanel();
   search(u"ty"_s);
   person().tap(XKB_KEY_Return);
   // The key reaches the application as well, and a terminal makes a character of it.
-  expectText(GetParam() == TargetKind::xterm ? u"x \u0080Thank you"_s : u"x Thank you"_s);
+  expectText(application == TargetKind::xterm ? u"x \u0080Thank you"_s : u"x Thank you"_s);
   expectPanelGone();
   expectNothingHeld();
 }
 
 INSTANTIATE_TEST_SUITE_P(, QuickSearchAbove,
-                         testing::Values(TargetKind::xterm, TargetKind::mousepad, TargetKind::qt6,
-                                         TargetKind::chromium),
-                         [](const auto& instance) { return nameOf(instance.param); });
+                         testing::Combine(testing::Values(WindowManagerKind::openbox),
+                                          testing::Values(TargetKind::xterm, TargetKind::mousepad,
+                                                          TargetKind::qt6, TargetKind::chromium)),
+                         nameOfPlace);
+
+INSTANTIATE_TEST_SUITE_P(PreventedFromStealing, QuickSearchAbove,
+                         testing::Combine(testing::Values(WindowManagerKind::xfwm4),
+                                          testing::Values(TargetKind::xterm, TargetKind::mousepad,
+                                                          TargetKind::qt6)),
+                         nameOfPlace);
+
+class QuickSearchUnder : public QuickSearch, public testing::WithParamInterface<WindowManagerKind> {
+ protected:
+  QuickSearchUnder() : QuickSearch(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(, QuickSearchUnder,
+                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4),
+                         nameOfWindowManager);
 
 TEST_F(QuickSearch, goesDownTheListWithTheArrows) {
   startWithLibrary(TargetKind::qt6);
@@ -92,7 +115,7 @@ TEST_F(QuickSearch, goesDownTheListWithTheArrows) {
   expectText(u"Thank you"_s);
 }
 
-TEST_F(QuickSearch, goesWithEscapeAndWithTheHotKey) {
+TEST_P(QuickSearchUnder, goesWithEscapeAndWithTheHotKey) {
   startWithLibrary(TargetKind::qt6);
   openPanel();
   person().tap(XKB_KEY_Escape);
@@ -118,7 +141,7 @@ TEST_F(QuickSearch, goesWhenTheUserTurnsToAnotherApplication) {
   EXPECT_EQ(target().state().text, u""_s);
 }
 
-TEST_F(QuickSearch, leadsThroughTheFormToTheApplicationThatWasInFront) {
+TEST_P(QuickSearchUnder, leadsThroughTheFormToTheApplicationThatWasInFront) {
   startWithLibrary(TargetKind::qt6);
   person().type(u"x"_s);
   openPanel();

@@ -19,6 +19,12 @@ Environment desktopEnvironment(const std::string& folder, const std::string& dis
   return environment;
 }
 
+Environment withBuses(Environment environment, const SessionBus& bus) {
+  environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+  environment["AT_SPI_BUS_ADDRESS"] = bus.accessibilityAddress();
+  return environment;
+}
+
 }  // namespace
 
 const std::vector<TargetKind>& allTargetKinds() {
@@ -44,15 +50,15 @@ std::string nameOf(TargetKind kind) {
   throw std::logic_error("no such target");
 }
 
-Stage::Stage(const KeyboardLayout& layout)
+Stage::Stage(const KeyboardLayout& layout, WindowManagerKind windowManager)
     : m_server(m_folder.path().toStdString()),
       m_environment(desktopEnvironment(m_folder.path().toStdString(), m_server.display())),
       m_connection(m_server.display()),
-      m_windowManager(m_connection, m_environment, m_folder.path().toStdString()),
       m_bus(m_environment, m_folder.path().toStdString()),
+      m_windowManager(windowManager, m_connection, withBuses(m_environment, m_bus),
+                      m_folder.path().toStdString()),
       m_person(m_connection) {
-  m_environment["DBUS_SESSION_BUS_ADDRESS"] = m_bus.address();
-  m_environment["AT_SPI_BUS_ADDRESS"] = m_bus.accessibilityAddress();
+  m_environment = withBuses(m_environment, m_bus);
   setKeyboardLayout(layout, m_environment);
 }
 

@@ -26,7 +26,8 @@ enum class TargetKind { xterm, mousepad, featherpad, qt6, chromium };
 // std::runtime_error where something does not come up.
 class Stage {
  public:
-  explicit Stage(const KeyboardLayout& layout);
+  explicit Stage(const KeyboardLayout& layout,
+                 WindowManagerKind windowManager = WindowManagerKind::openbox);
   ~Stage();
 
   [[nodiscard]] PrivateXServer& server() { return m_server; }
@@ -66,8 +67,8 @@ class Stage {
   PrivateXServer m_server;
   Environment m_environment;
   XConnection m_connection;
-  WindowManager m_windowManager;
   SessionBus m_bus;
+  WindowManager m_windowManager;
   Person m_person;
   std::unique_ptr<ProgramUnderTest> m_program;
   std::unique_ptr<TargetApplication> m_target;

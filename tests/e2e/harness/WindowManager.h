@@ -7,12 +7,19 @@
 
 namespace zarvy::e2e {
 
-// An openbox that manages the windows of the display once constructed. Throws std::runtime_error
-// where it does not come up.
+// openbox gives the keyboard to whichever window appears; xfwm4 is told to prevent that: a window
+// that nobody has called for is to wait until the user turns to it.
+enum class WindowManagerKind { openbox, xfwm4 };
+
+[[nodiscard]] std::string nameOf(WindowManagerKind kind);
+
+// A window manager that manages the windows of the display once constructed. `environment` is the
+// desktop's; xfwm4 reads its settings over the session bus in it, from the folder of configuration
+// that the bus has too. Throws std::runtime_error where it does not come up.
 class WindowManager {
  public:
-  WindowManager(const XConnection& connection, const Environment& environment,
-                const std::string& logFolder);
+  WindowManager(WindowManagerKind kind, const XConnection& connection,
+                const Environment& environment, const std::string& logFolder);
 
  private:
   ChildProcess m_process;

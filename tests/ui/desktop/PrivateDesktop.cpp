@@ -18,7 +18,8 @@ void paint(const e2e::XConnection& connection) {
 PrivateDesktop::PrivateDesktop()
     : m_server(m_home.path().toStdString(), {"-screen", "0", "1800x1600x24"}),
       m_connection(m_server.display()),
-      m_manager(m_connection, environment(), m_home.path().toStdString()) {
+      m_manager(e2e::WindowManagerKind::openbox, m_connection, environment(),
+                m_home.path().toStdString()) {
   paint(m_connection);
 }
 

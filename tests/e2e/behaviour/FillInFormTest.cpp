@@ -136,6 +136,27 @@ TEST_P(FillInFormUnder, leavesTheTriggerWhereItIsWhenItIsCancelled) {
   expectText(u";d Ωk"_s);
 }
 
+// A program that the user has been in tells a window manager since when they have not.
+TEST_P(FillInFormUnder, hasTheKeyboardAgainOnceTheUserHasTypedElsewhere) {
+  startWithLetter(TargetKind::qt6);
+  const xcb_window_t application = activeWindow(stage().connection());
+  openForm();
+  person().type(u"Ada"_s);
+  expectField(u"Ada"_s);
+  person().tap(XKB_KEY_Escape);
+  expectFormGone();
+  expectTargetInFront(application);
+  person().type(u" x "_s);
+  expectText(u";d x "_s);
+  openForm();
+  person().type(u"Bob"_s);
+  expectField(u"Bob"_s);
+  person().tap(XKB_KEY_Return);
+  const QString typed = u";d x Dear Bob, greetings from Turin!"_s;
+  const EditorState expected{.text = typed, .caret = typed.size() - 1};
+  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+}
+
 INSTANTIATE_TEST_SUITE_P(, FillInFormUnder,
                          testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4),
                          nameOfWindowManager);

@@ -141,6 +141,22 @@ TEST_F(QuickSearch, goesWhenTheUserTurnsToAnotherApplication) {
   EXPECT_EQ(target().state().text, u""_s);
 }
 
+// A program that the user has been in tells a window manager since when they have not.
+TEST_P(QuickSearchUnder, hasTheKeyboardAgainOnceTheUserHasTypedElsewhere) {
+  startWithLibrary(TargetKind::qt6);
+  openPanel();
+  search(u"thank"_s);
+  person().tap(XKB_KEY_Escape);
+  expectPanelGone();
+  person().type(u"x "_s);
+  expectText(u"x "_s);
+  openPanel();
+  search(u"ty"_s);
+  person().tap(XKB_KEY_Return);
+  expectText(u"x Thank you"_s);
+  expectPanelGone();
+}
+
 TEST_P(QuickSearchUnder, leadsThroughTheFormToTheApplicationThatWasInFront) {
   startWithLibrary(TargetKind::qt6);
   person().type(u"x"_s);

@@ -13,6 +13,7 @@ namespace zarvy {
 namespace {
 
 constexpr std::chrono::seconds patienceWithDisks{5};
+constexpr std::chrono::milliseconds patienceWithSounds{500};
 
 // As that of Qt, which may be the first to notice.
 constexpr int statusWithoutDisplay = 1;
@@ -59,7 +60,8 @@ ZarvyApp::ZarvyApp(LineOutput& output)
                                     m_workers, m_scheduler)),
       m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
-      m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); }),
+      m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); },
+                   [this](quint64 window) { m_desktop.activationPolicy().windowClosed(window); }),
       m_fillInWindow(fillInServices()),
       m_quickSearchWindow(quickSearchServices()),
       m_state(expansionServices(), libraryServices(), presenceServices()),
@@ -74,7 +76,7 @@ ZarvyApp::~ZarvyApp() {
 }
 
 bool ZarvyApp::end() {
-  if (std::exchange(m_hasEnded, true)) return m_hasFinishedSaves;
+  if (std::exchange(m_hasEnded, true)) return m_hasEndedInOrder;
   m_monitor.stop();
   m_secureInputWatch.stop();
   m_mainThread.close();
@@ -83,8 +85,10 @@ bool ZarvyApp::end() {
   m_workers.drain();
   m_keyboardProcessing.drain();
   m_desktop.close();
-  m_hasFinishedSaves = finishSaves();
-  return m_hasFinishedSaves;
+  const bool hasFinishedSaves = finishSaves();
+  const auto deadline = std::chrono::steady_clock::now() + patienceWithSounds;
+  m_hasEndedInOrder = m_soundWorkers.drainUntil(deadline) && hasFinishedSaves;
+  return m_hasEndedInOrder;
 }
 
 void ZarvyApp::start() {

@@ -56,8 +56,8 @@ class ZarvyApp {
   // What the menu's "Manage Snippets..." does.
   void openManageSnippets();
 
-  // What the destructor does; once. False where a disk does not answer: a thread waits for it, and
-  // the destructor would as well, for ever.
+  // What the destructor does; once. False where a disk or the sound server does not answer: a
+  // thread waits for it, and the destructor would as well, for ever.
   [[nodiscard]] bool end();
 
  private:
@@ -109,7 +109,7 @@ class ZarvyApp {
   MenuBarView m_menu;
   TrayIcon m_trayIcon;
   bool m_hasEnded = false;
-  bool m_hasFinishedSaves = false;
+  bool m_hasEndedInOrder = false;
 };
 
 }  // namespace zarvy

@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QDir>
 #include <QIcon>
+#include <QSessionManager>
 
 #include "SingleInstance.h"
 #include "ZarvyApp.h"
@@ -25,7 +26,8 @@ QByteArray platformPlugins() {
   return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
 }
 
-// Where a disk does not answer there is no end in order; what could be saved has been.
+// Where a disk or the sound server does not answer there is no end in order; what could be saved
+// has been.
 void endInOrder(zarvy::ZarvyApp& app, int status) {
   if (!app.end()) std::_Exit(status);
 }
@@ -62,6 +64,10 @@ int main(int argc, char* argv[]) {
   QApplication application(argumentCount, arguments.data());
   QApplication::setApplicationName(QStringLiteral("Zarvy"));
   QApplication::setQuitOnLastWindowClosed(false);
+  // A desktop that restores its session would start it beside the login item.
+  QObject::connect(
+      &application, &QGuiApplication::saveStateRequest, &application,
+      [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); });
   QIcon::setFallbackThemeName(QStringLiteral("breeze"));
 
   zarvy::StandardLineOutput output;

@@ -24,6 +24,7 @@ AppState::AppState(const ExpansionServices& expansion, const LibraryServices& li
 }
 
 void AppState::handOnSignals() {
+  connect(&m_library, &Library::isLoadedChanged, this, &AppState::isLibraryLoadedChanged);
   connect(&m_library, &Library::snippetsChanged, this, &AppState::snippetsChanged);
   connect(&m_library, &Library::foldersChanged, this, &AppState::foldersChanged);
   connect(&m_library, &Library::globalVariablesChanged, this, &AppState::globalVariablesChanged);
@@ -48,12 +49,14 @@ void AppState::handOnSignals() {
 void AppState::loadData() {
   if (m_hasLoadedData) return;
   m_hasLoadedData = true;
+  Q_EMIT hasLoadedDataChanged();
   m_loader.load([weak = QPointer(this)](const LoadedLibrary& loaded) {
     if (weak) weak->adoptLibrary(loaded);
   });
 }
 
 void AppState::adoptLibrary(const LoadedLibrary& loaded) {
+  m_library.setLoaded();
   adoptSnippetsAndFolders(loaded);
   m_library.setSettings(loaded.settings);
   m_library.setRecentImports(loaded.importBatches);
@@ -81,6 +84,7 @@ void AppState::adoptSnippetsAndFolders(const LoadedLibrary& loaded) {
 }
 
 void AppState::changeSettings(const Settings& settings) {
+  if (!isLibraryLoaded()) return;
   const Settings before = this->settings();
   m_library.setSettings(settings);
   m_libraryServices.documents.post(

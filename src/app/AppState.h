@@ -39,6 +39,9 @@ class AppState final : public QObject {
   // True from the first loadData() on; says nothing of the load's having come to its end.
   [[nodiscard]] bool hasLoadedData() const { return m_hasLoadedData; }
 
+  // That it has: until then the library is empty, and changes of it are lost.
+  [[nodiscard]] bool isLibraryLoaded() const { return m_library.isLoaded(); }
+
   // --- The library; see Library, LibraryOperations, LibrarySaver.
 
   [[nodiscard]] const QList<Snippet>& snippets() const { return m_library.snippets(); }
@@ -95,7 +98,8 @@ class AppState final : public QObject {
   // --- The settings.
 
   [[nodiscard]] const Settings& settings() const { return m_library.settings(); }
-  // Saves them as well, and does what follows from what has changed: taskbar, login item, hot key.
+  // Once the library is loaded. Saves them as well, and does what follows from what has changed:
+  // taskbar, login item, hot key.
   void changeSettings(const Settings& settings);
 
   // --- The sync; see LibrarySync.
@@ -155,6 +159,8 @@ class AppState final : public QObject {
   void restoreAccessoryPolicyIfNoWindows() { m_presence.restoreAccessoryPolicyIfNoWindows(); }
 
  Q_SIGNALS:
+  void hasLoadedDataChanged();
+  void isLibraryLoadedChanged();
   void snippetsChanged();
   void foldersChanged();
   void globalVariablesChanged();

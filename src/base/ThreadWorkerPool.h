@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <utility>
 
@@ -16,6 +17,11 @@ class ThreadWorkerPool final : public WorkerPool {
 
   void post(Task task) override { m_threads.post(std::move(task)); }
   void drain() override { m_threads.drain(); }
+
+  // The same, but gives up at `deadline`; false then.
+  [[nodiscard]] bool drainUntil(std::chrono::steady_clock::time_point deadline) {
+    return m_threads.drainUntil(deadline);
+  }
 
  private:
   // Far above what one person's typing sets going; a bound against a runaway caller.

@@ -51,6 +51,7 @@ class AbsentDesktop final : public KeyEventSource,
 
   void setActivationPolicy(ActivationPolicy::Kind /*kind*/) override {}
   void windowOpened(quint64 /*nativeWindow*/) override {}
+  void windowClosed(quint64 /*nativeWindow*/) override {}
 
  private:
   class DeafSession final : public TypingSession {

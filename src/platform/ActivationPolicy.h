@@ -19,6 +19,9 @@ class ActivationPolicy {
 
   // Tells of a window of the program that has come to the screen. May tell of it again.
   virtual void windowOpened(quint64 nativeWindow) = 0;
+
+  // That window is about to go.
+  virtual void windowClosed(quint64 nativeWindow) = 0;
 };
 
 }  // namespace zarvy

@@ -8,7 +8,19 @@
 #include "ui/MenuCircumstancesOf.h"
 #include "ui/Scenes.h"
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace zarvy {
+
+namespace {
+
+// An application's name may hold what a menu makes something of: the mark of a mnemonic, and the
+// gap ahead of a shortcut.
+QString literal(QString text) {
+  return text.replace(u'&', u"&&"_s).replace(u'\t', u' ');
+}
+
+}  // namespace
 
 MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
                          std::function<void()> quit)
@@ -22,9 +34,11 @@ MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)>
 }
 
 void MenuBarView::rebuild() {
+  const MenuCircumstances circumstances = menuCircumstancesOf(m_state);
+  if (std::exchange(m_circumstances, circumstances) == circumstances) return;
   clear();
-  for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(m_state))) {
-    QAction* const action = addAction(QIcon::fromTheme(entry.iconName), entry.text);
+  for (const MenuEntry& entry : menuEntries(circumstances)) {
+    QAction* const action = addAction(QIcon::fromTheme(entry.iconName), literal(entry.text));
     action->setShortcut(entry.shortcut);
     action->setEnabled(entry.action != MenuAction::none);
     connect(action, &QAction::triggered, this, [this, todo = entry.action] { perform(todo); });

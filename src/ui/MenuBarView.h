@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QMenu>
 
@@ -25,6 +26,7 @@ class MenuBarView final : public QMenu {
   void perform(MenuAction action);
 
   AppState& m_state;
+  std::optional<MenuCircumstances> m_circumstances;  // of the entries that are there
   const std::function<void(const QString& id)> m_openScene;
   const std::function<void()> m_quit;
 };

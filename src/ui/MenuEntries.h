@@ -14,6 +14,8 @@ struct MenuCircumstances {
   std::optional<QString> secureInputAppName;
   qsizetype snippetCount = 0;
   bool isPaused = false;
+
+  bool operator==(const MenuCircumstances&) const = default;
 };
 
 enum class MenuAction {

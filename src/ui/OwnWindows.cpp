@@ -4,12 +4,13 @@
 
 #include <QEvent>
 #include <QGuiApplication>
+#include <QPlatformSurfaceEvent>
 #include <QWindow>
 
 namespace zarvy {
 
-OwnWindows::OwnWindows(std::function<void(quint64 nativeWindow)> onOpened)
-    : m_onOpened(std::move(onOpened)) {
+OwnWindows::OwnWindows(Listener onOpened, Listener onClosed)
+    : m_onOpened(std::move(onOpened)), m_onClosed(std::move(onClosed)) {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -22,9 +23,17 @@ QList<OpenWindows::Window> OwnWindows::windows() const {
 }
 
 bool OwnWindows::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Expose) {
-    const auto* const window = qobject_cast<const QWindow*>(watched);
-    if (window && window->isTopLevel() && window->isExposed()) m_onOpened(window->winId());
+  const bool isExpose = event->type() == QEvent::Expose;
+  const bool isEnd = event->type() == QEvent::PlatformSurface &&
+                     static_cast<QPlatformSurfaceEvent*>(event)->surfaceEventType() ==
+                         QPlatformSurfaceEvent::SurfaceAboutToBeDestroyed;
+  if (!isExpose && !isEnd) return false;
+  const auto* const window = qobject_cast<const QWindow*>(watched);
+  if (!window || !window->isTopLevel()) return false;
+  if (isEnd) {
+    m_onClosed(window->winId());
+  } else if (window->isExposed()) {
+    m_onOpened(window->winId());
   }
   return false;
 }

@@ -14,15 +14,17 @@ class OwnWindows final : public QObject, public OpenWindows {
 
  public:
   // `onOpened` is called with the native window of each that has come to the screen, once it is
-  // there.
-  explicit OwnWindows(std::function<void(quint64 nativeWindow)> onOpened);
+  // there; `onClosed` with that of each that is about to go.
+  using Listener = std::function<void(quint64 nativeWindow)>;
+  OwnWindows(Listener onOpened, Listener onClosed);
 
   [[nodiscard]] QList<Window> windows() const override;
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  const std::function<void(quint64 nativeWindow)> m_onOpened;
+  const Listener m_onOpened;
+  const Listener m_onClosed;
 };
 
 }  // namespace zarvy

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <QFrame>
+#include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QPushButton>
@@ -21,6 +22,10 @@ constexpr int padding = 32;
 constexpr int spacing = 24;
 constexpr int innerSpacing = 12;
 constexpr QSize symbolSize(64, 64);
+constexpr QSize checkMarkSize(16, 16);
+constexpr double subheadline = 0.92;
+constexpr QColor granted(0x2F, 0xA8, 0x4F);
+const QString checkMark = u":/icons/check-circle.svg"_s;
 
 QLabel* makeText(const QString& text, QWidget* parent) {
   auto* const label = new QLabel(text, parent);
@@ -40,6 +45,27 @@ QLabel* makeHeadline(const QString& text, double scale, QWidget* parent) {
   return label;
 }
 
+QLabel* makeSymbol(const QString& file, const QSize& size, QWidget* parent) {
+  auto* const label = new QLabel(parent);
+  label->setPixmap(QIcon(file).pixmap(size));
+  return label;
+}
+
+// A line behind a check mark, in a font of that share of the desktop's.
+QWidget* makePoint(const QString& text, double scale, QWidget* parent) {
+  auto* const point = new QWidget(parent);
+  auto* const row = new QHBoxLayout(point);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* const label = makeText(text, point);
+  QFont font = label->font();
+  font.setPointSizeF(font.pointSizeF() * scale);
+  label->setFont(font);
+  label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  row->addWidget(makeSymbol(checkMark, checkMarkSize, point));
+  row->addWidget(label, 1);
+  return point;
+}
+
 QVBoxLayout* makeColumn(QWidget* parent, int gap) {
   auto* const column = new QVBoxLayout(parent);
   column->setContentsMargins(0, 0, 0, 0);
@@ -54,7 +80,6 @@ PermissionRequestView::PermissionRequestView(AppState& state, std::function<void
       m_getStarted(std::move(getStarted)),
       m_granted(makeGranted()),
       m_missing(makeMissing()) {
-  setFixedWidth(windowWidth);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(padding, padding, padding, padding);
   column->setSpacing(spacing);
@@ -67,8 +92,7 @@ PermissionRequestView::PermissionRequestView(AppState& state, std::function<void
 }
 
 void PermissionRequestView::addExplanation(QVBoxLayout& column) {
-  auto* const symbol = new QLabel(this);
-  symbol->setPixmap(QIcon(u":/icons/keyboard.svg"_s).pixmap(symbolSize));
+  auto* const symbol = makeSymbol(u":/icons/keyboard.svg"_s, symbolSize, this);
   symbol->setAlignment(Qt::AlignCenter);
   column.addWidget(symbol);
   column.addWidget(makeHeadline(u"Accessibility Permission Required"_s, 1.3, this));
@@ -81,9 +105,7 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   for (const QString& point :
        {u"Monitor keyboard input to detect triggers"_s,
         u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s}) {
-    auto* const label = makeText(u"\u2713  "_s + point, points);
-    label->setAlignment(Qt::AlignLeft);
-    list->addWidget(label);
+    list->addWidget(makePoint(point, subheadline, points));
   }
   column.addWidget(points);
   auto* const divider = new QFrame(this);
@@ -95,7 +117,16 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
 QWidget* PermissionRequestView::makeGranted() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, spacing);
-  column->addWidget(makeHeadline(u"Permission Granted"_s, 1, part));
+  auto* const row = new QHBoxLayout;
+  QLabel* const headline = makeHeadline(u"Permission Granted"_s, 1, part);
+  QPalette green = headline->palette();
+  green.setColor(QPalette::WindowText, granted);
+  headline->setPalette(green);
+  row->addStretch();
+  row->addWidget(makeSymbol(checkMark, checkMarkSize, part));
+  row->addWidget(headline);
+  row->addStretch();
+  column->addLayout(row);
   auto* const getStarted = new QPushButton(u"Get Started"_s, part);
   getStarted->setDefault(true);
   connect(getStarted, &QPushButton::clicked, this, [this] {
@@ -126,7 +157,8 @@ QWidget* PermissionRequestView::makeMissing() {
 void PermissionRequestView::showWhatHolds() {
   m_granted->setVisible(m_state.hasAccessibilityPermission());
   m_missing->setVisible(!m_state.hasAccessibilityPermission());
-  adjustSize();
+  layout()->invalidate();
+  setFixedSize(windowWidth, layout()->totalHeightForWidth(windowWidth));
 }
 
 }  // namespace zarvy

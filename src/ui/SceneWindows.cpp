@@ -53,7 +53,8 @@ std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(found->title);
   if (found->defaultSize.isNull()) {
-    window->setFixedSize(window->sizeHint());
+    if (id != scene::permissionRequest)
+      window->setFixedSize(window->sizeHint());  // which has its own
   } else {
     window->resize(found->defaultSize);
   }

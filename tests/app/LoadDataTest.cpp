@@ -111,6 +111,28 @@ TEST_F(LoadData, DoesNothingWhereTheStateGoesMeanwhile) {
   EXPECT_EQ(m_harness.takeJournal(), "");
 }
 
+// The tray is there ahead of a slow disk, and so may be a window.
+TEST_F(LoadData, SavesNothingOfWhatIsChangedBeforeItsEnd) {
+  const QList<Snippet> snippets{m_harness.snippet(u";x"_s, u"y"_s)};
+  m_harness.store.saveSnippets(snippets);
+  Settings settings;
+  settings.soundEnabled = false;
+  m_harness.store.saveSettings(settings);
+  state().loadData();
+  state().addSnippet(m_harness.snippet(u";new"_s, u"z"_s));
+  state().addFolder({QUuid::createUuid(), u"F"_s, FolderColor::red, 0});
+  state().addGlobalVariable({QUuid::createUuid(), u"N"_s, u"v"_s, {}, {}});
+  state().changeSettings(Settings());
+  EXPECT_FALSE(state().isLibraryLoaded());
+  m_harness.pass(milliseconds{400});
+  EXPECT_TRUE(state().isLibraryLoaded());
+  EXPECT_EQ(state().snippets(), snippets);
+  EXPECT_EQ(m_harness.store.loadSnippets(), snippets);
+  EXPECT_FALSE(m_harness.store.loadSettings().soundEnabled);
+  EXPECT_FALSE(hasFile(u"folders.json"_s));
+  EXPECT_FALSE(hasFile(u"global_variables.json"_s));
+}
+
 // Nothing that can be read: the program serves with what it has, and overwrites nothing but what it
 // makes for a new user.
 TEST_F(LoadData, ServesWithWhatItHasWhereEveryDocumentIsGarbage) {

@@ -22,6 +22,7 @@ class FakePresence final : public ActivationPolicy, public LoginItem, public Ope
   }
 
   void windowOpened(quint64 /*nativeWindow*/) override {}
+  void windowClosed(quint64 /*nativeWindow*/) override {}
 
   [[nodiscard]] std::optional<QString> enable() override { return answer(QStringLiteral("on")); }
   [[nodiscard]] std::optional<QString> disable() override { return answer(QStringLiteral("off")); }

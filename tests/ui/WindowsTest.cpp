@@ -110,17 +110,16 @@ TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
   setup->setAttribute(Qt::WA_DeleteOnClose);
   setup->show();
   QApplication::sendPostedEvents();  // lays it out
-  EXPECT_EQ(
-      visibleTexts(*setup),
-      (QStringList{
-          u"Accessibility Permission Required"_s,
-          u"Zarvy needs accessibility permission to detect when you type trigger words and "
-          "expand them into snippets."_s,
-          u"\u2713  Monitor keyboard input to detect triggers"_s,
-          u"\u2713  Replace trigger text with expanded snippets"_s,
-          u"\u2713  Works in any application"_s, u"Request Permission"_s, u"Check Permission"_s,
-          u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s,
-          u"the test took it away"_s}));
+  EXPECT_EQ(visibleTexts(*setup),
+            (QStringList{
+                u"Accessibility Permission Required"_s,
+                u"Zarvy needs accessibility permission to detect when you type trigger words and "
+                "expand them into snippets."_s,
+                u"Monitor keyboard input to detect triggers"_s,
+                u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s,
+                u"Request Permission"_s, u"Check Permission"_s,
+                u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s,
+                u"the test took it away"_s}));
   buttonWith(*setup, u"Request Permission"_s)->click();
   EXPECT_EQ(m_harness.permission.calls, QStringList{u"ask"_s});
 
@@ -134,6 +133,38 @@ TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
   EXPECT_EQ(started, 1);
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(openTitles(), QStringList());
+}
+
+TEST_F(Windows, LeaveTheSetupRoomForAllItsWords) {
+  losePermission();
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(scene::permissionRequest);
+  QApplication::sendPostedEvents();
+  for (const bool granted : {false, true}) {
+    m_harness.permission.setTrusted(granted);
+    state().refreshAccessibilityPermission();
+    QApplication::sendPostedEvents();
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->windowTitle() != u"Setup") continue;
+      EXPECT_EQ(window->width(), 400);
+      for (const QLabel* label : window->findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->text().isEmpty()) continue;
+        const int wanted =
+            label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+        EXPECT_GE(label->height(), wanted) << label->text().toStdString();
+      }
+    }
+  }
+}
+
+TEST_F(Windows, TakeTheNamesOfApplicationsInTheMenuAsTheyAre) {
+  m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  m_harness.workspace.setFrontmost(RunningApplication{10, {}, u"Safe & Sound"_s, 1});
+  m_harness.secureInput.isEnabled = true;
+  MenuBarView menu(
+      state(), [](const QString& /*id*/) {}, [] {});
+  m_harness.scheduler.advance(std::chrono::milliseconds(500));
+  EXPECT_EQ(menu.actions().front()->text(), u"Blocked by Safe && Sound"_s);
 }
 
 TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {

@@ -23,6 +23,10 @@ void Library::setSettings(const Settings& settings) {
   Q_EMIT settingsChanged();
 }
 
+void Library::setLoaded() {
+  if (assignIfChanged(m_isLoaded, true)) Q_EMIT isLoadedChanged();
+}
+
 void Library::setRecentImports(const QList<ImportBatch>& recentImports) {
   if (assignIfChanged(m_recentImports, recentImports)) Q_EMIT recentImportsChanged();
 }

@@ -24,6 +24,11 @@ class Library final : public QObject {
 
   [[nodiscard]] const Settings& settings() const { return m_settings; }
 
+  // The documents have been read. Until then all is empty, and nothing of it is to be saved: it
+  // would take the place of what is on the disk.
+  [[nodiscard]] bool isLoaded() const { return m_isLoaded; }
+  void setLoaded();
+
   // Newest first.
   [[nodiscard]] const QList<ImportBatch>& recentImports() const { return m_recentImports; }
 
@@ -39,6 +44,7 @@ class Library final : public QObject {
   void globalVariablesChanged();
   void settingsChanged();
   void recentImportsChanged();
+  void isLoadedChanged();
 
  private:
   QList<Snippet> m_snippets;
@@ -46,6 +52,7 @@ class Library final : public QObject {
   QList<GlobalVariable> m_globalVariables;
   Settings m_settings;
   QList<ImportBatch> m_recentImports;
+  bool m_isLoaded = false;
 };
 
 }  // namespace zarvy

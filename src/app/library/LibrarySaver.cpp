@@ -40,11 +40,13 @@ LibrarySaver::~LibrarySaver() {
 }
 
 void LibrarySaver::scheduleSave() {
+  if (!m_library.isLoaded()) return;
   m_saveTask.cancel();
   m_saveTask = m_scheduler.postAfter(debounce, saving(snapshot(), writeSnippetsAndFolders));
 }
 
 void LibrarySaver::saveGlobalVariablesAndUpload() {
+  if (!m_library.isLoaded()) return;
   m_engine.setGlobalVariables(m_library.globalVariables());
   saving(snapshot(), writeGlobalVariables)();
 }

@@ -20,7 +20,8 @@ class LibrarySync;
 
 // Writes the library to its documents after a change, and uploads it behind that if sync is on.
 // What is written is what the library was when the save was asked for: a later change comes with a
-// save of its own. Several saves can be on their way at once. Main thread; all operations return at
+// save of its own. Several saves can be on their way at once. Nothing is saved before the library
+// has been loaded. Main thread; all operations return at
 // once, and nobody hears of failures.
 class LibrarySaver final : public QObject {
   Q_OBJECT

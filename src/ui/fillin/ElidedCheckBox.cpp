@@ -4,7 +4,7 @@
 #include <QStyle>
 #include <QStyleOptionButton>
 
-#include "ui/fillin/OneLine.h"
+#include "ui/style/OneLine.h"
 
 using namespace Qt::Literals::StringLiterals;
 

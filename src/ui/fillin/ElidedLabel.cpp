@@ -5,7 +5,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include "ui/fillin/OneLine.h"
+#include "ui/style/OneLine.h"
 
 namespace zarvy {
 

@@ -14,8 +14,8 @@
 #include "ui/fillin/MultiLineEditor.h"
 #include "ui/fillin/OptionPicker.h"
 #include "ui/fillin/RoundedBox.h"
-#include "ui/fillin/ToneKeeper.h"
 #include "ui/fillin/WrappedLabel.h"
+#include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -24,9 +24,9 @@
 #include "ui/fillin/PreviewView.h"
 #include "ui/fillin/ProminentButton.h"
 #include "ui/fillin/RoundedBox.h"
-#include "ui/fillin/ToneKeeper.h"
 #include "ui/fillin/TriggerBadge.h"
 #include "ui/style/FolderTint.h"
+#include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -8,7 +8,7 @@
 #include <QPainter>
 
 #include "core/model/Snippet.h"
-#include "ui/fillin/OneLine.h"
+#include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -4,8 +4,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include "ui/fillin/OneLine.h"
 #include "ui/quicksearch/QuickSearchModel.h"
+#include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {

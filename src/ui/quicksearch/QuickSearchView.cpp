@@ -11,10 +11,10 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "ui/fillin/ToneKeeper.h"
 #include "ui/quicksearch/Keycap.h"
 #include "ui/quicksearch/QuickSearchList.h"
 #include "ui/quicksearch/SymbolView.h"
+#include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -30,6 +30,18 @@ class LifeCycle : public BehaviourTest {
     EXPECT_THAT(again.process().outputLines(), testing::ElementsAre("Zarvy is running already."));
   }
 
+  // A window of that title comes, and sooner or later it is in the taskbar or not.
+  void expectInTaskbar(const std::string& title, bool expected) {
+    ASSERT_TRUE(waitForWindow(stage().connection(), title).has_value());
+    EXPECT_TRUE(waitUntil(
+        [&] {
+          const auto window = waitForWindow(stage().connection(), title);
+          return window && window->isInTaskbar == expected;
+        },
+        std::chrono::seconds(20)))
+        << title;
+  }
+
   void expectExpansion() {
     target().clear();
     person().type(u" ;ok"_s);
@@ -50,23 +62,20 @@ TEST_F(LifeCycle, showsItsWindowWhereItIsStartedAgain) {
 }
 
 TEST_F(LifeCycle, lendsItsWindowAPlaceInTheTaskbarWhereItHasNone) {
-  ProgramUnderTest hidden({.program = programPath(),
-                           .environment = stage().environment(),
-                           .homeFolder = stage().makeFolder("hidden")});
-  hidden.writeLibrary({{u";ok"_s, u"Ωk"_s}});
+  const std::string form = "Fill In - Snippet 1";
+  ProgramUnderTest& hidden = stage().makeProgram(programPath());
+  hidden.writeLibrary({{u";d"_s, u"Dear {{field:Name}}"_s}});
   hidden.writeDocument("settings.json",
                        R"({"hideDockIcon":true,"iCloudSyncEnabled":false,"launchAtLogin":false,)"
                        R"("soundEnabled":false})");
   hidden.start();
-  ProgramUnderTest again({.program = programPath(),
-                          .environment = stage().environment(),
-                          .homeFolder = hidden.homeFolder()});
-  again.launch();
-  const auto window = waitForWindow(stage().connection(), mainTitle);
-  ASSERT_TRUE(window.has_value());
-  EXPECT_TRUE(window->isInTaskbar);
-  EXPECT_TRUE(closeWindow(stage().connection(), *window));
-  EXPECT_EQ(hidden.terminate(), ExitStatus{});
+  stage().startTarget(TargetKind::qt6);
+  person().type(u";d"_s);
+  expectInTaskbar(form, false);
+  ASSERT_TRUE(closeWindow(stage().connection(), *waitForWindow(stage().connection(), form)));
+  startAgain();
+  expectInTaskbar(mainTitle, true);
+  ASSERT_TRUE(closeWindow(stage().connection(), *waitForWindow(stage().connection(), mainTitle)));
 }
 
 TEST_F(LifeCycle, isNotHeldUpByAStoppedInstance) {
@@ -85,6 +94,23 @@ TEST_F(LifeCycle, startsAgainAfterOneThatWasKilled) {
   EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value());
   ASSERT_TRUE(closeWindow(stage().connection(), *waitForWindow(stage().connection(), mainTitle)));
   expectExpansion();
+}
+
+TEST_F(LifeCycle, endsWhereTheSoundServerDoesNotAnswer) {
+  auto environment = stage().environment();
+  environment["LD_PRELOAD"] = ZARVY_E2E_SILENT_SOUND_SERVER;
+  ProgramUnderTest noisy({.program = programPath(),
+                          .environment = environment,
+                          .homeFolder = stage().makeFolder("noisy")});
+  noisy.writeLibrary({{u";ok"_s, u"Ωk"_s}});
+  noisy.writeDocument("settings.json",
+                      R"({"hideDockIcon":false,"iCloudSyncEnabled":false,"launchAtLogin":false,)"
+                      R"("soundEnabled":true})");
+  noisy.start();
+  stage().startTarget(TargetKind::qt6);
+  expectExpansion();
+  expectExpansion();
+  EXPECT_EQ(noisy.terminate(), ExitStatus{});
 }
 
 // As a machine does that is suspended and resumed.

@@ -17,6 +17,7 @@ class X11ActivationPolicy final : public ActivationPolicy {
 
   void setActivationPolicy(Kind kind) override;
   void windowOpened(quint64 nativeWindow) override;
+  void windowClosed(quint64 nativeWindow) override { m_windows.remove(nativeWindow); }
 
  private:
   void ask(quint64 nativeWindow) const;
@@ -24,7 +25,7 @@ class X11ActivationPolicy final : public ActivationPolicy {
   Connection& m_connection;
   const WindowProperties& m_properties;
   Kind m_kind = Kind::regular;
-  QSet<quint64> m_windows;  // some of them may have gone: nobody minds
+  QSet<quint64> m_windows;
 };
 
 }  // namespace zarvy::x11

@@ -1,4 +1,4 @@
-#include "ui/fillin/OneLine.h"
+#include "ui/style/OneLine.h"
 
 #include <algorithm>
 

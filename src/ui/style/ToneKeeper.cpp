@@ -1,4 +1,4 @@
-#include "ui/fillin/ToneKeeper.h"
+#include "ui/style/ToneKeeper.h"
 
 #include <QApplication>
 #include <QEvent>

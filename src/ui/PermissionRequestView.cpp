@@ -118,6 +118,7 @@ QWidget* PermissionRequestView::makeGranted() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, spacing);
   auto* const row = new QHBoxLayout;
+  row->setSpacing(innerSpacing / 2);
   QLabel* const headline = makeHeadline(u"Permission Granted"_s, 1, part);
   QPalette green = headline->palette();
   green.setColor(QPalette::WindowText, granted);

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <QFile>
+#include <QFileInfo>
 
 #include "platform/x11/connection/Connection.h"
 
@@ -17,11 +18,15 @@ namespace {
 // themselves.
 constexpr uint32_t sourcePager = 2;
 
+QString processFolder(qint64 processIdentifier) {
+  return u"/proc/%1"_s.arg(processIdentifier);
+}
+
 // The name by which people know the program: its window class, which toolkits derive from it, or
 // the name of its process.
 std::optional<QString> nameOf(qint64 processIdentifier, const std::optional<QString>& windowClass) {
   if (windowClass) return windowClass;
-  QFile file(u"/proc/%1/comm"_s.arg(processIdentifier));
+  QFile file(processFolder(processIdentifier) + u"/comm"_s);
   if (processIdentifier <= 0 || !file.open(QIODevice::ReadOnly)) return std::nullopt;
   const QString name = QString::fromUtf8(file.readAll()).trimmed();
   return name.isEmpty() ? std::nullopt : std::optional(name);
@@ -42,8 +47,21 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
 
 std::optional<RunningApplication> X11Workspace::runningApplication(qint64 processIdentifier) const {
   const xcb_window_t window = m_windows.windowOfProcess(processIdentifier);
-  if (window == XCB_WINDOW_NONE) return std::nullopt;
-  return applicationOf(window);
+  if (window != XCB_WINDOW_NONE) return applicationOf(window);
+  return applicationWithoutWindow(processIdentifier);
+}
+
+// Screen lockers, and prompts that keep the window manager out.
+std::optional<RunningApplication> X11Workspace::applicationWithoutWindow(
+    qint64 processIdentifier) const {
+  if (processIdentifier <= 0 || !QFileInfo::exists(processFolder(processIdentifier))) {
+    return std::nullopt;
+  }
+  RunningApplication application;
+  application.processIdentifier = processIdentifier;
+  if (processIdentifier == getpid()) application.bundleIdentifier = m_ownBundleIdentifier;
+  application.localizedName = nameOf(processIdentifier, std::nullopt);
+  return application;
 }
 
 RunningApplication X11Workspace::applicationOf(xcb_window_t window) const {

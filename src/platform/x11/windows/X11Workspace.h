@@ -7,7 +7,8 @@ namespace zarvy::x11 {
 
 class Connection;
 
-// Applications as the window manager knows them: _NET_ACTIVE_WINDOW, _NET_WM_PID, WM_CLASS.
+// Applications as the window manager knows them: _NET_ACTIVE_WINDOW, _NET_WM_PID, WM_CLASS. One
+// that has no window it knows is named after its process.
 class X11Workspace final : public Workspace {
  public:
   X11Workspace(Connection& connection, QString ownBundleIdentifier);
@@ -20,6 +21,8 @@ class X11Workspace final : public Workspace {
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override;
 
  private:
+  [[nodiscard]] std::optional<RunningApplication> applicationWithoutWindow(
+      qint64 processIdentifier) const;
   [[nodiscard]] RunningApplication applicationOf(xcb_window_t window) const;
 
   Connection& m_connection;

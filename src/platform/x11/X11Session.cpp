@@ -96,6 +96,7 @@ struct X11Session::Parts {
             .onChange = [this](const auto& change, auto client,
                                auto time) { grabs.handleRecorded(change, client, time); },
             .onClientGone = [this](auto client) { grabs.handleLostClient(client); }});
+    grabs.lookAgain();
   }
 
   // Answers to pings arrive at the root window of the application's screen.

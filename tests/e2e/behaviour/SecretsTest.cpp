@@ -70,15 +70,26 @@ QString latest(const ChildProcess& process, const std::string& name) {
   return text;
 }
 
-class Secrets : public BehaviourTest {
+// The applications are there first, and the program when a test starts it.
+class OlderSecrets : public BehaviourTest {
  protected:
   // As on a desktop where nothing else asks for accessibility.
   void SetUp() override {
     BehaviourTest::SetUp();
     m_accessibility.turnOff();
     ASSERT_FALSE(m_accessibility.isOn());
+  }
+
+  void startProgram() {
     stage().startProgram(programPath(), {{trigger, u"Okay"_s}});
     ASSERT_TRUE(waitUntil([this] { return m_accessibility.isOn(); }, deadline));
+  }
+
+  [[nodiscard]] ChildProcess& startPrompt(const std::vector<std::string>& arguments = {}) {
+    ChildProcess& prompt = startApplication(ZARVY_E2E_GRABBING_PROMPT, arguments);
+    const auto isTaken = [](const std::string& line) { return line == "taken"; };
+    EXPECT_TRUE(prompt.waitForLine(isTaken, deadline)) << "the prompt has not got the keyboard";
+    return prompt;
   }
 
   [[nodiscard]] ChildProcess& startApplication(const std::string& path,
@@ -138,6 +149,14 @@ class Secrets : public BehaviourTest {
   AccessibilitySwitch m_accessibility{m_sessionAddress};
   StatusNotifierHost m_tray{m_sessionAddress};
   std::optional<ChildProcess> m_application;
+};
+
+class Secrets : public OlderSecrets {
+ protected:
+  void SetUp() override {
+    OlderSecrets::SetUp();
+    startProgram();
+  }
 };
 
 TEST_F(Secrets, InAPasswordFieldOfQtAreNeitherExpandedNorKeptAnywhere) {
@@ -201,7 +220,7 @@ TEST_F(Secrets, InAPromptThatHasTheKeyboardForItselfAreNeitherExpandedNorKeptAny
   expectText(u"aOkay"_s);
   person().type(u" "_s);
   expectText(u"aOkay "_s);
-  ChildProcess& prompt = startApplication(ZARVY_E2E_GRABBING_PROMPT);
+  ChildProcess& prompt = startPrompt();
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
   const auto field = [&] { return latest(prompt, "prompt"); };
   person().type(password);
@@ -215,6 +234,41 @@ TEST_F(Secrets, InAPromptThatHasTheKeyboardForItselfAreNeitherExpandedNorKeptAny
   person().type(trigger);
   expectText(u"aOkay Okay"_s);
   expectExpansions(2);
+  expectPasswordNowhereInProgram();
+}
+
+TEST_F(Secrets, InAPromptThatTheWindowManagerDoesNotKnowAreNotKeptAndItIsNamed) {
+  stage().startTarget(TargetKind::qt6);
+  ChildProcess& prompt = startPrompt({"--unmanaged"});
+  // The system keeps the first fifteen characters of a process's name.
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabb"_s);
+  person().type(password);
+  expectField([&] { return latest(prompt, "prompt"); }, password);
+  expectPasswordNowhereInProgram();
+  person().tap(XKB_KEY_Return);
+  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
+  waitForToolTip(u"Zarvy"_s);
+  person().type(trigger);
+  expectText(u"Okay"_s);
+}
+
+TEST_F(OlderSecrets, InAPromptThatHadTheKeyboardBeforeTheProgramAreNeitherExpandedNorKept) {
+  stage().startTarget(TargetKind::qt6);
+  ChildProcess& prompt = startPrompt();
+  startProgram();
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
+  const auto field = [&] { return latest(prompt, "prompt"); };
+  person().type(password);
+  expectField(field, password);
+  expectPasswordNowhereInProgram();
+  person().type(trigger);
+  expectField(field, password + trigger);
+  person().tap(XKB_KEY_Return);
+  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
+  waitForToolTip(u"Zarvy"_s);
+  person().type(trigger);
+  expectText(u"Okay"_s);
+  expectExpansions(1);
   expectPasswordNowhereInProgram();
 }
 

@@ -255,7 +255,6 @@ TEST_F(Grabs, EndWithTheClient) {
     ASSERT_TRUE(grabKeyboard(second, focusOf(connection())));
     expectSecure(true);
   }
-  type(u"a"_s);  // the server tells no sooner
   expectSecure(false);
   EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
 }
@@ -277,6 +276,64 @@ TEST_F(Grabs, OfOtherDevicesAreNone) {
   expectTold(u"a"_s);
   EXPECT_FALSE(secureInput().isSecureEventInputEnabled());
   ungrabDevice(connection(), masterPointer);
+}
+
+// Those that somebody has when the adapters begin.
+class OlderGrabs : public Grabs {
+ protected:
+  OlderGrabs() { m_desk.closeSession(); }
+};
+
+TEST_F(OlderGrabs, AreNoticedAndEndWhenTheKeyboardIsGivenBack) {
+  {
+    const KeyboardGrab prompt(connection());
+    m_desk.openSession();
+    expectSecure(true);
+    EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
+    type(u"sEc"_s);
+  }
+  type(u"cd"_s);
+  expectTold(u"*cd"_s);
+  expectSecure(false);
+}
+
+TEST_F(OlderGrabs, ThroughXInputAreNoticedAndEndLikeOthers) {
+  ASSERT_TRUE(grabDevice(connection(), focusOf(connection()), masterKeyboard));
+  m_desk.openSession();
+  expectSecure(true);
+  type(u"s"_s);
+  ungrabDevice(connection(), masterKeyboard);
+  type(u"a"_s);
+  expectTold(u"*a"_s);
+  expectSecure(false);
+}
+
+TEST_F(OlderGrabs, EndWithTheClientThoughNothingIsTyped) {
+  {
+    const e2e::XConnection second(m_desk.server().display());
+    ASSERT_TRUE(grabKeyboard(second, focusOf(connection())));
+    m_desk.openSession();
+    expectSecure(true);
+  }
+  expectSecure(false);
+}
+
+TEST_F(OlderGrabs, OutlastWhoeverElseGivesBackWhatTheyDoNotHave) {
+  const KeyboardGrab prompt(connection());
+  m_desk.openSession();
+  expectSecure(true);
+  ungrabKeyboard(e2e::XConnection(m_desk.server().display()));
+  type(u"s"_s);
+  EXPECT_TRUE(secureInput().isSecureEventInputEnabled());
+  expectTold(u"*"_s);
+}
+
+TEST_F(OlderGrabs, AreNotMadeUp) {
+  m_desk.openSession();
+  type(u"a"_s);
+  expectTold(u"a"_s);
+  EXPECT_FALSE(secureInput().isSecureEventInputEnabled());
+  const KeyboardGrab prompt(connection());  // nobody is in the way of it
 }
 
 TEST(GrabsWithoutResourceExtension, AreNoticedAndNobodyIsNamed) {

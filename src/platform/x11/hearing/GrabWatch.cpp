@@ -15,6 +15,9 @@ namespace {
 // The focus may move on while it is being asked for; it does not do so for ever.
 constexpr int mostMoves = 5;
 
+// So may the keyboard change hands while the server answers.
+constexpr int mostQuestions = 5;
+
 // The server's times wrap around after 49 days.
 bool isAfter(xcb_timestamp_t left, xcb_timestamp_t right) {
   return static_cast<int32_t>(left - right) > 0;
@@ -22,7 +25,7 @@ bool isAfter(xcb_timestamp_t left, xcb_timestamp_t right) {
 
 }  // namespace
 
-GrabWatch::GrabWatch(Connection& connection) : m_connection(connection) {
+GrabWatch::GrabWatch(Connection& connection) : m_connection(connection), m_probe(connection) {
   followFocus();
 }
 
@@ -57,7 +60,7 @@ void GrabWatch::handleFocusChange(const xcb_input_enter_event_t& event, bool int
   if (isRoot(event.event)) return followFocus();
   switch (event.mode) {
     case XCB_INPUT_NOTIFY_MODE_GRAB:
-      if (!into) update([this] { m_isTold = true; });
+      if (!into) handleNews([this] { m_isTold = true; });
       break;
     case XCB_INPUT_NOTIFY_MODE_UNGRAB:
       if (into) endBefore(event.time);
@@ -76,26 +79,69 @@ void GrabWatch::handleFocusChange(const xcb_input_enter_event_t& event, bool int
 
 // The record may run ahead of the events and have told of a grab that comes after this end.
 void GrabWatch::endBefore(xcb_timestamp_t time) {
-  update([this, time] {
+  handleNews([this, time] {
     m_isTold = false;
     if (m_recorded && isAfter(time, m_recorded->time)) m_recorded.reset();
   });
+  lookAgainIfFound();
 }
 
 void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_timestamp_t time) {
-  update([&] {
+  handleNews([&] {
     if (change.kind == GrabChange::Kind::grab) {
       m_recorded = {.client = client, .protocol = change.protocol, .time = time};
+      m_isFound = false;
     } else if (m_recorded && m_recorded->client == client &&
                m_recorded->protocol == change.protocol) {
       m_recorded.reset();
     }
   });
+  if (change.kind == GrabChange::Kind::ungrab) lookAgainIfFound();
 }
 
 void GrabWatch::handleLostClient(uint32_t client) {
-  update([&] {
+  handleNews([&] {
     if (m_recorded && m_recorded->client == client) m_recorded.reset();
+  });
+  lookAgainIfFound();
+}
+
+void GrabWatch::lookAgain() {
+  for (int question = 0; question < mostQuestions; ++question) {
+    const std::uint64_t newsCount = m_newsCount;
+    const std::optional<bool> isGrabbed = m_probe.isGrabbedByAnother();
+    if (!isGrabbed || believe(*isGrabbed, newsCount)) return;
+  }
+}
+
+// False, and nothing changes, where there has been news since the question was put: which of them
+// is newer than the answer cannot be told.
+bool GrabWatch::believe(bool isGrabbed, std::uint64_t newsCount) {
+  bool isBelieved = false;
+  update([&] {
+    isBelieved = m_newsCount == newsCount;
+    if (!isBelieved) return;
+    m_isFound = isGrabbed && !m_isTold && !m_recorded;
+    if (isGrabbed) return;
+    m_isTold = false;
+    m_recorded.reset();
+  });
+  return isBelieved;
+}
+
+// Whoever has the keyboard is not known: somebody gave it back or has ended, and it may be them.
+void GrabWatch::lookAgainIfFound() {
+  const bool isFound = [this] {
+    const std::scoped_lock guard(m_lock);
+    return m_isFound;
+  }();
+  if (isFound) lookAgain();
+}
+
+void GrabWatch::handleNews(const std::function<void()>& change) {
+  update([&] {
+    ++m_newsCount;
+    change();
   });
 }
 
@@ -104,7 +150,7 @@ void GrabWatch::update(const std::function<void()>& change) {
   {
     const std::scoped_lock guard(m_lock);
     change();
-    const bool isGrabbed = m_isTold || m_recorded;
+    const bool isGrabbed = m_isTold || m_recorded || m_isFound;
     if (isGrabbed == m_since.has_value()) return;
     m_since = isGrabbed ? std::optional(std::chrono::steady_clock::now()) : std::nullopt;
     if (!isGrabbed) return;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -9,6 +10,7 @@
 
 #include <xcb/xcb.h>
 
+#include "platform/x11/hearing/GrabProbe.h"
 #include "platform/x11/hearing/GrabProtocol.h"
 
 struct xcb_input_enter_event_t;  // which events of focus are too
@@ -23,8 +25,8 @@ class Connection;
 //
 // The server tells of a grab as a change of focus away from the window that has it, so that one is
 // followed. What it does not tell in this way, a grab by that very window and who it is that grabs,
-// comes from the recorded requests, where the server records. A grab that is older than this object
-// goes unnoticed.
+// comes from the recorded requests, where the server records. A grab that is older than both is
+// found by asking.
 class GrabWatch {
  public:
   explicit GrabWatch(Connection& connection);
@@ -44,14 +46,19 @@ class GrabWatch {
   void handleRecorded(const GrabChange& change, uint32_t client, xcb_timestamp_t time);
   void handleLostClient(uint32_t client);
 
+  // Asks the server whether the keyboard is grabbed, and believes it: finds a grab that nothing has
+  // told of, and ends one whose end nothing has told. Waits for the answer. Any thread; to be
+  // called once the record runs, and now and then during a grab.
+  void lookAgain();
+
   // Any thread.
   [[nodiscard]] bool isGrabbed() const;
 
   // For how long by now; nothing where it is not grabbed. Any thread.
   [[nodiscard]] std::chrono::steady_clock::duration grabbedFor() const;
 
-  // The client that holds the keyboard, by the base of its resources; absent where nobody does or
-  // the server does not record. Any thread.
+  // The client that holds the keyboard, by the base of its resources; absent where nobody does,
+  // where the server does not record, and for a grab that is older than the record. Any thread.
   [[nodiscard]] std::optional<uint32_t> holder() const;
 
  private:
@@ -64,19 +71,26 @@ class GrabWatch {
 
   void handleFocusChange(const xcb_input_enter_event_t& event, bool into);
   void endBefore(xcb_timestamp_t time);
+  void lookAgainIfFound();
+  [[nodiscard]] bool believe(bool isGrabbed, std::uint64_t newsCount);
+  void handleNews(const std::function<void()>& change);
   void update(const std::function<void()>& change);
   void followFocus();
   [[nodiscard]] bool isRoot(xcb_window_t window) const;
   [[nodiscard]] xcb_window_t focusedWindow() const;
 
   Connection& m_connection;
+  const GrabProbe m_probe;
   std::function<void()> m_onGrab;
   std::function<void()> m_onFocusMoved;
   xcb_window_t m_window = XCB_WINDOW_NONE;  // the one that is listened to
 
+  std::atomic<std::uint64_t> m_newsCount = 0;  // of grabs and ends that were told
+
   mutable std::mutex m_lock;
   bool m_isTold = false;                   // there is one by a change of focus
   std::optional<RecordedGrab> m_recorded;  // there is one by a request
+  bool m_isFound = false;                  // there is one by asking, and nothing has told of it
   std::optional<Instant> m_since;          // present exactly while there is one
 };
 

@@ -32,6 +32,7 @@ std::optional<qint32> processOfClient(xcb_connection_t* xcb, uint32_t client) {
 }  // namespace
 
 bool X11SecureInput::isSecureEventInputEnabled() const {
+  if (m_grabs.isGrabbed()) m_grabs.lookAgain();
   return m_grabs.grabbedFor() >= aMoment && !m_ownWindowHasFocus();
 }
 

@@ -15,21 +15,21 @@ class GrabWatch;
 class X11SecureInput final : public SecureInput {
  public:
   // `ownWindowHasFocus` is asked on the main thread: a menu of this program grabs the keyboard too.
-  X11SecureInput(Connection& connection, const GrabWatch& grabs,
-                 std::function<bool()> ownWindowHasFocus)
+  X11SecureInput(Connection& connection, GrabWatch& grabs, std::function<bool()> ownWindowHasFocus)
       : m_connection(connection),
         m_grabs(grabs),
         m_ownWindowHasFocus(std::move(ownWindowHasFocus)) {}
 
+  // Asks the server whether it is still so where somebody holds the keyboard.
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
 
-  // Asks the server. Absent where that lacks RECORD or X-Resource, and for a client of another
-  // machine.
+  // Asks the server. Absent where that lacks RECORD or X-Resource, for a client of another machine,
+  // and for one that has held the keyboard since before this program began.
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
 
  private:
   Connection& m_connection;
-  const GrabWatch& m_grabs;
+  GrabWatch& m_grabs;
   const std::function<bool()> m_ownWindowHasFocus;
 };
 

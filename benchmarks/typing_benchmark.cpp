@@ -1,7 +1,7 @@
 // The whole program at work on a private desktop, typing into real applications: how fast, at what
 // cost, and how soon after the key that asks for it. Prints a line of JSON for each figure.
 //
-//   typing_benchmark [posting|reaction|start|rest]...   only these parts
+//   typing_benchmark [posting|reaction|windows|start|rest]...   only these parts
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,6 +16,7 @@
 #include "typing/PostingBenchmark.h"
 #include "typing/ReactionBenchmark.h"
 #include "typing/RestBenchmark.h"
+#include "typing/WindowBenchmark.h"
 
 namespace {
 
@@ -24,10 +25,8 @@ using Part = std::function<void(const std::string& program)>;
 const std::vector<std::pair<std::string, Part>>& parts() {
   using namespace zarvy::benchmarks;
   static const std::vector<std::pair<std::string, Part>> all = {
-      {"posting", &measurePosting},
-      {"reaction", &measureReaction},
-      {"start", &measureStart},
-      {"rest", &measureRest},
+      {"posting", &measurePosting}, {"reaction", &measureReaction}, {"windows", &measureWindows},
+      {"start", &measureStart},     {"rest", &measureRest},
   };
   return all;
 }

@@ -12,7 +12,6 @@ using e2e::owned;
 
 namespace {
 
-constexpr std::uint8_t eventTypeMask = 0x7F;  // the top bit says that a client sent the event
 constexpr auto patience = std::chrono::seconds(30);
 
 std::uint8_t keyFor(const e2e::XConnection& connection, xkb_keysym_t symbol) {
@@ -24,28 +23,18 @@ std::uint8_t keyFor(const e2e::XConnection& connection, xkb_keysym_t symbol) {
 }  // namespace
 
 KeyObserver::KeyObserver(const std::string& display)
-    : m_connection(display),
-      m_wakeUpWindow(xcb_generate_id(m_connection.get())),
-      m_inputOpcode(xcb_get_extension_data(m_connection.get(), &xcb_input_id)->major_opcode),
-      m_backspaceKey(keyFor(m_connection, XKB_KEY_BackSpace)) {
+    : m_reader(display),
+      m_inputOpcode(xcb_get_extension_data(connection().get(), &xcb_input_id)->major_opcode),
+      m_backspaceKey(keyFor(connection(), XKB_KEY_BackSpace)) {
   readModifierKeys();
-  xcb_create_window(m_connection.get(), XCB_COPY_FROM_PARENT, m_wakeUpWindow, m_connection.root(),
-                    0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
   selectKeys();
-  m_connection.synchronise();
-  m_reader = std::thread([this] { readEvents(); });
+  m_reader.start([this](const xcb_generic_event_t& event, auto arrival) {
+    if (typeOf(event) == XCB_GE_GENERIC) take(event, arrival);
+  });
 }
 
-// An event that the connection sends to itself ends the reader's wait.
 KeyObserver::~KeyObserver() {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = m_wakeUpWindow;
-  xcb_send_event(m_connection.get(), 0, m_wakeUpWindow, XCB_EVENT_MASK_NO_EVENT,
-                 reinterpret_cast<const char*>(&message));
-  xcb_flush(m_connection.get());
-  m_reader.join();
+  m_reader.stop();
 }
 
 void KeyObserver::forget() {
@@ -72,30 +61,20 @@ void KeyObserver::selectKeys() const {
     std::uint32_t mask;
   } selection{{.deviceid = XCB_INPUT_DEVICE_ALL_MASTER, .mask_len = 1},
               XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS};
-  xcb_input_xi_select_events(m_connection.get(), m_connection.root(), 1, &selection.head);
+  xcb_input_xi_select_events(connection().get(), connection().root(), 1, &selection.head);
 }
 
 void KeyObserver::readModifierKeys() {
   const auto mapping = owned(xcb_get_modifier_mapping_reply(
-      m_connection.get(), xcb_get_modifier_mapping(m_connection.get()), nullptr));
+      connection().get(), xcb_get_modifier_mapping(connection().get()), nullptr));
   if (!mapping) throw std::runtime_error("the server does not tell its modifier keys");
   const xcb_keycode_t* keys = xcb_get_modifier_mapping_keycodes(mapping.get());
   const int count = xcb_get_modifier_mapping_keycodes_length(mapping.get());
   for (int index = 0; index < count; ++index) m_isModifier.at(keys[index]) = true;
 }
 
-void KeyObserver::readEvents() {
-  for (;;) {
-    const auto event = owned(xcb_wait_for_event(m_connection.get()));
-    if (!event) return;  // the server has gone
-    const auto type = event->response_type & eventTypeMask;
-    if (type == XCB_CLIENT_MESSAGE) return;
-    if (type == XCB_GE_GENERIC) take(*event);
-  }
-}
-
-void KeyObserver::take(const xcb_generic_event_t& event) {
-  const auto arrival = std::chrono::steady_clock::now();
+void KeyObserver::take(const xcb_generic_event_t& event,
+                       std::chrono::steady_clock::time_point arrival) {
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
   if (generic.extension != m_inputOpcode || generic.event_type != XCB_INPUT_RAW_KEY_PRESS) return;
   const auto& press = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);

@@ -5,16 +5,15 @@
 #include <functional>
 #include <mutex>
 #include <string>
-#include <thread>
 
-#include "e2e/harness/XConnection.h"
+#include "typing/EventReader.h"
 #include "typing/KeyRecord.h"
 
 namespace zarvy::benchmarks {
 
-// Notes every key that goes down on the display, whoever pressed it, and when. A thread of its own
-// does nothing but read the events, so that none waits for anything else. The public functions
-// belong to one thread. Throws std::runtime_error where the display cannot be listened to.
+// Notes every key that goes down on the display, whoever pressed it, and when. The public
+// functions belong to one thread. Throws std::runtime_error where the display cannot be listened
+// to.
 class KeyObserver {
  public:
   explicit KeyObserver(const std::string& display);
@@ -36,11 +35,10 @@ class KeyObserver {
  private:
   void selectKeys() const;
   void readModifierKeys();
-  void readEvents();
-  void take(const xcb_generic_event_t& event);
+  void take(const xcb_generic_event_t& event, std::chrono::steady_clock::time_point arrival);
+  [[nodiscard]] const e2e::XConnection& connection() const { return m_reader.connection(); }
 
-  e2e::XConnection m_connection;
-  xcb_window_t m_wakeUpWindow;
+  EventReader m_reader;
   std::uint8_t m_inputOpcode;
   std::uint8_t m_backspaceKey;
   std::array<bool, 256> m_isModifier{};
@@ -48,7 +46,6 @@ class KeyObserver {
   std::condition_variable m_completed;
   const RecordTest* m_awaited = nullptr;  // under m_mutex
   KeyRecord m_record;                     // under m_mutex
-  std::thread m_reader;
 };
 
 }  // namespace zarvy::benchmarks

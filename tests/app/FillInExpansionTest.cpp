@@ -109,6 +109,14 @@ TEST_F(FillInExpansion, TakesTheFormOfASecondTriggerInPlaceOfTheFirst) {
   EXPECT_EQ(typed(), "form closes; " + typedDear);
 }
 
+TEST_F(FillInExpansion, OutlivesTheSnippetThatItIsFor) {
+  state().deleteSnippet(state().snippets().front().id);
+  EXPECT_TRUE(form().isOpen());
+  form().pressExpand({{u"Name"_s, u"Ada"_s}});
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(), "form closes; " + typedDear);
+}
+
 TEST_F(FillInExpansion, TypesAnswersGivenDuringAPauseButWithoutTheSound) {
   state().togglePause();
   (void)m_harness.takeJournal();

@@ -272,6 +272,21 @@ TEST_F(OlderSecrets, InAPromptThatHadTheKeyboardBeforeTheProgramAreNeitherExpand
   expectPasswordNowhereInProgram();
 }
 
+TEST_F(OlderSecrets, InAPasswordFieldOfGtkThatHadTheKeyboardBeforeTheProgramAreNotKept) {
+  ChildProcess& form =
+      startApplication("yad", {"--form", "--field=Secret:H", "--field=Plain", "--separator=|"});
+  AccessibleText text(stage().environment().at("AT_SPI_BUS_ADDRESS"));
+  ASSERT_TRUE(waitUntil([&] { return text.find(form.pid()); }, deadline));
+  startProgram();
+  waitForToolTip(u"Zarvy: blocked by Yad"_s);
+  person().type(password);
+  const auto length = [&] { return text.state(PositionUnit::codePoint).text.size(); };
+  EXPECT_TRUE(waitUntil([&] { return length() == password.size(); }, deadline));
+  expectPasswordNowhereInProgram();
+  person().tap(XKB_KEY_Tab);
+  waitForToolTip(u"Zarvy"_s);
+}
+
 TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
   ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
   const auto plain = [&] { return latest(form, "plain"); };

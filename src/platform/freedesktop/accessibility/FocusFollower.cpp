@@ -8,6 +8,7 @@
 #include <QDBusServiceWatcher>
 
 #include "platform/freedesktop/accessibility/FieldSecrecy.h"
+#include "platform/freedesktop/accessibility/FocusSearch.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -58,6 +59,7 @@ FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const O
   connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
   listen();
   askForEvents();
+  searchFocus();
 }
 
 FocusFollower::~FocusFollower() {
@@ -92,7 +94,14 @@ void FocusFollower::askForEvents() {
   }
 }
 
+void FocusFollower::searchFocus() {
+  m_search = std::make_unique<FocusSearch>(m_bus, [this](const FocusSearch::Place& place) {
+    enter({.peer = place.peer, .path = place.path});
+  });
+}
+
 void FocusFollower::handleFocus(const QDBusMessage& signal) {
+  m_search.reset();
   const Field field{.peer = signal.service(), .path = signal.path()};
   if (signal.arguments().value(1).toInt() != 0) {
     enter(field);
@@ -104,6 +113,7 @@ void FocusFollower::handleFocus(const QDBusMessage& signal) {
 // Some toolkits say no more than this when the user turns to another application. The field is
 // asked all the same: with two windows of one application the order of events is anybody's guess.
 void FocusFollower::handleDeactivatedWindow(const QDBusMessage& signal) {
+  m_search.reset();
   if (m_field && m_field->peer == signal.service()) lookAgain();
 }
 
@@ -142,6 +152,7 @@ void FocusFollower::leave() {
 }
 
 void FocusFollower::lookAgain() {
+  m_search.reset();
   if (!m_field || (m_isSettled && !m_secrecy.mustNotBeHeard())) return;
   // The time of a field that has been waited for in vain is not begun anew.
   if (m_secrecy.mustNotBeHeard()) m_patience.start();

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <QDBusConnection>
@@ -12,10 +13,11 @@
 namespace zarvy {
 
 class FieldSecrecy;
+class FocusSearch;
 
 // Follows the keyboard's focus from field to field, as applications tell it on one accessibility
-// bus, and asks each field for its role. Every question is asynchronous: an application that does
-// not answer keeps nobody waiting. One thread, which runs an event loop.
+// bus, and asks each field for its role; the first is looked for. Every question is asynchronous:
+// an application that does not answer keeps nobody waiting. One thread, which runs an event loop.
 class FocusFollower final : public QObject {
   Q_OBJECT
 
@@ -49,6 +51,7 @@ class FocusFollower final : public QObject {
   Q_SLOT void handleLostPeer(const QDBusMessage& signal);
   void listen();
   void askForEvents();
+  void searchFocus();
   void enter(const Field& field);
   void begin();
   void learnProcess(const Field& field, qint64 process);
@@ -67,6 +70,8 @@ class FocusFollower final : public QObject {
   FieldSecrecy& m_secrecy;
   const qint64 m_ownProcess;
   QTimer m_patience;
+  // Absent once anything is told of the focus, which is newer.
+  std::unique_ptr<FocusSearch> m_search;
   std::optional<Field> m_field;  // the one that has the keyboard, as far as is known
   // The one that had it before an application came whose process is not known yet.
   std::optional<Field> m_before;

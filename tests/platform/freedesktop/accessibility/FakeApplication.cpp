@@ -5,12 +5,20 @@
 
 #include <QDBusVariant>
 
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
+namespace {
+
+const QString window = u"/window"_s;
+
+}  // namespace
+
 FakeApplication::FakeApplication(const QString& accessibilityAddress)
-    : m_bus(accessibilityAddress) {
+    : m_bus(accessibilityAddress), m_name(m_bus.get().baseService()) {
   if (!m_bus.get().registerVirtualObject(u"/"_s, this, QDBusConnection::SubPath)) {
     throw std::runtime_error("the application has no objects");
   }
@@ -28,7 +36,7 @@ void FakeApplication::tellFocus(const QString& field, bool isFocused) {
 }
 
 void FakeApplication::tellDeactivatedWindow() {
-  tell(u"/window"_s, u"org.a11y.atspi.Event.Window"_s, u"Deactivate"_s,
+  tell(window, u"org.a11y.atspi.Event.Window"_s, u"Deactivate"_s,
        {QString(), 0, 0, QVariant::fromValue(QDBusVariant(0)), QVariantMap()});
 }
 
@@ -52,6 +60,7 @@ void FakeApplication::tell(const QString& path, const QString& interface, const 
 bool FakeApplication::handleMessage(const QDBusMessage& message,
                                     const QDBusConnection& connection) {
   ++m_questionCount;
+  if (message.member() == u"GetRole") m_rolesAsked.append(message.path());
   message.setDelayedReply(true);
   if (m_isHanging) {
     m_unanswered.append(message);
@@ -61,15 +70,34 @@ bool FakeApplication::handleMessage(const QDBusMessage& message,
   return true;
 }
 
+uint FakeApplication::statesOf(const QString& path) const {
+  constexpr uint active = 1U << 1U;
+  constexpr uint focused = 1U << 12U;
+  constexpr uint showing = 1U << 25U;
+  const bool isInFront = m_isActive && path == window;
+  return showing | (isInFront ? active : 0U) | (path == m_focused ? focused : 0U);
+}
+
+QStringList FakeApplication::childrenOf(const QString& path) const {
+  if (path == accessibleRoot) return {window};
+  return path == window ? m_roles.keys() : QStringList();
+}
+
 QDBusMessage FakeApplication::answerTo(const QDBusMessage& question) const {
   if (question.member() == u"GetRole") {
     const QVariant role = m_roles.value(question.path());
     if (role.isValid()) return question.createReply(role);
   }
   if (question.member() == u"GetState") {
-    const uint focusedState = 1U << 12U;
-    const QList<uint> states{question.path() == m_focused ? focusedState : 0U, 0U};
+    const QList<uint> states{statesOf(question.path()), 0U};
     return question.createReply(QVariant::fromValue(states));
+  }
+  if (question.member() == u"GetChildren") {
+    QList<AccessibleObject> children;
+    for (const QString& path : childrenOf(question.path())) {
+      children.append({.peer = m_name, .path = QDBusObjectPath(path)});
+    }
+    return question.createReply(answerOf(children));
   }
   return question.createErrorReply(QDBusError::UnknownMethod, u"no such method"_s);
 }

@@ -20,12 +20,21 @@ class FakeApplication final : public QDBusVirtualObject {
   // The field that has the keyboard, by what it answers when asked.
   void setFocused(const QString& field) { m_focused = field; }
 
+  // Whether its window is in front.
+  void setActive(bool isActive) { m_isActive = isActive; }
+
+  // What the registry gives others to find it by.
+  [[nodiscard]] const QString& name() const { return m_name; }
+
   // Whether it leaves questions unanswered until it is asked to answer them.
   void setHanging(bool isHanging) { m_isHanging = isHanging; }
   void answerAll();
 
   // Number of questions that have come.
   [[nodiscard]] int questionCount() const { return m_questionCount; }
+
+  // The fields that were asked for their roles, in order.
+  [[nodiscard]] const QStringList& rolesAsked() const { return m_rolesAsked; }
 
   // What it tells of its own accord.
   void tellFocus(const QString& field, bool isFocused);
@@ -41,13 +50,18 @@ class FakeApplication final : public QDBusVirtualObject {
   void tell(const QString& path, const QString& interface, const QString& name,
             const QVariantList& arguments);
   [[nodiscard]] QDBusMessage answerTo(const QDBusMessage& question) const;
+  [[nodiscard]] uint statesOf(const QString& path) const;
+  [[nodiscard]] QStringList childrenOf(const QString& path) const;
 
   QMap<QString, QVariant> m_roles;
   QString m_focused;
+  bool m_isActive = false;
   bool m_isHanging = false;
   int m_questionCount = 0;
+  QStringList m_rolesAsked;
   QList<QDBusMessage> m_unanswered;
   BusConnection m_bus;
+  const QString m_name;
 };
 
 }  // namespace zarvy

@@ -7,7 +7,8 @@
 
 namespace zarvy {
 
-// Stands on the accessibility bus for what tells applications which events somebody wants.
+// Stands on the accessibility bus for what tells applications which events somebody wants, and
+// which applications there are.
 class FakeRegistry final : public QDBusVirtualObject {
  public:
   explicit FakeRegistry(const QString& accessibilityAddress);
@@ -15,11 +16,15 @@ class FakeRegistry final : public QDBusVirtualObject {
   // In the order of the requests.
   [[nodiscard]] const QStringList& wantedEvents() const { return m_wantedEvents; }
 
+  // The applications of the desktop, by their names on the bus.
+  void setApplications(const QStringList& names) { m_applications = names; }
+
   [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
  private:
   QStringList m_wantedEvents;
+  QStringList m_applications;
   BusConnection m_bus;
 };
 

@@ -127,6 +127,53 @@ TEST_F(PasswordFieldsTest, AreSecretAsLongAsTheyHaveTheKeyboard) {
   expectOpen();
 }
 
+// The focus was there before anybody listened, and nothing is told of it.
+class OlderPasswordFieldsTest : public PasswordFieldsTest {
+ protected:
+  OlderPasswordFieldsTest() {
+    m_registry->setApplications({m_background.name(), m_app.name()});
+    m_background.setFocused(secretField);  // as its window has it when it is in front
+    m_app.setActive(true);
+  }
+
+  std::optional<FakeApplication> m_second;
+  FakeApplication& m_background = makeApplication(m_second);
+};
+
+TEST_F(OlderPasswordFieldsTest, AreFoundInTheWindowInFront) {
+  m_app.setFocused(secretField);
+  listen();
+  expectSecret();
+  EXPECT_TRUE(comesTrue([&] { return m_fields->ownerProcessIdentifier() == getpid(); }));
+  m_app.tellFocus(secretField, false);
+  expectOpen();
+}
+
+TEST_F(OlderPasswordFieldsTest, AreNotMadeUp) {
+  m_app.setFocused(plainField);
+  listen();
+  // Role and process are asked of the field that was found, the role last.
+  EXPECT_TRUE(comesTrue([&] { return m_app.rolesAsked() == QStringList{plainField}; }));
+  expectOpen();
+  EXPECT_EQ(m_background.rolesAsked(), QStringList());
+  EXPECT_EQ(m_secretCount, 0);
+}
+
+TEST_F(OlderPasswordFieldsTest, AreNotLookedForOnceTheFocusIsTold) {
+  m_app.setFocused(secretField);
+  m_app.setHanging(true);
+  listen();
+  EXPECT_TRUE(comesTrue([&] { return m_app.questionCount() == 1; }));
+  enter(m_background, plainField);
+  EXPECT_TRUE(comesTrue([&] { return m_background.rolesAsked() == QStringList{plainField}; }));
+  m_app.setHanging(false);
+  m_app.answerAll();
+  enter(m_background, plainField);
+  EXPECT_TRUE(comesTrue([&] { return m_background.rolesAsked().size() == 2; }));
+  expectOpen();
+  EXPECT_EQ(m_app.questionCount(), 1);
+}
+
 TEST_F(PasswordFieldsTest, TellTheProcessOfTheirApplication) {
   listen();
   enter(m_app, secretField);

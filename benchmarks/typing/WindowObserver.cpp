@@ -54,7 +54,7 @@ void WindowObserver::waitUntilGone() {
 void WindowObserver::take(const xcb_generic_event_t& event, TimePoint arrival) {
   switch (typeOf(event)) {
     case XCB_CREATE_NOTIFY:
-      return takeNew(reinterpret_cast<const xcb_create_notify_event_t&>(event));
+      return takeNew(reinterpret_cast<const xcb_create_notify_event_t&>(event).window);
     case XCB_MAP_NOTIFY: {
       const auto& map = reinterpret_cast<const xcb_map_notify_event_t&>(event);
       return takeChange(map.window, &NewWindow::isMapped, true, arrival);
@@ -74,14 +74,22 @@ void WindowObserver::take(const xcb_generic_event_t& event, TimePoint arrival) {
 }
 
 // The root window tells nothing more of a window that has got a frame around it, so that the window
-// is asked itself.
-void WindowObserver::takeNew(const xcb_create_notify_event_t& event) {
+// is asked itself; where that comes too late for an event, its state tells.
+void WindowObserver::takeNew(xcb_window_t window) {
   const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_FOCUS_CHANGE;
   xcb_connection_t* const connection = m_reader.connection().get();
-  xcb_change_window_attributes(connection, event.window, XCB_CW_EVENT_MASK, &events);
-  xcb_flush(connection);
+  xcb_change_window_attributes(connection, window, XCB_CW_EVENT_MASK, &events);
+  const auto attributesCookie = xcb_get_window_attributes(connection, window);
+  const auto focusCookie = xcb_get_input_focus(connection);
+  const auto attributes =
+      e2e::owned(xcb_get_window_attributes_reply(connection, attributesCookie, nullptr));
+  const auto focus = e2e::owned(xcb_get_input_focus_reply(connection, focusCookie, nullptr));
+  if (!attributes || !focus) return;  // it has gone already
+  const NewWindow state{.isMapped = attributes->map_state != XCB_MAP_STATE_UNMAPPED,
+                        .hasKeyboard = focus->focus == window};
   const std::lock_guard lock(m_mutex);
-  m_windows.insert({event.window, {}});
+  m_windows.insert({window, state});
+  judge(window, std::chrono::steady_clock::now());
 }
 
 void WindowObserver::takeChange(xcb_window_t window, bool NewWindow::*property, bool value,
@@ -90,7 +98,11 @@ void WindowObserver::takeChange(xcb_window_t window, bool NewWindow::*property, 
   const auto found = m_windows.find(window);
   if (found == m_windows.end()) return;
   found->second.*property = value;
-  const NewWindow& state = found->second;
+  judge(window, arrival);
+}
+
+void WindowObserver::judge(xcb_window_t window, TimePoint arrival) {
+  const NewWindow& state = m_windows.at(window);
   if (!m_appearance && state.isMapped && state.hasKeyboard) {
     m_appearance = Appearance{.window = window, .arrival = arrival};
   } else if (m_appearance && m_appearance->window == window && !state.isMapped) {

@@ -46,8 +46,11 @@ class WindowObserver {
   };
 
   void take(const xcb_generic_event_t& event, TimePoint arrival);
-  void takeNew(const xcb_create_notify_event_t& event);
+  void takeNew(xcb_window_t window);
   void takeChange(xcb_window_t window, bool NewWindow::*property, bool value, TimePoint arrival);
+
+  // The state of the window has become what it is; under m_mutex.
+  void judge(xcb_window_t window, TimePoint arrival);
 
   EventReader m_reader;
   std::mutex m_mutex;

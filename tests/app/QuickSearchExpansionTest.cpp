@@ -98,6 +98,31 @@ TEST_F(QuickSearchExpansion, AsksForFieldsAndTypesThemIntoTheSameApplication) {
             "sleep 1000; end");
 }
 
+// The user has turned to another application meanwhile, and calls quick search there.
+TEST_F(QuickSearchExpansion, LeavesAnOpenFormAloneUnlessThePickHasFieldsToo) {
+  const Snippet plain = m_harness.snippet(u";ty"_s, u"Thanks"_s);
+  const Snippet letter = m_harness.snippet(u";d"_s, u"Dear {{field:Name}}"_s);
+  m_harness.load({{plain, letter}, {}, {}, {}});
+  m_harness.type(u";d"_s);
+  m_harness.finish();
+  (void)m_harness.takeJournal();
+  pressHotKey();
+  panel().select(plain);
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(),
+            "panel of 2 snippets, 0 folders; panel hides; activate ; begin 'Thanks'; sleep 10000; "
+            "text 'Thanks'; sleep 1000; end");
+  EXPECT_TRUE(m_harness.fillInWindow.isOpen());
+  m_harness.finish();
+  (void)m_harness.takeJournal();
+  pressHotKey();
+  panel().select(letter);
+  m_harness.scheduler.runPending();
+  EXPECT_EQ(m_harness.takeJournal(),
+            "panel of 2 snippets, 0 folders; panel hides; activate ; form closes; form ;d gray");
+  EXPECT_EQ(state().pendingExpansion()->matchLength, 0);
+}
+
 TEST_F(QuickSearchExpansion, NeedsNoApplicationInFront) {
   startWith(u";ty"_s, u"Thanks"_s);
   m_harness.workspace.setFrontmost(std::nullopt);

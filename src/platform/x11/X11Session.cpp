@@ -61,8 +61,8 @@ struct X11Session::Parts {
         grabs(*connection),
         secureInput(*connection, grabs, options.ownWindowHasFocus),
         hearing(*connection, posts, *keyboards->heard,
-                [this, mustNotBeHeard = std::move(options.mustNotBeHeard)] {
-                  return grabs.isGrabbed() || mustNotBeHeard();
+                [this, mustNotBeHeard = std::move(options.mustNotBeHeard)](xcb_timestamp_t time) {
+                  return grabs.mayHide(time) || mustNotBeHeard();
                 }),
         sender(*connection, posts),
         windows(*connection),

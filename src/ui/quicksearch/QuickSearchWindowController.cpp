@@ -46,16 +46,16 @@ bool QuickSearchWindowController::isVisible() const {
 
 void QuickSearchWindowController::hide() {
   m_secondRequest.cancel();
-  m_absence.cancel();
   m_windowDelegate.reset();
   m_panel.reset();
+  m_hasHadKeyboard = false;
+  m_absence.cancel();  // last: the end of the panel may be a loss of activity
 }
 
 void QuickSearchWindowController::show(const QList<Snippet>& snippets, const QList<Folder>& folders,
                                        OnSelect onSelect) {
   hide();
   ++m_opening;
-  m_hasHadKeyboard = false;
   auto view = std::make_unique<QuickSearchView>(snippets, folders, wrapped(onSelect), onDismiss());
   QuickSearchView& shown = *view;
   m_panel.reset(
@@ -94,7 +94,7 @@ void QuickSearchWindowController::followKeyboard(const QWindow* window) {
 // Another application is in front until the panel gets the keyboard.
 void QuickSearchWindowController::followActivity(Qt::ApplicationState state) {
   m_absence.cancel();
-  if (state == Qt::ApplicationActive || !m_hasHadKeyboard) return;
+  if (state == Qt::ApplicationActive || !m_panel || !m_hasHadKeyboard) return;
   m_absence = m_services.scheduler.repeatEvery(absenceInterval, [this] { hideWhereUserHasLeft(); });
 }
 

@@ -178,5 +178,31 @@ TEST_P(QuickSearchUnder, leadsThroughTheFormToTheApplicationThatWasInFront) {
   expectText(u"xDear Ada!"_s);
 }
 
+// The panel has gone long ago when the program's last window loses the keyboard.
+TEST_F(QuickSearch, hasNoPartInTheFormThatTheUserLeavesForAWhile) {
+  startWithLibrary(TargetKind::qt6);
+  openPanel();
+  search(u";d"_s);
+  person().tap(XKB_KEY_Return);
+  const auto form = waitForWindow(stage().connection(), "Fill In - Snippet 3");
+  ASSERT_TRUE(form.has_value());
+  const auto hasForm = [&] { return activeWindow(stage().connection()) == form->id; };
+  ASSERT_TRUE(waitUntil(hasForm, deadline));
+  {
+    const auto other = stage().makeTarget(TargetKind::xterm);
+    other->start(person());
+    person().type(u"a while;ok"_s);
+    EXPECT_TRUE(settlesAt(*other, {.text = u"a whileΩk"_s, .caret = 9}));
+  }
+  ASSERT_TRUE(waitUntil(hasForm, deadline));
+  EXPECT_TRUE(program().process().isRunning());
+  AccessibleText field(stage().bus().accessibilityAddress());
+  ASSERT_TRUE(waitUntil([&] { return field.find(program().process().pid()); }, deadline));
+  person().type(u"Ada"_s);
+  ASSERT_TRUE(waitUntil([&] { return field.state(PositionUnit::utf16).text == u"Ada"; }, deadline));
+  person().tap(XKB_KEY_Return);
+  expectText(u"Dear Ada!"_s);
+}
+
 }  // namespace
 }  // namespace zarvy::e2e

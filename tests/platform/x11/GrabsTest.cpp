@@ -292,6 +292,7 @@ TEST_F(OlderGrabs, AreNoticedAndEndWhenTheKeyboardIsGivenBack) {
     EXPECT_EQ(secureInput().ownerProcessIdentifier(), std::nullopt);
     type(u"sEc"_s);
   }
+  expectSecure(false);
   type(u"cd"_s);
   expectTold(u"*cd"_s);
   expectSecure(false);
@@ -303,6 +304,7 @@ TEST_F(OlderGrabs, ThroughXInputAreNoticedAndEndLikeOthers) {
   expectSecure(true);
   type(u"s"_s);
   ungrabDevice(connection(), masterKeyboard);
+  expectSecure(false);
   type(u"a"_s);
   expectTold(u"*a"_s);
   expectSecure(false);

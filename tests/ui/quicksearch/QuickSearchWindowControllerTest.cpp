@@ -132,7 +132,7 @@ TEST_F(QuickSearchWindows, GoWithoutAWordWhenTheyAreClosed) {
 }
 
 TEST_F(QuickSearchWindows, HideWhenTheUserTurnsToAnotherApplication) {
-  for (const auto& other : {std::optional(RunningApplication{10, u"editor"_s, {}, 1}),
+  for (const auto& other : {std::optional(RunningApplication{10, u"editor"_s, {}, 4711}),
                             std::optional<RunningApplication>()}) {
     showAndWait(u"a"_s);
     m_scheduler.advance(1s);
@@ -166,7 +166,7 @@ TEST_F(QuickSearchWindows, StayInFrontWhileSomebodyHasTheKeyboardForHimself) {
   turnTo(Qt::ApplicationInactive);
   m_scheduler.advance(10s);
   ASSERT_TRUE(m_controller->isVisible());
-  m_workspace.setFrontmost(RunningApplication{10, u"editor"_s, {}, 1});
+  m_workspace.setFrontmost(RunningApplication{10, u"editor"_s, {}, 4711});
   m_scheduler.advance(100ms);
   EXPECT_FALSE(m_controller->isVisible());
 }
@@ -275,6 +275,18 @@ TEST_F(QuickSearchWindows, AskNoMoreOnceTheyAreHidden) {
   m_scheduler.advance(1s);
   EXPECT_EQ(m_journal.takeEntries(), QStringList());
   EXPECT_EQ(m_scheduler.pendingCount(), 0U);
+}
+
+// Another window of the program may be left later on.
+TEST_F(QuickSearchWindows, DoNotMindALossOfActivityOnceTheyAreHidden) {
+  showAndWait(u"a"_s);
+  m_controller->hide();
+  turnTo(Qt::ApplicationInactive);
+  m_scheduler.advance(1s);
+  EXPECT_EQ(m_scheduler.pendingCount(), 0U);
+  turnTo(Qt::ApplicationActive);
+  showAndWait(u"b"_s);
+  EXPECT_TRUE(m_controller->isVisible());
 }
 
 TEST_F(QuickSearchWindows, FloatInTheMiddleOfTheScreenWithoutAFrame) {

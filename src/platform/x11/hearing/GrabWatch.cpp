@@ -34,6 +34,11 @@ bool GrabWatch::isGrabbed() const {
   return m_since.has_value();
 }
 
+bool GrabWatch::mayHide(xcb_timestamp_t time) const {
+  const std::scoped_lock guard(m_lock);
+  return m_since || (m_lastUngrab && isAfter(*m_lastUngrab, time));
+}
+
 std::chrono::steady_clock::duration GrabWatch::grabbedFor() const {
   const std::scoped_lock guard(m_lock);
   if (!m_since) return {};
@@ -88,6 +93,7 @@ void GrabWatch::endBefore(xcb_timestamp_t time) {
 
 void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_timestamp_t time) {
   handleNews([&] {
+    if (change.kind == GrabChange::Kind::ungrab) m_lastUngrab = time;
     if (change.kind == GrabChange::Kind::grab) {
       m_recorded = {.client = client, .protocol = change.protocol, .time = time};
       m_isFound = false;

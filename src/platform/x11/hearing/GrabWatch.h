@@ -54,6 +54,10 @@ class GrabWatch {
   // Any thread.
   [[nodiscard]] bool isGrabbed() const;
 
+  // Whether a key that went down at `time`, by the server's clock, may have been meant for whoever
+  // has or had the keyboard: the record may tell of an end ahead of the keys before it. Any thread.
+  [[nodiscard]] bool mayHide(xcb_timestamp_t time) const;
+
   // For how long by now; nothing where it is not grabbed. Any thread.
   [[nodiscard]] std::chrono::steady_clock::duration grabbedFor() const;
 
@@ -88,10 +92,11 @@ class GrabWatch {
   std::atomic<std::uint64_t> m_newsCount = 0;  // of grabs and ends that were told
 
   mutable std::mutex m_lock;
-  bool m_isTold = false;                   // there is one by a change of focus
-  std::optional<RecordedGrab> m_recorded;  // there is one by a request
-  bool m_isFound = false;                  // there is one by asking, and nothing has told of it
-  std::optional<Instant> m_since;          // present exactly while there is one
+  bool m_isTold = false;                        // there is one by a change of focus
+  std::optional<RecordedGrab> m_recorded;       // there is one by a request
+  std::optional<xcb_timestamp_t> m_lastUngrab;  // the latest that was recorded
+  bool m_isFound = false;          // there is one by asking, and nothing has told of it
+  std::optional<Instant> m_since;  // present exactly while there is one
 };
 
 }  // namespace zarvy::x11

@@ -16,7 +16,7 @@
 namespace zarvy::x11 {
 
 KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
-                       std::function<bool()> mustNotBeHeard)
+                       std::function<bool(xcb_timestamp_t time)> mustNotBeHeard)
     : m_connection(connection),
       m_posts(posts),
       m_keymap(keymap),
@@ -85,7 +85,7 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
 // This program never holds a key long enough to make it repeat.
 void KeyHearing::handleKeyboardPress(const xcb_input_key_press_event_t& event) {
   if (!(event.flags & XCB_INPUT_KEY_EVENT_FLAGS_KEY_REPEAT)) return;
-  handleForeignPress(static_cast<uint8_t>(event.detail));
+  handleForeignPress(static_cast<uint8_t>(event.detail), event.time);
 }
 
 void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press) {
@@ -99,7 +99,7 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
     return;
   }
   if (press) {
-    handleForeignPress(keycode);
+    handleForeignPress(keycode, event.time);
   } else {
     m_onForeignRelease(keycode);
   }
@@ -107,10 +107,10 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
 
 // What must not be heard may begin on another thread while a key is being decoded: whoever begins
 // it has what was typed before forgotten, and a key that was told after that is forgotten here.
-void KeyHearing::handleForeignPress(uint8_t keycode) {
-  if (m_mustNotBeHeard()) return tellThatSomethingWasTyped();
+void KeyHearing::handleForeignPress(uint8_t keycode, xcb_timestamp_t time) {
+  if (m_mustNotBeHeard(time)) return tellThatSomethingWasTyped();
   m_onPress(m_decoder.decodePress(keycode));
-  if (m_mustNotBeHeard()) tellThatSomethingWasTyped();
+  if (m_mustNotBeHeard(time)) tellThatSomethingWasTyped();
 }
 
 // Not what it was: nobody here is to know it.

@@ -23,10 +23,11 @@ class KeyHearing {
  public:
   using PressHandler = std::function<void(const KeyEvent&)>;
 
-  // `keymap` is that of the union of all keyboards. `mustNotBeHeard` says whether the keys that go
-  // down now are nobody's business here; it is asked on the reader's thread for each of them.
+  // `keymap` is that of the union of all keyboards. `mustNotBeHeard` says whether a key that went
+  // down at that time of the server is nobody's business here; it is asked on the reader's thread
+  // for each of them.
   KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
-             std::function<bool()> mustNotBeHeard);
+             std::function<bool(xcb_timestamp_t time)> mustNotBeHeard);
 
   // From now on `handler` gets every key-down, this program's own ones with the marker's x. On the
   // reader's thread. Before the reader starts.
@@ -48,14 +49,14 @@ class KeyHearing {
   void selectAutorepeat();
   void handleKeyboardPress(const xcb_input_key_press_event_t& event);
   void handleRawKey(const xcb_input_raw_key_press_event_t& event, bool press);
-  void handleForeignPress(uint8_t keycode);
+  void handleForeignPress(uint8_t keycode, xcb_timestamp_t time);
   void tellThatSomethingWasTyped();
   void handleXkbEvent(const xcb_generic_event_t& event);
 
   Connection& m_connection;
   OwnPosts& m_posts;
   FollowedKeymap& m_keymap;
-  const std::function<bool()> m_mustNotBeHeard;
+  const std::function<bool(xcb_timestamp_t time)> m_mustNotBeHeard;
   KeyDecoder m_decoder;
   PressHandler m_onPress;
   std::function<void()> m_onStateChange;

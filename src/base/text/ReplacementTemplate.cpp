@@ -16,16 +16,17 @@ struct CloseExpression {
 
 }  // namespace
 
-std::optional<QString> expandTemplate(const QString& replacementTemplate, QStringView matched) {
+std::optional<QString> expandTemplate(const QString& replacementTemplate, QStringView matched,
+                                      const char* whole) {
   if (!replacementTemplate.contains(u'$') && !replacementTemplate.contains(u'\\')) {
     return replacementTemplate;
   }
   const qsizetype references = replacementTemplate.count(u'$');
   if (replacementTemplate.size() + references * matched.size() > longestResult) return std::nullopt;
-  // An expression that matches the whole of any text, once: ICU itself reads the template then.
+  // What matches all of the text, once, has ICU itself read the template.
   UErrorCode status = U_ZERO_ERROR;
   const std::unique_ptr<URegularExpression, CloseExpression> everything(
-      uregex_openC("\\A[\\s\\S]*", 0, nullptr, &status));
+      uregex_openC(whole, 0, nullptr, &status));
   uregex_setText(everything.get(), matched.isEmpty() ? u"" : matched.utf16(),
                  static_cast<int32_t>(matched.size()), &status);
   const QStringView source = replacementTemplate;

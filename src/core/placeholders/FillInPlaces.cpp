@@ -48,6 +48,22 @@ FillIns findTextInputs(QStringView text, const QString& opener) {
   });
 }
 
+// The text with each of its `fillIns` replaced by what `answerTo` gives for it.
+template <typename Answer>
+QString withEach(const QString& text, const FillIns& fillIns, Answer answerTo) {
+  const QStringView source = text;
+  QString result;
+  qsizetype end = 0;
+  for (const QStringView fillIn : fillIns) {
+    const qsizetype start = fillIn.utf16() - source.utf16();
+    result += source.sliced(end, start - end);
+    result += answerTo(fillIn);
+    end = start + fillIn.size();
+    if (result.size() > ExpansionLimit::longestText) return text;
+  }
+  return result += source.sliced(end);
+}
+
 }  // namespace
 
 FillIns findTextFieldsOf(QStringView text, const QString& name) {
@@ -75,17 +91,17 @@ FillIns findSectionsOf(QStringView text, const QString& name) {
 }
 
 QString withAnswer(const QString& text, const FillIns& fillIns, const QString& answer) {
-  const QStringView source = text;
-  QString result;
-  qsizetype end = 0;
-  for (const QStringView fillIn : fillIns) {
-    const qsizetype start = fillIn.utf16() - source.utf16();
-    result += source.sliced(end, start - end);
-    result += expandTemplate(answer, fillIn).value_or(answer);
-    end = start + fillIn.size();
-    if (result.size() > ExpansionLimit::longestText) return text;
-  }
-  return result += source.sliced(end);
+  return withEach(text, fillIns, [&answer](QStringView fillIn) {
+    return expandTemplate(answer, fillIn).value_or(answer);
+  });
+}
+
+// The content of each is what a template calls its first group.
+QString withSectionContent(const QString& text, const FillIns& sections, const QString& content) {
+  return withEach(text, sections, [&content](QStringView section) {
+    constexpr const char* whole = R"(\A\{\{\?:[^}]*\}\}([\s\S]*)\{\{/\?\}\}\z)";
+    return expandTemplate(content, section, whole).value_or(content);
+  });
 }
 
 }  // namespace zarvy

@@ -26,4 +26,9 @@ using FillIns = std::vector<QStringView>;
 [[nodiscard]] QString withAnswer(const QString& text, const FillIns& fillIns,
                                  const QString& answer);
 
+// The same for sections and what is to stand in the place of all of them: "$1" in it is what the
+// section itself holds.
+[[nodiscard]] QString withSectionContent(const QString& text, const FillIns& sections,
+                                         const QString& content);
+
 }  // namespace zarvy

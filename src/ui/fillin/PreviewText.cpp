@@ -43,7 +43,7 @@ QString withSection(const QString& text, const FillInField& field) {
   const qsizetype opener = QStringView(u"{{?:}}").size() + field.name.size();
   const qsizetype closer = QStringView(u"{{/?}}").size();
   const QString content = sections.front().sliced(opener).chopped(closer).toString();
-  return withAnswer(text, sections, field.isChecked ? content : QString());
+  return withSectionContent(text, sections, field.isChecked ? content : QString());
 }
 
 QString withField(const QString& text, const FillInField& field) {

@@ -13,6 +13,7 @@ QuickSearchList::QuickSearchList(QWidget* parent) : QListView(parent) {
   setUniformItemSizes(true);
   setVerticalScrollMode(ScrollPerPixel);
   setVerticalScrollBar(new SlimScrollBar(this));
+  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);  // rows keep their width as the list shrinks
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setAutoScroll(false);
   setFocusPolicy(Qt::NoFocus);

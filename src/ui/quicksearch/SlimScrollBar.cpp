@@ -25,6 +25,7 @@ QSize SlimScrollBar::sizeHint() const {
 
 // Where the style has the handle, the pointer finds it.
 void SlimScrollBar::paintEvent(QPaintEvent* /*event*/) {
+  if (minimum() == maximum()) return;
   QStyleOptionSlider option;
   initStyleOption(&option);
   const QRect handle =

@@ -43,5 +43,11 @@ TEST(ReplacementTemplate, RefusesAResultOfManyMillions) {
   EXPECT_EQ(expandTemplate(u"$0"_s.repeated(100), QString(1'000'000, u'x')), std::nullopt);
 }
 
+TEST(ReplacementTemplate, KnowsTheGroupsOfAnExpression) {
+  const char* const whole = "\\A<(.*)>";
+  EXPECT_EQ(expandTemplate(u"$1, $0, \\$1"_s, u"<a>", whole), u"a, <a>, $1"_s);
+  EXPECT_EQ(expandTemplate(u"$2"_s, u"<a>", whole), std::nullopt);
+}
+
 }  // namespace
 }  // namespace zarvy

@@ -164,8 +164,29 @@ class ReferencePreview {
                               [&](const Groups& groups) {
                                 if (!first) first = groups[1];
                                 const QString content = field.isChecked ? *first : QString();
-                                return expandTemplate(content, groups[0]).value_or(content);
+                                return byHand(content, groups).value_or(content);
                               });
+  }
+
+  // What a template gives, character by character: "$0" and "$1" are the groups, and a backslash
+  // makes the next character literal. Absent where it is none.
+  static std::optional<QString> byHand(const QString& content, const Groups& groups) {
+    QString result;
+    for (qsizetype position = 0; position < content.size(); ++position) {
+      const QChar character = content[position];
+      const bool isLast = position + 1 == content.size();
+      if (character == u'\\') {
+        if (!isLast) result += content[++position];
+      } else if (character == u'$') {
+        if (isLast) return std::nullopt;
+        const QChar group = content[++position];
+        if (group != u'0' && group != u'1') return std::nullopt;
+        result += groups[group == u'0' ? 0 : 1];
+      } else {
+        result += character;
+      }
+    }
+    return result;
   }
 
   static QString replaceEachForward(const QString& text, const QString& pattern,

@@ -131,6 +131,9 @@ TEST(Preview, ShowsASectionWithoutAnyMark) {
       {u"{{?:S}}{{/?}}"_s, {on}, {}},
       {u"{{?:S}}first{{/?}}, {{?:S}}second{{/?}}"_s, {on}, u"first, first|"_s},
       {u"{{?:S}}first{{/?}}, {{?:S}}second{{/?}}"_s, {off}, u", |"_s},
+      {u"{{?:S}}costs $1{{/?}}"_s, {on}, u"costs costs $1|"_s},
+      {u"{{?:S}}a$1{{/?}}, {{?:S}}b{{/?}}"_s, {on}, u"aa$1, ab|"_s},
+      {u"{{?:S}}\\$1 and $2{{/?}}"_s, {on}, u"\\$1 and $2|"_s},
       {u"{{?:S}}never closed"_s, {on}, u"{{?:S}}never closed|"_s},
       {u"{{?:S}}{{field:A}}{{/?}}"_s, {field(Kind::text, u"A"_s, u"x"_s), on}, u"<x>|"_s},
   });

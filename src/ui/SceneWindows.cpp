@@ -52,11 +52,10 @@ std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {
   }
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(found->title);
-  if (found->defaultSize.isNull()) {
-    if (id != scene::permissionRequest)
-      window->setFixedSize(window->sizeHint());  // which has its own
-  } else {
+  if (!found->defaultSize.isNull()) {
     window->resize(found->defaultSize);
+  } else if (id != scene::permissionRequest) {  // which keeps to its content itself
+    window->setFixedSize(window->sizeHint());
   }
   const QRect desk = QGuiApplication::primaryScreen()->availableGeometry();
   window->move(desk.center() - window->rect().center());

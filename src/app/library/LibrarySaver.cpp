@@ -33,22 +33,18 @@ LibrarySaver::LibrarySaver(const Library& library, LibrarySync& sync, TextExpans
       m_engine(engine),
       m_service(service),
       m_documents(documents),
-      m_scheduler(scheduler) {}
-
-LibrarySaver::~LibrarySaver() {
-  m_saveTask.cancel();
-}
+      m_scheduler(scheduler),
+      m_saveTask(documents, scheduler, debounce) {}
 
 void LibrarySaver::scheduleSave() {
   if (!m_library.isLoaded()) return;
-  m_saveTask.cancel();
-  m_saveTask = m_scheduler.postAfter(debounce, saving(snapshot(), writeSnippetsAndFolders));
+  m_saveTask.schedule(saving(snapshot(), writeSnippetsAndFolders));
 }
 
 void LibrarySaver::saveGlobalVariablesAndUpload() {
   if (!m_library.isLoaded()) return;
   m_engine.setGlobalVariables(m_library.globalVariables());
-  saving(snapshot(), writeGlobalVariables)();
+  m_documents.post(saving(snapshot(), writeGlobalVariables));
 }
 
 std::shared_ptr<const LibrarySaver::Snapshot> LibrarySaver::snapshot() const {
@@ -59,22 +55,20 @@ std::shared_ptr<const LibrarySaver::Snapshot> LibrarySaver::snapshot() const {
 }
 
 // One step after the other, each where it belongs: documents, shared file, documents, main thread.
-Scheduler::Task LibrarySaver::saving(std::shared_ptr<const Snapshot> snapshot, Write write) {
+DocumentQueue::Work LibrarySaver::saving(std::shared_ptr<const Snapshot> snapshot, Write write) {
   return [snapshot = std::move(snapshot), write, &service = m_service, &documents = m_documents,
-          announce = announcing()] {
-    documents.post([snapshot, write, &service, &documents, announce](const DataStore& store) {
-      write(store, snapshot->lists);
-      if (!snapshot->iCloudSyncEnabled) return;
-      const SyncMetadata next = service.nextMetadata(snapshot->metadata);
-      const SyncedLists& lists = snapshot->lists;
-      service.upload(lists.snippets, lists.folders, lists.globalVariables, next,
-                     [&documents, next, announce] {
-                       documents.post([next, announce](const DataStore& afterwards) {
-                         afterwards.saveSyncMetadata(next);
-                         announce(next);
-                       });
+          announce = announcing()](const DataStore& store) {
+    const SyncedLists& lists = snapshot->lists;
+    write(store, lists);
+    if (!snapshot->iCloudSyncEnabled) return;
+    const SyncMetadata next = service.nextMetadata(snapshot->metadata);
+    service.upload(lists.snippets, lists.folders, lists.globalVariables, next,
+                   [&documents, next, announce] {
+                     documents.post([next, announce](const DataStore& afterwards) {
+                       afterwards.saveSyncMetadata(next);
+                       announce(next);
                      });
-    });
+                   });
   };
 }
 

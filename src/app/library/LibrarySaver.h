@@ -9,6 +9,7 @@
 #include "base/Scheduler.h"
 #include "core/TextExpansionEngine.h"
 #include "core/model/SyncMetadata.h"
+#include "storage/DebouncedSave.h"
 #include "storage/DocumentQueue.h"
 #include "storage/sync/SyncedData.h"
 #include "storage/sync/iCloudSyncService.h"
@@ -31,11 +32,6 @@ class LibrarySaver final : public QObject {
   LibrarySaver(const Library& library, LibrarySync& sync, TextExpansionEngine& engine,
                const iCloudSyncService& service, DocumentQueue& documents, Scheduler& scheduler);
 
-  // Drops the save that waits.
-  ~LibrarySaver() override;
-  LibrarySaver(const LibrarySaver&) = delete;
-  LibrarySaver& operator=(const LibrarySaver&) = delete;
-
   // Saves snippets and folders 50 ms from now, in place of an earlier save that has not begun yet.
   void scheduleSave();
 
@@ -52,7 +48,7 @@ class LibrarySaver final : public QObject {
   using Write = void (*)(const DataStore& store, const SyncedLists& lists);
 
   [[nodiscard]] std::shared_ptr<const Snapshot> snapshot() const;
-  [[nodiscard]] Scheduler::Task saving(std::shared_ptr<const Snapshot> snapshot, Write write);
+  [[nodiscard]] DocumentQueue::Work saving(std::shared_ptr<const Snapshot> snapshot, Write write);
   [[nodiscard]] std::function<void(const SyncMetadata&)> announcing();
 
   const Library& m_library;
@@ -61,7 +57,7 @@ class LibrarySaver final : public QObject {
   const iCloudSyncService& m_service;
   DocumentQueue& m_documents;
   Scheduler& m_scheduler;
-  TaskHandle m_saveTask;
+  DebouncedSave m_saveTask;  // goes with this object, and the save that waits with it
 };
 
 }  // namespace zarvy

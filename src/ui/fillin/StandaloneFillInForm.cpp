@@ -6,7 +6,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
@@ -25,6 +24,7 @@
 #include "ui/fillin/ProminentButton.h"
 #include "ui/fillin/RoundedBox.h"
 #include "ui/fillin/TriggerBadge.h"
+#include "ui/style/Divider.h"
 #include "ui/style/FolderTint.h"
 #include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
@@ -47,20 +47,6 @@ constexpr int leastPreviewHeight = 100;
 constexpr int rowsShare = 3;  // of the height, to previewShare
 constexpr int previewShare = 2;
 constexpr auto focusDelay = 100ms;
-
-class Divider final : public QWidget {
- public:
-  explicit Divider(QWidget* parent) : QWidget(parent) {
-    setFixedHeight(1);
-    setAutoFillBackground(true);
-    setBackgroundRole(QPalette::Window);
-  }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter(this).fillRect(rect(), separatorColor(palette()));
-  }
-};
 
 // Its padding is the same at all sides.
 template <typename Layout>

@@ -7,13 +7,13 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "ui/quicksearch/Keycap.h"
 #include "ui/quicksearch/QuickSearchList.h"
 #include "ui/quicksearch/SymbolView.h"
+#include "ui/style/Divider.h"
 #include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
 
@@ -31,16 +31,6 @@ constexpr int nothingFoundExtent = 28;
 constexpr int footerPadding = 8;
 constexpr int hintSpacing = 4;
 constexpr int hintGap = 14;
-
-class Divider final : public QWidget {
- public:
-  explicit Divider(QWidget* parent) : QWidget(parent) { setFixedHeight(1); }
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter(this).fillRect(rect(), separatorColor(palette()));
-  }
-};
 
 struct Key {
   QString name;

@@ -18,7 +18,7 @@ class AccessibilityBus;
 // Takes a password field that has the keyboard for secure input, in whatever window it is. Its
 // application tells of it on the accessibility bus: GTK and Qt do so, browsers where accessibility
 // is turned on in them, terminals never. A field that has the focus already when this starts is
-// noticed when the focus comes to it again.
+// searched for once.
 //
 // The bus is listened to on a thread of this object's own, so that it is heard also while the main
 // thread is busy. Made, started, stopped and ended on the main thread.

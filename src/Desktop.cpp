@@ -3,6 +3,8 @@
 #include <utility>
 
 #include <QApplication>
+#include <QtGui/qguiapplication_platform.h>
+#include <xcb/xcb.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -14,6 +16,16 @@ QString displayHasGone() {
   return u"The X display has gone away."_s;
 }
 
+// Each connection to a display names its windows out of a range of numbers of its own.
+std::function<bool(quint32)> isMadeByToolkit() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (!x11) return [](quint32) { return false; };
+  const xcb_setup_t* setup = xcb_get_setup(x11->connection());
+  return [base = setup->resource_id_base, mask = setup->resource_id_mask](quint32 window) {
+    return (window & ~mask) == base;
+  };
+}
+
 }  // namespace
 
 Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
@@ -21,8 +33,8 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
       m_session(x11::X11Session::open(
           scheduler, output,
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
-           .ownWindowHasFocus =
-               [] { return QGuiApplication::focusWindow() || QApplication::activePopupWidget(); },
+           .isOwnWindow = isMadeByToolkit(),
+           .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
            .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
            .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
            .onConnectionLost =

@@ -1,5 +1,6 @@
 #include "platform/x11/X11Session.h"
 
+#include <atomic>
 #include <optional>
 #include <utility>
 
@@ -59,7 +60,10 @@ struct X11Session::Parts {
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
         grabs(*connection),
-        secureInput(*connection, grabs, options.ownWindowHasFocus),
+        secureInput(*connection, grabs,
+                    [this, ownMenuIsOpen = options.ownMenuIsOpen] {
+                      return ownWindowHasFocus || ownMenuIsOpen();
+                    }),
         hearing(*connection, posts, *keyboards->heard,
                 [this, mustNotBeHeard = std::move(options.mustNotBeHeard)](xcb_timestamp_t time) {
                   return grabs.mayHide(time) || mustNotBeHeard();
@@ -70,17 +74,21 @@ struct X11Session::Parts {
         modifiers(*connection, sender),
         typist(*connection, {.typed = *keyboards->typed, .heard = *keyboards->heard},
                keyboards->ownChanges, sender, modifiers, barrier, windows),
-        source(scheduler, std::move(options.ownWindowHasFocus)),
+        source(scheduler, std::move(options.ownMenuIsOpen)),
         poster(typist),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
         policy(*connection, windows),
         reader(*connection) {
-    grabs.onFocusMoved(std::move(options.onFocusMoved));
+    grabs.onFocusMoved([this, isOwnWindow = std::move(options.isOwnWindow),
+                        tell = std::move(options.onFocusMoved)](xcb_window_t window) {
+      ownWindowHasFocus = isOwnWindow(window);
+      tell();
+    });
   }
 
   void connectReader() {
-    grabs.onGrab([this] { source.deliver(forgettingKey()); });
-    hearing.onPress([this](const KeyEvent& event) { source.deliver(event); });
+    grabs.onGrab([this] { deliver(forgettingKey()); });
+    hearing.onPress([this](const KeyEvent& event) { deliver(event); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
     hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
     reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
@@ -88,6 +96,10 @@ struct X11Session::Parts {
     reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
+
+  // The toolkit is slow to believe that the focus has left it: the order of the display's own events
+  // says for whom a key was.
+  void deliver(const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); }
 
   void recordGrabs() {
     record.emplace(
@@ -112,6 +124,7 @@ struct X11Session::Parts {
   Connection* connection;
   OwnPosts posts;
   GrabWatch grabs;
+  std::atomic<bool> ownWindowHasFocus = false;  // at the event that the reader is at
   X11SecureInput secureInput;
   KeyHearing hearing;
   KeySender sender;
@@ -172,7 +185,7 @@ ActivationPolicy& X11Session::activationPolicy() {
   return m_parts->policy;
 }
 void X11Session::forgetWhatWasTyped() {
-  m_parts->source.deliver(forgettingKey());
+  m_parts->deliver(forgettingKey());
 }
 bool X11Session::hasCompositor() const {
   return m_parts->windows.hasCompositor();

@@ -25,7 +25,11 @@ class X11Session {
  public:
   struct Options {
     QString ownBundleIdentifier;
-    std::function<bool()> ownWindowHasFocus;  // asked on the main thread
+    // Whether that window of the display is the program's own. Asked on any thread.
+    std::function<bool(quint32 window)> isOwnWindow = [](quint32) { return false; };
+    // Whether a menu of the program's own has the keyboard, whatever window has the focus. Asked on
+    // the main thread.
+    std::function<bool()> ownMenuIsOpen = [] { return false; };
     // Whether keys that go down now are to stay unknown to everybody, for a reason that the display
     // does not know of. Asked for each key, on a thread of the session's own.
     std::function<bool()> mustNotBeHeard = [] { return false; };

@@ -137,7 +137,8 @@ TEST_F(QuickSearch, goesWhenTheUserTurnsToAnotherApplication) {
   const auto other = stage().makeTarget(TargetKind::xterm);
   other->start(person());
   person().type(u";ok"_s);
-  EXPECT_TRUE(settlesAt(*other, {.text = u"Ωk"_s, .caret = 2}));
+  const EditorState expected{.text = u"Ωk"_s, .caret = 2};
+  EXPECT_TRUE(settlesAt(*other, expected)) << complaintAbout(expected, other->state());
   EXPECT_EQ(target().state().text, u""_s);
 }
 

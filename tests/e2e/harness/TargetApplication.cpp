@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "e2e/harness/WaitUntil.h"
+#include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
 
@@ -17,8 +18,9 @@ constexpr auto emptyDeadline = std::chrono::seconds(20);
 
 void TargetApplication::start(Person& person) {
   const ProcessSpecification specification = program();
+  const xcb_window_t before = activeWindow(m_setting.connection);
   m_process.emplace(specification);
-  if (!waitUntil([this] { return isFocused(); }, startDeadline)) {
+  if (!waitUntil([&] { return isFocusedInsteadOf(before); }, startDeadline)) {
     throw std::runtime_error(specification.program + " did not come to the front");
   }
   connect();
@@ -49,10 +51,10 @@ void TargetApplication::close() {
   m_process.reset();
 }
 
-bool TargetApplication::isFocused() const {
+bool TargetApplication::isFocusedInsteadOf(xcb_window_t before) const {
   const XConnection& connection = m_setting.connection;
-  const auto active = connection.property(connection.root(), "_NET_ACTIVE_WINDOW");
-  if (active.empty() || active[0] == XCB_WINDOW_NONE) return false;
+  const xcb_window_t active = activeWindow(connection);
+  if (active == XCB_WINDOW_NONE || active == before) return false;
   const auto focus = owned(
       xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
   return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != connection.root();

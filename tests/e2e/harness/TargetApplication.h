@@ -53,7 +53,7 @@ class TargetApplication {
   [[nodiscard]] ChildProcess& process() { return *m_process; }
 
  private:
-  [[nodiscard]] bool isFocused() const;
+  [[nodiscard]] bool isFocusedInsteadOf(xcb_window_t before) const;
 
   TargetSetting m_setting;
   std::optional<ChildProcess> m_process;

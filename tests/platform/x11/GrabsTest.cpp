@@ -400,5 +400,19 @@ TEST_F(FocusMoves, AreToldFromWindowToWindowAndOutOfNowhere) {
   EXPECT_TRUE(hasMoved(3));
 }
 
+// As the events of the display have it, however late anybody else believes it.
+TEST_F(FocusMoves, DecideForWhomAKeyIs) {
+  BareWindow own(connection());
+  BareWindow other(connection());
+  m_desk.setOwnWindow(own.id());
+  own.focus();
+  ASSERT_TRUE(e2e::waitUntil([&] { return m_desk.focusMoves() == 1; }, 10s));
+  m_desk.person().type(u"ab"_s);
+  other.focus();
+  m_desk.person().type(u"cd"_s);
+  m_desk.letAdaptersCatchUp();
+  EXPECT_EQ(m_desk.heardText(0), u"cd"_s);
+}
+
 }  // namespace
 }  // namespace zarvy::x11

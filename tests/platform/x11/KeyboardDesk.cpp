@@ -47,7 +47,10 @@ void KeyboardDesk::openSession() {
   QString reason;
   m_session = X11Session::open(m_scheduler, m_output,
                                {.ownBundleIdentifier = u"zarvy-test"_s,
-                                .ownWindowHasFocus = [] { return false; },
+                                .isOwnWindow =
+                                    [this](quint32 window) {
+                                      return window != XCB_WINDOW_NONE && window == m_ownWindow;
+                                    },
                                 .mustNotBeHeard = [this] { return m_isSecret.load(); },
                                 .onFocusMoved = [this] { ++m_focusMoves; },
                                 .onConnectionLost = [this] { m_connectionLost = true; }},

@@ -69,6 +69,9 @@ class KeyboardDesk {
   // Whether the adapters are told that nobody must hear what is typed.
   void setSecret(bool isSecret) { m_isSecret = isSecret; }
 
+  // Makes a window one that the adapters take for the program's own.
+  void setOwnWindow(xcb_window_t window) { m_ownWindow = window; }
+
   // How often the adapters have told that the keyboard went to another window.
   [[nodiscard]] int focusMoves() const { return m_focusMoves; }
 
@@ -85,6 +88,7 @@ class KeyboardDesk {
   std::vector<KeyEvent> m_heard;
   bool m_connectionLost = false;
   std::atomic<bool> m_isSecret = false;
+  std::atomic<xcb_window_t> m_ownWindow = XCB_WINDOW_NONE;
   std::atomic<int> m_focusMoves = 0;
   TypingWitness m_witness;
   std::unique_ptr<X11Session> m_session;

@@ -13,7 +13,7 @@ class KeyEventSourceTest : public testing::Test {
   void press(quint16 keyCode) {
     KeyEvent event;
     event.keyCode = keyCode;
-    m_source.deliver(event);
+    m_source.deliver(event, m_ownWindowHasFocus);
   }
 
   [[nodiscard]] KeyEventSource::Handler writeDown() {
@@ -24,8 +24,9 @@ class KeyEventSourceTest : public testing::Test {
 
   ManualScheduler m_scheduler;
   bool m_ownWindowHasFocus = false;
+  bool m_ownMenuIsOpen = false;
   KeyCodes m_heard;
-  X11KeyEventSource m_source{m_scheduler, [this] { return m_ownWindowHasFocus; }};
+  X11KeyEventSource m_source{m_scheduler, [this] { return m_ownMenuIsOpen; }};
 };
 
 TEST_F(KeyEventSourceTest, TellsOnTheMainThreadInTheOrderOfThePresses) {
@@ -41,8 +42,18 @@ TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAWindowOfThisProgram) {
   ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
   m_ownWindowHasFocus = true;
   press(1);
-  m_scheduler.runPending();
   m_ownWindowHasFocus = false;
+  press(2);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{2});
+}
+
+TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAMenuOfThisProgram) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  press(1);
+  m_ownMenuIsOpen = true;
+  m_scheduler.runPending();
+  m_ownMenuIsOpen = false;
   press(2);
   m_scheduler.runPending();
   EXPECT_EQ(m_heard, KeyCodes{2});

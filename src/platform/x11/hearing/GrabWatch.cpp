@@ -169,7 +169,7 @@ void GrabWatch::followFocus() {
     const xcb_window_t window = focusedWindow();
     if (window == m_window) return;
     m_window = window;
-    if (m_onFocusMoved) m_onFocusMoved();
+    if (m_onFocusMoved) m_onFocusMoved(window);
     if (window == XCB_WINDOW_NONE) continue;
     selectInputEvents(m_connection, window, XCB_INPUT_DEVICE_ALL_MASTER,
                       XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT);

@@ -35,9 +35,11 @@ class GrabWatch {
   // news. Before the reader starts.
   void onGrab(std::function<void()> handler) { m_onGrab = std::move(handler); }
 
-  // Called on the reader's thread each time that the focus has gone to another window. Before the
-  // reader starts.
-  void onFocusMoved(std::function<void()> handler) { m_onFocusMoved = std::move(handler); }
+  // Called on the reader's thread each time that the focus has gone to another window; none where
+  // it is nowhere, or wherever the pointer is. Before the reader starts.
+  void onFocusMoved(std::function<void(xcb_window_t window)> handler) {
+    m_onFocusMoved = std::move(handler);
+  }
 
   // On the reader's thread.
   void handleEvent(const xcb_generic_event_t& event);
@@ -86,7 +88,7 @@ class GrabWatch {
   Connection& m_connection;
   const GrabProbe m_probe;
   std::function<void()> m_onGrab;
-  std::function<void()> m_onFocusMoved;
+  std::function<void(xcb_window_t)> m_onFocusMoved;
   xcb_window_t m_window = XCB_WINDOW_NONE;  // the one that is listened to
 
   std::atomic<std::uint64_t> m_newsCount = 0;  // of grabs and ends that were told

@@ -9,12 +9,12 @@ namespace zarvy::x11 {
 
 // Touched on the main thread only, but for the count.
 struct X11KeyEventSource::Monitors {
-  std::function<bool()> ownWindowHasFocus;
+  std::function<bool()> ownMenuIsOpen;
   std::map<Token, Monitor> monitors;
   std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
 
-  void report(const KeyEvent& event) const {
-    const bool isLocal = ownWindowHasFocus();
+  void report(const KeyEvent& event, bool ownWindowHasFocus) const {
+    const bool isLocal = ownWindowHasFocus || ownMenuIsOpen();
     const auto current = monitors;  // a handler may remove itself
     for (const auto& [token, monitor] : current) {
       if (monitor.isLocal == isLocal && monitors.contains(token)) monitor.handler(event);
@@ -22,9 +22,9 @@ struct X11KeyEventSource::Monitors {
   }
 };
 
-X11KeyEventSource::X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownWindowHasFocus)
+X11KeyEventSource::X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownMenuIsOpen)
     : m_scheduler(scheduler), m_monitors(std::make_shared<Monitors>()) {
-  m_monitors->ownWindowHasFocus = std::move(ownWindowHasFocus);
+  m_monitors->ownMenuIsOpen = std::move(ownMenuIsOpen);
 }
 
 X11KeyEventSource::~X11KeyEventSource() = default;
@@ -48,10 +48,10 @@ void X11KeyEventSource::removeMonitor(Token token) {
   m_monitors->isEmpty = m_monitors->monitors.empty();
 }
 
-void X11KeyEventSource::deliver(const KeyEvent& event) {
+void X11KeyEventSource::deliver(const KeyEvent& event, bool ownWindowHasFocus) {
   if (m_monitors->isEmpty) return;
-  m_scheduler.post([monitors = std::weak_ptr(m_monitors), event] {
-    if (const auto alive = monitors.lock()) alive->report(event);
+  m_scheduler.post([monitors = std::weak_ptr(m_monitors), event, ownWindowHasFocus] {
+    if (const auto alive = monitors.lock()) alive->report(event, ownWindowHasFocus);
   });
 }
 

@@ -15,17 +15,17 @@ namespace zarvy::x11 {
 // Brings the key-downs that KeyHearing decodes over to the main thread.
 class X11KeyEventSource final : public KeyEventSource {
  public:
-  // `ownWindowHasFocus` is asked on the main thread for each key: it is meant for this program
-  // then.
-  X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownWindowHasFocus);
+  // `ownMenuIsOpen` is asked on the main thread for each key: it is meant for this program then.
+  X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownMenuIsOpen);
   ~X11KeyEventSource() override;
 
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override;
   [[nodiscard]] std::optional<Token> addLocalMonitor(Handler handler) override;
   void removeMonitor(Token token) override;
 
-  // A key went down. On the reader's thread.
-  void deliver(const KeyEvent& event);
+  // A key went down, while a window of this program's own or another had the focus. On the reader's
+  // thread.
+  void deliver(const KeyEvent& event, bool ownWindowHasFocus);
 
  private:
   struct Monitor {

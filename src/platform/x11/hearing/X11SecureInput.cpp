@@ -33,7 +33,7 @@ std::optional<qint32> processOfClient(xcb_connection_t* xcb, uint32_t client) {
 
 bool X11SecureInput::isSecureEventInputEnabled() const {
   if (m_grabs.isGrabbed()) m_grabs.lookAgain();
-  return m_grabs.grabbedFor() >= aMoment && !m_ownWindowHasFocus();
+  return m_grabs.grabbedFor() >= aMoment && !m_isForThisProgram();
 }
 
 std::optional<qint32> X11SecureInput::ownerProcessIdentifier() const {

@@ -14,11 +14,12 @@ class GrabWatch;
 // the time of a key press.
 class X11SecureInput final : public SecureInput {
  public:
-  // `ownWindowHasFocus` is asked on the main thread: a menu of this program grabs the keyboard too.
-  X11SecureInput(Connection& connection, GrabWatch& grabs, std::function<bool()> ownWindowHasFocus)
+  // `isForThisProgram` says whether a window or a menu of its own has the keyboard: these grab it
+  // too. Asked on the main thread.
+  X11SecureInput(Connection& connection, GrabWatch& grabs, std::function<bool()> isForThisProgram)
       : m_connection(connection),
         m_grabs(grabs),
-        m_ownWindowHasFocus(std::move(ownWindowHasFocus)) {}
+        m_isForThisProgram(std::move(isForThisProgram)) {}
 
   // Asks the server whether it is still so where somebody holds the keyboard.
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
@@ -30,7 +31,7 @@ class X11SecureInput final : public SecureInput {
  private:
   Connection& m_connection;
   GrabWatch& m_grabs;
-  const std::function<bool()> m_ownWindowHasFocus;
+  const std::function<bool()> m_isForThisProgram;
 };
 
 }  // namespace zarvy::x11

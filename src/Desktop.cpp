@@ -16,9 +16,12 @@ QString displayHasGone() {
   return u"The X display has gone away."_s;
 }
 
-// Each connection to a display names its windows out of a range of numbers of its own.
+// Each connection to a display names its windows out of a range of numbers of its own. Without
+// windows on a display the toolkit still has the interface, and no connection behind it.
 std::function<bool(quint32)> isMadeByToolkit() {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  const auto* x11 = QGuiApplication::platformName() == u"xcb"
+                        ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>()
+                        : nullptr;
   if (!x11) return [](quint32) { return false; };
   const xcb_setup_t* setup = xcb_get_setup(x11->connection());
   return [base = setup->resource_id_base, mask = setup->resource_id_mask](quint32 window) {

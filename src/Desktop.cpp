@@ -4,7 +4,8 @@
 
 #include <QApplication>
 #include <QtGui/qguiapplication_platform.h>
-#include <xcb/xcb.h>
+
+#include "platform/x11/windows/WindowOwner.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,17 +17,12 @@ QString displayHasGone() {
   return u"The X display has gone away."_s;
 }
 
-// Each connection to a display names its windows out of a range of numbers of its own. Without
-// windows on a display the toolkit still has the interface, and no connection behind it.
-std::function<bool(quint32)> isMadeByToolkit() {
-  const auto* x11 = QGuiApplication::platformName() == u"xcb"
-                        ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>()
-                        : nullptr;
-  if (!x11) return [](quint32) { return false; };
-  const xcb_setup_t* setup = xcb_get_setup(x11->connection());
-  return [base = setup->resource_id_base, mask = setup->resource_id_mask](quint32 window) {
-    return (window & ~mask) == base;
-  };
+// The connection on which the toolkit makes the program's windows; null where it makes none on a
+// display.
+xcb_connection_t* toolkitConnection() {
+  if (QGuiApplication::platformName() != u"xcb") return nullptr;
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 ? x11->connection() : nullptr;
 }
 
 }  // namespace
@@ -36,7 +32,8 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
       m_session(x11::X11Session::open(
           scheduler, output,
           {.ownBundleIdentifier = QCoreApplication::applicationName(),
-           .isOwnWindow = isMadeByToolkit(),
+           .isOwnWindow = [toolkit = toolkitConnection()](
+                              quint32 window) { return toolkit && x11::isMadeOn(toolkit, window); },
            .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
            .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
            .onFocusMoved = [this] { m_passwordFields.lookAgain(); },

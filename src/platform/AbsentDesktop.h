@@ -41,7 +41,7 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] bool isActive(const RunningApplication& /*application*/) const override {
     return false;
   }
-  void activate(const RunningApplication& /*application*/) override {}
+  bool activate(const RunningApplication& /*application*/) override { return false; }
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override { return std::nullopt; }
 
   [[nodiscard]] bool isSecureEventInputEnabled() const override { return false; }

@@ -31,9 +31,11 @@ class FakeWorkspace final : public Workspace {
     return frontmostApplication() == application;
   }
 
-  void activate(const RunningApplication& application) override {
+  bool activate(const RunningApplication& application) override {
     m_journal.add(QStringLiteral("activate %1").arg(application.localizedName.value_or(QString())));
+    if (goneApplication() == application) return false;
     setFrontmost(application);
+    return true;
   }
 
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override {
@@ -46,15 +48,27 @@ class FakeWorkspace final : public Workspace {
     m_frontmost = std::move(application);
   }
 
+  // From now on that application runs no more.
+  void setGone(const RunningApplication& application) {
+    const std::scoped_lock guard(m_lock);
+    m_gone = application;
+  }
+
   void setOwnBundleIdentifier(std::optional<QString> identifier) {
     const std::scoped_lock guard(m_lock);
     m_own = std::move(identifier);
   }
 
  private:
+  [[nodiscard]] std::optional<RunningApplication> goneApplication() const {
+    const std::scoped_lock guard(m_lock);
+    return m_gone;
+  }
+
   Journal& m_journal;
   mutable std::mutex m_lock;
   std::optional<RunningApplication> m_frontmost;
+  std::optional<RunningApplication> m_gone;
   std::optional<QString> m_own = QStringLiteral("zarvy");
 };
 

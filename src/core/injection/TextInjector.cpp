@@ -49,21 +49,23 @@ void TextInjector::inject(const QString& text, qsizetype backspaceCount,
   m_workers.post([weak = weak_from_this(), target = *target, text, backspaceCount, cursorOffset] {
     auto self = weak.lock();
     if (!self) return;
-    self->bringToFront(target);
-    self->type(text, backspaceCount, cursorOffset);
+    const bool isThere = self->bringToFront(target);
+    if (isThere) self->type(text, backspaceCount, cursorOffset);
     // The last reference may be this one, and it is to go on the main thread.
     Scheduler& scheduler = self->m_scheduler;
-    scheduler.post([self = std::move(self)] {
+    scheduler.post([self = std::move(self), isThere] {
       const auto callback = self->onInjectionComplete;  // it may unset itself
-      if (callback) callback();
+      if (isThere && callback) callback();
     });
   });
 }
 
-void TextInjector::bringToFront(const RunningApplication& target) {
-  if (m_isCutShort || m_workspace.isActive(target)) return;
-  m_workspace.activate(target);
+// False where it has gone.
+bool TextInjector::bringToFront(const RunningApplication& target) {
+  if (m_isCutShort || m_workspace.isActive(target)) return true;
+  if (!m_workspace.activate(target)) return false;
   m_sleeper.sleepFor(injection::activationSettleTime);
+  return true;
 }
 
 void TextInjector::type(const QString& text, qsizetype backspaceCount,

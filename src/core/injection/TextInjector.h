@@ -39,7 +39,8 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   // Types `text` in place of the `backspaceCount` characters before the caret of `targetApp`, or of
   // the frontmost application if absent, and puts the caret `cursorOffset` characters before the
   // end of the text. Returns at once. Does nothing without a target, nor where the target is this
-  // program itself. A negative `backspaceCount` ends the process. Main thread.
+  // program itself or has gone: what is in front then is none of the user's choice. A negative
+  // `backspaceCount` ends the process. Main thread.
   void inject(const QString& text, qsizetype backspaceCount,
               const std::optional<RunningApplication>& targetApp,
               std::optional<qsizetype> cursorOffset);
@@ -52,7 +53,7 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   TextInjector(KeyEventPoster& poster, Workspace& workspace, Sleeper& sleeper, WorkerPool& workers,
                Scheduler& scheduler);
 
-  void bringToFront(const RunningApplication& target);
+  [[nodiscard]] bool bringToFront(const RunningApplication& target);
   void type(const QString& text, qsizetype backspaceCount, std::optional<qsizetype> cursorOffset);
   void run(const InjectionPlan& plan, TypingSession& session);
 

@@ -97,8 +97,8 @@ struct X11Session::Parts {
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
 
-  // The toolkit is slow to believe that the focus has left it: the order of the display's own events
-  // says for whom a key was.
+  // The toolkit is slow to believe that the focus has left it: the order of the display's own
+  // events says for whom a key was.
   void deliver(const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); }
 
   void recordGrabs() {

@@ -98,6 +98,13 @@ TEST_F(TextInjectorTest, ActivatesATargetThatIsNotInFrontAndLetsItSettle) {
             "text 'a'; sleep 1000; end; complete");
 }
 
+TEST_F(TextInjectorTest, SendsNothingToWhatIsInFrontInPlaceOfATargetThatHasGone) {
+  m_workspace.setGone(browser);
+  m_injector->inject(u"a"_s, 1, browser, 1);
+  finish();
+  EXPECT_EQ(takeJournal(), "activate Browser");
+}
+
 TEST_F(TextInjectorTest, AnActiveTargetCostsNoPause) {
   m_injector->inject(u"a"_s, 0, editor, {});
   finish();

@@ -171,19 +171,30 @@ TEST_F(FillInForm, isCancelledByTheButtonOfItsWindowToo) {
   expectText(u";d Ωk"_s);
 }
 
+// What comes to the front in place of the application is not written into.
 TEST_F(FillInForm, outlivesTheApplicationThatItIsFor) {
-  startWithLetter(TargetKind::qt6);
+  stage().startProgram(programPath(), {{u";d"_s, letter}});
+  const auto other = stage().makeTarget(TargetKind::xterm);
+  other->start(person());
+  const xcb_window_t otherWindow = activeWindow(stage().connection());
+  person().type(u"abc"_s);
+  EXPECT_TRUE(settlesAt(*other, {.text = u"abc"_s, .caret = 3}));
+  stage().startTarget(TargetKind::qt6);
   openForm();
   target().close();
   person().type(u"Ada"_s);
   expectField(u"Ada"_s);
   person().tap(XKB_KEY_Return);
   expectFormGone();
-  stage().startTarget(TargetKind::qt6);
-  person().type(u" ;ok"_s);
-  expectText(u" Ωk"_s);
+  expectTargetInFront(otherWindow);
+  // Another letter takes the same way, behind the first.
+  openForm();
+  person().type(u"Eve"_s);
+  expectField(u"Eve"_s);
+  person().tap(XKB_KEY_Return);
+  const EditorState expected{.text = u"abcDear Eve, greetings from Turin!"_s, .caret = 33};
+  EXPECT_TRUE(settlesAt(*other, expected)) << complaintAbout(expected, other->state());
   expectNothingHeld();
-  EXPECT_TRUE(program().process().isRunning());
 }
 
 TEST_F(FillInForm, goesWithTheProgram) {

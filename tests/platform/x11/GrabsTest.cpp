@@ -8,6 +8,7 @@
 
 #include "e2e/harness/WaitUntil.h"
 #include "platform/SecureInput.h"
+#include "platform/x11/BareWindow.h"
 #include "platform/x11/KeyboardDesk.h"
 #include "support/QtPrinters.h"
 
@@ -55,42 +56,6 @@ xcb_window_t focusOf(const e2e::XConnection& connection) {
       xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
   return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
 }
-
-// A window that no window manager has to do with.
-class BareWindow {
- public:
-  explicit BareWindow(const e2e::XConnection& connection)
-      : m_connection(connection), m_window(xcb_generate_id(connection.get())) {
-    const uint32_t overrideRedirect = 1;
-    xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 10,
-                      10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
-                      XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
-    xcb_map_window(connection.get(), m_window);
-    connection.synchronise();
-  }
-  ~BareWindow() {
-    xcb_destroy_window(m_connection.get(), m_window);
-    m_connection.synchronise();
-  }
-  BareWindow(const BareWindow&) = delete;
-  BareWindow& operator=(const BareWindow&) = delete;
-
-  [[nodiscard]] xcb_window_t id() const { return m_window; }
-
-  void unmap() {
-    xcb_unmap_window(m_connection.get(), m_window);
-    m_connection.synchronise();
-  }
-
-  void focus() {
-    xcb_set_input_focus(m_connection.get(), XCB_INPUT_FOCUS_PARENT, m_window, XCB_CURRENT_TIME);
-    m_connection.synchronise();
-  }
-
- private:
-  const e2e::XConnection& m_connection;
-  xcb_window_t m_window;
-};
 
 // Holds the keyboard, as a password prompt does.
 class KeyboardGrab {
@@ -379,39 +344,6 @@ TEST_F(Secrets, HaveWhatWasTypedForgottenOnRequest) {
   m_desk.session().forgetWhatWasTyped();
   type(u"c"_s);
   expectTold(u"ab*c"_s);
-}
-
-using FocusMoves = Grabs;
-
-TEST_F(FocusMoves, AreToldFromWindowToWindowAndOutOfNowhere) {
-  ASSERT_EQ(m_desk.focusMoves(), 0);
-  const auto hasMoved = [&](int times) {
-    return e2e::waitUntil([&] { return m_desk.focusMoves() == times; }, 10s);
-  };
-  BareWindow first(connection());
-  first.focus();
-  EXPECT_TRUE(hasMoved(1));
-  xcb_set_input_focus(connection().get(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE,
-                      XCB_CURRENT_TIME);
-  connection().synchronise();
-  EXPECT_TRUE(hasMoved(2));
-  BareWindow second(connection());
-  second.focus();
-  EXPECT_TRUE(hasMoved(3));
-}
-
-// As the events of the display have it, however late anybody else believes it.
-TEST_F(FocusMoves, DecideForWhomAKeyIs) {
-  BareWindow own(connection());
-  BareWindow other(connection());
-  m_desk.setOwnWindow(own.id());
-  own.focus();
-  ASSERT_TRUE(e2e::waitUntil([&] { return m_desk.focusMoves() == 1; }, 10s));
-  m_desk.person().type(u"ab"_s);
-  other.focus();
-  m_desk.person().type(u"cd"_s);
-  m_desk.letAdaptersCatchUp();
-  EXPECT_EQ(m_desk.heardText(0), u"cd"_s);
 }
 
 }  // namespace

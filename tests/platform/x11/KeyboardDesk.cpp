@@ -45,16 +45,15 @@ KeyboardDesk::~KeyboardDesk() = default;
 
 void KeyboardDesk::openSession() {
   QString reason;
-  m_session = X11Session::open(m_scheduler, m_output,
-                               {.ownBundleIdentifier = u"zarvy-test"_s,
-                                .isOwnWindow =
-                                    [this](quint32 window) {
-                                      return window != XCB_WINDOW_NONE && window == m_ownWindow;
-                                    },
-                                .mustNotBeHeard = [this] { return m_isSecret.load(); },
-                                .onFocusMoved = [this] { ++m_focusMoves; },
-                                .onConnectionLost = [this] { m_connectionLost = true; }},
-                               &reason);
+  m_session = X11Session::open(
+      m_scheduler, m_output,
+      {.ownBundleIdentifier = u"zarvy-test"_s,
+       .isOwnWindow =
+           [this](quint32 window) { return window != XCB_WINDOW_NONE && window == m_ownWindow; },
+       .mustNotBeHeard = [this] { return m_isSecret.load(); },
+       .onFocusMoved = [this] { ++m_focusMoves; },
+       .onConnectionLost = [this] { m_connectionLost = true; }},
+      &reason);
   if (!m_session) throw std::runtime_error(reason.toStdString());
   const auto token = m_session->keyEventSource().addGlobalMonitor(
       [this](const KeyEvent& event) { m_heard.push_back(event); });

@@ -40,6 +40,16 @@ TEST(X11Workspace, NamesALivingProcessWithoutAManagedWindowAfterItself) {
   EXPECT_EQ(application->nativeWindow, 0U);
 }
 
+TEST(X11Workspace, ActivatesNoApplicationThatHasGone) {
+  KeyboardDesk desk({.layouts = "us"});
+  Workspace& workspace = desk.session().workspace();
+  auto application = workspace.frontmostApplication();
+  ASSERT_TRUE(application);
+  EXPECT_TRUE(workspace.activate(*application));
+  application->nativeWindow = xcb_generate_id(desk.connection().get());
+  EXPECT_FALSE(workspace.activate(*application));
+}
+
 TEST(X11Workspace, KnowsNoApplicationOfAProcessThatHasGone) {
   KeyboardDesk desk({.layouts = "us"});
   const pid_t child = fork();

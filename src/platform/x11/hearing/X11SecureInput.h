@@ -17,9 +17,7 @@ class X11SecureInput final : public SecureInput {
   // `isForThisProgram` says whether a window or a menu of its own has the keyboard: these grab it
   // too. Asked on the main thread.
   X11SecureInput(Connection& connection, GrabWatch& grabs, std::function<bool()> isForThisProgram)
-      : m_connection(connection),
-        m_grabs(grabs),
-        m_isForThisProgram(std::move(isForThisProgram)) {}
+      : m_connection(connection), m_grabs(grabs), m_isForThisProgram(std::move(isForThisProgram)) {}
 
   // Asks the server whether it is still so where somebody holds the keyboard.
   [[nodiscard]] bool isSecureEventInputEnabled() const override;

@@ -63,6 +63,13 @@ xcb_window_t WindowProperties::rootInFront() const {
   return pointer ? pointer->root : m_connection.root();
 }
 
+bool WindowProperties::exists(xcb_window_t window) const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_get_window_attributes_reply_t> attributes(
+      xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, window), nullptr));
+  return attributes != nullptr;
+}
+
 xcb_window_t WindowProperties::rootOf(xcb_window_t window) const {
   if (m_connection.roots().size() < 2) return m_connection.root();
   xcb_connection_t* xcb = m_connection.xcb();

@@ -20,6 +20,8 @@ class WindowProperties {
   // window that has the input focus. XCB_WINDOW_NONE where there is none.
   [[nodiscard]] xcb_window_t activeWindow() const;
 
+  [[nodiscard]] bool exists(xcb_window_t window) const;
+
   [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
   // The same for a process of this machine; 0 for another machine's, whose numbers are its own.
   [[nodiscard]] qint64 localProcess(xcb_window_t window) const;

@@ -88,18 +88,29 @@ bool X11Workspace::isActive(const RunningApplication& application) const {
          m_windows.processIdentifier(active) == application.processIdentifier;
 }
 
-void X11Workspace::activate(const RunningApplication& application) {
+// An application whose window has gone is still there with another one.
+xcb_window_t X11Workspace::livingWindow(const RunningApplication& application) const {
+  const auto window = static_cast<xcb_window_t>(application.nativeWindow);
+  if (m_windows.exists(window)) return window;
+  if (application.processIdentifier == 0) return XCB_WINDOW_NONE;
+  return m_windows.windowOfProcess(application.processIdentifier);
+}
+
+bool X11Workspace::activate(const RunningApplication& application) {
+  const xcb_window_t window = livingWindow(application);
+  if (window == XCB_WINDOW_NONE) return false;
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
-  message.window = static_cast<xcb_window_t>(application.nativeWindow);
+  message.window = window;
   message.type = m_connection.atoms().netActiveWindow;
   message.data.data32[0] = sourcePager;
   message.data.data32[1] = XCB_CURRENT_TIME;
-  xcb_send_event(m_connection.xcb(), 0, m_windows.rootOf(message.window),
+  xcb_send_event(m_connection.xcb(), 0, m_windows.rootOf(window),
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
   m_connection.flush();
+  return true;
 }
 
 std::optional<QString> X11Workspace::ownBundleIdentifier() const {

@@ -17,10 +17,11 @@ class X11Workspace final : public Workspace {
   [[nodiscard]] std::optional<RunningApplication> runningApplication(
       qint64 processIdentifier) const override;
   [[nodiscard]] bool isActive(const RunningApplication& application) const override;
-  void activate(const RunningApplication& application) override;
+  bool activate(const RunningApplication& application) override;
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override;
 
  private:
+  [[nodiscard]] xcb_window_t livingWindow(const RunningApplication& application) const;
   [[nodiscard]] std::optional<RunningApplication> applicationWithoutWindow(
       qint64 processIdentifier) const;
   [[nodiscard]] RunningApplication applicationOf(xcb_window_t window) const;

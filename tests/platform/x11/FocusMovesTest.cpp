@@ -1,0 +1,66 @@
+// What is told of the window that has the keyboard, and of keys by it, on a real X server.
+
+#include <gtest/gtest.h>
+
+#include "e2e/harness/WaitUntil.h"
+#include "platform/x11/BareWindow.h"
+#include "platform/x11/KeyboardDesk.h"
+#include "platform/x11/windows/WindowOwner.h"
+#include "support/QtPrinters.h"
+
+namespace zarvy::x11 {
+namespace {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+class FocusMoves : public testing::Test {
+ protected:
+  [[nodiscard]] bool hasMoved(int times) {
+    return e2e::waitUntil([&] { return m_desk.focusMoves() == times; }, 10s);
+  }
+
+  [[nodiscard]] const e2e::XConnection& connection() { return m_desk.connection(); }
+
+  KeyboardDesk m_desk{{.layouts = "us"}};
+};
+
+TEST_F(FocusMoves, AreToldFromWindowToWindowAndOutOfNowhere) {
+  ASSERT_EQ(m_desk.focusMoves(), 0);
+  BareWindow first(connection());
+  first.focus();
+  EXPECT_TRUE(hasMoved(1));
+  xcb_set_input_focus(connection().get(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_NONE,
+                      XCB_CURRENT_TIME);
+  connection().synchronise();
+  EXPECT_TRUE(hasMoved(2));
+  BareWindow second(connection());
+  second.focus();
+  EXPECT_TRUE(hasMoved(3));
+}
+
+TEST_F(FocusMoves, AreOfWindowsThatSayOnWhichConnectionTheyWereMade) {
+  const BareWindow window(connection());
+  const e2e::XConnection other(m_desk.server().display());
+  EXPECT_TRUE(isMadeOn(connection().get(), window.id()));
+  EXPECT_FALSE(isMadeOn(other.get(), window.id()));
+  EXPECT_FALSE(isMadeOn(connection().get(), connection().root()));
+  EXPECT_FALSE(isMadeOn(connection().get(), XCB_WINDOW_NONE));
+}
+
+// As the events of the display have it, however late anybody else believes it.
+TEST_F(FocusMoves, DecideForWhomAKeyIs) {
+  BareWindow own(connection());
+  BareWindow other(connection());
+  m_desk.setOwnWindow(own.id());
+  own.focus();
+  ASSERT_TRUE(hasMoved(1));
+  m_desk.person().type(u"ab"_s);
+  other.focus();
+  m_desk.person().type(u"cd"_s);
+  m_desk.letAdaptersCatchUp();
+  EXPECT_EQ(m_desk.heardText(0), u"cd"_s);
+}
+
+}  // namespace
+}  // namespace zarvy::x11

@@ -31,11 +31,11 @@
 #include "storage/FieldDefaultsStore.h"
 #include "storage/sync/iCloudSyncService.h"
 #include "ui/MenuBarView.h"
-#include "ui/OwnWindows.h"
 #include "ui/SceneWindows.h"
 #include "ui/TrayIcon.h"
 #include "ui/fillin/FillInWindowController.h"
 #include "ui/quicksearch/QuickSearchWindowController.h"
+#include "ui/window/OwnWindows.h"
 
 namespace zarvy {
 

@@ -7,10 +7,10 @@
 #include <QScreen>
 
 #include "app/AppState.h"
-#include "ui/BringForward.h"
 #include "ui/ComingWindow.h"
 #include "ui/PermissionRequestView.h"
 #include "ui/Scenes.h"
+#include "ui/window/BringForward.h"
 
 namespace zarvy {
 

@@ -1,12 +1,6 @@
 #include "ui/fillin/FillInPanel.h"
 
-#include <utility>
-
-#include <QCloseEvent>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -37,25 +31,8 @@ FillInPanel::FillInPanel(std::unique_ptr<QWidget> content, const QString& title)
   layout->addWidget(content.release());
 }
 
-void FillInPanel::setDelegate(std::weak_ptr<const WindowDelegate> delegate) {
-  m_delegate = std::move(delegate);
-}
-
-void FillInPanel::center() {
-  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  const QRect desk = screen->availableGeometry();
-  resize(size().boundedTo(desk.size()));
-  move(desk.center() - rect().center());
-}
-
-void FillInPanel::closeEvent(QCloseEvent* event) {
-  event->accept();
-  if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
-}
-
 void FillInPanel::mousePressEvent(QMouseEvent* event) {
-  QWidget::mousePressEvent(event);
+  Panel::mousePressEvent(event);
   if (event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
 }
 

@@ -4,18 +4,13 @@
 
 #include <QPointer>
 
-#include "ui/BringForward.h"
 #include "ui/fillin/FillInPanel.h"
 #include "ui/fillin/StandaloneFillInForm.h"
+#include "ui/window/BringForward.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
-
-void FillInWindowController::DeleteLater::operator()(FillInPanel* panel) const {
-  panel->hide();
-  panel->deleteLater();
-}
 
 FillInWindowController::FillInWindowController(const FillInServices& services)
     : m_services(services) {}
@@ -29,8 +24,7 @@ void FillInWindowController::show(const Snippet& snippet, FolderColor folderColo
   ++m_opening;
   auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
                                                      wrapped(onComplete), wrapped(onCancel));
-  m_window.reset(
-      std::make_unique<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title).release());
+  m_window = makePanel<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title);
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{onCloseOf(onCancel)});
   m_window->setDelegate(m_windowDelegate);
   m_window->center();

@@ -5,8 +5,8 @@
 #include <QObject>
 
 #include "app/expansion/FillInWindow.h"
-#include "ui/WindowDelegate.h"
 #include "ui/fillin/FillInServices.h"
+#include "ui/window/Panel.h"
 
 namespace zarvy {
 
@@ -31,11 +31,6 @@ class FillInWindowController final : public QObject, public FillInWindow {
   void close() override;
 
  private:
-  // Deletes a panel once the events under way are done with it.
-  struct DeleteLater {
-    void operator()(FillInPanel* panel) const;
-  };
-
   [[nodiscard]] OnComplete wrapped(const OnComplete& onComplete);
   [[nodiscard]] OnCancel wrapped(const OnCancel& onCancel);
   [[nodiscard]] OnCancel onCloseOf(const OnCancel& onCancel);
@@ -43,7 +38,7 @@ class FillInWindowController final : public QObject, public FillInWindow {
   void forget();
 
   const FillInServices m_services;
-  std::unique_ptr<FillInPanel, DeleteLater> m_window;
+  PanelPtr<FillInPanel> m_window;
   std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
   bool m_didComplete = false;                              // "Expand" was used
   quint64 m_opening = 0;                                   // counts the panels

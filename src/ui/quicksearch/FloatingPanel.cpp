@@ -1,15 +1,10 @@
 #include "ui/quicksearch/FloatingPanel.h"
 
 #include <cmath>
-#include <utility>
 
-#include <QCloseEvent>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -42,18 +37,6 @@ FloatingPanel::FloatingPanel(std::unique_ptr<QWidget> content, bool isTranslucen
   setFixedSize(panelSize);
 }
 
-void FloatingPanel::setDelegate(std::weak_ptr<const WindowDelegate> delegate) {
-  m_delegate = std::move(delegate);
-}
-
-void FloatingPanel::center() {
-  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  const QRect desk = screen->availableGeometry();
-  setFixedSize(panelSize.boundedTo(desk.size()));
-  move(desk.center() - rect().center());
-}
-
 QWidget* FloatingPanel::makeTopStrip() {
   auto* const strip = new QWidget(this);
   strip->setFixedHeight(stripHeight);
@@ -68,16 +51,11 @@ QWidget* FloatingPanel::makeTopStrip() {
 
 void FloatingPanel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::ActivationChange && isActiveWindow()) m_isBeingMoved = false;
-  QWidget::changeEvent(event);
-}
-
-void FloatingPanel::closeEvent(QCloseEvent* event) {
-  event->accept();
-  if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
+  Panel::changeEvent(event);
 }
 
 void FloatingPanel::mousePressEvent(QMouseEvent* event) {
-  QWidget::mousePressEvent(event);
+  Panel::mousePressEvent(event);
   if (event->button() == Qt::LeftButton) m_isBeingMoved = windowHandle()->startSystemMove();
 }
 

@@ -5,11 +5,13 @@
 
 #include <QGuiApplication>
 #include <QPointer>
+#include <QWindow>
 
 #include "base/Scheduler.h"
-#include "ui/BringForward.h"
+#include "platform/Workspace.h"
 #include "ui/quicksearch/FloatingPanel.h"
 #include "ui/quicksearch/QuickSearchView.h"
+#include "ui/window/BringForward.h"
 
 namespace zarvy {
 namespace {
@@ -22,11 +24,6 @@ constexpr std::chrono::milliseconds secondRequestDelay{50};
 constexpr std::chrono::milliseconds absenceInterval{100};
 
 }  // namespace
-
-void QuickSearchWindowController::DeleteLater::operator()(FloatingPanel* panel) const {
-  panel->hide();
-  panel->deleteLater();
-}
 
 QuickSearchWindowController::QuickSearchWindowController(QuickSearchServices services)
     : m_services(std::move(services)) {
@@ -58,8 +55,7 @@ void QuickSearchWindowController::show(const QList<Snippet>& snippets, const QLi
   ++m_opening;
   auto view = std::make_unique<QuickSearchView>(snippets, folders, wrapped(onSelect), onDismiss());
   QuickSearchView& shown = *view;
-  m_panel.reset(
-      std::make_unique<FloatingPanel>(std::move(view), m_services.hasCompositor()).release());
+  m_panel = makePanel<FloatingPanel>(std::move(view), m_services.hasCompositor());
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{[this] { hide(); }});
   m_panel->setDelegate(m_windowDelegate);
   m_panel->center();

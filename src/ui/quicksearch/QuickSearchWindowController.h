@@ -7,8 +7,8 @@
 
 #include "app/expansion/QuickSearchWindow.h"
 #include "base/TaskHandle.h"
-#include "ui/WindowDelegate.h"
 #include "ui/quicksearch/QuickSearchServices.h"
+#include "ui/window/Panel.h"
 
 class QWindow;
 
@@ -33,11 +33,6 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
             OnSelect onSelect) override;
 
  private:
-  // Deletes a panel once the events under way are done with it.
-  struct DeleteLater {
-    void operator()(FloatingPanel* panel) const;
-  };
-
   [[nodiscard]] OnSelect wrapped(const OnSelect& onSelect);
   [[nodiscard]] std::function<void()> onDismiss();
   void followKeyboard(const QWindow* window);
@@ -45,7 +40,7 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
   void hideWhereUserHasLeft();
 
   const QuickSearchServices m_services;
-  std::unique_ptr<FloatingPanel, DeleteLater> m_panel;
+  PanelPtr<FloatingPanel> m_panel;
   std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
   TaskHandle m_secondRequest;                              // for the keyboard
   TaskHandle m_absence;                                    // looks where the keyboard has gone

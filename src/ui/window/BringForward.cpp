@@ -1,7 +1,6 @@
-#pragma once
+#include "ui/window/BringForward.h"
 
 #include <memory>
-#include <utility>
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -12,19 +11,7 @@
 #include "platform/Workspace.h"
 
 namespace zarvy {
-
-// Takes `window`, a window of this program that is on the screen, to the front and gives it the
-// keyboard. Asks the desktop on the user's behalf, since a window manager may hold back what a
-// program asks for itself: the user has called for the window by a key that another application
-// got. Main thread.
-inline void bringForward(QWidget& window, Workspace& workspace) {
-  window.raise();
-  window.activateWindow();
-  RunningApplication own;
-  own.processIdentifier = QCoreApplication::applicationPid();
-  own.nativeWindow = window.winId();
-  workspace.activate(own);
-}
+namespace {
 
 // Calls bringForward() for a window as soon as it is really on the screen: before that no window
 // manager knows it, and a request for it would be lost. Belongs to the window.
@@ -49,9 +36,18 @@ class ForwardOnceExposed final : public QObject {
   Workspace& m_workspace;
 };
 
-// Shows `window`, which is hidden, in front of all others and with the keyboard. Main thread;
-// `workspace` outlives the window.
-inline void showInFront(QWidget& window, Workspace& workspace) {
+}  // namespace
+
+void bringForward(QWidget& window, Workspace& workspace) {
+  window.raise();
+  window.activateWindow();
+  RunningApplication own;
+  own.processIdentifier = QCoreApplication::applicationPid();
+  own.nativeWindow = window.winId();
+  workspace.activate(own);
+}
+
+void showInFront(QWidget& window, Workspace& workspace) {
   window.winId();  // makes the native window, whose events tell when it is on the screen
   auto forward = std::make_unique<ForwardOnceExposed>(window, workspace);
   window.windowHandle()->installEventFilter(forward.release());  // the window owns it

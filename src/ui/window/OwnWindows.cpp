@@ -1,4 +1,4 @@
-#include "ui/OwnWindows.h"
+#include "ui/window/OwnWindows.h"
 
 #include <utility>
 

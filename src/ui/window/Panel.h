@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include <QWidget>
+
+#include "ui/window/WindowDelegate.h"
+
+namespace zarvy {
+
+// A window that comes up where the user is, above all others, and goes when it has been answered.
+class Panel : public QWidget {
+  Q_OBJECT
+
+ public:
+  // Told of the closing; not kept alive.
+  void setDelegate(std::weak_ptr<const WindowDelegate> delegate);
+
+  // Moves to the middle of the screen that the pointer is on, and fits into it.
+  void center();
+
+  // Deletes a panel once the events under way are done with it.
+  struct DeleteLater {
+    void operator()(Panel* panel) const;
+  };
+
+ protected:
+  using QWidget::QWidget;
+
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  std::weak_ptr<const WindowDelegate> m_delegate;
+};
+
+// A panel that its owner drops whenever it likes.
+template <typename SomePanel>
+using PanelPtr = std::unique_ptr<SomePanel, Panel::DeleteLater>;
+
+// Takes the same as the panel's constructor.
+template <typename SomePanel, typename... Arguments>
+[[nodiscard]] PanelPtr<SomePanel> makePanel(Arguments&&... arguments) {
+  return PanelPtr<SomePanel>(
+      std::make_unique<SomePanel>(std::forward<Arguments>(arguments)...).release());
+}
+
+}  // namespace zarvy

@@ -8,6 +8,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
+#include "platform/freedesktop/accessibility/AsyncQuestion.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
@@ -119,14 +121,10 @@ void AccessibilityBus::dropBus() {
 }
 
 void AccessibilityBus::ask(const QDBusMessage& question, AnswerHandler handler) {
-  auto* watcher = new QDBusPendingCallWatcher(m_session->asyncCall(question), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, handler](QDBusPendingCallWatcher* call) {
-            call->deleteLater();
-            const QDBusMessage answer = call->reply();
-            const bool isAnswered = answer.type() == QDBusMessage::ReplyMessage;
-            if (isAnswered && m_session) (this->*handler)(answer);
-          });
+  askLater(*m_session, question, this, [this, handler](const QDBusMessage& answer) {
+    const bool isAnswered = answer.type() == QDBusMessage::ReplyMessage;
+    if (isAnswered && m_session) (this->*handler)(answer);
+  });
 }
 
 }  // namespace zarvy

@@ -4,7 +4,6 @@
 #include <optional>
 
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
 #include <QObject>
 
 #include "platform/freedesktop/accessibility/FocusFollower.h"

@@ -2,11 +2,10 @@
 
 #include <utility>
 
-#include <QDBusArgument>
 #include <QDBusPendingCall>
-#include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 
+#include "platform/freedesktop/accessibility/AsyncQuestion.h"
 #include "platform/freedesktop/accessibility/FieldSecrecy.h"
 #include "platform/freedesktop/accessibility/FocusSearch.h"
 
@@ -16,16 +15,8 @@ namespace zarvy {
 
 namespace {
 
-// Numbers of the accessibility protocol.
-constexpr uint passwordTextRole = 40;
-constexpr uint focusedState = 1U << 12U;  // in the first word of the states
+constexpr uint passwordTextRole = 40;  // a number of the accessibility protocol
 
-QString registryName() {
-  return u"org.a11y.atspi.Registry"_s;
-}
-QString accessibleInterface() {
-  return u"org.a11y.atspi.Accessible"_s;
-}
 QString objectEvents() {
   return u"org.a11y.atspi.Event.Object"_s;
 }
@@ -41,13 +32,6 @@ std::optional<uint> numberIn(const QDBusMessage& answer) {
   bool isNumber = false;
   const uint number = answer.arguments().value(0).toUInt(&isNumber);
   return isNumber ? std::optional(number) : std::nullopt;
-}
-
-bool saysFocused(const QDBusMessage& answer) {
-  const QVariant states = answer.arguments().value(0);
-  if (answer.type() != QDBusMessage::ReplyMessage || answer.signature() != u"au") return false;
-  const auto words = qdbus_cast<QList<uint>>(states);
-  return !words.isEmpty() && (words.constFirst() & focusedState) != 0;
 }
 
 }  // namespace
@@ -77,7 +61,7 @@ void FocusFollower::listen() {
   m_bus.connect(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
                 u"NameOwnerChanged"_s, {QString(), QString(), u""_s}, {}, this,
                 SLOT(handleLostPeer(QDBusMessage)));
-  auto* registry = new QDBusServiceWatcher(registryName(), m_bus,
+  auto* registry = new QDBusServiceWatcher(accessibilityRegistryName(), m_bus,
                                            QDBusServiceWatcher::WatchForRegistration, this);
   connect(registry, &QDBusServiceWatcher::serviceRegistered, this, &FocusFollower::askForEvents);
 }
@@ -87,22 +71,22 @@ void FocusFollower::askForEvents() {
   for (const QString& event :
        {u"object:state-changed:focused"_s, u"object:property-change:accessible-role"_s,
         u"window:activate"_s, u"window:deactivate"_s}) {
-    auto request = QDBusMessage::createMethodCall(registryName(), u"/org/a11y/atspi/registry"_s,
-                                                  registryName(), u"RegisterEvent"_s);
+    auto request =
+        QDBusMessage::createMethodCall(accessibilityRegistryName(), u"/org/a11y/atspi/registry"_s,
+                                       accessibilityRegistryName(), u"RegisterEvent"_s);
     request << event;
     m_bus.asyncCall(request);
   }
 }
 
 void FocusFollower::searchFocus() {
-  m_search = std::make_unique<FocusSearch>(m_bus, [this](const FocusSearch::Place& place) {
-    enter({.peer = place.peer, .path = place.path});
-  });
+  m_search =
+      std::make_unique<FocusSearch>(m_bus, [this](const AccessibleObject& field) { enter(field); });
 }
 
 void FocusFollower::handleFocus(const QDBusMessage& signal) {
   m_search.reset();
-  const Field field{.peer = signal.service(), .path = signal.path()};
+  const AccessibleObject field{.peer = signal.service(), .path = signal.path()};
   if (signal.arguments().value(1).toInt() != 0) {
     enter(field);
   } else if (field == m_field) {
@@ -119,7 +103,7 @@ void FocusFollower::handleDeactivatedWindow(const QDBusMessage& signal) {
 
 // A field that shows its password may begin to hide it under the caret.
 void FocusFollower::handleNewRole(const QDBusMessage& signal) {
-  const Field field{.peer = signal.service(), .path = signal.path()};
+  const AccessibleObject field{.peer = signal.service(), .path = signal.path()};
   if (field == m_field) enter(field);
 }
 
@@ -127,7 +111,7 @@ void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
   if (m_field && m_field->peer == signal.arguments().value(0).toString()) leave();
 }
 
-void FocusFollower::enter(const Field& field) {
+void FocusFollower::enter(const AccessibleObject& field) {
   if (field.peer == m_ownPeer) return;
   if (!m_field || m_field->peer != field.peer) {
     m_before = m_field;
@@ -163,15 +147,12 @@ void FocusFollower::lookAgain() {
 void FocusFollower::askForProcess() {
   auto question = questionToBus(u"GetConnectionUnixProcessID"_s);
   question << m_field->peer;
-  auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-  connect(watcher, &QDBusPendingCallWatcher::finished, this,
-          [this, field = *m_field](QDBusPendingCallWatcher* call) {
-            call->deleteLater();
-            learnProcess(field, numberIn(call->reply()).value_or(0));
-          });
+  askLater(m_bus, question, this, [this, field = *m_field](const QDBusMessage& answer) {
+    learnProcess(field, numberIn(answer).value_or(0));
+  });
 }
 
-void FocusFollower::learnProcess(const Field& field, qint64 process) {
+void FocusFollower::learnProcess(const AccessibleObject& field, qint64 process) {
   const bool isHere = m_field && m_field->peer == field.peer;
   if (process != m_ownProcess) {
     if (isHere) m_secrecy.setProcess(static_cast<qint32>(process));
@@ -187,13 +168,13 @@ void FocusFollower::learnProcess(const Field& field, qint64 process) {
 
 // An application that knows no role has no password fields either.
 void FocusFollower::askForRole() {
-  ask(questionToField(u"GetRole"_s),
+  ask(questionTo(*m_field, u"GetRole"_s),
       [this](const QDBusMessage& answer) { settle(numberIn(answer) == passwordTextRole); });
 }
 
 void FocusFollower::askForFocus() {
-  ask(questionToField(u"GetState"_s), [this](const QDBusMessage& answer) {
-    if (saysFocused(answer)) {
+  ask(questionTo(*m_field, u"GetState"_s), [this](const QDBusMessage& answer) {
+    if ((statesIn(answer) & accessiblestate::focused) != 0) {
       askForRole();
     } else {
       leave();
@@ -202,18 +183,10 @@ void FocusFollower::askForFocus() {
 }
 
 void FocusFollower::ask(const QDBusMessage& question, AnswerHandler handler) {
-  auto* watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(question), this);
-  connect(
-      watcher, &QDBusPendingCallWatcher::finished, this,
-      [this, number = ++m_question, handler = std::move(handler)](QDBusPendingCallWatcher* call) {
-        call->deleteLater();
-        if (number == m_question) handler(call->reply());
-      });
-}
-
-QDBusMessage FocusFollower::questionToField(const QString& member) const {
-  return QDBusMessage::createMethodCall(m_field->peer, m_field->path, accessibleInterface(),
-                                        member);
+  askLater(m_bus, question, this,
+           [this, number = ++m_question, handler = std::move(handler)](const QDBusMessage& answer) {
+             if (number == m_question) handler(answer);
+           });
 }
 
 void FocusFollower::settle(bool isSecret) {

@@ -10,6 +10,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
+
 namespace zarvy {
 
 class FieldSecrecy;
@@ -38,11 +40,6 @@ class FocusFollower final : public QObject {
   void lookAgain();
 
  private:
-  struct Field {
-    QString peer;  // the unique name of the application's connection
-    QString path;
-    bool operator==(const Field&) const = default;
-  };
   using AnswerHandler = std::function<void(const QDBusMessage& answer)>;
 
   Q_SLOT void handleFocus(const QDBusMessage& signal);
@@ -52,9 +49,9 @@ class FocusFollower final : public QObject {
   void listen();
   void askForEvents();
   void searchFocus();
-  void enter(const Field& field);
+  void enter(const AccessibleObject& field);
   void begin();
-  void learnProcess(const Field& field, qint64 process);
+  void learnProcess(const AccessibleObject& field, qint64 process);
   void leave();
   void askForProcess();
   void askForRole();
@@ -62,7 +59,6 @@ class FocusFollower final : public QObject {
   // `handler` is called with the answer, an error included, unless another question was asked by
   // then.
   void ask(const QDBusMessage& question, AnswerHandler handler);
-  [[nodiscard]] QDBusMessage questionToField(const QString& member) const;
   void settle(bool isSecret);
   void loseHope();
 
@@ -72,9 +68,9 @@ class FocusFollower final : public QObject {
   QTimer m_patience;
   // Absent once anything is told of the focus, which is newer.
   std::unique_ptr<FocusSearch> m_search;
-  std::optional<Field> m_field;  // the one that has the keyboard, as far as is known
+  std::optional<AccessibleObject> m_field;  // the one that has the keyboard, as far as is known
   // The one that had it before an application came whose process is not known yet.
-  std::optional<Field> m_before;
+  std::optional<AccessibleObject> m_before;
   QString m_ownPeer;        // once it is known
   bool m_isSettled = true;  // it has said what it is
   quint64 m_question = 0;   // number of the latest; answers to older ones are dropped

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QString>
 
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
+
 namespace zarvy {
 
 // Looks once for the field that has the keyboard by now: applications tell only of changes. Goes
@@ -17,26 +19,21 @@ class FocusSearch final : public QObject {
   Q_OBJECT
 
  public:
-  // An object on the accessibility bus.
-  struct Place {
-    QString peer;
-    QString path;
-  };
   // Called for each object that says it has the focus, an inner one after the one around it.
-  using FoundHandler = std::function<void(const Place& place)>;
+  using FoundHandler = std::function<void(const AccessibleObject& object)>;
 
   // `bus` is connected.
   FocusSearch(QDBusConnection bus, FoundHandler onFound);
 
  private:
-  using PlaceHandler = std::function<void(const Place& place)>;
+  using ObjectHandler = std::function<void(const AccessibleObject& object)>;
   using AnswerHandler = std::function<void(const QDBusMessage& answer)>;
 
-  void lookIntoWindow(const Place& window);
-  void lookInto(const Place& place);
-  void lookInto(const Place& place, quint64 states);
-  void forEachChild(const Place& place, const PlaceHandler& handler);
-  void ask(const Place& place, const QString& member, AnswerHandler handler);
+  void lookIntoWindow(const AccessibleObject& window);
+  void lookInto(const AccessibleObject& object);
+  void lookInto(const AccessibleObject& object, quint64 states);
+  void forEachChild(const AccessibleObject& object, const ObjectHandler& handler);
+  void ask(const AccessibleObject& object, const QString& member, AnswerHandler handler);
 
   QDBusConnection m_bus;
   const FoundHandler m_onFound;

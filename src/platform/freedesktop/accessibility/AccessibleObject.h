@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDBusMessage>
+#include <QList>
+#include <QString>
+
+namespace zarvy {
+
+// An object on the accessibility bus: an application, a window, a field.
+struct AccessibleObject {
+  QString peer;  // the unique name of the application's connection
+  QString path;
+
+  bool operator==(const AccessibleObject&) const = default;
+};
+
+// States of an object, as bits by the numbers of the accessibility protocol.
+namespace accessiblestate {
+
+constexpr quint64 active = 1ULL << 1U;
+constexpr quint64 focused = 1ULL << 12U;
+constexpr quint64 showing = 1ULL << 25U;
+constexpr quint64 managesDescendants = 1ULL << 31U;  // a table, with cells without number
+
+}  // namespace accessiblestate
+
+// The name under which all applications are registered on the bus.
+[[nodiscard]] QString accessibilityRegistryName();
+
+// The object that has all applications for its children.
+[[nodiscard]] AccessibleObject accessibleDesktop();
+
+// The call of a member of the interface that every object has.
+[[nodiscard]] QDBusMessage questionTo(const AccessibleObject& object, const QString& member);
+
+// What an answer to "GetState" says; none where it is an error or something else.
+[[nodiscard]] quint64 statesIn(const QDBusMessage& answer);
+
+// The same for "GetChildren".
+[[nodiscard]] QList<AccessibleObject> objectsIn(const QDBusMessage& answer);
+
+}  // namespace zarvy

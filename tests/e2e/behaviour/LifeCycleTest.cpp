@@ -65,9 +65,7 @@ TEST_F(LifeCycle, lendsItsWindowAPlaceInTheTaskbarWhereItHasNone) {
   const std::string form = "Fill In - Snippet 1";
   ProgramUnderTest& hidden = stage().makeProgram(programPath());
   hidden.writeLibrary({{u";d"_s, u"Dear {{field:Name}}"_s}});
-  hidden.writeDocument("settings.json",
-                       R"({"hideDockIcon":true,"iCloudSyncEnabled":false,"launchAtLogin":false,)"
-                       R"("soundEnabled":false})");
+  hidden.writeSettings({.hideDockIcon = true});
   hidden.start();
   stage().startTarget(TargetKind::qt6);
   person().type(u";d"_s);
@@ -103,9 +101,7 @@ TEST_F(LifeCycle, endsWhereTheSoundServerDoesNotAnswer) {
                           .environment = environment,
                           .homeFolder = stage().makeFolder("noisy")});
   noisy.writeLibrary({{u";ok"_s, u"Ωk"_s}});
-  noisy.writeDocument("settings.json",
-                      R"({"hideDockIcon":false,"iCloudSyncEnabled":false,"launchAtLogin":false,)"
-                      R"("soundEnabled":true})");
+  noisy.writeSettings({.soundEnabled = true});
   noisy.start();
   stage().startTarget(TargetKind::qt6);
   expectExpansion();

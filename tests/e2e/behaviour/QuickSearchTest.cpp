@@ -14,9 +14,7 @@ namespace {
 constexpr auto deadline = std::chrono::seconds(20);
 
 // Control, Alt and Space: window managers keep Alt and Space for a menu of their own.
-const std::string settings =
-    R"({"hideDockIcon":false,"iCloudSyncEnabled":false,"launchAtLogin":false,"soundEnabled":false,)"
-    R"("quickSearchKeyCode":49,"quickSearchModifiers":786432})";
+constexpr unsigned controlAndAlt = 786432;
 
 class QuickSearch : public BehaviourTest {
  protected:
@@ -26,7 +24,7 @@ class QuickSearch : public BehaviourTest {
     ProgramUnderTest& program = stage().makeProgram(programPath());
     program.writeLibrary(
         {{u";ok"_s, u"Ωk"_s}, {u";ty"_s, u"Thank you"_s}, {u";d"_s, u"Dear {{field:Name}}!"_s}});
-    program.writeDocument("settings.json", settings);
+    program.writeSettings({.quickSearchModifiers = controlAndAlt});
     program.start();
     stage().startTarget(kind);
     m_application = activeWindow(stage().connection());

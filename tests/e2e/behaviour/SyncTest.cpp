@@ -39,8 +39,7 @@ class Sync : public BehaviourTest {
     void writeLibrary(const QString& trigger, const QString& replacement) {
       m_program.writeLibrary({{trigger, replacement}});
       m_program.writeDocument("folders.json", "[]");
-      m_program.writeDocument("settings.json", R"({"hideDockIcon":false,"iCloudSyncEnabled":true,)"
-                                               R"("launchAtLogin":false,"soundEnabled":false})");
+      m_program.writeSettings({.iCloudSyncEnabled = true});
     }
 
     void writeMetadata(const std::string& metadata) {

@@ -38,9 +38,11 @@ std::string ProgramUnderTest::dataFolder() const {
 
 void ProgramUnderTest::writeLibrary(const std::vector<TestSnippet>& snippets) const {
   writeDocument("snippets.json", snippetDocument(snippets));
-  writeDocument("settings.json",
-                "{\n  \"hideDockIcon\" : false,\n  \"iCloudSyncEnabled\" : false,\n"
-                "  \"launchAtLogin\" : false,\n  \"soundEnabled\" : false\n}");
+  writeSettings({});
+}
+
+void ProgramUnderTest::writeSettings(const TestSettings& settings) const {
+  writeDocument("settings.json", settingsDocument(settings));
 }
 
 void ProgramUnderTest::writeDocument(const std::string& fileName,

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "e2e/harness/ChildProcess.h"
+#include "e2e/harness/TestSettings.h"
 #include "e2e/harness/TestSnippet.h"
 
 namespace zarvy::e2e {
@@ -25,6 +26,9 @@ class ProgramUnderTest {
 
   // Makes `snippets` the library that the next start finds.
   void writeLibrary(const std::vector<TestSnippet>& snippets) const;
+
+  // Replaces the settings that writeLibrary() leaves, which turn everything off.
+  void writeSettings(const TestSettings& settings) const;
 
   // A file of the program's data folder; document() is empty where there is none.
   void writeDocument(const std::string& fileName, const std::string& content) const;

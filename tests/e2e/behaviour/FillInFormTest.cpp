@@ -34,6 +34,12 @@ class FillInForm : public BehaviourTest {
     m_window = *window;
   }
 
+  // Types `text` into the field that has the focus.
+  void fillIn(const QString& text) {
+    person().type(text);
+    expectField(text);
+  }
+
   // The field that has the focus comes to hold `text`.
   void expectField(const QString& text) {
     EXPECT_TRUE(waitUntil(
@@ -54,6 +60,14 @@ class FillInForm : public BehaviourTest {
           return true;
         },
         std::chrono::seconds(20)));
+  }
+
+  // `application` comes to hold the letter behind `before`, with the caret in its place.
+  static void expectLetter(TargetApplication& application, const QString& before,
+                           const QString& name, const QString& city = u"Turin"_s) {
+    const QString text = before + u"Dear %1, greetings from %2!"_s.arg(name, city);
+    const EditorState expected{.text = text, .caret = text.size() - 1};
+    EXPECT_TRUE(settlesAt(application, expected)) << complaintAbout(expected, application.state());
   }
 
   // Somebody who goes on once the application has the keyboard again.
@@ -78,12 +92,9 @@ TEST_P(FillInFormAbove, hasItsTextTypedIntoTheApplicationThatWasInFront) {
   const xcb_window_t application = activeWindow(stage().connection());
   person().type(u"x "_s);
   openForm();
-  person().type(u"Ada"_s);
-  expectField(u"Ada"_s);
+  fillIn(u"Ada"_s);
   person().tap(XKB_KEY_Return);
-  const QString typed = u"x Dear Ada, greetings from Turin!"_s;
-  const EditorState expected{.text = typed, .caret = typed.size() - 1};
-  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+  expectLetter(target(), u"x "_s, u"Ada"_s);
   expectFormGone();
   expectTargetInFront(application);
   expectNothingHeld();
@@ -109,26 +120,21 @@ class FillInFormUnder : public FillInForm, public testing::WithParamInterface<Wi
 TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
   startWithLetter(TargetKind::qt6);
   openForm();
-  person().type(u"Ada"_s);
-  expectField(u"Ada"_s);
+  fillIn(u"Ada"_s);
   // Past the box of the first field to the second one, whose text is marked then.
   person().tap(XKB_KEY_Tab);
   person().tap(XKB_KEY_Tab);
   expectField(u"Turin"_s);
-  person().type(u"Rome"_s);
-  expectField(u"Rome"_s);
+  fillIn(u"Rome"_s);
   person().tap(XKB_KEY_Return);
-  const QString typed = u"Dear Ada, greetings from Rome!"_s;
-  const EditorState expected{.text = typed, .caret = typed.size() - 1};
-  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+  expectLetter(target(), u""_s, u"Ada"_s, u"Rome"_s);
 }
 
 TEST_P(FillInFormUnder, leavesTheTriggerWhereItIsWhenItIsCancelled) {
   startWithLetter(TargetKind::qt6);
   const xcb_window_t application = activeWindow(stage().connection());
   openForm();
-  person().type(u"Ada"_s);
-  expectField(u"Ada"_s);
+  fillIn(u"Ada"_s);
   person().tap(XKB_KEY_Escape);
   expectFormGone();
   expectTargetInFront(application);
@@ -141,20 +147,16 @@ TEST_P(FillInFormUnder, hasTheKeyboardAgainOnceTheUserHasTypedElsewhere) {
   startWithLetter(TargetKind::qt6);
   const xcb_window_t application = activeWindow(stage().connection());
   openForm();
-  person().type(u"Ada"_s);
-  expectField(u"Ada"_s);
+  fillIn(u"Ada"_s);
   person().tap(XKB_KEY_Escape);
   expectFormGone();
   expectTargetInFront(application);
   person().type(u" x "_s);
   expectText(u";d x "_s);
   openForm();
-  person().type(u"Bob"_s);
-  expectField(u"Bob"_s);
+  fillIn(u"Bob"_s);
   person().tap(XKB_KEY_Return);
-  const QString typed = u";d x Dear Bob, greetings from Turin!"_s;
-  const EditorState expected{.text = typed, .caret = typed.size() - 1};
-  EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+  expectLetter(target(), u";d x "_s, u"Bob"_s);
 }
 
 INSTANTIATE_TEST_SUITE_P(, FillInFormUnder,
@@ -182,18 +184,15 @@ TEST_F(FillInForm, outlivesTheApplicationThatItIsFor) {
   stage().startTarget(TargetKind::qt6);
   openForm();
   target().close();
-  person().type(u"Ada"_s);
-  expectField(u"Ada"_s);
+  fillIn(u"Ada"_s);
   person().tap(XKB_KEY_Return);
   expectFormGone();
   expectTargetInFront(otherWindow);
   // Another letter takes the same way, behind the first.
   openForm();
-  person().type(u"Eve"_s);
-  expectField(u"Eve"_s);
+  fillIn(u"Eve"_s);
   person().tap(XKB_KEY_Return);
-  const EditorState expected{.text = u"abcDear Eve, greetings from Turin!"_s, .caret = 33};
-  EXPECT_TRUE(settlesAt(*other, expected)) << complaintAbout(expected, other->state());
+  expectLetter(*other, u"abc"_s, u"Eve"_s);
   expectNothingHeld();
 }
 

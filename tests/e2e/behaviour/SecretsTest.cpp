@@ -135,6 +135,22 @@ class OlderSecrets : public BehaviourTest {
         << toolTip.toStdString();
   }
 
+  // The password and the trigger arrive in the prompt, and nowhere else.
+  void typeSecretsInto(ChildProcess& prompt) {
+    const auto field = [&] { return latest(prompt, "prompt"); };
+    person().type(password);
+    expectField(field, password);
+    expectPasswordNowhereInProgram();
+    person().type(trigger);
+    expectField(field, password + trigger);
+  }
+
+  void answer(ChildProcess& prompt) {
+    person().tap(XKB_KEY_Return);
+    EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
+    waitForToolTip(u"Zarvy"_s);
+  }
+
   [[nodiscard]] QList<QByteArray> formsInProgram(const QString& text) {
     return formsInMemory(program().process().pid(), text);
   }
@@ -222,15 +238,8 @@ TEST_F(Secrets, InAPromptThatHasTheKeyboardForItselfAreNeitherExpandedNorKeptAny
   expectText(u"aOkay "_s);
   ChildProcess& prompt = startPrompt();
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
-  const auto field = [&] { return latest(prompt, "prompt"); };
-  person().type(password);
-  expectField(field, password);
-  expectPasswordNowhereInProgram();
-  person().type(trigger);
-  expectField(field, password + trigger);
-  person().tap(XKB_KEY_Return);
-  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
-  waitForToolTip(u"Zarvy"_s);
+  typeSecretsInto(prompt);
+  answer(prompt);
   person().type(trigger);
   expectText(u"aOkay Okay"_s);
   expectExpansions(2);
@@ -242,12 +251,8 @@ TEST_F(Secrets, InAPromptThatTheWindowManagerDoesNotKnowAreNotKeptAndItIsNamed) 
   ChildProcess& prompt = startPrompt({"--unmanaged"});
   // The system keeps the first fifteen characters of a process's name.
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabb"_s);
-  person().type(password);
-  expectField([&] { return latest(prompt, "prompt"); }, password);
-  expectPasswordNowhereInProgram();
-  person().tap(XKB_KEY_Return);
-  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
-  waitForToolTip(u"Zarvy"_s);
+  typeSecretsInto(prompt);
+  answer(prompt);
   person().type(trigger);
   expectText(u"Okay"_s);
 }
@@ -257,15 +262,8 @@ TEST_F(OlderSecrets, InAPromptThatHadTheKeyboardBeforeTheProgramAreNeitherExpand
   ChildProcess& prompt = startPrompt();
   startProgram();
   waitForToolTip(u"Zarvy: blocked by zarvy_e2e_grabbing_prompt"_s);
-  const auto field = [&] { return latest(prompt, "prompt"); };
-  person().type(password);
-  expectField(field, password);
-  expectPasswordNowhereInProgram();
-  person().type(trigger);
-  expectField(field, password + trigger);
-  person().tap(XKB_KEY_Return);
-  EXPECT_EQ(prompt.waitForExit(deadline), ExitStatus{});
-  waitForToolTip(u"Zarvy"_s);
+  typeSecretsInto(prompt);
+  answer(prompt);
   person().type(trigger);
   expectText(u"Okay"_s);
   expectExpansions(1);

@@ -18,6 +18,7 @@
 #include "core/placeholders/DateFormatters.h"
 #include "storage/FieldDefaultsStore.h"
 #include "ui/fillin/FieldList.h"
+#include "ui/fillin/Pane.h"
 #include "ui/fillin/PaneSplitter.h"
 #include "ui/fillin/PreviewText.h"
 #include "ui/fillin/PreviewView.h"
@@ -70,7 +71,6 @@ StandaloneFillInForm::StandaloneFillInForm(Snippet snippet, FolderColor folderCo
       m_services(services),
       m_onExpand(std::move(onExpand)),
       m_onCancel(std::move(onCancel)) {
-  setMinimumSize(leastSize);
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -87,6 +87,10 @@ StandaloneFillInForm::StandaloneFillInForm(Snippet snippet, FolderColor folderCo
 
 QSize StandaloneFillInForm::sizeHint() const {
   return idealSize;
+}
+
+QSize StandaloneFillInForm::minimumSizeHint() const {
+  return leastSize;
 }
 
 QWidget* StandaloneFillInForm::makeHeader() {
@@ -109,8 +113,7 @@ QWidget* StandaloneFillInForm::makePanes() {
   auto* const splitter = new PaneSplitter(this);
   splitter->setAutoFillBackground(true);
   splitter->setBackgroundRole(QPalette::Base);
-  auto* const upper = new QWidget(splitter);
-  upper->setMinimumHeight(leastRowsHeight);
+  auto* const upper = new Pane(leastRowsHeight, splitter);
   m_upperPane = makePadded<QVBoxLayout>(upper, 0);
   splitter->addWidget(upper);
   splitter->addWidget(makePreviewPane());
@@ -122,8 +125,7 @@ QWidget* StandaloneFillInForm::makePanes() {
 }
 
 QWidget* StandaloneFillInForm::makePreviewPane() {
-  auto* const pane = new QWidget(this);
-  pane->setMinimumHeight(leastPreviewHeight);
+  auto* const pane = new Pane(leastPreviewHeight, this);
   auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
   column->setSpacing(4);
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane), {Tone::Color::secondary, captionScale}));

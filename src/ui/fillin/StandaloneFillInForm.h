@@ -48,6 +48,9 @@ class StandaloneFillInForm final : public QWidget {
 
   [[nodiscard]] QSize sizeHint() const override;
 
+  // A window on a small screen may give it less: then the panes give way.
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
  protected:
   void showEvent(QShowEvent* event) override;
 

@@ -20,6 +20,10 @@ class Panel : public QWidget {
   // Moves to the middle of the screen that the pointer is on, and fits into it.
   void center();
 
+  // The same for `desk`, what a screen has to offer, in logical pixels. Where that is too small the
+  // panel is smaller than it would be at least, with its frame; one of a fixed size remains so.
+  void fitInto(const QRect& desk);
+
   // Deletes a panel once the events under way are done with it.
   struct DeleteLater {
     void operator()(Panel* panel) const;

@@ -125,7 +125,7 @@ TEST_F(FillInForm, ShowsItsTextsAndTheTrigger) {
   EXPECT_EQ(labels(), (QStringList{u"Fill In Values"_s, u"Complete the fields below"_s,
                                    u"Preview"_s, u"Name"_s, u"*"_s, u"Text"_s, u"*"_s, u"Day"_s}));
   EXPECT_EQ(m_form->findChild<TriggerBadge*>()->accessibleName(), u"Trigger ;letter"_s);
-  EXPECT_EQ(m_form->minimumSize(), QSize(350, 400));
+  EXPECT_EQ(m_form->minimumSizeHint(), QSize(350, 400));
   EXPECT_EQ(m_form->sizeHint(), QSize(450, 550));
 }
 

@@ -301,6 +301,15 @@ TEST_F(QuickSearchWindows, FloatInTheMiddleOfTheScreenWithoutAFrame) {
   EXPECT_LE(distance.manhattanLength(), 2);
 }
 
+TEST_F(QuickSearchWindows, AreOfAFixedSizeOnASmallScreenToo) {
+  show(u"a"_s);
+  FloatingPanel& panel = *openPanel();
+  panel.fitInto({0, 0, 500, 360});
+  for (const QSize& size : {panel.size(), panel.minimumSize(), panel.maximumSize()}) {
+    EXPECT_EQ(size, QSize(500, 360));
+  }
+}
+
 TEST_F(QuickSearchWindows, AreTranslucentAndRoundOnlyWhereACompositorRuns) {
   for (const bool hasCompositor : {false, true}) {
     m_hasCompositor = hasCompositor;

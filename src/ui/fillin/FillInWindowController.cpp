@@ -19,7 +19,7 @@ FillInWindowController::~FillInWindowController() = default;
 
 void FillInWindowController::show(const Snippet& snippet, FolderColor folderColor,
                                   OnComplete onComplete, OnCancel onCancel) {
-  closeAndForget(m_opening);
+  while (m_window) closeAndForget(m_opening);  // the end of one may have opened another
   m_didComplete = false;
   ++m_opening;
   auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
@@ -66,9 +66,10 @@ FillInWindow::OnCancel FillInWindowController::onCloseOf(const OnCancel& onCance
 
 // A callback may have opened another form meanwhile, which is none of its own.
 void FillInWindowController::closeAndForget(quint64 opening) {
+  const QPointer<FillInWindowController> controller(this);
   if (opening != m_opening) return;
   close();
-  forget();
+  if (controller && opening == m_opening) forget();
 }
 
 void FillInWindowController::forget() {

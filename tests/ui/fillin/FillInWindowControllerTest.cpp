@@ -133,6 +133,33 @@ TEST_F(FillInWindows, MayBeFollowedFromInsideTheCallback) {
   EXPECT_EQ(m_calls.sliced(1), QStringList{u"b cancel"_s});
 }
 
+TEST_F(FillInWindows, MayBeFollowedFromInsideTheSecondCancelOfOnePress) {
+  m_inCallback = [this] {
+    if (m_calls.size() < 2) return;
+    m_inCallback = nullptr;
+    show(u"b"_s);
+  };
+  show(u"a"_s);
+  press(u"Cancel"_s);
+  EXPECT_EQ(m_calls, (QStringList{u"a cancel"_s, u"a cancel"_s}));
+  ASSERT_NE(openPanel(), nullptr) << "the next one is not the first one's to forget";
+  openPanel()->close();
+  EXPECT_EQ(m_calls.sliced(2), QStringList{u"b cancel"_s});
+}
+
+TEST_F(FillInWindows, GiveWayAlsoWhereTheCallbackHasOpenedAnother) {
+  m_inCallback = [this] {
+    m_inCallback = nullptr;
+    show(u"b"_s);
+  };
+  show(u"a"_s);
+  show(u"c"_s);
+  EXPECT_EQ(m_calls, (QStringList{u"a cancel"_s, u"b cancel"_s}));
+  ASSERT_NE(openPanel(), nullptr);
+  openPanel()->close();
+  EXPECT_EQ(m_calls.sliced(2), QStringList{u"c cancel"_s});
+}
+
 TEST_F(FillInWindows, CancelAfterOneThatWasCompleted) {
   show(u"a"_s);
   press(u"Expand"_s);
@@ -164,6 +191,14 @@ TEST_F(FillInWindows, BearTheEndOfTheControllerInsideTheCallback) {
   show(u"c"_s);
   openPanel()->close();
   EXPECT_EQ(m_calls.sliced(2), QStringList{u"c cancel"_s});
+
+  m_controller = std::make_unique<FillInWindowController>(m_harness.services());
+  m_inCallback = [this] {
+    if (m_calls.size() == 5) m_controller.reset();
+  };
+  show(u"d"_s);
+  press(u"Cancel"_s);
+  EXPECT_EQ(m_calls.sliced(3), (QStringList{u"d cancel"_s, u"d cancel"_s}));
 }
 
 TEST_F(FillInWindows, AreDeletedOnceTheirEventsAreDone) {

@@ -45,7 +45,8 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
           &m_reason)) {
   if (!m_session) return;
   m_secureInput.emplace(m_session->secureInput(), m_passwordFields);
-  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); });
+  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); },
+                         [this] { m_session->fenceKeys(); });
 }
 
 // Its thread calls the session.

@@ -8,9 +8,9 @@
 #include "base/Scheduler.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/EventReader.h"
-#include "platform/x11/hearing/ForgettingKey.h"
 #include "platform/x11/hearing/GrabRecord.h"
 #include "platform/x11/hearing/GrabWatch.h"
+#include "platform/x11/hearing/KeyFence.h"
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
@@ -59,14 +59,15 @@ struct X11Session::Parts {
   Parts(std::unique_ptr<Keyboards> openKeyboards, Scheduler& scheduler, Options options)
       : keyboards(std::move(openKeyboards)),
         connection(keyboards->connection.get()),
-        grabs(*connection),
-        secureInput(*connection, grabs,
+        fence(*connection),
+        grabs(*connection, fence),
+        secureInput(*connection, grabs, options.isOwnWindow,
                     [this, ownMenuIsOpen = options.ownMenuIsOpen] {
                       return ownWindowHasFocus || ownMenuIsOpen();
                     }),
         hearing(*connection, posts, *keyboards->heard,
                 [this, mustNotBeHeard = std::move(options.mustNotBeHeard)](xcb_timestamp_t time) {
-                  return grabs.mayHide(time) || mustNotBeHeard();
+                  return fence.isAhead() || grabs.mayHide(time) || mustNotBeHeard();
                 }),
         sender(*connection, posts),
         windows(*connection),
@@ -87,19 +88,17 @@ struct X11Session::Parts {
   }
 
   void connectReader() {
-    grabs.onGrab([this] { deliver(forgettingKey()); });
-    hearing.onPress([this](const KeyEvent& event) { deliver(event); });
+    grabs.onGrab([this] { source.deliverForgetting(); });
+    hearing.onPress([this](const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); });
+    hearing.onHiddenPress([this] { source.deliverForgetting(); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
     hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
+    reader.addListener([this](const auto& event) { fence.handleEvent(event); });
     reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
     reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
     reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
-
-  // The toolkit is slow to believe that the focus has left it: the order of the display's own
-  // events says for whom a key was.
-  void deliver(const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); }
 
   void recordGrabs() {
     record.emplace(
@@ -123,8 +122,10 @@ struct X11Session::Parts {
   std::unique_ptr<Keyboards> keyboards;
   Connection* connection;
   OwnPosts posts;
+  KeyFence fence;
   GrabWatch grabs;
-  std::atomic<bool> ownWindowHasFocus = false;  // at the event that the reader is at
+  // The toolkit is slow to believe that the focus has left it, so the display's events tell.
+  std::atomic<bool> ownWindowHasFocus = false;
   X11SecureInput secureInput;
   KeyHearing hearing;
   KeySender sender;
@@ -185,7 +186,10 @@ ActivationPolicy& X11Session::activationPolicy() {
   return m_parts->policy;
 }
 void X11Session::forgetWhatWasTyped() {
-  m_parts->deliver(forgettingKey());
+  m_parts->source.deliverForgetting();
+}
+void X11Session::fenceKeys() {
+  m_parts->fence.set();
 }
 bool X11Session::hasCompositor() const {
   return m_parts->windows.hasCompositor();

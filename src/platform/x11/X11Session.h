@@ -56,6 +56,10 @@ class X11Session {
   // thread.
   void forgetWhatWasTyped();
 
+  // What has been typed until now stays unknown to everybody, even if it has not been read yet: to
+  // be called before mustNotBeHeard() says that a secret has ended. Any thread.
+  void fenceKeys();
+
   // Whether windows may let through what is behind them.
   [[nodiscard]] bool hasCompositor() const;
 

@@ -48,11 +48,12 @@ TEST_F(FocusMoves, AreOfWindowsThatSayOnWhichConnectionTheyWereMade) {
   EXPECT_FALSE(isMadeOn(connection().get(), XCB_WINDOW_NONE));
 }
 
-// As the events of the display have it, however late anybody else believes it.
+// However late the toolkit believes it.
 TEST_F(FocusMoves, DecideForWhomAKeyIs) {
-  BareWindow own(connection());
+  const e2e::XConnection program(m_desk.server().display());
+  m_desk.setOwnClient(program);
+  BareWindow own(program);
   BareWindow other(connection());
-  m_desk.setOwnWindow(own.id());
   own.focus();
   ASSERT_TRUE(hasMoved(1));
   m_desk.person().type(u"ab"_s);
@@ -60,6 +61,7 @@ TEST_F(FocusMoves, DecideForWhomAKeyIs) {
   m_desk.person().type(u"cd"_s);
   m_desk.letAdaptersCatchUp();
   EXPECT_EQ(m_desk.heardText(0), u"cd"_s);
+  m_desk.closeSession();
 }
 
 }  // namespace

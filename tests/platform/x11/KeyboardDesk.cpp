@@ -10,6 +10,7 @@
 #include "platform/VirtualKey.h"
 #include "platform/Workspace.h"
 #include "platform/x11/XkbTools.h"
+#include "platform/x11/windows/WindowOwner.h"
 
 namespace zarvy::x11 {
 
@@ -45,15 +46,21 @@ KeyboardDesk::~KeyboardDesk() = default;
 
 void KeyboardDesk::openSession() {
   QString reason;
-  m_session = X11Session::open(
-      m_scheduler, m_output,
-      {.ownBundleIdentifier = u"zarvy-test"_s,
-       .isOwnWindow =
-           [this](quint32 window) { return window != XCB_WINDOW_NONE && window == m_ownWindow; },
-       .mustNotBeHeard = [this] { return m_isSecret.load(); },
-       .onFocusMoved = [this] { ++m_focusMoves; },
-       .onConnectionLost = [this] { m_connectionLost = true; }},
-      &reason);
+  const auto isOwnWindow = [this](quint32 window) {
+    xcb_connection_t* const client = m_ownClient;
+    return client && isMadeOn(client, window);
+  };
+  const auto tellFocusMove = [this] {
+    ++m_focusMoves;
+    const std::scoped_lock passed(m_readingGate);
+  };
+  m_session = X11Session::open(m_scheduler, m_output,
+                               {.ownBundleIdentifier = u"zarvy-test"_s,
+                                .isOwnWindow = isOwnWindow,
+                                .mustNotBeHeard = [this] { return m_isSecret.load(); },
+                                .onFocusMoved = tellFocusMove,
+                                .onConnectionLost = [this] { m_connectionLost = true; }},
+                               &reason);
   if (!m_session) throw std::runtime_error(reason.toStdString());
   const auto token = m_session->keyEventSource().addGlobalMonitor(
       [this](const KeyEvent& event) { m_heard.push_back(event); });

@@ -69,8 +69,14 @@ class KeyboardDesk {
   // Whether the adapters are told that nobody must hear what is typed.
   void setSecret(bool isSecret) { m_isSecret = isSecret; }
 
-  // Makes a window one that the adapters take for the program's own.
-  void setOwnWindow(xcb_window_t window) { m_ownWindow = window; }
+  // Has the adapters take the windows of `client`, which outlives them, for the program's own.
+  void setOwnClient(const e2e::XConnection& client) { m_ownClient = client.get(); }
+
+  // The adapters read no event more once they have told of the next move of the focus, until what
+  // this returns is unlocked.
+  [[nodiscard]] std::unique_lock<std::mutex> stopReadingAtFocusMove() {
+    return std::unique_lock(m_readingGate);
+  }
 
   // How often the adapters have told that the keyboard went to another window.
   [[nodiscard]] int focusMoves() const { return m_focusMoves; }
@@ -88,7 +94,8 @@ class KeyboardDesk {
   std::vector<KeyEvent> m_heard;
   bool m_connectionLost = false;
   std::atomic<bool> m_isSecret = false;
-  std::atomic<xcb_window_t> m_ownWindow = XCB_WINDOW_NONE;
+  std::mutex m_readingGate;
+  std::atomic<xcb_connection_t*> m_ownClient = nullptr;
   std::atomic<int> m_focusMoves = 0;
   TypingWitness m_witness;
   std::unique_ptr<X11Session> m_session;

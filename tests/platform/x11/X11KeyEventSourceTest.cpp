@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/ManualScheduler.h"
+#include "platform/VirtualKey.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
 
 namespace zarvy::x11 {
@@ -57,6 +58,14 @@ TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAMenuOfThisProgram) {
   press(2);
   m_scheduler.runPending();
   EXPECT_EQ(m_heard, KeyCodes{2});
+}
+
+TEST_F(KeyEventSourceTest, HasOthersForgetWhateverHasTheKeyboard) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  m_ownMenuIsOpen = true;
+  m_source.deliverForgetting();
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes{virtualkey::escape});
 }
 
 TEST_F(KeyEventSourceTest, TellsLocalMonitorsOfThoseKeysAlone) {

@@ -17,6 +17,11 @@ class FieldSecrecy {
   // mustNotBeHeard() says so. To be set before that thread starts.
   std::function<void()> onSecret;
 
+  // Called on the writing thread each time that a password field has lost the keyboard, while
+  // mustNotBeHeard() still says so: what was typed into it may not have been read yet. To be set
+  // before that thread starts.
+  std::function<void()> onSecretEnds;
+
   // True for a password field, and for a field of which nothing is known yet.
   [[nodiscard]] bool mustNotBeHeard() const { return m_mustNotBeHeard; }
 
@@ -36,7 +41,7 @@ class FieldSecrecy {
   void doubt() { m_mustNotBeHeard = true; }
 
   void setOpen() {
-    m_isPasswordField = false;
+    if (m_isPasswordField.exchange(false) && onSecretEnds) onSecretEnds();
     m_mustNotBeHeard = false;
   }
 

@@ -2,11 +2,21 @@
 
 #include <utility>
 
+#include <QDeadlineTimer>
+
 #include "platform/freedesktop/accessibility/AccessibilityBus.h"
 
+using namespace std::chrono_literals;
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+
+namespace {
+
+// Longer than a farewell to the buses takes.
+constexpr auto patienceWithBuses = 1s;
+
+}  // namespace
 
 PasswordFields::PasswordFields(const Options& options)
     : m_bus(std::make_unique<AccessibilityBus>(
@@ -20,8 +30,9 @@ PasswordFields::~PasswordFields() {
   stop();
 }
 
-void PasswordFields::start(std::function<void()> onSecret) {
+void PasswordFields::start(std::function<void()> onSecret, std::function<void()> onSecretEnds) {
   m_secrecy.onSecret = std::move(onSecret);
+  m_secrecy.onSecretEnds = std::move(onSecretEnds);
   m_bus->moveToThread(&m_thread);
   QObject::connect(&m_thread, &QThread::started, m_bus.get(), &AccessibilityBus::open);
   // On that thread, as its last deed.
@@ -31,8 +42,12 @@ void PasswordFields::start(std::function<void()> onSecret) {
 }
 
 void PasswordFields::stop() {
+  {
+    const std::lock_guard lock(m_mutex);
+    m_hasStopped = true;
+  }
   m_thread.quit();
-  m_thread.wait();
+  m_thread.wait(QDeadlineTimer(patienceWithBuses));
 }
 
 void PasswordFields::lookAgain() {

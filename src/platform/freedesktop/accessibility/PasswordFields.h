@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <mutex>
 
 #include <QCoreApplication>
 #include <QString>
@@ -39,11 +40,14 @@ class PasswordFields final : public SecureInput {
   PasswordFields(const PasswordFields&) = delete;
   PasswordFields& operator=(const PasswordFields&) = delete;
 
-  // Begins to listen, once. `onSecret` is called on a thread of this object's own each time that
-  // the keyboard turns out to be in a password field, to have what was typed before forgotten.
-  void start(std::function<void()> onSecret);
+  // Begins to listen, once. Both are called on a thread of this object's own: `onSecret` each time
+  // that the keyboard turns out to be in a password field, to have what was typed before forgotten;
+  // `onSecretEnds` each time that it has left one, to keep unknown what was typed there and has not
+  // been read yet.
+  void start(std::function<void()> onSecret, std::function<void()> onSecretEnds);
 
-  // Nothing is called and nothing is secret any more.
+  // Nothing is called any more, and nothing is secret; that may take longer where a bus does not
+  // answer, and the destructor waits for it.
   void stop();
 
   // Whether what is typed now is to be heard by nobody: in a password field, and in a field of
@@ -58,6 +62,8 @@ class PasswordFields final : public SecureInput {
 
  private:
   FieldSecrecy m_secrecy;
+  std::mutex m_mutex;
+  bool m_hasStopped = false;  // under m_mutex
   std::unique_ptr<AccessibilityBus> m_bus;  // lives on m_thread once that runs
   QThread m_thread;
 };

@@ -7,6 +7,7 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/hearing/KeyFence.h"
 
 namespace zarvy::x11 {
 
@@ -18,14 +19,18 @@ constexpr int mostMoves = 5;
 // So may the keyboard change hands while the server answers.
 constexpr int mostQuestions = 5;
 
+// For so long at most a key waits to be read.
+constexpr int32_t longestDelay = 60'000;  // milliseconds
+
 // The server's times wrap around after 49 days.
-bool isAfter(xcb_timestamp_t left, xcb_timestamp_t right) {
-  return static_cast<int32_t>(left - right) > 0;
+int32_t timeBetween(xcb_timestamp_t earlier, xcb_timestamp_t later) {
+  return static_cast<int32_t>(later - earlier);
 }
 
 }  // namespace
 
-GrabWatch::GrabWatch(Connection& connection) : m_connection(connection), m_probe(connection) {
+GrabWatch::GrabWatch(Connection& connection, KeyFence& fence)
+    : m_connection(connection), m_fence(fence), m_probe(connection) {
   followFocus();
 }
 
@@ -36,7 +41,9 @@ bool GrabWatch::isGrabbed() const {
 
 bool GrabWatch::mayHide(xcb_timestamp_t time) const {
   const std::scoped_lock guard(m_lock);
-  return m_since || (m_lastUngrab && isAfter(*m_lastUngrab, time));
+  if (m_since) return true;
+  const int32_t before = m_lastUngrab ? timeBetween(time, *m_lastUngrab) : 0;
+  return before > 0 && before < longestDelay;
 }
 
 std::chrono::steady_clock::duration GrabWatch::grabbedFor() const {
@@ -65,7 +72,7 @@ void GrabWatch::handleFocusChange(const xcb_input_enter_event_t& event, bool int
   if (isRoot(event.event)) return followFocus();
   switch (event.mode) {
     case XCB_INPUT_NOTIFY_MODE_GRAB:
-      if (!into) handleNews([this] { m_isTold = true; });
+      if (!into) handleNews(News::inOrder, [this] { m_isTold = true; });
       break;
     case XCB_INPUT_NOTIFY_MODE_UNGRAB:
       if (into) endBefore(event.time);
@@ -84,15 +91,16 @@ void GrabWatch::handleFocusChange(const xcb_input_enter_event_t& event, bool int
 
 // The record may run ahead of the events and have told of a grab that comes after this end.
 void GrabWatch::endBefore(xcb_timestamp_t time) {
-  handleNews([this, time] {
+  handleNews(News::inOrder, [this, time] {
     m_isTold = false;
-    if (m_recorded && isAfter(time, m_recorded->time)) m_recorded.reset();
+    if (m_recorded && timeBetween(m_recorded->time, time) > 0) m_recorded.reset();
   });
   lookAgainIfFound();
 }
 
+// The keys before an ungrab are known by their time.
 void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_timestamp_t time) {
-  handleNews([&] {
+  handleNews(News::inOrder, [&] {
     if (change.kind == GrabChange::Kind::ungrab) m_lastUngrab = time;
     if (change.kind == GrabChange::Kind::grab) {
       m_recorded = {.client = client, .protocol = change.protocol, .time = time};
@@ -106,7 +114,7 @@ void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_ti
 }
 
 void GrabWatch::handleLostClient(uint32_t client) {
-  handleNews([&] {
+  handleNews(News::ahead, [&] {
     if (m_recorded && m_recorded->client == client) m_recorded.reset();
   });
   lookAgainIfFound();
@@ -124,7 +132,7 @@ void GrabWatch::lookAgain() {
 // is newer than the answer cannot be told.
 bool GrabWatch::believe(bool isGrabbed, std::uint64_t newsCount) {
   bool isBelieved = false;
-  update([&] {
+  update(News::ahead, [&] {
     isBelieved = m_newsCount == newsCount;
     if (!isBelieved) return;
     m_isFound = isGrabbed && !m_isTold && !m_recorded;
@@ -144,22 +152,26 @@ void GrabWatch::lookAgainIfFound() {
   if (isFound) lookAgain();
 }
 
-void GrabWatch::handleNews(const std::function<void()>& change) {
-  update([&] {
+void GrabWatch::handleNews(News news, const std::function<void()>& change) {
+  update(news, [&] {
     ++m_newsCount;
     change();
   });
 }
 
 // `change` is made under the lock.
-void GrabWatch::update(const std::function<void()>& change) {
+void GrabWatch::update(News news, const std::function<void()>& change) {
   {
     const std::scoped_lock guard(m_lock);
     change();
     const bool isGrabbed = m_isTold || m_recorded || m_isFound;
     if (isGrabbed == m_since.has_value()) return;
-    m_since = isGrabbed ? std::optional(std::chrono::steady_clock::now()) : std::nullopt;
-    if (!isGrabbed) return;
+    if (!isGrabbed) {
+      if (news == News::ahead) m_fence.set();
+      m_since.reset();
+      return;
+    }
+    m_since = std::chrono::steady_clock::now();
   }
   if (m_onGrab) m_onGrab();
 }

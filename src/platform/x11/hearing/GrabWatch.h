@@ -18,6 +18,7 @@ struct xcb_input_enter_event_t;  // which events of focus are too
 namespace zarvy::x11 {
 
 class Connection;
+class KeyFence;
 
 // Knows whether somebody holds the keyboard for themselves: a password prompt, a screen locker, a
 // menu, a window manager's own key. What is typed then goes to nobody else, and raw key events tell
@@ -29,7 +30,8 @@ class Connection;
 // found by asking.
 class GrabWatch {
  public:
-  explicit GrabWatch(Connection& connection);
+  // `fence` is set where the end of a grab becomes known ahead of the keys before it.
+  GrabWatch(Connection& connection, KeyFence& fence);
 
   // Called at the beginning of each grab, once isGrabbed() says so, on the thread that brought the
   // news. Before the reader starts.
@@ -79,13 +81,16 @@ class GrabWatch {
   void endBefore(xcb_timestamp_t time);
   void lookAgainIfFound();
   [[nodiscard]] bool believe(bool isGrabbed, std::uint64_t newsCount);
-  void handleNews(const std::function<void()>& change);
-  void update(const std::function<void()>& change);
+  // How the news stands to the key events: in their order, or ahead of those that wait to be read.
+  enum class News { inOrder, ahead };
+  void handleNews(News news, const std::function<void()>& change);
+  void update(News news, const std::function<void()>& change);
   void followFocus();
   [[nodiscard]] bool isRoot(xcb_window_t window) const;
   [[nodiscard]] xcb_window_t focusedWindow() const;
 
   Connection& m_connection;
+  KeyFence& m_fence;
   const GrabProbe m_probe;
   std::function<void()> m_onGrab;
   std::function<void(xcb_window_t)> m_onFocusMoved;

@@ -8,7 +8,6 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/hearing/ForgettingKey.h"
 #include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
@@ -116,7 +115,7 @@ void KeyHearing::handleForeignPress(uint8_t keycode, xcb_timestamp_t time) {
 // Not what it was: nobody here is to know it.
 void KeyHearing::tellThatSomethingWasTyped() {
   m_decoder.breakOffSequence();
-  m_onPress(forgettingKey());
+  m_onHiddenPress();
 }
 
 // The state is left as it was told by events where the keymap is new: asking for it would run ahead

@@ -33,6 +33,9 @@ class KeyHearing {
   // reader's thread. Before the reader starts.
   void onPress(PressHandler handler) { m_onPress = std::move(handler); }
 
+  // Called on the reader's thread for each key-down that is nobody's business.
+  void onHiddenPress(std::function<void()> handler) { m_onHiddenPress = std::move(handler); }
+
   // Called on the reader's thread for each modifier or layout that changes.
   void onStateChange(std::function<void()> handler) { m_onStateChange = std::move(handler); }
 
@@ -59,6 +62,7 @@ class KeyHearing {
   const std::function<bool(xcb_timestamp_t time)> m_mustNotBeHeard;
   KeyDecoder m_decoder;
   PressHandler m_onPress;
+  std::function<void()> m_onHiddenPress;
   std::function<void()> m_onStateChange;
   std::function<void(uint8_t)> m_onForeignRelease;
 };

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/Scheduler.h"
+#include "platform/x11/hearing/ForgettingKey.h"
 
 namespace zarvy::x11 {
 
@@ -13,8 +14,7 @@ struct X11KeyEventSource::Monitors {
   std::map<Token, Monitor> monitors;
   std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
 
-  void report(const KeyEvent& event, bool ownWindowHasFocus) const {
-    const bool isLocal = ownWindowHasFocus || ownMenuIsOpen();
+  void report(const KeyEvent& event, bool isLocal) const {
     const auto current = monitors;  // a handler may remove itself
     for (const auto& [token, monitor] : current) {
       if (monitor.isLocal == isLocal && monitors.contains(token)) monitor.handler(event);
@@ -49,9 +49,19 @@ void X11KeyEventSource::removeMonitor(Token token) {
 }
 
 void X11KeyEventSource::deliver(const KeyEvent& event, bool ownWindowHasFocus) {
+  post([event, ownWindowHasFocus](const Monitors& monitors) {
+    monitors.report(event, ownWindowHasFocus || monitors.ownMenuIsOpen());
+  });
+}
+
+void X11KeyEventSource::deliverForgetting() {
+  post([](const Monitors& monitors) { monitors.report(forgettingKey(), false); });
+}
+
+void X11KeyEventSource::post(std::function<void(const Monitors& monitors)> report) {
   if (m_monitors->isEmpty) return;
-  m_scheduler.post([monitors = std::weak_ptr(m_monitors), event, ownWindowHasFocus] {
-    if (const auto alive = monitors.lock()) alive->report(event, ownWindowHasFocus);
+  m_scheduler.post([monitors = std::weak_ptr(m_monitors), report = std::move(report)] {
+    if (const auto alive = monitors.lock()) report(*alive);
   });
 }
 

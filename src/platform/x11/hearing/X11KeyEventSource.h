@@ -27,6 +27,9 @@ class X11KeyEventSource final : public KeyEventSource {
   // thread.
   void deliver(const KeyEvent& event, bool ownWindowHasFocus);
 
+  // Has the global monitors forget what was typed until now, whoever has the keyboard. Any thread.
+  void deliverForgetting();
+
  private:
   struct Monitor {
     Handler handler;
@@ -35,6 +38,7 @@ class X11KeyEventSource final : public KeyEventSource {
   struct Monitors;
 
   [[nodiscard]] Token add(Monitor monitor);
+  void post(std::function<void(const Monitors& monitors)> report);
 
   Scheduler& m_scheduler;
   std::shared_ptr<Monitors> m_monitors;  // tasks on their way hold it weakly

@@ -33,7 +33,12 @@ std::optional<qint32> processOfClient(xcb_connection_t* xcb, uint32_t client) {
 
 bool X11SecureInput::isSecureEventInputEnabled() const {
   if (m_grabs.isGrabbed()) m_grabs.lookAgain();
-  return m_grabs.grabbedFor() >= aMoment && !m_isForThisProgram();
+  return m_grabs.grabbedFor() >= aMoment && !isOwnGrab();
+}
+
+bool X11SecureInput::isOwnGrab() const {
+  const std::optional<uint32_t> holder = m_grabs.holder();
+  return holder ? m_isOwnClient(*holder) : m_isForThisProgram();
 }
 
 std::optional<qint32> X11SecureInput::ownerProcessIdentifier() const {

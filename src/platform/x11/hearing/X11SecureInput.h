@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <utility>
 
@@ -14,10 +15,16 @@ class GrabWatch;
 // the time of a key press.
 class X11SecureInput final : public SecureInput {
  public:
-  // `isForThisProgram` says whether a window or a menu of its own has the keyboard: these grab it
-  // too. Asked on the main thread.
-  X11SecureInput(Connection& connection, GrabWatch& grabs, std::function<bool()> isForThisProgram)
-      : m_connection(connection), m_grabs(grabs), m_isForThisProgram(std::move(isForThisProgram)) {}
+  // This program's own menus grab the keyboard too: `isOwnClient` knows the program by the base of
+  // its resources, `isForThisProgram` says whether a window or a menu of its own has the keyboard,
+  // where it is not known who holds it. Both are asked on the main thread.
+  X11SecureInput(Connection& connection, GrabWatch& grabs,
+                 std::function<bool(uint32_t client)> isOwnClient,
+                 std::function<bool()> isForThisProgram)
+      : m_connection(connection),
+        m_grabs(grabs),
+        m_isOwnClient(std::move(isOwnClient)),
+        m_isForThisProgram(std::move(isForThisProgram)) {}
 
   // Asks the server whether it is still so where somebody holds the keyboard.
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
@@ -27,8 +34,11 @@ class X11SecureInput final : public SecureInput {
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
 
  private:
+  [[nodiscard]] bool isOwnGrab() const;
+
   Connection& m_connection;
   GrabWatch& m_grabs;
+  const std::function<bool(uint32_t client)> m_isOwnClient;
   const std::function<bool()> m_isForThisProgram;
 };
 

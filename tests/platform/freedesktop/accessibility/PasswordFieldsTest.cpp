@@ -74,7 +74,8 @@ class PasswordFieldsTest : public testing::Test {
   void startListening(std::chrono::milliseconds patience = endless) {
     m_fields.emplace(PasswordFields::Options{
         .patience = patience, .sessionBusAddress = m_address, .ownProcess = m_ownProcess});
-    m_fields->start([this] { ++m_secretCount; });
+    m_fields->start([this] { ++m_secretCount; },
+                    [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); });
   }
 
   // While this waits for the other thread, the fakes go on answering.
@@ -114,6 +115,7 @@ class PasswordFieldsTest : public testing::Test {
   std::optional<FakeApplication> m_application;
   FakeApplication& m_app = makeApplication(m_application);
   std::atomic<int> m_secretCount = 0;
+  std::atomic<bool> m_endedWhileUnheard = false;
   qint64 m_ownProcess = -1;  // that of the fakes is another one
   std::optional<PasswordFields> m_fields;
 };
@@ -123,8 +125,10 @@ TEST_F(PasswordFieldsTest, AreSecretAsLongAsTheyHaveTheKeyboard) {
   expectOpen();
   enter(m_app, secretField);
   expectSecret();
+  EXPECT_FALSE(m_endedWhileUnheard);
   m_app.tellFocus(secretField, false);
   expectOpen();
+  EXPECT_TRUE(m_endedWhileUnheard);
 }
 
 // The focus was there before anybody listened, and nothing is told of it.

@@ -1,8 +1,6 @@
 #include "ui/fillin/FillInPanel.h"
 
-#include <QMouseEvent>
 #include <QVBoxLayout>
-#include <QWindow>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -29,11 +27,6 @@ FillInPanel::FillInPanel(std::unique_ptr<QWidget> content, const QString& title)
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(content.release());
-}
-
-void FillInPanel::mousePressEvent(QMouseEvent* event) {
-  Panel::mousePressEvent(event);
-  if (event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
 }
 
 }  // namespace zarvy

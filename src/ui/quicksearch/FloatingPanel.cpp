@@ -2,11 +2,10 @@
 
 #include <cmath>
 
+#include <QEvent>
 #include <QHBoxLayout>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
-#include <QWindow>
 
 #include "ui/quicksearch/CloseButton.h"
 #include "ui/style/Tones.h"
@@ -54,9 +53,9 @@ void FloatingPanel::changeEvent(QEvent* event) {
   Panel::changeEvent(event);
 }
 
-void FloatingPanel::mousePressEvent(QMouseEvent* event) {
-  Panel::mousePressEvent(event);
-  if (event->button() == Qt::LeftButton) m_isBeingMoved = windowHandle()->startSystemMove();
+bool FloatingPanel::startMove() {
+  m_isBeingMoved = Panel::startMove();
+  return m_isBeingMoved;
 }
 
 // The line around it is of whole pixels of the screen at any scale.

@@ -6,9 +6,8 @@
 
 namespace zarvy {
 
-// A window without a frame, above all others, which takes the keyboard and is moved by any part of
-// it that is no control. Above its content there is room to take hold of it, and a button to close
-// it.
+// A window without a frame, above all others, which takes the keyboard. Above its content there is
+// room to take hold of it, and a button to close it.
 class FloatingPanel final : public Panel {
   Q_OBJECT
 
@@ -23,7 +22,7 @@ class FloatingPanel final : public Panel {
 
  protected:
   void changeEvent(QEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
+  bool startMove() override;
   void paintEvent(QPaintEvent* event) override;
 
  private:

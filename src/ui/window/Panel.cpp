@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCursor>
-#include <QGuiApplication>
+#include <QMouseEvent>
 #include <QScreen>
+#include <QWindow>
 
 namespace zarvy {
 namespace {
@@ -49,6 +51,28 @@ void Panel::DeleteLater::operator()(Panel* panel) const {
 void Panel::closeEvent(QCloseEvent* event) {
   event->accept();
   if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
+}
+
+// A control keeps a press to itself, but for one that is disabled.
+void Panel::mousePressEvent(QMouseEvent* event) {
+  QWidget::mousePressEvent(event);
+  const QWidget* const pressed = childAt(event->position().toPoint());
+  const bool takesHold = event->button() == Qt::LeftButton && (!pressed || pressed->isEnabled());
+  m_heldAt = takesHold ? std::optional(event->globalPosition().toPoint()) : std::nullopt;
+}
+
+// A mere click moves nothing: the window manager would not hear of its end, and go on moving.
+void Panel::mouseMoveEvent(QMouseEvent* event) {
+  QWidget::mouseMoveEvent(event);
+  if (!m_heldAt || !(event->buttons() & Qt::LeftButton)) return;
+  const QPoint way = event->globalPosition().toPoint() - *m_heldAt;
+  if (way.manhattanLength() < QApplication::startDragDistance()) return;
+  m_heldAt.reset();
+  startMove();
+}
+
+bool Panel::startMove() {
+  return windowHandle()->startSystemMove();
 }
 
 }  // namespace zarvy

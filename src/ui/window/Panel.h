@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include <QWidget>
@@ -10,6 +11,7 @@
 namespace zarvy {
 
 // A window that comes up where the user is, above all others, and goes when it has been answered.
+// The pointer moves it by any part of it that is no control.
 class Panel : public QWidget {
   Q_OBJECT
 
@@ -33,9 +35,16 @@ class Panel : public QWidget {
   using QWidget::QWidget;
 
   void closeEvent(QCloseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+
+  // Hands the panel to the window manager, which moves it until the button is let go. False where
+  // there is none that could.
+  virtual bool startMove();
 
  private:
   std::weak_ptr<const WindowDelegate> m_delegate;
+  std::optional<QPoint> m_heldAt;  // where the pointer has taken hold of it, on the screen
 };
 
 // A panel that its owner drops whenever it likes.

@@ -71,6 +71,7 @@ StandaloneFillInForm::StandaloneFillInForm(Snippet snippet, FolderColor folderCo
       m_services(services),
       m_onExpand(std::move(onExpand)),
       m_onCancel(std::move(onCancel)) {
+  setAccessibleName(u"Fill In Values"_s);  // it has the keyboard while no field has
   auto* const column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(0);
@@ -182,9 +183,10 @@ void StandaloneFillInForm::focusFirstField() {
 }
 
 QWidget* StandaloneFillInForm::makeRows() {
+  const QString nothingToFillIn = u"No fill-in fields in this snippet"_s;
   if (m_fields.isEmpty()) {
-    auto* const none =
-        inTone(new QLabel(u"No fill-in fields in this snippet"_s, this), {Tone::Color::secondary});
+    setAccessibleDescription(nothingToFillIn);
+    auto* const none = inTone(new QLabel(nothingToFillIn, this), {Tone::Color::secondary});
     none->setAlignment(Qt::AlignCenter);
     none->setWordWrap(true);
     return none;

@@ -1,25 +1,31 @@
 #include "ui/fillin/ElidedCheckBox.h"
 
-#include <QEvent>
+#include <QHelpEvent>
 #include <QStyle>
 #include <QStyleOptionButton>
 
 #include "ui/style/OneLine.h"
+#include "ui/style/WholeText.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
 ElidedCheckBox::ElidedCheckBox(const QString& title, QWidget* parent)
-    : QCheckBox(parent), m_title(oneLine(title)) {
+    : QCheckBox(parent), m_title(title), m_shown(oneLine(title)) {
   setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   setAccessibleName(title);
-  setToolTip(plainToolTip(title));
   fit();
 }
 
 QSize ElidedCheckBox::minimumSizeHint() const {
   return {besidesText(), QCheckBox::minimumSizeHint().height()};
+}
+
+bool ElidedCheckBox::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QCheckBox::event(event);
+  showWholeText(*static_cast<QHelpEvent*>(event), *this, m_title, fitting() != m_title);
+  return true;
 }
 
 void ElidedCheckBox::resizeEvent(QResizeEvent* event) {
@@ -39,9 +45,13 @@ int ElidedCheckBox::besidesText() const {
          2 * style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, &option, this);
 }
 
+QString ElidedCheckBox::fitting() const {
+  return fontMetrics().elidedText(m_shown, Qt::ElideRight, width() - besidesText());
+}
+
 // An ampersand in the title is not a mark of a shortcut.
 void ElidedCheckBox::fit() {
-  QString shown = fontMetrics().elidedText(m_title, Qt::ElideRight, width() - besidesText());
+  QString shown = fitting();
   shown.replace(u"&"_s, u"&&"_s);
   if (shown != text()) setText(shown);
 }

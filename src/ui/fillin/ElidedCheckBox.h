@@ -14,14 +14,17 @@ class ElidedCheckBox final : public QCheckBox {
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
   [[nodiscard]] int besidesText() const;
+  [[nodiscard]] QString fitting() const;
   void fit();
 
   const QString m_title;
+  const QString m_shown;  // on one line
 };
 
 }  // namespace zarvy

@@ -3,18 +3,21 @@
 #include <cmath>
 
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
 
 #include "ui/style/OneLine.h"
+#include "ui/style/WholeText.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
 ElidedLabel::ElidedLabel(const QString& text, QWidget* parent)
-    : QLabel(parent), m_shown(oneLine(text)) {
+    : QLabel(parent), m_text(text), m_shown(oneLine(text)) {
   setTextFormat(Qt::PlainText);
-  setText(m_shown);
+  setText(QString(m_shown).replace(u"&"_s, u"&&"_s));
   setAccessibleName(text);
-  setToolTip(plainToolTip(text));
 }
 
 QSize ElidedLabel::sizeHint() const {
@@ -27,12 +30,21 @@ QSize ElidedLabel::minimumSizeHint() const {
   return {0, fontMetrics().height()};
 }
 
+bool ElidedLabel::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QLabel::event(event);
+  showWholeText(*static_cast<QHelpEvent*>(event), *this, m_text, fitting() != m_text);
+  return true;
+}
+
+QString ElidedLabel::fitting() const {
+  return fontMetrics().elidedText(m_shown, Qt::ElideRight, width());
+}
+
 void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setPen(
       palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
-  const QString shown = fontMetrics().elidedText(m_shown, Qt::ElideRight, width());
-  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, shown);
+  painter.drawText(rect(), Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, fitting());
 }
 
 }  // namespace zarvy

@@ -102,13 +102,15 @@ void FieldRow::addDropdown(QVBoxLayout& column) {
 
 void FieldRow::addTextArea(QVBoxLayout& column) {
   auto* const line = makeLine(spacing);
-  line->addWidget(new ElidedLabel(m_field.name, this));
+  auto* const name = new ElidedLabel(m_field.name, this);
+  line->addWidget(name);
   if (m_field.isRequired) line->addWidget(makeStar());
   line->addStretch();
   column.addLayout(line);
 
   auto* const input = new MultiLineEditor(m_field.value, this);
   connect(input, &MultiLineEditor::edited, this, [this, input] { setValue(input->value()); });
+  name->setBuddy(input);
   adopt(*input);
   auto* const box = new RoundedBox(*input, {QPalette::Base, boxPadding}, this);
   box->setFixedHeight(editorHeight);
@@ -138,6 +140,7 @@ void FieldRow::addBesideName(QVBoxLayout& column, QWidget& input) {
   adopt(input);
   auto* const line = makeLine(spacing);
   m_nameBeside = new ElidedLabel(m_field.name, this);
+  m_nameBeside->setBuddy(&input);  // a picker is told by its label alone, not by a name of its own
   line->addWidget(m_nameBeside);
   line->addSpacing(gapBehindName - spacing);
   line->addWidget(&input, 1);

@@ -5,11 +5,13 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QHelpEvent>
 #include <QPainter>
 
 #include "core/model/Snippet.h"
 #include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
+#include "ui/style/WholeText.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -35,11 +37,11 @@ int widthOf(const QString& text, const QFont& font) {
 TriggerBadge::TriggerBadge(const Snippet& snippet, const QColor& color, QWidget* parent)
     : QWidget(parent),
       m_prefix(snippet.isRegexTrigger ? u".*"_s : QString()),
-      m_trigger(oneLine(snippet.trigger)),
+      m_trigger(snippet.trigger),
+      m_shown(oneLine(snippet.trigger)),
       m_color(color) {
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   setAccessibleName(u"Trigger "_s + snippet.trigger);
-  setToolTip(plainToolTip(snippet.trigger));
 }
 
 QFont TriggerBadge::textFont(QFont::Weight weight) const {
@@ -57,7 +59,7 @@ int TriggerBadge::prefixWidth() const {
 
 QSize TriggerBadge::sizeHint() const {
   const QFont triggerFont = textFont(QFont::Medium);
-  const int width = prefixWidth() + widthOf(m_trigger, triggerFont) + 2 * horizontalPadding;
+  const int width = prefixWidth() + widthOf(m_shown, triggerFont) + 2 * horizontalPadding;
   return {std::min(width, greatestWidth), QFontMetrics(triggerFont).height() + 2 * verticalPadding};
 }
 
@@ -65,6 +67,21 @@ QSize TriggerBadge::minimumSizeHint() const {
   const QSize wanted = sizeHint();
   const int width = prefixWidth() + leastTextWidth + 2 * horizontalPadding;
   return {std::min(width, wanted.width()), wanted.height()};
+}
+
+QRect TriggerBadge::textArea() const {
+  return rect().adjusted(horizontalPadding + prefixWidth(), 0, -horizontalPadding, 0);
+}
+
+QString TriggerBadge::fitting() const {
+  const QFontMetrics metrics(textFont(QFont::Medium));
+  return metrics.elidedText(m_shown, Qt::ElideRight, textArea().width());
+}
+
+bool TriggerBadge::event(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  showWholeText(*static_cast<QHelpEvent*>(event), *this, m_trigger, fitting() != m_trigger);
+  return true;
 }
 
 void TriggerBadge::paintEvent(QPaintEvent* /*event*/) {
@@ -76,15 +93,14 @@ void TriggerBadge::paintEvent(QPaintEvent* /*event*/) {
       QRectF(rect()).adjusted(strokeWidth, strokeWidth, -strokeWidth, -strokeWidth);
   painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
 
-  QRect inside = rect().adjusted(horizontalPadding, 0, -horizontalPadding, 0);
+  const QRect area = textArea();
   painter.setFont(textFont(QFont::Bold));
   painter.setPen(secondaryColor(palette()));
-  painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, m_prefix);
-  inside.setLeft(inside.left() + prefixWidth());
+  painter.drawText(area.adjusted(-prefixWidth(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                   m_prefix);
   painter.setFont(textFont(QFont::Medium));
   painter.setPen(palette().color(QPalette::WindowText));
-  const QString shown = painter.fontMetrics().elidedText(m_trigger, Qt::ElideRight, inside.width());
-  painter.drawText(inside, Qt::AlignLeft | Qt::AlignVCenter, shown);
+  painter.drawText(area, Qt::AlignLeft | Qt::AlignVCenter, fitting());
 }
 
 }  // namespace zarvy

@@ -19,14 +19,18 @@ class TriggerBadge final : public QWidget {
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   [[nodiscard]] QFont textFont(QFont::Weight weight) const;
   [[nodiscard]] int prefixWidth() const;
+  [[nodiscard]] QRect textArea() const;
+  [[nodiscard]] QString fitting() const;
 
   const QString m_prefix;  // says that the trigger is an expression; empty where it is none
   const QString m_trigger;
+  const QString m_shown;  // on one line
   const QColor m_color;
 };
 

@@ -59,7 +59,7 @@ class FillInForm : public testing::Test {
     const QWidget* const first = focused();
     do {
       const auto* const asButton = qobject_cast<QPushButton*>(focused());
-      stops.append(asButton ? asButton->text() : focused()->accessibleName());
+      stops.append(asButton ? asButton->text() : spokenName(*focused()));
       QTest::keyClick(focused(), Qt::Key_Tab);
     } while (focused() != first && stops.size() < 50);
     return stops;
@@ -67,8 +67,8 @@ class FillInForm : public testing::Test {
 
   QStringList labels() {
     QStringList texts;
-    for (const QLabel* label : m_form->findChildren<QLabel*>()) {
-      if (label->isVisible()) texts.append(label->text());
+    for (QLabel* label : m_form->findChildren<QLabel*>()) {
+      if (label->isVisible()) texts.append(spokenName(*label));
     }
     return texts;
   }
@@ -235,7 +235,6 @@ TEST_F(FillInForm, NamesEveryControl) {
   open(u"{{?:Section}}x{{/?}}{{dropdown:Day:Mo,Tu}}{{textarea:Text}}{{field:Name:required}}"_s);
   giveFocus();
   for (const QString& name : tabStops()) EXPECT_FALSE(name.isEmpty());
-  EXPECT_EQ(named<QLineEdit>(*m_form, u"Name"_s).accessibleDescription(), u"Required"_s);
 }
 
 TEST_F(FillInForm, HoldsBackWhileARequiredFieldIsBlank) {
@@ -384,7 +383,6 @@ TEST_F(FillInForm, ShowsNamesAsTheyWereTyped) {
         << label->text().toStdString();
   }
   EXPECT_EQ(named<QCheckBox>(*m_form, u"<i>&S"_s).text(), u"<i>&&S"_s) << "no shortcut is meant";
-  EXPECT_FALSE(named<QCheckBox>(*m_form, u"<i>&S"_s).toolTip().contains(u"<i>"));
 }
 
 TEST_F(FillInForm, BearsAnImmenseName) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -67,12 +68,20 @@ class FillInHarness {
        placeholders.counters, fieldDefaults, placeholders.shell, placeholders.javaScript}};
 };
 
-// The one control of this kind and accessible name.
+// What a screen reader calls `widget`: by the label that belongs to it, or else by its own name.
+inline QString spokenName(QWidget& widget) {
+  const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(&widget);
+  if (told == nullptr) return {};
+  const auto labels = told->relations(QAccessible::Label);
+  return (labels.isEmpty() ? told : labels.first().first)->text(QAccessible::Name);
+}
+
+// The one control of this kind and spoken name.
 template <typename Control>
 Control& named(const QWidget& window, const QString& name) {
   Control* found = nullptr;
   for (Control* control : window.findChildren<Control*>()) {
-    if (control->accessibleName() != name) continue;
+    if (spokenName(*control) != name) continue;
     EXPECT_EQ(found, nullptr) << "two of the name " << name.toStdString();
     found = control;
   }

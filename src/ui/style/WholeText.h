@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+class QHelpEvent;
+class QWidget;
+
+namespace zarvy {
+
+// Answers where the pointer rests on `widget`: with `text` as it was typed where the widget had to
+// cut it, else with nothing. Not the tool tip that Qt keeps: a screen reader would be told it as a
+// description, mark-up and all.
+void showWholeText(const QHelpEvent& event, QWidget& widget, const QString& text, bool isCut);
+
+}  // namespace zarvy

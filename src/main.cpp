@@ -1,6 +1,8 @@
 #include <array>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <thread>
 
 #include <QApplication>
 #include <QByteArray>
@@ -12,10 +14,14 @@
 #include "ZarvyApp.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
+#include "platform/freedesktop/accessibility/ToolkitBridge.h"
 #include "platform/x11/connection/DisplayProbe.h"
 #include "storage/DataStore.h"
 
 namespace {
+
+// For the toolkit to leave in order, whose threads wait for a bus that hangs without limit.
+constexpr std::chrono::seconds patienceWithToolkit{5};
 
 // The platform plugins that Qt is to try, in their order. Where none loads, Qt ends the program;
 // this one stays up, to say why nothing expands.
@@ -30,6 +36,10 @@ QByteArray platformPlugins() {
 // has been.
 void endInOrder(zarvy::ZarvyApp& app, int status) {
   if (!app.end()) std::_Exit(status);
+  std::thread([status] {
+    std::this_thread::sleep_for(patienceWithToolkit);
+    std::_Exit(status);
+  }).detach();
 }
 
 // Qt leaves by exit() where its own connection to the display breaks; the program ends in order all
@@ -78,6 +88,7 @@ int main(int argc, char* argv[]) {
     instance.tellOnlyOne();
     return 0;
   }
+  zarvy::keepToolkitFromBusThatHangs();
   const zarvy::TerminationSignals signals(&QCoreApplication::quit);
   zarvy::ZarvyApp app(output);
   app.start();

@@ -109,6 +109,28 @@ TEST_F(LifeCycle, endsWhereTheSoundServerDoesNotAnswer) {
   EXPECT_EQ(noisy.terminate(), ExitStatus{});
 }
 
+// Holds up a process that is no child of this one, for as long as the object lives.
+class Freeze {
+ public:
+  explicit Freeze(pid_t process) : m_process(process) { ::kill(m_process, SIGSTOP); }
+  ~Freeze() { ::kill(m_process, SIGCONT); }
+  Freeze(const Freeze&) = delete;
+  Freeze& operator=(const Freeze&) = delete;
+
+ private:
+  const pid_t m_process;
+};
+
+TEST_F(LifeCycle, startsAndEndsWhereTheAccessibilityBusDoesNotAnswer) {
+  stage().startTarget(TargetKind::qt6);
+  const Freeze freeze(stage().bus().accessibilityProcess());
+  stage().startProgram(programPath(), {{u";ok"_s, u"Ωk"_s}});
+  expectExpansion();
+  startAgain();
+  EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value());
+  EXPECT_EQ(program().terminate(), ExitStatus{});
+}
+
 // As a machine does that is suspended and resumed.
 TEST_F(LifeCycle, goesOnAfterItWasStopped) {
   start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});

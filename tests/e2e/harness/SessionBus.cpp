@@ -76,4 +76,13 @@ SessionBus::SessionBus(const Environment& environment, const std::string& logFol
 
 SessionBus::~SessionBus() = default;
 
+pid_t SessionBus::accessibilityProcess() const {
+  const QString name = u"zarvy-e2e-accessibility"_s;
+  const auto disconnect = qScopeGuard([&] { QDBusConnection::disconnectFromBus(name); });
+  const QDBusConnection bus =
+      QDBusConnection::connectToBus(QString::fromStdString(m_accessibilityAddress), name);
+  if (!bus.interface()) throw std::runtime_error("the accessibility bus has gone");
+  return static_cast<pid_t>(bus.interface()->servicePid(u"org.freedesktop.DBus"_s).value());
+}
+
 }  // namespace zarvy::e2e

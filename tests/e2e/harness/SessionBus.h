@@ -17,6 +17,9 @@ class SessionBus {
   [[nodiscard]] const std::string& address() const { return m_address; }
   [[nodiscard]] const std::string& accessibilityAddress() const { return m_accessibilityAddress; }
 
+  // The daemon of the accessibility bus; not a child of this process.
+  [[nodiscard]] pid_t accessibilityProcess() const;
+
  private:
   ChildProcess m_daemon;
   std::string m_address;

@@ -9,6 +9,7 @@
 #include <QUuid>
 
 #include "platform/freedesktop/accessibility/AsyncQuestion.h"
+#include "platform/freedesktop/accessibility/DBusProbe.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,6 +19,9 @@ namespace {
 
 // For the last word to the launcher of the bus, so that the end of the program does not hang on it.
 constexpr int farewellMilliseconds = 500;
+
+// For a bus to say its first words.
+constexpr std::chrono::milliseconds patienceWithBus{500};
 
 QString launcherName() {
   return u"org.a11y.Bus"_s;
@@ -76,7 +80,8 @@ void AccessibilityBus::close() {
 }
 
 void AccessibilityBus::lookAgain() {
-  if (m_follower) m_follower->lookAgain();
+  if (m_follower) return m_follower->lookAgain();
+  if (!m_address.isEmpty()) followBus();
 }
 
 QDBusConnection AccessibilityBus::sessionBus() const {
@@ -87,11 +92,14 @@ QDBusConnection AccessibilityBus::sessionBus() const {
 }
 
 void AccessibilityBus::findBus() {
-  ask(aboutIsEnabled(u"Get"_s), &AccessibilityBus::announceListener);
   ask(messageToLauncher(launcherName(), u"GetAddress"_s), &AccessibilityBus::useBus);
 }
 
-void AccessibilityBus::announceListener(const QDBusMessage& isEnabledAnswer) {
+void AccessibilityBus::announceListener() {
+  ask(aboutIsEnabled(u"Get"_s), &AccessibilityBus::announceWhereNobodyHas);
+}
+
+void AccessibilityBus::announceWhereNobodyHas(const QDBusMessage& isEnabledAnswer) {
   const auto isEnabled = isEnabledAnswer.arguments().value(0).value<QDBusVariant>().variant();
   if (isEnabled.typeId() != QMetaType::Bool || isEnabled.toBool()) return;
   m_hasAnnounced = true;
@@ -105,17 +113,27 @@ void AccessibilityBus::takeBackAnnouncement() {
 
 void AccessibilityBus::useBus(const QDBusMessage& addressAnswer) {
   const QString address = addressAnswer.arguments().value(0).toString();
-  if (address.isEmpty() || (m_bus && address == m_address)) return;
+  if (address.isEmpty()) return;
+  if (m_bus && address == m_address) return announceListener();
   dropBus();
   m_address = address;
-  m_bus = QDBusConnection::connectToBus(address, freshName());
+  followBus();
+}
+
+// Toolkits are sent to a bus only once that has answered: it would hold them up as well.
+void AccessibilityBus::followBus() {
+  const auto answering = partThatAnswers(m_address, patienceWithBus);
+  if (!answering) return;
+  m_bus = QDBusConnection::connectToBus(*answering, freshName());
   if (!m_bus->isConnected()) return dropBus();
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                  u"Disconnected"_s, this, SLOT(dropBus()));
   m_follower = std::make_unique<FocusFollower>(*m_bus, m_secrecy, m_options);
+  announceListener();
 }
 
 void AccessibilityBus::dropBus() {
+  m_address.clear();
   m_follower.reset();
   disconnectFrom(m_bus);
 }

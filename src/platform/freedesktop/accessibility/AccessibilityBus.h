@@ -11,9 +11,10 @@
 namespace zarvy {
 
 // Finds the accessibility bus of the user's session and follows the focus on it. Where there is no
-// such bus it waits for one; where it goes away, for the next. Toolkits that speak on the bus only
-// if somebody listens are told that somebody does, until close(). One thread, which runs an event
-// loop; open() and close() may wait for the buses, nothing else does.
+// such bus it waits for one; where it goes away, for the next; where it does not answer, it tries
+// again with each lookAgain(). Toolkits that speak on the bus only if somebody listens are told
+// that somebody does, until close(). One thread, which runs an event loop and may wait for the
+// buses: for half a second where one does not say its first words.
 class AccessibilityBus final : public QObject {
   Q_OBJECT
 
@@ -36,7 +37,9 @@ class AccessibilityBus final : public QObject {
   void findBus();
   Q_SLOT void dropBus();
   void useBus(const QDBusMessage& addressAnswer);
-  void announceListener(const QDBusMessage& isEnabledAnswer);
+  void followBus();
+  void announceListener();
+  void announceWhereNobodyHas(const QDBusMessage& isEnabledAnswer);
   void takeBackAnnouncement();
   void ask(const QDBusMessage& question, AnswerHandler handler);
 
@@ -45,7 +48,7 @@ class AccessibilityBus final : public QObject {
   const QString m_sessionAddress;
   std::optional<QDBusConnection> m_session;
   std::optional<QDBusConnection> m_bus;  // present exactly while it is connected
-  QString m_address;                     // of m_bus
+  QString m_address;                     // of m_bus, or of one that has not answered
   std::unique_ptr<FocusFollower> m_follower;
   bool m_hasAnnounced = false;  // nobody had before
 };

@@ -28,11 +28,12 @@ PasswordFields::PasswordFields(const Options& options)
 
 PasswordFields::~PasswordFields() {
   stop();
+  m_thread.wait();
 }
 
 void PasswordFields::start(std::function<void()> onSecret, std::function<void()> onSecretEnds) {
-  m_secrecy.onSecret = std::move(onSecret);
-  m_secrecy.onSecretEnds = std::move(onSecretEnds);
+  m_secrecy.onSecret = unlessAbandoned(std::move(onSecret));
+  m_secrecy.onSecretEnds = unlessAbandoned(std::move(onSecretEnds));
   m_bus->moveToThread(&m_thread);
   QObject::connect(&m_thread, &QThread::started, m_bus.get(), &AccessibilityBus::open);
   // On that thread, as its last deed.
@@ -42,12 +43,17 @@ void PasswordFields::start(std::function<void()> onSecret, std::function<void()>
 }
 
 void PasswordFields::stop() {
-  {
-    const std::lock_guard lock(m_mutex);
-    m_hasStopped = true;
-  }
   m_thread.quit();
-  m_thread.wait(QDeadlineTimer(patienceWithBuses));
+  if (m_thread.wait(QDeadlineTimer(patienceWithBuses))) return;
+  const std::lock_guard lock(m_mutex);
+  m_isAbandoned = true;
+}
+
+std::function<void()> PasswordFields::unlessAbandoned(std::function<void()> call) {
+  return [this, call = std::move(call)] {
+    const std::lock_guard lock(m_mutex);
+    if (!m_isAbandoned) call();
+  };
 }
 
 void PasswordFields::lookAgain() {

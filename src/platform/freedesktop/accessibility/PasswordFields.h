@@ -46,8 +46,8 @@ class PasswordFields final : public SecureInput {
   // been read yet.
   void start(std::function<void()> onSecret, std::function<void()> onSecretEnds);
 
-  // Nothing is called any more, and nothing is secret; that may take longer where a bus does not
-  // answer, and the destructor waits for it.
+  // Nothing is called and nothing is secret any more. Does not wait for a bus that hangs; the
+  // destructor does.
   void stop();
 
   // Whether what is typed now is to be heard by nobody: in a password field, and in a field of
@@ -61,9 +61,11 @@ class PasswordFields final : public SecureInput {
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
 
  private:
+  [[nodiscard]] std::function<void()> unlessAbandoned(std::function<void()> call);
+
   FieldSecrecy m_secrecy;
   std::mutex m_mutex;
-  bool m_hasStopped = false;  // under m_mutex
+  bool m_isAbandoned = false;  // under m_mutex: its thread waits for a bus and cannot end
   std::unique_ptr<AccessibilityBus> m_bus;  // lives on m_thread once that runs
   QThread m_thread;
 };

@@ -24,6 +24,7 @@ FakeLauncher::FakeLauncher(const QString& sessionAddress, QString accessibilityA
 bool FakeLauncher::handleMessage(const QDBusMessage& message, const QDBusConnection& connection) {
   const QVariantList arguments = message.arguments();
   if (message.member() == u"GetAddress") {
+    ++m_addressQuestionCount;
     return connection.send(message.createReply(m_accessibilityAddress));
   }
   if (arguments.value(0).toString() != u"org.a11y.Status" ||

@@ -16,6 +16,9 @@ class FakeLauncher final : public QDBusVirtualObject {
   [[nodiscard]] bool isEnabled() const { return m_isEnabled; }
   [[nodiscard]] const QList<bool>& settings() const { return m_settings; }
 
+  // How often somebody has asked where the bus is.
+  [[nodiscard]] int addressQuestionCount() const { return m_addressQuestionCount; }
+
   [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
@@ -23,6 +26,7 @@ class FakeLauncher final : public QDBusVirtualObject {
   const QString m_accessibilityAddress;
   bool m_isEnabled;
   QList<bool> m_settings;
+  int m_addressQuestionCount = 0;
   BusConnection m_bus;
 };
 

@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/accessibility/FakeApplication.h"
+#include "platform/freedesktop/accessibility/FakeBus.h"
 #include "platform/freedesktop/accessibility/FakeLauncher.h"
 #include "platform/freedesktop/accessibility/FakeRegistry.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
@@ -451,6 +452,36 @@ TEST_F(PasswordFieldsTest, HoldNobodyUpAtTheEndWhereTheirApplicationHangs) {
   expectDoubt();
   stopListening();
   expectOpen();
+}
+
+TEST_F(PasswordFieldsTest, AreLookedForAgainOnABusThatHasNotAnswered) {
+  m_launcher.reset();
+  const FakeBus bus(FakeBus::Manner::closes);
+  m_launcher.emplace(m_session->address(), u"unix:path="_s + bus.path(), true);
+  startListening();
+  ASSERT_TRUE(comesTrue([&] { return bus.connectionCount() == 1; }));
+  m_fields->lookAgain();
+  EXPECT_TRUE(comesTrue([&] { return bus.connectionCount() == 2; }));
+}
+
+TEST_F(PasswordFieldsTest, SendNobodyToABusThatHangs) {
+  m_launcher.reset();
+  const FakeBus bus(FakeBus::Manner::isSilent);
+  m_launcher.emplace(m_session->address(), u"unix:path="_s + bus.path(), false);
+  startListening();
+  ASSERT_TRUE(comesTrue([&] { return m_launcher->addressQuestionCount() > 0; }));
+  stopListening();
+  EXPECT_EQ(m_launcher->settings(), QList<bool>());
+}
+
+TEST_F(PasswordFieldsTest, HoldNobodyUpAtTheEndWhereTheBusHangs) {
+  std::optional<FakeBus> bus(std::in_place, FakeBus::Manner::answers);
+  m_launcher.reset();
+  m_launcher.emplace(m_session->address(), u"unix:path="_s + bus->path(), true);
+  startListening();
+  ASSERT_TRUE(comesTrue([&] { return bus->hasBegun(); }));
+  stopListening();
+  bus.reset();
 }
 
 }  // namespace

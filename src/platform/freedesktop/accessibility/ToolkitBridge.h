@@ -1,0 +1,11 @@
+#pragma once
+
+namespace zarvy {
+
+// The toolkit offers the program's own windows on the accessibility bus, and the main thread waits
+// without limit for a bus that hangs. Has it leave such a bus alone; the windows are then not to be
+// found there until the next start. Main thread, between the making of the QApplication and its
+// exec(); waits for at most a second.
+void keepToolkitFromBusThatHangs();
+
+}  // namespace zarvy

@@ -18,7 +18,8 @@ class Workspace {
 
   [[nodiscard]] virtual bool isActive(const RunningApplication& application) const = 0;
 
-  // Asks for `application` to come to the front; does not wait for it. False where it has gone.
+  // Asks for `application` to come to the front; does not wait for it. False where it has gone, or
+  // has no window any more that could come.
   virtual bool activate(const RunningApplication& application) = 0;
 
   // The identifier of this program itself, as frontmostApplication() would give it.

@@ -43,6 +43,7 @@ void bringForward(QWidget& window, Workspace& workspace) {
   window.activateWindow();
   RunningApplication own;
   own.processIdentifier = QCoreApplication::applicationPid();
+  own.bundleIdentifier = workspace.ownBundleIdentifier();
   own.nativeWindow = window.winId();
   workspace.activate(own);
 }

@@ -13,6 +13,8 @@ Atoms Atoms::intern(xcb_connection_t* xcb) {
   static constexpr std::array rows{
       Row{&Atoms::netActiveWindow, "_NET_ACTIVE_WINDOW"},
       Row{&Atoms::netClientList, "_NET_CLIENT_LIST"},
+      Row{&Atoms::netSupported, "_NET_SUPPORTED"},
+      Row{&Atoms::netSupportingWmCheck, "_NET_SUPPORTING_WM_CHECK"},
       Row{&Atoms::netWmName, "_NET_WM_NAME"},
       Row{&Atoms::netWmPid, "_NET_WM_PID"},
       Row{&Atoms::netWmPing, "_NET_WM_PING"},

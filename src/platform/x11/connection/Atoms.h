@@ -8,6 +8,8 @@ namespace zarvy::x11 {
 struct Atoms {
   xcb_atom_t netActiveWindow = XCB_ATOM_NONE;
   xcb_atom_t netClientList = XCB_ATOM_NONE;
+  xcb_atom_t netSupported = XCB_ATOM_NONE;
+  xcb_atom_t netSupportingWmCheck = XCB_ATOM_NONE;
   xcb_atom_t netWmName = XCB_ATOM_NONE;
   xcb_atom_t netWmPid = XCB_ATOM_NONE;
   xcb_atom_t netWmPing = XCB_ATOM_NONE;

@@ -63,11 +63,34 @@ xcb_window_t WindowProperties::rootInFront() const {
   return pointer ? pointer->root : m_connection.root();
 }
 
-bool WindowProperties::exists(xcb_window_t window) const {
+bool WindowProperties::isInUse(xcb_window_t window) const {
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_get_window_attributes_reply_t> attributes(
       xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, window), nullptr));
-  return attributes != nullptr;
+  if (!attributes) return false;
+  return attributes->map_state == XCB_MAP_STATE_VIEWABLE || isManaged(window);
+}
+
+bool WindowProperties::isManaged(xcb_window_t window) const {
+  for (const xcb_window_t root : m_connection.roots()) {
+    const auto reply =
+        getProperty(m_connection.xcb(), root, m_connection.atoms().netClientList, XCB_ATOM_WINDOW);
+    const auto windows = words(reply);
+    if (std::find(windows.begin(), windows.end(), window) != windows.end()) return true;
+  }
+  return false;
+}
+
+// One that has ended leaves its word behind, but not the window that vouches for it.
+bool WindowProperties::activatesOnRequest(xcb_window_t root) const {
+  const Atoms& atoms = m_connection.atoms();
+  const xcb_window_t voucher = windowProperty(root, atoms.netSupportingWmCheck);
+  if (voucher == noWindow || windowProperty(voucher, atoms.netSupportingWmCheck) != voucher) {
+    return false;
+  }
+  const auto reply = getProperty(m_connection.xcb(), root, atoms.netSupported, XCB_ATOM_ATOM);
+  const auto supported = words(reply);
+  return std::find(supported.begin(), supported.end(), atoms.netActiveWindow) != supported.end();
 }
 
 xcb_window_t WindowProperties::rootOf(xcb_window_t window) const {

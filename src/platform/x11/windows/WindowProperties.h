@@ -20,7 +20,12 @@ class WindowProperties {
   // window that has the input focus. XCB_WINDOW_NONE where there is none.
   [[nodiscard]] xcb_window_t activeWindow() const;
 
-  [[nodiscard]] bool exists(xcb_window_t window) const;
+  // Whether the window is on the screen, or minimised in the care of a window manager. False for
+  // one that has gone, and for one that its application has hidden.
+  [[nodiscard]] bool isInUse(xcb_window_t window) const;
+
+  // Whether a window manager of that screen brings windows to the front on request.
+  [[nodiscard]] bool activatesOnRequest(xcb_window_t root) const;
 
   [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
   // The same for a process of this machine; 0 for another machine's, whose numbers are its own.
@@ -40,6 +45,7 @@ class WindowProperties {
   [[nodiscard]] xcb_window_t windowOfProcess(qint64 processIdentifier) const;
 
  private:
+  [[nodiscard]] bool isManaged(xcb_window_t window) const;
   [[nodiscard]] xcb_window_t windowProperty(xcb_window_t window, xcb_atom_t property) const;
   [[nodiscard]] xcb_window_t rootInFront() const;
   [[nodiscard]] xcb_window_t focusedTopLevel() const;

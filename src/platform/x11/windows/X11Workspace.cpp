@@ -78,27 +78,46 @@ RunningApplication X11Workspace::applicationOf(xcb_window_t window) const {
   return application;
 }
 
+// Numbers of windows are given out again, and a sandbox counts its processes for itself: neither
+// tells alone.
+bool X11Workspace::isOf(const RunningApplication& application, xcb_window_t window) const {
+  if (window == XCB_WINDOW_NONE) return false;
+  const RunningApplication now = applicationOf(window);
+  return now.processIdentifier == application.processIdentifier &&
+         now.bundleIdentifier == application.bundleIdentifier;
+}
+
 // Another window of the same process counts too: the user may have turned to it, and an activation
 // would take them away again.
 bool X11Workspace::isActive(const RunningApplication& application) const {
   const xcb_window_t active = m_windows.activeWindow();
-  if (active == XCB_WINDOW_NONE) return false;
-  if (active == application.nativeWindow) return true;
-  return application.processIdentifier != 0 &&
-         m_windows.processIdentifier(active) == application.processIdentifier;
+  if (!isOf(application, active)) return false;
+  return active == application.nativeWindow || application.processIdentifier != 0;
 }
 
 // An application whose window has gone is still there with another one.
 xcb_window_t X11Workspace::livingWindow(const RunningApplication& application) const {
   const auto window = static_cast<xcb_window_t>(application.nativeWindow);
-  if (m_windows.exists(window)) return window;
+  if (m_windows.isInUse(window) && isOf(application, window)) return window;
   if (application.processIdentifier == 0) return XCB_WINDOW_NONE;
-  return m_windows.windowOfProcess(application.processIdentifier);
+  const xcb_window_t other = m_windows.windowOfProcess(application.processIdentifier);
+  return isOf(application, other) ? other : xcb_window_t{XCB_WINDOW_NONE};
 }
 
 bool X11Workspace::activate(const RunningApplication& application) {
   const xcb_window_t window = livingWindow(application);
   if (window == XCB_WINDOW_NONE) return false;
+  const xcb_window_t root = m_windows.rootOf(window);
+  if (m_windows.activatesOnRequest(root)) {
+    requestActivation(root, window);
+  } else {
+    focus(window);
+  }
+  m_connection.flush();
+  return true;
+}
+
+void X11Workspace::requestActivation(xcb_window_t root, xcb_window_t window) {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
@@ -106,11 +125,16 @@ bool X11Workspace::activate(const RunningApplication& application) {
   message.type = m_connection.atoms().netActiveWindow;
   message.data.data32[0] = sourcePager;
   message.data.data32[1] = XCB_CURRENT_TIME;
-  xcb_send_event(m_connection.xcb(), 0, m_windows.rootOf(window),
+  xcb_send_event(m_connection.xcb(), 0, root,
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
-  m_connection.flush();
-  return true;
+}
+
+// As a window manager would.
+void X11Workspace::focus(xcb_window_t window) {
+  const uint32_t above = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(m_connection.xcb(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+  xcb_set_input_focus(m_connection.xcb(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
 }
 
 std::optional<QString> X11Workspace::ownBundleIdentifier() const {

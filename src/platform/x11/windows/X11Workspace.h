@@ -21,6 +21,9 @@ class X11Workspace final : public Workspace {
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override;
 
  private:
+  [[nodiscard]] bool isOf(const RunningApplication& application, xcb_window_t window) const;
+  void requestActivation(xcb_window_t root, xcb_window_t window);
+  void focus(xcb_window_t window);
   [[nodiscard]] xcb_window_t livingWindow(const RunningApplication& application) const;
   [[nodiscard]] std::optional<RunningApplication> applicationWithoutWindow(
       qint64 processIdentifier) const;

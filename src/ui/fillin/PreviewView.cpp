@@ -102,9 +102,10 @@ void PreviewView::replaceRuns(qsizetype first, qsizetype behindLast,
 QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
   QTextCharFormat format;
   if (kind == PreviewRun::Kind::plain) return format;
-  const QColor base = palette().color(QPalette::Base);
+  const QColor base = activeColor(palette(), QPalette::Base);
   const bool isRequired = kind == PreviewRun::Kind::required;
-  const QColor color = isRequired ? tintOf(FolderColor::red) : palette().color(QPalette::Highlight);
+  const QColor color =
+      isRequired ? tintOf(FolderColor::red) : activeColor(palette(), QPalette::Highlight);
   const QColor background = blended(base, color, highlightOpacity);
   format.setFontWeight(QFont::Medium);
   format.setForeground(isRequired ? requiredColor(palette(), background)

@@ -129,7 +129,8 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
   auto* const pane = new Pane(leastPreviewHeight, this);
   auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
   column->setSpacing(4);
-  column->addWidget(inTone(new QLabel(u"Preview"_s, pane), {Tone::Color::secondary, captionScale}));
+  column->addWidget(inTone(new QLabel(u"Preview"_s, pane),
+                           {Tone::Color::secondary, captionScale, QFont::Normal, QPalette::Base}));
   m_preview = new PreviewView(pane);
   column->addWidget(new RoundedBox(*m_preview, {QPalette::Base, boxPadding}, pane), 1);
   return pane;
@@ -186,7 +187,8 @@ QWidget* StandaloneFillInForm::makeRows() {
   const QString nothingToFillIn = u"No fill-in fields in this snippet"_s;
   if (m_fields.isEmpty()) {
     setAccessibleDescription(nothingToFillIn);
-    auto* const none = inTone(new QLabel(nothingToFillIn, this), {Tone::Color::secondary});
+    auto* const none = inTone(new QLabel(nothingToFillIn, this),
+                              {Tone::Color::secondary, 1, QFont::Normal, QPalette::Base});
     none->setAlignment(Qt::AlignCenter);
     none->setWordWrap(true);
     return none;

@@ -95,7 +95,8 @@ void TriggerBadge::paintEvent(QPaintEvent* /*event*/) {
 
   const QRect area = textArea();
   painter.setFont(textFont(QFont::Bold));
-  painter.setPen(secondaryColor(palette()));
+  const QColor ground = blended(activeColor(palette(), QPalette::Window), m_color, fillOpacity);
+  painter.setPen(secondaryColor(palette(), ground));
   painter.drawText(area.adjusted(-prefixWidth(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
                    m_prefix);
   painter.setFont(textFont(QFont::Medium));

@@ -32,9 +32,9 @@ void CloseButton::paintEvent(QPaintEvent* /*event*/) {
   }
   QRectF cross(0, 0, crossExtent, crossExtent);
   cross.moveCenter(QRectF(rect()).center());
-  painter.setPen(
-      QPen(underMouse() ? palette().color(QPalette::WindowText) : tertiaryColor(palette()),
-           lineWidth, Qt::SolidLine, Qt::RoundCap));
+  const QColor resting = tertiaryColor(palette(), activeColor(palette(), QPalette::Window));
+  const QColor color = underMouse() ? activeColor(palette(), QPalette::WindowText) : resting;
+  painter.setPen(QPen(color, lineWidth, Qt::SolidLine, Qt::RoundCap));
   painter.drawLine(cross.topLeft(), cross.bottomRight());
   painter.drawLine(cross.bottomLeft(), cross.topRight());
 }

@@ -12,6 +12,7 @@ namespace {
 constexpr int padding = 5;
 constexpr double radius = 4;
 constexpr int symbolExtent = 12;
+constexpr double groundOpacity = 0.10;
 
 }  // namespace
 
@@ -37,9 +38,11 @@ void Keycap::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(withOpacity(palette().color(QPalette::WindowText), 0.10));
+  const QColor ground = blended(activeColor(palette(), QPalette::Window),
+                                activeColor(palette(), QPalette::WindowText), groundOpacity);
+  painter.setBrush(ground);
   painter.drawRoundedRect(rect(), radius, radius);
-  const QColor color = secondaryColor(palette());
+  const QColor color = secondaryColor(palette(), ground);
   if (m_symbol) {
     QRect area(0, 0, symbolExtent, symbolExtent);
     area.moveCenter(rect().center());

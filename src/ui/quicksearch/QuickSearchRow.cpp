@@ -48,9 +48,11 @@ void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(Qt::NoPen);
   const QRect row = option.rect;
+  QColor ground = activeColor(option.palette, QPalette::Window);
   if (option.state & QStyle::State_Selected) {
-    painter->setBrush(
-        withOpacity(option.palette.color(QPalette::Active, QPalette::Highlight), selectionOpacity));
+    const QColor accent = activeColor(option.palette, QPalette::Highlight);
+    ground = blended(ground, accent, selectionOpacity);
+    painter->setBrush(withOpacity(accent, selectionOpacity));
     painter->drawRoundedRect(row.adjusted(margin, 0, -margin, 0), radius, radius);
   }
   painter->setBrush(index.data(QuickSearchModel::folderColorRole).value<QColor>());
@@ -62,9 +64,9 @@ void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option
   title.setHeight(QFontMetrics(option.font).height());
   QRect trigger = title.translated(0, title.height() + lineSpacing);
   trigger.setHeight(QFontMetrics(lowerFont).height());
-  painter->setPen(option.palette.color(QPalette::Active, QPalette::WindowText));
+  painter->setPen(activeColor(option.palette, QPalette::WindowText));
   drawLine(*painter, title, option.font, index.data(Qt::DisplayRole).toString());
-  painter->setPen(secondaryColor(option.palette));
+  painter->setPen(secondaryColor(option.palette, ground));
   drawLine(*painter, trigger, lowerFont, index.data(QuickSearchModel::triggerRole).toString());
   painter->restore();
 }

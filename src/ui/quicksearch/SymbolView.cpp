@@ -13,7 +13,8 @@ SymbolView::SymbolView(Symbol symbol, int extent, QWidget* parent)
 
 void SymbolView::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  drawSymbol(painter, rect(), m_symbol, tertiaryColor(palette()));
+  const QColor ground = activeColor(palette(), QPalette::Window);
+  drawSymbol(painter, rect(), m_symbol, tertiaryColor(palette(), ground));
 }
 
 }  // namespace zarvy

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QPalette>
 #include <QWidget>
 
 #include "ui/style/Tones.h"
@@ -10,18 +9,19 @@
 namespace zarvy {
 namespace {
 
-QColor colorOf(Tone::Color color, const QPalette& palette) {
-  switch (color) {
+QColor colorOf(const Tone& tone, const QPalette& palette) {
+  const QColor ground = activeColor(palette, tone.ground);
+  switch (tone.color) {
     case Tone::Color::secondary:
-      return secondaryColor(palette);
+      return secondaryColor(palette, ground);
     case Tone::Color::tertiary:
-      return tertiaryColor(palette);
+      return tertiaryColor(palette, ground);
     case Tone::Color::required:
-      return requiredColor(palette, palette.color(QPalette::Base));
+      return requiredColor(palette, ground);
     case Tone::Color::primary:
       break;
   }
-  return palette.color(QPalette::WindowText);
+  return activeColor(palette, QPalette::WindowText);
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ void ToneKeeper::apply() {
   font.setWeight(m_tone.weight);
   m_widget.setFont(font);
   QPalette palette;
-  palette.setColor(QPalette::WindowText, colorOf(m_tone.color, parent->palette()));
+  palette.setColor(QPalette::WindowText, colorOf(m_tone, parent->palette()));
   m_widget.setPalette(palette);
   m_isApplying = false;
 }

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QObject>
+#include <QPalette>
 
 class QWidget;
 
@@ -14,6 +15,7 @@ struct Tone {
   Color color = Color::primary;
   double scale = 1;  // in relation to the desktop's usual text
   QFont::Weight weight = QFont::Normal;
+  QPalette::ColorRole ground = QPalette::Window;  // what it is written on
 };
 
 // Keeps a label, a check box or the like in a tone while the desktop's palette and font change.

@@ -27,17 +27,14 @@ namespace zarvy {
   return color;
 }
 
-// Text that steps back behind the primary one.
-[[nodiscard]] inline QColor secondaryColor(const QPalette& palette) {
-  return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.68);
-}
-[[nodiscard]] inline QColor tertiaryColor(const QPalette& palette) {
-  return blended(palette.color(QPalette::Window), palette.color(QPalette::WindowText), 0.58);
+// As in the window that has the keyboard: what is kept must not depend on which one has it.
+[[nodiscard]] inline QColor activeColor(const QPalette& palette, QPalette::ColorRole role) {
+  return palette.color(QPalette::Active, role);
 }
 
 // Lines between areas and around boxes.
 [[nodiscard]] inline QColor separatorColor(const QPalette& palette) {
-  return withOpacity(palette.color(QPalette::WindowText), 0.18);
+  return withOpacity(activeColor(palette, QPalette::WindowText), 0.18);
 }
 
 // How far apart two colours are for the eye, from 1 to 21; small text wants 4.5.
@@ -66,10 +63,24 @@ namespace zarvy {
 
 // As text on `background`.
 [[nodiscard]] inline QColor requiredColor(const QPalette& palette, const QColor& background) {
-  return legible(tintOf(FolderColor::red), background, palette.color(QPalette::Text));
+  return legible(tintOf(FolderColor::red), background, activeColor(palette, QPalette::Text));
 }
 [[nodiscard]] inline QColor accentColor(const QPalette& palette, const QColor& background) {
-  return legible(palette.color(QPalette::Highlight), background, palette.color(QPalette::Text));
+  return legible(activeColor(palette, QPalette::Highlight), background,
+                 activeColor(palette, QPalette::Text));
+}
+
+// Text on `background` that steps back behind the primary one, by `amount` of that.
+[[nodiscard]] inline QColor fadedColor(const QPalette& palette, const QColor& background,
+                                       double amount) {
+  const QColor text = activeColor(palette, QPalette::WindowText);
+  return legible(blended(background, text, amount), background, text);
+}
+[[nodiscard]] inline QColor secondaryColor(const QPalette& palette, const QColor& background) {
+  return fadedColor(palette, background, 0.68);
+}
+[[nodiscard]] inline QColor tertiaryColor(const QPalette& palette, const QColor& background) {
+  return fadedColor(palette, background, 0.58);
 }
 
 // Sizes in relation to the desktop's own text.

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "ui/screenshots/DesktopTheme.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
@@ -18,13 +19,31 @@ QPalette paletteOf(const QColor& window, const QColor& text) {
 TEST(Tones, CanBeReadInALightAndInADarkPalette) {
   for (const QPalette& palette :
        {paletteOf(Qt::white, Qt::black), paletteOf({30, 30, 32}, Qt::white),
-        paletteOf(Qt::black, Qt::white)}) {
-    const QColor base = palette.color(QPalette::Base);
-    EXPECT_GE(contrastBetween(requiredColor(palette, base), base), 4.5);
-    EXPECT_GE(contrastBetween(accentColor(palette, base), base), 4.5);
-    EXPECT_GE(contrastBetween(secondaryColor(palette), base), 4.5);
-    EXPECT_GE(contrastBetween(tertiaryColor(palette), base), 4.5);
+        paletteOf(Qt::black, Qt::white), desktopPalette(QStringLiteral("light")),
+        desktopPalette(QStringLiteral("dark"))}) {
+    for (const auto role : {QPalette::Window, QPalette::Base}) {
+      const QColor ground = palette.color(role);
+      EXPECT_GE(contrastBetween(requiredColor(palette, ground), ground), 4.5);
+      EXPECT_GE(contrastBetween(accentColor(palette, ground), ground), 4.5);
+      EXPECT_GE(contrastBetween(secondaryColor(palette, ground), ground), 4.5);
+      EXPECT_GE(contrastBetween(tertiaryColor(palette, ground), ground), 4.5);
+    }
   }
+}
+
+TEST(Tones, AreThoseOfTheWindowThatHasTheKeyboard) {
+  const QPalette plain = desktopPalette(QStringLiteral("light"));
+  QPalette fading = plain;
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::Highlight}) {
+    fading.setColor(QPalette::Inactive, role, Qt::magenta);
+  }
+  fading.setCurrentColorGroup(QPalette::Inactive);
+  const QColor ground = Qt::white;
+  EXPECT_EQ(requiredColor(fading, ground), requiredColor(plain, ground));
+  EXPECT_EQ(accentColor(fading, ground), accentColor(plain, ground));
+  EXPECT_EQ(secondaryColor(fading, ground), secondaryColor(plain, ground));
+  EXPECT_EQ(tertiaryColor(fading, ground), tertiaryColor(plain, ground));
+  EXPECT_EQ(separatorColor(fading), separatorColor(plain));
 }
 
 TEST(Tones, LeaveAColorThatCanBeReadAsItIs) {

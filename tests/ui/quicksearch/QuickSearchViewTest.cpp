@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPalette>
+#include <QScopeGuard>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -16,6 +17,7 @@
 #include "ui/quicksearch/QuickSearchRow.h"
 #include "ui/quicksearch/QuickSearchView.h"
 #include "ui/quicksearch/SearchedLibrary.h"
+#include "ui/screenshots/DesktopTheme.h"
 #include "ui/style/FolderTint.h"
 #include "ui/style/Tones.h"
 
@@ -318,14 +320,15 @@ QColor colorIn(const QImage& image, const QPoint& place) {
   return image.pixelColor(place * image.devicePixelRatio());
 }
 
-QImage paintedRow(const QuickSearchModel& model, const QPalette& palette, bool isSelected) {
-  QImage image(600, 50, QImage::Format_ARGB32_Premultiplied);
+QImage paintedRow(const QuickSearchModel& model, const QPalette& palette, bool isSelected,
+                  const QFont& font = QApplication::font(), int height = 50) {
+  QImage image(600, height, QImage::Format_ARGB32_Premultiplied);
   image.fill(palette.color(QPalette::Window));
   QPainter painter(&image);
   QStyleOptionViewItem option;
   option.rect = image.rect();
   option.palette = palette;
-  option.font = QApplication::font();
+  option.font = font;
   option.state.setFlag(QStyle::State_Selected, isSelected);
   const QuickSearchRow row;
   row.paint(&painter, option, model.index(0, 0));
@@ -348,6 +351,65 @@ TEST(QuickSearchRows, ShowTheColourOfTheFolderAndTheSelection) {
     EXPECT_EQ(colorIn(plain, background), window);
     EXPECT_NE(colorIn(selected, background), window);
     EXPECT_NE(colorIn(selected, background), palette.color(QPalette::Highlight)) << "faint";
+  }
+}
+
+// Of what is drawn in `area` on `ground`. Thin strokes never show their colour, thick ones do.
+double strongestContrast(const QImage& image, const QRect& area, const QColor& ground) {
+  double strongest = 1;
+  for (int y = area.top(); y <= area.bottom(); ++y) {
+    for (int x = area.left(); x <= area.right(); ++x) {
+      strongest = std::max(strongest, contrastBetween(image.pixelColor(x, y), ground));
+    }
+  }
+  return strongest;
+}
+
+QFont thickFont() {
+  QFont font = QApplication::font();
+  font.setPixelSize(90);
+  return font;
+}
+
+TEST(QuickSearchRows, ShowTheTriggerSoThatItCanBeRead) {
+  const QuickSearchModel model({searchedSnippet(QString(), u"HHH"_s)}, {});
+  for (const QString& theme : {u"light"_s, u"dark"_s}) {
+    for (const bool isSelected : {false, true}) {
+      const QImage row = paintedRow(model, desktopPalette(theme), isSelected, thickFont(), 260);
+      const QColor ground = colorIn(row, {580, 130});
+      EXPECT_GE(strongestContrast(row, {40, 100, 500, 160}, ground), 4.5)
+          << theme.toStdString() << isSelected;
+    }
+  }
+}
+
+TEST(QuickSearchHints, ShowTheKeysSoThatTheyCanBeRead) {
+  for (const QString& theme : {u"light"_s, u"dark"_s}) {
+    Keycap key(u"HH"_s, std::nullopt, nullptr);
+    key.setPalette(desktopPalette(theme));
+    key.setFont(thickFont());
+    key.resize(key.sizeHint());
+    QImage image(key.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(key.palette().color(QPalette::Window));
+    key.render(&image, {}, {}, QWidget::DrawChildren);
+    const QColor ground = colorIn(image, {image.width() / 2, 2});
+    EXPECT_GE(strongestContrast(image, image.rect(), ground), 4.5) << theme.toStdString();
+  }
+}
+
+TEST_F(QuickSearchViews, WriteEverythingSoThatItCanBeRead) {
+  const QPalette before = QApplication::palette();
+  const auto restored = qScopeGuard([&before] { QApplication::setPalette(before); });
+  for (const QString& theme : {u"light"_s, u"dark"_s}) {
+    QApplication::setPalette(desktopPalette(theme));
+    open({});
+    const QImage image = m_view->grab().toImage();
+    for (const QLabel* label : m_view->findChildren<QLabel*>()) {
+      if (!label->isVisible()) continue;
+      const QColor ground = colorIn(image, label->mapTo(m_view.get(), QPoint()));
+      EXPECT_GE(contrastBetween(label->palette().color(QPalette::WindowText), ground), 4.5)
+          << label->text().toStdString();
+    }
   }
 }
 

@@ -40,6 +40,10 @@ QPalette paletteOf(const Colors& colors) {
 
 }  // namespace
 
+QPalette desktopPalette(const QString& theme) {
+  return paletteOf(theme == QStringLiteral("dark") ? dark : light);
+}
+
 void useDesktopFont() {
   QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   QApplication::setFont(QFont(QStringLiteral("Noto Sans"), 10));
@@ -48,7 +52,7 @@ void useDesktopFont() {
 }
 
 void useDesktopColors(const QString& theme) {
-  QApplication::setPalette(paletteOf(theme == QStringLiteral("dark") ? dark : light));
+  QApplication::setPalette(desktopPalette(theme));
   QIcon::setThemeName(theme == QStringLiteral("dark") ? QStringLiteral("breeze-dark")
                                                       : QStringLiteral("breeze"));
 }

@@ -116,7 +116,7 @@ QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
 
 void PreviewView::changeEvent(QEvent* event) {
   QPlainTextEdit::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) showAnew();
+  if (event->type() == QEvent::PaletteChange) formatAnew();
 }
 
 QMimeData* PreviewView::createMimeDataFromSelection() const {
@@ -136,11 +136,17 @@ QMimeData* PreviewView::createMimeDataFromSelection() const {
   return copied.release();  // Qt takes it over
 }
 
-void PreviewView::showAnew() {
-  const QList<PreviewRun> runs = std::exchange(m_runs, {});
-  document()->clear();
-  m_lengths.clear();
-  setRuns(runs);
+// The text stays as it is, and with it what is selected and where it is scrolled to.
+void PreviewView::formatAnew() {
+  QTextCursor cursor(document());
+  cursor.beginEditBlock();
+  for (std::size_t index = 0; index < m_lengths.size(); ++index) {
+    const int end = cursor.position() + m_lengths[index];
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.setCharFormat(formatOf(m_runs[static_cast<qsizetype>(index)].kind));
+    cursor.setPosition(end);
+  }
+  cursor.endEditBlock();
 }
 
 }  // namespace zarvy

@@ -151,5 +151,28 @@ TEST(PreviewView, FollowsThePaletteOfTheDesktop) {
   QApplication::setPalette(light);
 }
 
+TEST(PreviewView, KeepsItsPlaceAndItsSelectionInOtherColors) {
+  const QPalette light = QApplication::palette();
+  PreviewView view(nullptr);
+  view.resize(300, 100);
+  view.show();
+  const QString lines = u"line\n"_s.repeated(500);
+  view.setRuns({{Kind::plain, lines}, {Kind::regular, u"x"_s}, {Kind::plain, lines}});
+  QApplication::processEvents();
+  QTextCursor selection = view.textCursor();
+  selection.setPosition(2000);
+  selection.setPosition(2010, QTextCursor::KeepAnchor);
+  view.setTextCursor(selection);
+  view.verticalScrollBar()->setValue(300);
+  QPalette dark = light;
+  dark.setColor(QPalette::Highlight, Qt::darkGreen);
+  QApplication::setPalette(dark);
+  QApplication::processEvents();
+  EXPECT_EQ(view.verticalScrollBar()->value(), 300);
+  EXPECT_EQ(view.textCursor().anchor(), 2000);
+  EXPECT_EQ(view.textCursor().position(), 2010);
+  QApplication::setPalette(light);
+}
+
 }  // namespace
 }  // namespace zarvy

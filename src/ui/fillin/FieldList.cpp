@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/fillin/FieldRow.h"
+#include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
@@ -51,12 +52,12 @@ void FieldList::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QColor line = separatorColor(palette());
-  painter.setPen(line);
+  painter.setPen(QPen(line, lineWidth(painter)));
   painter.setBrush(palette().color(QPalette::Window));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  painter.drawRoundedRect(outlineWithin(painter, rect()), radius, radius);
   for (std::size_t index = 1; index < m_rows.size(); ++index) {
     const int y = m_rows[index]->y() - verticalPadding - 1;
-    painter.fillRect(horizontalPadding, y, width() - 2 * horizontalPadding, 1, line);
+    drawRule(painter, {horizontalPadding, y, width() - 2 * horizontalPadding, 1}, line);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <QSplitterHandle>
 
+#include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,7 +29,7 @@ class PaneDivider final : public QSplitterHandle {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor line = separatorColor(palette());
-    painter.fillRect(QRect(0, height() / 2, width(), 1), line);
+    drawRule(painter, {0, height() / 2, width(), 1}, line);
     QRectF grip({}, gripSize);
     grip.moveCenter(QRectF(rect()).center());
     painter.setPen(Qt::NoPen);

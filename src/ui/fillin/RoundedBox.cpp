@@ -4,13 +4,14 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
+#include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
 namespace {
 
 constexpr double radius = 4;
-constexpr int strokeWidth = 1;
+constexpr int strokeWidth = 1;  // at most
 
 }  // namespace
 
@@ -32,10 +33,10 @@ void RoundedBox::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(palette().color(m_look.background));
-  painter.setPen(m_content.hasFocus() ? palette().color(QPalette::Highlight)
-                                      : separatorColor(palette()));
-  constexpr double inset = strokeWidth / 2.0;  // a line is drawn along the middle of its width
-  painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+  const QColor line =
+      m_content.hasFocus() ? palette().color(QPalette::Highlight) : separatorColor(palette());
+  painter.setPen(QPen(line, lineWidth(painter)));
+  painter.drawRoundedRect(outlineWithin(painter, rect()), radius, radius);
 }
 
 }  // namespace zarvy

@@ -1,13 +1,12 @@
 #include "ui/quicksearch/FloatingPanel.h"
 
-#include <cmath>
-
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
 
 #include "ui/quicksearch/CloseButton.h"
+#include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -58,15 +57,13 @@ bool FloatingPanel::startMove() {
   return m_isBeingMoved;
 }
 
-// The line around it is of whole pixels of the screen at any scale.
 void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   const bool isTranslucent = testAttribute(Qt::WA_TranslucentBackground);
-  const double width = std::floor(devicePixelRatioF()) / devicePixelRatioF();
-  const QRectF outline = QRectF(rect()).adjusted(width / 2, width / 2, -width / 2, -width / 2);
+  const QRectF outline = outlineWithin(painter, rect());
   const QColor window = palette().color(QPalette::Window);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(separatorColor(palette()), width));
+  painter.setPen(QPen(separatorColor(palette()), lineWidth(painter)));
   if (isTranslucent) {
     painter.setBrush(withOpacity(window, opacity));
     painter.drawRoundedRect(outline, radius, radius);

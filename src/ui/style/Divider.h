@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QWidget>
 
+#include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
@@ -14,7 +15,8 @@ class Divider final : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter(this).fillRect(rect(), separatorColor(palette()));
+    QPainter painter(this);
+    drawRule(painter, rect(), separatorColor(palette()));
   }
 };
 

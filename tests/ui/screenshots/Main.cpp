@@ -1,5 +1,5 @@
-// Takes a picture of every scene, light and dark, at 100 and at 200 %, on a private X server with a
-// window manager:
+// Takes a picture of every scene, light and dark, at 100, 150 and 200 %, on a private X server with
+// a window manager:
 //
 //   zarvy_ui_screenshots <folder> [<scene>...]
 //
@@ -56,7 +56,7 @@ int takeAll(const QString& folder, const QStringList& wanted) {
   for (const ScreenScene& scene : screenScenes()) {
     if (!wanted.isEmpty() && !wanted.contains(scene.name)) continue;
     for (const QString& theme : {u"light"_s, u"dark"_s}) {
-      for (const int percent : {100, 200}) {
+      for (const int percent : {100, 150, 200}) {
         ++count;
         isComplete = studio.take(scene.name, theme, percent) && isComplete;
       }

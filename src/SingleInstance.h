@@ -5,38 +5,45 @@
 
 #include <QString>
 
+#include "base/FileDescriptor.h"
+
 class QLocalServer;
-class QLockFile;
 
 namespace zarvy {
 
 // Keeps two instances from serving one user at a time: both would hear every key, expand every
-// trigger and write the same documents. The claim goes with the process, in whatever way it ends.
-// Main thread.
+// trigger and write the same documents. The claim is a name that the kernel gives to one process at
+// a time: it needs no folder, is the same however the program was started, and goes with the
+// process, in whatever way that ends. Main thread.
 class SingleInstance {
  public:
-  // Claims `dataDirectory`, by a lock file in the folder for what lives as long as a session.
   explicit SingleInstance(const QString& dataDirectory);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
 
-  // False where another process has claimed the directory. True too where there is no place for a
-  // lock file: a program that does not start would be the greater harm.
-  [[nodiscard]] bool isOnlyOne() const { return m_isOnlyOne; }
+  // Claims the data directory until the end of this object. Where another process has claimed it,
+  // tells that of this start; where that is just ending, waits for the end. False where the other
+  // one goes on, or does not answer. True too where nothing can be claimed: a program that does not
+  // start would be the greater harm.
+  [[nodiscard]] bool becomeOnlyOne();
 
   // Calls `onOtherStart` whenever the program is started again. For the only one; once, within the
   // life of the QCoreApplication.
   void listen(std::function<void()> onOtherStart);
 
-  // Tells the only one of this start. For the others; waits a moment for one that is just coming
-  // up, and returns without a word where it does not answer.
-  void tellOnlyOne() const;
+  // A program that is started from now on waits for the end of this one. As soon as the event loop
+  // has ended: nobody would answer.
+  void stopListening();
 
  private:
-  const QString m_place;  // of the lock file and the socket, without their endings
-  std::unique_ptr<QLockFile> m_lock;
-  const bool m_isOnlyOne;
+  enum class Answer { none, silence, given };
+
+  [[nodiscard]] bool claim();
+  [[nodiscard]] Answer tellOnlyOne() const;
+
+  const QString m_name;  // of the claim, and of the socket with an ending
+  FileDescriptor m_claim;
   std::unique_ptr<QLocalServer> m_server;
 };
 

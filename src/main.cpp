@@ -32,10 +32,16 @@ QByteArray platformPlugins() {
   return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
 }
 
+struct Running {
+  zarvy::ZarvyApp& app;
+  zarvy::SingleInstance& instance;
+};
+
 // Where a disk or the sound server does not answer there is no end in order; what could be saved
 // has been.
-void endInOrder(zarvy::ZarvyApp& app, int status) {
-  if (!app.end()) std::_Exit(status);
+void endInOrder(const Running& running, int status) {
+  running.instance.stopListening();
+  if (!running.app.end()) std::_Exit(status);
   std::thread([status] {
     std::this_thread::sleep_for(patienceWithToolkit);
     std::_Exit(status);
@@ -44,16 +50,16 @@ void endInOrder(zarvy::ZarvyApp& app, int status) {
 
 // Qt leaves by exit() where its own connection to the display breaks; the program ends in order all
 // the same.
-int runToTheEnd(zarvy::ZarvyApp& app) {
+int runToTheEnd(const Running& program) {
   // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): handlers get no argument
-  static zarvy::ZarvyApp* running = nullptr;
-  running = &app;
+  static const Running* running = nullptr;
+  running = &program;
   std::atexit([] {
     if (running) endInOrder(*running, EXIT_FAILURE);
   });
   const int status = QApplication::exec();
   running = nullptr;
-  endInOrder(app, status);
+  endInOrder(program, status);
   return status;
 }
 
@@ -83,9 +89,8 @@ int main(int argc, char* argv[]) {
   zarvy::StandardLineOutput output;
   zarvy::SingleInstance instance(
       zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()));
-  if (!instance.isOnlyOne()) {
+  if (!instance.becomeOnlyOne()) {
     output.print(QStringLiteral("Zarvy is running already."));
-    instance.tellOnlyOne();
     return 0;
   }
   zarvy::keepToolkitFromBusThatHangs();
@@ -93,5 +98,5 @@ int main(int argc, char* argv[]) {
   zarvy::ZarvyApp app(output);
   app.start();
   instance.listen([&app] { app.openManageSnippets(); });
-  return runToTheEnd(app);
+  return runToTheEnd({.app = app, .instance = instance});
 }

@@ -7,6 +7,7 @@
 
 #include "e2e/behaviour/BehaviourTest.h"
 #include "e2e/harness/InputDevices.h"
+#include "e2e/harness/SystemTray.h"
 #include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
@@ -21,10 +22,11 @@ const std::string mainTitle = "Manage Snippets";
 class LifeCycle : public BehaviourTest {
  protected:
   // Starts the program once more, for the same user, and waits until that has ended.
-  void startAgain() {
+  void startAgain(const Environment& changes = {}) {
     ProgramUnderTest again({.program = programPath(),
                             .environment = stage().environment(),
-                            .homeFolder = program().homeFolder()});
+                            .homeFolder = program().homeFolder(),
+                            .region = changes});
     again.launch();
     EXPECT_EQ(again.process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
     EXPECT_THAT(again.process().outputLines(), testing::ElementsAre("Zarvy is running already."));
@@ -82,6 +84,37 @@ TEST_F(LifeCycle, isNotHeldUpByAStoppedInstance) {
   startAgain();
   program().process().sendSignal(SIGCONT);
   EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value()) << "as soon as it can";
+}
+
+// What starts programs at a time or from afar knows no folder of the session.
+TEST_F(LifeCycle, isStartedOnceHoweverItIsStarted) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  startAgain({{"XDG_RUNTIME_DIR", ""}});
+  EXPECT_TRUE(waitForWindow(stage().connection(), mainTitle).has_value());
+  startAgain({{"XDG_RUNTIME_DIR", stage().makeFolder("run")}});
+  startAgain({{"TMPDIR", stage().makeFolder("tmp")}});
+  EXPECT_TRUE(program().process().isRunning());
+}
+
+// The one that ends waits for a disk for a while.
+TEST_F(LifeCycle, takesOverFromOneThatIsStillEnding) {
+  ProgramUnderTest& next = stage().makeProgram(programPath());
+  next.writeLibrary({{u";ok"_s, u"Ωk"_s}});
+  auto environment = stage().environment();
+  environment["LD_PRELOAD"] = ZARVY_E2E_TROUBLED_DISK;
+  environment["ZARVY_TROUBLED_FOLDER"] = next.dataFolder();
+  ProgramUnderTest ending(
+      {.program = programPath(), .environment = environment, .homeFolder = next.homeFolder()});
+  ending.writeDocument(".trouble", "silent");
+  SystemTray tray(stage().connection(), stage().environment(), stage().makeFolder("tray"));
+  ending.launch();
+  ASSERT_TRUE(tray.clickIconOf("Zarvy")) << "it is up";
+  ending.process().sendSignal(SIGTERM);
+  next.start();
+  EXPECT_EQ(ending.process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
+  stage().startTarget(TargetKind::qt6);
+  expectExpansion();
+  EXPECT_EQ(next.terminate(), ExitStatus{});
 }
 
 TEST_F(LifeCycle, startsAgainAfterOneThatWasKilled) {

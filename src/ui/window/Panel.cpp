@@ -53,11 +53,10 @@ void Panel::closeEvent(QCloseEvent* event) {
   if (const auto delegate = m_delegate.lock()) delegate->windowWillClose();
 }
 
-// A control keeps a press to itself, but for one that is disabled.
+// A control keeps a press to itself, a button also while it is disabled.
 void Panel::mousePressEvent(QMouseEvent* event) {
   QWidget::mousePressEvent(event);
-  const QWidget* const pressed = childAt(event->position().toPoint());
-  const bool takesHold = event->button() == Qt::LeftButton && (!pressed || pressed->isEnabled());
+  const bool takesHold = event->button() == Qt::LeftButton;
   m_heldAt = takesHold ? std::optional(event->globalPosition().toPoint()) : std::nullopt;
 }
 

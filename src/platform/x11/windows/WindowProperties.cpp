@@ -72,13 +72,13 @@ bool WindowProperties::isInUse(xcb_window_t window) const {
 }
 
 bool WindowProperties::isManaged(xcb_window_t window) const {
-  for (const xcb_window_t root : m_connection.roots()) {
+  const auto& roots = m_connection.roots();
+  return std::any_of(roots.begin(), roots.end(), [&](xcb_window_t root) {
     const auto reply =
         getProperty(m_connection.xcb(), root, m_connection.atoms().netClientList, XCB_ATOM_WINDOW);
     const auto windows = words(reply);
-    if (std::find(windows.begin(), windows.end(), window) != windows.end()) return true;
-  }
-  return false;
+    return std::find(windows.begin(), windows.end(), window) != windows.end();
+  });
 }
 
 // One that has ended leaves its word behind, but not the window that vouches for it.

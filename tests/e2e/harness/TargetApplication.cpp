@@ -1,9 +1,9 @@
 #include "e2e/harness/TargetApplication.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "e2e/harness/WaitUntil.h"
-#include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
 
@@ -14,15 +14,25 @@ namespace {
 constexpr auto startDeadline = std::chrono::seconds(60);
 constexpr auto emptyDeadline = std::chrono::seconds(20);
 
+// The window that has come last; none where all were there before.
+xcb_window_t newestWindow(const XConnection& connection, const std::vector<ManagedWindow>& before) {
+  xcb_window_t newest = XCB_WINDOW_NONE;
+  for (const ManagedWindow& window : managedWindows(connection)) {
+    const bool wasThere = std::any_of(before.begin(), before.end(), [&](const ManagedWindow& old) {
+      return old.id == window.id;
+    });
+    if (!wasThere) newest = window.id;
+  }
+  return newest;
+}
+
 }  // namespace
 
 void TargetApplication::start(Person& person) {
   const ProcessSpecification specification = program();
-  const xcb_window_t before = activeWindow(m_setting.connection);
+  const auto before = managedWindows(m_setting.connection);
   m_process.emplace(specification);
-  if (!waitUntil([&] { return isFocusedInsteadOf(before); }, startDeadline)) {
-    throw std::runtime_error(specification.program + " did not come to the front");
-  }
+  bringToFront(before);
   connect();
   // A space has its place on every layout and completes no trigger. A window may drop what comes
   // before it has been drawn, so that one key may not be enough.
@@ -51,10 +61,25 @@ void TargetApplication::close() {
   m_process.reset();
 }
 
-bool TargetApplication::isFocusedInsteadOf(xcb_window_t before) const {
+// A window manager may leave a new window behind the one that somebody is in. Who has started the
+// application turns to it.
+void TargetApplication::bringToFront(const std::vector<ManagedWindow>& before) {
   const XConnection& connection = m_setting.connection;
-  const xcb_window_t active = activeWindow(connection);
-  if (active == XCB_WINDOW_NONE || active == before) return false;
+  xcb_window_t window = XCB_WINDOW_NONE;
+  const auto isInFront = [&] {
+    const xcb_window_t newest = newestWindow(connection, before);
+    if (newest != XCB_WINDOW_NONE && newest != window) turnTo(connection, newest);
+    window = newest;
+    return window != XCB_WINDOW_NONE && isFocused(window);
+  };
+  if (waitUntil(isInFront, startDeadline)) return;
+  throw std::runtime_error(m_process->isRunning() ? "the target did not come to the front"
+                                                  : "the target has ended");
+}
+
+bool TargetApplication::isFocused(xcb_window_t window) const {
+  const XConnection& connection = m_setting.connection;
+  if (activeWindow(connection) != window) return false;
   const auto focus = owned(
       xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
   return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != connection.root();

@@ -3,10 +3,12 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "e2e/harness/ChildProcess.h"
 #include "e2e/harness/EditorState.h"
 #include "e2e/harness/Person.h"
+#include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
 
@@ -53,7 +55,8 @@ class TargetApplication {
   [[nodiscard]] ChildProcess& process() { return *m_process; }
 
  private:
-  [[nodiscard]] bool isFocusedInsteadOf(xcb_window_t before) const;
+  void bringToFront(const std::vector<ManagedWindow>& before);
+  [[nodiscard]] bool isFocused(xcb_window_t window) const;
 
   TargetSetting m_setting;
   std::optional<ChildProcess> m_process;

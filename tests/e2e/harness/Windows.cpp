@@ -22,12 +22,17 @@ std::string titleOf(const XConnection& connection, xcb_window_t window) {
   return {text, static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
 }
 
-void askToClose(const XConnection& connection, xcb_window_t window) {
+// The source of a request that comes from the user.
+constexpr std::uint32_t sourcePager = 2;
+
+void askWindowManager(const XConnection& connection, xcb_window_t window,
+                      const std::string& request, std::uint32_t firstWord) {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
   message.window = window;
-  message.type = connection.atom("_NET_CLOSE_WINDOW");
+  message.type = connection.atom(request);
+  message.data.data32[0] = firstWord;
   xcb_send_event(connection.get(), 0, connection.root(),
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  reinterpret_cast<const char*>(&message));
@@ -52,6 +57,10 @@ xcb_window_t activeWindow(const XConnection& connection) {
   return windows.empty() ? xcb_window_t{XCB_WINDOW_NONE} : windows.front();
 }
 
+void turnTo(const XConnection& connection, xcb_window_t window) {
+  askWindowManager(connection, window, "_NET_ACTIVE_WINDOW", sourcePager);
+}
+
 std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
                                            const std::string& title) {
   std::optional<ManagedWindow> found;
@@ -67,7 +76,7 @@ std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
 }
 
 bool closeWindow(const XConnection& connection, const ManagedWindow& window) {
-  askToClose(connection, window.id);
+  askWindowManager(connection, window.id, "_NET_CLOSE_WINDOW", 0);
   return waitUntil(
       [&] {
         const auto windows = managedWindows(connection);

@@ -19,6 +19,9 @@ struct ManagedWindow {
 // The window that has the keyboard, as the window manager tells it.
 [[nodiscard]] xcb_window_t activeWindow(const XConnection& connection);
 
+// Asks for it to come to the front, as somebody does who turns to it. Does not wait.
+void turnTo(const XConnection& connection, xcb_window_t window);
+
 // Waits until there is a window of that title; absent where none comes.
 [[nodiscard]] std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
                                                          const std::string& title);

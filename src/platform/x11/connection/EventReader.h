@@ -6,6 +6,8 @@
 
 #include <xcb/xcb.h>
 
+#include "platform/x11/connection/HiddenWindow.h"
+
 namespace zarvy::x11 {
 
 class Connection;
@@ -33,12 +35,11 @@ class EventReader {
 
  private:
   void run();
-  void wakeUp();
 
   Connection& m_connection;
   std::vector<Listener> m_listeners;
   std::function<void()> m_onConnectionLost;
-  xcb_window_t m_wakeUpWindow = XCB_WINDOW_NONE;
+  const HiddenWindow m_wakeUp;  // for the end of the thread
   std::thread m_thread;
 };
 

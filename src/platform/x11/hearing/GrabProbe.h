@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include <xcb/xcb.h>
+#include "platform/x11/connection/HiddenWindow.h"
 
 namespace zarvy::x11 {
 
@@ -14,17 +14,14 @@ class Connection;
 // either case. Any thread.
 class GrabProbe {
  public:
-  explicit GrabProbe(Connection& connection);
-  ~GrabProbe();
-  GrabProbe(const GrabProbe&) = delete;
-  GrabProbe& operator=(const GrabProbe&) = delete;
+  explicit GrabProbe(Connection& connection) : m_connection(connection), m_window(connection) {}
 
   // Waits for the answer. Absent where the server has gone.
   [[nodiscard]] std::optional<bool> isGrabbedByAnother() const;
 
  private:
   Connection& m_connection;
-  const xcb_window_t m_window;
+  const HiddenWindow m_window;
 };
 
 }  // namespace zarvy::x11

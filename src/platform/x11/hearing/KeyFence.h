@@ -3,21 +3,16 @@
 #include <atomic>
 #include <cstdint>
 
-#include <xcb/xcb.h>
+#include "platform/x11/connection/HiddenWindow.h"
 
 namespace zarvy::x11 {
-
-class Connection;
 
 // A fence among the key events of the connection. Whoever learns from elsewhere that a secret has
 // ended cannot know which keys have been read by then; those that wait to be read were typed
 // before. The fence is an event that this object sends to itself: the server puts it behind them.
 class KeyFence {
  public:
-  explicit KeyFence(Connection& connection);
-  ~KeyFence();
-  KeyFence(const KeyFence&) = delete;
-  KeyFence& operator=(const KeyFence&) = delete;
+  explicit KeyFence(Connection& connection) : m_window(connection) {}
 
   // What has been typed until now is before the fence. Does not wait. Any thread.
   void set();
@@ -29,8 +24,7 @@ class KeyFence {
   void handleEvent(const xcb_generic_event_t& event);
 
  private:
-  Connection& m_connection;
-  const xcb_window_t m_window;  // never shown
+  const HiddenWindow m_window;
   std::atomic<uint32_t> m_set = 0;
   std::atomic<uint32_t> m_passed = 0;
 };

@@ -1,0 +1,35 @@
+#include "platform/x11/connection/HiddenWindow.h"
+
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
+
+namespace zarvy::x11 {
+
+HiddenWindow::HiddenWindow(Connection& connection)
+    : m_connection(connection), m_id(xcb_generate_id(connection.xcb())) {
+  xcb_create_window(m_connection.xcb(), XCB_COPY_FROM_PARENT, m_id, m_connection.root(), 0, 0, 1, 1,
+                    0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+}
+
+HiddenWindow::~HiddenWindow() {
+  xcb_destroy_window(m_connection.xcb(), m_id);
+}
+
+// Without an event mask it goes to whoever made the window.
+void HiddenWindow::sendMessage() const {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = m_id;
+  message.type = XCB_ATOM_INTEGER;
+  xcb_send_event(m_connection.xcb(), 0, m_id, XCB_EVENT_MASK_NO_EVENT,
+                 reinterpret_cast<const char*>(&message));
+  m_connection.flush();
+}
+
+bool HiddenWindow::isMessage(const xcb_generic_event_t& event) const {
+  return typeOf(event) == XCB_CLIENT_MESSAGE &&
+         reinterpret_cast<const xcb_client_message_event_t&>(event).window == m_id;
+}
+
+}  // namespace zarvy::x11

@@ -28,8 +28,8 @@ class KeyEventPoster {
   virtual ~KeyEventPoster() = default;
 
   // `text` is all that the session is about to type: a hint that lets the platform make room for
-  // characters which the keyboard layout lacks, once, ahead of the first. May wait for held
-  // modifiers to be released.
+  // characters which the keyboard layout lacks, once, ahead of the first one; keys that are pressed
+  // before the text do not wait for that. May wait for held modifiers to be released.
   [[nodiscard]] virtual std::unique_ptr<TypingSession> beginTyping(const QString& text) = 0;
 
   // A hint of characters that sessions to come are likely to need, most wanted first. May do

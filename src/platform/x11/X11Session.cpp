@@ -18,6 +18,7 @@
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/OwnMapChanges.h"
+#include "platform/x11/keyboard/PersonsKeys.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TargetBarrier.h"
@@ -35,8 +36,8 @@ using namespace Qt::Literals::StringLiterals;
 struct X11Session::Keyboards {
   std::unique_ptr<Connection> connection;
   OwnMapChanges ownChanges;
-  std::unique_ptr<FollowedKeymap> heard;
-  std::unique_ptr<FollowedKeymap> typed;
+  std::unique_ptr<FollowedKeymap> keymap;  // of the union of all
+  std::unique_ptr<PersonsKeys> persons;
 
   [[nodiscard]] static std::unique_ptr<Keyboards> open(QString* reason) {
     auto keyboards = std::make_unique<Keyboards>();
@@ -45,9 +46,9 @@ struct X11Session::Keyboards {
     Connection& connection = *keyboards->connection;
     const auto unionOfAll = static_cast<uint16_t>(connection.coreKeyboard());
     const uint16_t fake = HeldKeys(connection).ownFakeKeyboard().value_or(unionOfAll);
-    keyboards->heard = FollowedKeymap::create(connection, keyboards->ownChanges, unionOfAll);
-    keyboards->typed = FollowedKeymap::create(connection, keyboards->ownChanges, fake);
-    if (keyboards->heard && keyboards->typed) return keyboards;
+    keyboards->persons = std::make_unique<PersonsKeys>(fake);
+    keyboards->keymap = FollowedKeymap::create(connection, keyboards->ownChanges, unionOfAll);
+    if (keyboards->keymap) return keyboards;
     *reason = u"The X display does not give its keyboard layout."_s;
     return nullptr;
   }
@@ -65,15 +66,15 @@ struct X11Session::Parts {
                     [this, ownMenuIsOpen = options.ownMenuIsOpen] {
                       return ownWindowHasFocus || ownMenuIsOpen();
                     }),
-        hearing(*connection, posts, *keyboards->heard,
+        hearing(*connection, posts, *keyboards->keymap,
                 [this, mustNotBeHeard = std::move(options.mustNotBeHeard)](xcb_timestamp_t time) {
                   return fence.isAhead() || grabs.mayHide(time) || mustNotBeHeard();
                 }),
         sender(*connection, posts),
         windows(*connection),
         barrier(*connection, windows),
-        modifiers(*connection, sender),
-        typist(*connection, {.typed = *keyboards->typed, .heard = *keyboards->heard},
+        modifiers(*connection, sender, *keyboards->persons),
+        typist(*connection, {.keymap = *keyboards->keymap, .persons = *keyboards->persons},
                keyboards->ownChanges, sender, modifiers, barrier, windows),
         source(scheduler, std::move(options.ownMenuIsOpen)),
         poster(typist),
@@ -92,12 +93,36 @@ struct X11Session::Parts {
     hearing.onPress([this](const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); });
     hearing.onHiddenPress([this] { source.deliverForgetting(); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
-    hearing.onForeignRelease([this](uint8_t keycode) { modifiers.keyReleased(keycode); });
+    hearing.onForeignKey([this](const auto& key) { followKey(key); });
+    hearing.onKeyboardsChanged(
+        [this] { keyboards->persons->keepKeyboards(HeldKeys(*connection).allKeyboards()); });
     reader.addListener([this](const auto& event) { fence.handleEvent(event); });
     reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
     reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
-    reader.addListener([this](const auto& event) { keyboards->typed->handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
+  }
+
+  void followKey(const KeyHearing::ForeignKey& key) {
+    if (key.isPress) {
+      keyboards->persons->press(key.keyboard, key.keycode);
+      if (keyboards->keymap->current()->modifiers().momentary[key.keycode]) {
+        modifiers.keyPressed(key.keyboard, key.keycode, key.sequence);
+      }
+    } else {
+      keyboards->persons->release(key.keyboard, key.keycode);
+      modifiers.keyReleased(key.keycode);
+    }
+  }
+
+  // What is held already.
+  void lookAtHeldKeys() const {
+    const HeldKeys held(*connection);
+    for (const uint16_t keyboard : held.physicalKeyboards()) {
+      const KeycodeSet down = held.on(keyboard);
+      for (std::size_t keycode = 0; keycode < down.size(); ++keycode) {
+        if (down[keycode]) keyboards->persons->press(keyboard, static_cast<uint8_t>(keycode));
+      }
+    }
   }
 
   void recordGrabs() {
@@ -150,7 +175,8 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   parts->connectReader();
   parts->recordGrabs();
   parts->listenOnRoots();
-  parts->modifiers.releaseLeftovers(parts->keyboards->typed->current()->modifiers());
+  parts->modifiers.releaseLeftovers(parts->keyboards->keymap->current()->modifiers());
+  parts->lookAtHeldKeys();
   parts->typist.reclaimSpareKeys();
   parts->typist.onNoSpareKeys([&output] {
     output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);

@@ -1,7 +1,8 @@
 // The modifiers that somebody holds around typing, on a real X server, with nobody listening to the
-// keyboard's events unless a test does.
+// keyboard's events: each test says what is heard, and when.
 
 #include <memory>
+#include <optional>
 
 #include <QTemporaryDir>
 
@@ -14,10 +15,13 @@
 #include "e2e/harness/Xkb.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
+#include "platform/x11/keyboard/PersonsKeys.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/KeySender.h"
+#include "platform/x11/typing/TypingRun.h"
 
 namespace zarvy::x11 {
 namespace {
@@ -30,27 +34,48 @@ class HeldModifiersOnServer : public testing::Test {
       : m_server(m_folder.path().toStdString()),
         m_theirs(m_server.display()),
         m_person(m_theirs),
+        m_personsKeyboard(e2e::serverKeyboardId(m_theirs)),
         m_ours(connect(m_server.display())),
         m_sender(*m_ours, m_posts),
-        m_modifiers(*m_ours, m_sender),
+        m_persons(m_personsKeyboard),
+        m_modifiers(*m_ours, m_sender, m_persons),
         m_keymap(KeymapSnapshot::read(*m_ours, static_cast<uint16_t>(m_ours->coreKeyboard()))) {}
 
-  [[nodiscard]] KeyboardLook look() const {
-    return KeyboardLook::take(*m_ours, static_cast<uint16_t>(m_ours->coreKeyboard()));
+  // What a run finds now.
+  [[nodiscard]] HeldModifiers::RunKeyboard found() const {
+    const KeyboardLook seen = KeyboardLook::take(*m_ours);
+    const ModifierKeys& keys = m_keymap->modifiers();
+    return {.number = m_typedOn.value_or(m_personsKeyboard),
+            .keys = keys,
+            .held = seen.down & keys.momentary,
+            .latched = seen.state.latchedModifiers,
+            .locked = seen.state.lockedModifiers};
   }
 
-  // As the typing does at the start of each run.
-  void clear() {
-    const KeyboardLook seen = look();
-    const ModifierKeys& keys = m_keymap->modifiers();
-    const uint32_t locked = seen.state.lockedModifiers;
-    m_modifiers.clear(keys, seen.down & keys.momentary, seen.state.latchedModifiers, locked);
-    m_sender.flush();
+  [[nodiscard]] std::optional<uint16_t> fakeKeyboard() const {
+    return HeldKeys(*m_ours).ownFakeKeyboard();
+  }
+
+  void type() { typeOn(found()); }
+
+  void typeOn(const HeldModifiers::RunKeyboard& keyboard) {
+    TypingRun(*m_ours, m_sender, m_modifiers, keyboard).type({.keycode = keyOfNoMeaning});
     m_ours->synchronize();
   }
 
-  void restore() {
-    m_modifiers.restore();
+  void pressShift() {
+    m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+    ASSERT_TRUE(isShifted());
+    m_persons.press(m_personsKeyboard, m_shift);
+  }
+
+  // Before anybody here hears of it.
+  void letGoOfShift() { m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard); }
+
+  void hearTheRelease() {
+    m_theirs.synchronise();
+    m_persons.release(m_personsKeyboard, m_shift);
+    m_modifiers.keyReleased(m_shift);
     m_ours->synchronize();
   }
 
@@ -63,12 +88,12 @@ class HeldModifiersOnServer : public testing::Test {
 
   [[nodiscard]] uint32_t locked() const {
     m_theirs.synchronise();
-    return look().state.lockedModifiers;
+    return KeyboardLook::take(*m_ours).state.lockedModifiers;
   }
 
   [[nodiscard]] bool isShifted() const {
     m_theirs.synchronise();
-    return (look().state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
+    return (KeyboardLook::take(*m_ours).state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
   }
 
   [[nodiscard]] Keys held() const {
@@ -76,13 +101,19 @@ class HeldModifiersOnServer : public testing::Test {
     return e2e::heldKeys(m_theirs);
   }
 
+  static constexpr uint8_t m_shift = 50;  // the left one, on all layouts here
+  static constexpr uint8_t keyOfNoMeaning = 97;
+
   QTemporaryDir m_folder;
   e2e::PrivateXServer m_server;
   e2e::XConnection m_theirs;
   e2e::Person m_person;
+  const uint16_t m_personsKeyboard;
+  std::optional<uint16_t> m_typedOn;  // another keyboard than the person's
   std::unique_ptr<Connection> m_ours;
   OwnPosts m_posts;
   KeySender m_sender;
+  PersonsKeys m_persons;
   HeldModifiers m_modifiers;
   std::shared_ptr<const KeymapSnapshot> m_keymap;
 
@@ -94,75 +125,109 @@ class HeldModifiersOnServer : public testing::Test {
   }
 };
 
-TEST_F(HeldModifiersOnServer, AreOutOfTheWayAndComeBack) {
-  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  ASSERT_TRUE(isShifted());
-  clear();
-  EXPECT_FALSE(isShifted());
-  restore();
+TEST_F(HeldModifiersOnServer, AreOutOfTheWayForARunAndComeBack) {
+  pressShift();
+  {
+    const HeldModifiers::RunKeyboard keyboard = found();
+    const auto lock = m_modifiers.lockForRun();
+    m_modifiers.beginRun(keyboard);
+    m_ours->synchronize();
+    EXPECT_FALSE(isShifted());
+    m_modifiers.endRun(keyboard);
+    m_ours->synchronize();
+  }
   EXPECT_TRUE(isShifted());
 }
 
 TEST_F(HeldModifiersOnServer, DoNotComeBackWhereTheyWereLetGoMeanwhile) {
-  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  ASSERT_TRUE(isShifted());
-  clear();
-  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  EXPECT_FALSE(isShifted());
-  restore();
+  pressShift();
+  const HeldModifiers::RunKeyboard keyboard = found();
+  letGoOfShift();
+  hearTheRelease();
+  typeOn(keyboard);
   EXPECT_EQ(held(), Keys());
 }
 
 TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardOnceTheReleaseIsHeard) {
-  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  ASSERT_TRUE(isShifted());
-  const Keys shift = held();
-  ASSERT_EQ(shift.size(), 1U);
-  clear();
-  restore();
-  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  m_theirs.synchronise();
-  m_modifiers.keyReleased(*shift.begin());
-  m_ours->synchronize();
-  EXPECT_EQ(held(), Keys());
+  for (const auto typedOn : {std::optional<uint16_t>(), fakeKeyboard()}) {
+    m_typedOn = typedOn;
+    pressShift();
+    type();
+    EXPECT_TRUE(isShifted());
+    letGoOfShift();
+    hearTheRelease();
+    EXPECT_EQ(held(), Keys());
+  }
 }
 
-// A Shift that is down on the keyboard of faked keys alone is up for the applications, and pressing
-// it there once more does nothing.
+// The press that gives Shift back comes after the release that it does not know of.
+TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardWhereTheReleaseIsHeardLate) {
+  for (const auto typedOn : {std::optional<uint16_t>(), fakeKeyboard()}) {
+    m_typedOn = typedOn;
+    pressShift();
+    const HeldModifiers::RunKeyboard keyboard = found();
+    letGoOfShift();
+    typeOn(keyboard);
+    hearTheRelease();
+    EXPECT_EQ(held(), Keys());
+  }
+}
+
+// A Shift that is down on another keyboard alone is up for the applications, and pressing it there
+// once more does nothing.
 TEST_F(HeldModifiersOnServer, GoUpOnEveryKeyboardBeforeTypingWhereTheReleaseIsHeardLate) {
-  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  ASSERT_TRUE(isShifted());
-  clear();
-  restore();
-  m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  m_typedOn = fakeKeyboard();
+  pressShift();
+  type();
+  letGoOfShift();
   EXPECT_FALSE(isShifted());
-  clear();
+  m_persons.release(m_personsKeyboard, m_shift);
+  type();
   EXPECT_EQ(held(), Keys());
 }
 
-TEST_F(HeldModifiersOnServer, AreUnlockedAndLockedAgain) {
+TEST_F(HeldModifiersOnServer, ComeBackWhereARunHasReleasedThemBeforeTheyWereHeard) {
+  const HeldModifiers::RunKeyboard keyboard = found();
+  const uint32_t before = m_sender.release(m_personsKeyboard, keyOfNoMeaning);
+  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
+  ASSERT_TRUE(isShifted());
+  typeOn(keyboard);
+  EXPECT_FALSE(isShifted());
+  m_persons.press(m_personsKeyboard, m_shift);
+  m_modifiers.keyPressed(m_personsKeyboard, m_shift, before);
+  m_ours->synchronize();
+  EXPECT_TRUE(isShifted());
+  letGoOfShift();
+  hearTheRelease();
+  EXPECT_EQ(held(), Keys());
+}
+
+TEST_F(HeldModifiersOnServer, AreLeftAloneWhereTheyWereHeldBeforeTheRunAndHeardAfterIt) {
+  pressShift();
+  type();
+  EXPECT_TRUE(isShifted());
+  const uint32_t after = m_sender.release(m_personsKeyboard, keyOfNoMeaning);
+  m_modifiers.keyPressed(m_personsKeyboard, m_shift, after);
+  letGoOfShift();
+  EXPECT_EQ(held(), Keys());
+}
+
+TEST_F(HeldModifiersOnServer, AreUnlockedForARunAndLockedAgain) {
   lockShift();
-  clear();
-  EXPECT_EQ(locked(), 0U);
-  restore();
+  const HeldModifiers::RunKeyboard keyboard = found();
+  {
+    const auto lock = m_modifiers.lockForRun();
+    m_modifiers.beginRun(keyboard);
+    EXPECT_EQ(locked(), 0U);
+    m_modifiers.endRun(keyboard);
+  }
   EXPECT_EQ(locked(), uint32_t{XCB_MOD_MASK_SHIFT});
 }
 
-// Somebody who presses a lock's key while it is unlocked for the typing means to end the lock.
-TEST_F(HeldModifiersOnServer, AreNotLockedAgainWhereTheUserHasEndedTheLockMeanwhile) {
-  lockShift();
-  clear();
-  lockShift();
-  clear();
-  restore();
-  EXPECT_EQ(locked(), 0U);
-}
-
 TEST_F(HeldModifiersOnServer, AreTakenBackAtTheEndOfTheProgram) {
-  m_person.press(XKB_KEY_Shift_L, e2e::Body::serverKeyboard);
-  ASSERT_TRUE(isShifted());
-  clear();
-  restore();
+  m_typedOn = fakeKeyboard();
+  pressShift();
+  type();
   m_modifiers.letGo();
   m_ours->synchronize();
   m_person.releaseAll();

@@ -62,6 +62,7 @@ TEST_P(KeyboardOfItsOwnLayout, KeepsItAndLeavesTheOthersTheirs) {
   const std::vector<std::string> before = mappingsOfBothKeyboards(desk);
   ASSERT_NE(before.front(), before.back());
   desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed);
   desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
   desk.type(mixed);
   EXPECT_EQ(desk.witness().text(), mixed + mixed);
@@ -89,6 +90,7 @@ TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
 TEST(KeyboardsOfTheirOwn, GetTheSpareKeysTooWhereTheyHaveLostThem) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(mixed);
+  EXPECT_EQ(desk.witness().text(), mixed);
   desk.changePersonsLayout("de");
   const std::vector<std::string> without = mappingsOfBothKeyboards(desk);
   desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);

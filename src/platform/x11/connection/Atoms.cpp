@@ -23,6 +23,7 @@ Atoms Atoms::intern(xcb_connection_t* xcb) {
       Row{&Atoms::netWmStateSkipTaskbar, "_NET_WM_STATE_SKIP_TASKBAR"},
       Row{&Atoms::utf8String, "UTF8_STRING"},
       Row{&Atoms::wmProtocols, "WM_PROTOCOLS"},
+      Row{&Atoms::ximServers, "XIM_SERVERS"},
       Row{&Atoms::zarvySpareKeys, "_ZARVY_SPARE_KEYS"},
   };
   std::array<xcb_intern_atom_cookie_t, rows.size()> cookies{};

@@ -61,6 +61,7 @@ bool Connection::requireExtensions(QString* reason) {
     return false;
   }
   m_xinputOpcode = xinput->major_opcode;
+  m_xinputEventBase = xinput->first_event;
   if (!presentExtension(m_xcb, &xcb_test_id) || !negotiateXTest(m_xcb)) {
     *reason = u"The X display lacks the XTEST extension, so keys cannot be sent."_s;
     return false;

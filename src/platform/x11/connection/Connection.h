@@ -35,6 +35,7 @@ class Connection {
 
   [[nodiscard]] const Atoms& atoms() const { return m_atoms; }
   [[nodiscard]] uint8_t xinputOpcode() const { return m_xinputOpcode; }
+  [[nodiscard]] uint8_t xinputEventBase() const { return m_xinputEventBase; }
   [[nodiscard]] uint8_t xkbEventBase() const { return m_xkbEventBase; }
   [[nodiscard]] int32_t coreKeyboard() const { return m_coreKeyboard; }
 
@@ -56,6 +57,7 @@ class Connection {
   std::vector<xcb_window_t> m_roots;
   Atoms m_atoms;
   uint8_t m_xinputOpcode = 0;
+  uint8_t m_xinputEventBase = 0;
   uint8_t m_xkbEventBase = 0;
   int32_t m_coreKeyboard = -1;
 };

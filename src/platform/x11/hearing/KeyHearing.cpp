@@ -54,8 +54,7 @@ void KeyHearing::selectEvents() {
 }
 
 // Autorepeat makes no raw events. It is taken from the events of the single keyboards, which reach
-// the root window since applications listen to the union of all keyboards only. The keyboard of
-// faked events is left out: what this program types would come a second time. Unlike raw events,
+// the root window since applications listen to the union of all keyboards only. Unlike raw events,
 // which come once wherever one listens, these go to the screen that has the focus.
 void KeyHearing::selectAutorepeat() {
   for (const uint16_t keyboard : HeldKeys(m_connection).physicalKeyboards()) {
@@ -75,7 +74,10 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
   const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
   if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(key, true);
   if (generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) handleRawKey(key, false);
-  if (generic.event_type == XCB_INPUT_HIERARCHY) selectAutorepeat();
+  if (generic.event_type == XCB_INPUT_HIERARCHY) {
+    selectAutorepeat();
+    m_onKeyboardsChanged();
+  }
   if (generic.event_type == XCB_INPUT_KEY_PRESS) {
     handleKeyboardPress(reinterpret_cast<const xcb_input_key_press_event_t&>(event));
   }
@@ -97,11 +99,11 @@ void KeyHearing::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
                .locationX = syntheticEventMarkerX});
     return;
   }
-  if (press) {
-    handleForeignPress(keycode, event.time);
-  } else {
-    m_onForeignRelease(keycode);
-  }
+  m_onForeignKey({.keyboard = event.sourceid,
+                  .keycode = keycode,
+                  .isPress = press,
+                  .sequence = event.full_sequence});
+  if (press) handleForeignPress(keycode, event.time);
 }
 
 // What must not be heard may begin on another thread while a key is being decoded: whoever begins

@@ -39,9 +39,23 @@ class KeyHearing {
   // Called on the reader's thread for each modifier or layout that changes.
   void onStateChange(std::function<void()> handler) { m_onStateChange = std::move(handler); }
 
-  // Called on the reader's thread for each key that someone else releases.
-  void onForeignRelease(std::function<void(uint8_t keycode)> handler) {
-    m_onForeignRelease = std::move(handler);
+  // A key that somebody else presses or releases, on the keyboard with that XInput number. The
+  // server had carried out this program's request of number `sequence`, and none behind it.
+  struct ForeignKey {
+    uint16_t keyboard = 0;
+    uint8_t keycode = 0;
+    bool isPress = false;
+    uint32_t sequence = 0;
+  };
+
+  // Called on the reader's thread for each of them, ahead of the handler of presses.
+  void onForeignKey(std::function<void(const ForeignKey&)> handler) {
+    m_onForeignKey = std::move(handler);
+  }
+
+  // Called on the reader's thread when a keyboard has come or gone.
+  void onKeyboardsChanged(std::function<void()> handler) {
+    m_onKeyboardsChanged = std::move(handler);
   }
 
   // On the reader's thread.
@@ -64,7 +78,8 @@ class KeyHearing {
   PressHandler m_onPress;
   std::function<void()> m_onHiddenPress;
   std::function<void()> m_onStateChange;
-  std::function<void(uint8_t)> m_onForeignRelease;
+  std::function<void(const ForeignKey&)> m_onForeignKey;
+  std::function<void()> m_onKeyboardsChanged;
 };
 
 }  // namespace zarvy::x11

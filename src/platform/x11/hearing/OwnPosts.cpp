@@ -1,15 +1,8 @@
 #include "platform/x11/hearing/OwnPosts.h"
 
+#include "platform/x11/connection/XEvents.h"
+
 namespace zarvy::x11 {
-
-namespace {
-
-// Sequence numbers wrap around.
-bool isBefore(uint32_t left, uint32_t right) {
-  return static_cast<int32_t>(left - right) < 0;
-}
-
-}  // namespace
 
 void OwnPosts::record(uint32_t sequence, uint8_t keycode, bool press) {
   m_posts.push_back({sequence, keycode, press});

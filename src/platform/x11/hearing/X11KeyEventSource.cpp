@@ -1,18 +1,41 @@
 #include "platform/x11/hearing/X11KeyEventSource.h"
 
 #include <atomic>
+#include <mutex>
 #include <utility>
+#include <vector>
 
 #include "base/Scheduler.h"
 #include "platform/x11/hearing/ForgettingKey.h"
 
 namespace zarvy::x11 {
 
-// Touched on the main thread only, but for the count.
+// Touched on the main thread only, but for the count and the reports that wait for that thread.
 struct X11KeyEventSource::Monitors {
+  using Report = std::function<void(const Monitors& monitors)>;
+
   std::function<bool()> ownMenuIsOpen;
   std::map<Token, Monitor> monitors;
   std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
+
+  std::mutex mutex;
+  std::vector<Report> waiting;  // under the mutex
+
+  // True where nobody is on the way to take it yet.
+  [[nodiscard]] bool enqueue(Report report) {
+    const std::lock_guard lock(mutex);
+    waiting.push_back(std::move(report));
+    return waiting.size() == 1;
+  }
+
+  void reportWaiting() {
+    std::vector<Report> reports;
+    {
+      const std::lock_guard lock(mutex);
+      reports.swap(waiting);
+    }
+    for (const Report& report : reports) report(*this);
+  }
 
   void report(const KeyEvent& event, bool isLocal) const {
     const auto current = monitors;  // a handler may remove itself
@@ -58,10 +81,11 @@ void X11KeyEventSource::deliverForgetting() {
   post([](const Monitors& monitors) { monitors.report(forgettingKey(), false); });
 }
 
+// A burst of keys, this program's own for the most part, wakes up the main thread once.
 void X11KeyEventSource::post(std::function<void(const Monitors& monitors)> report) {
-  if (m_monitors->isEmpty) return;
-  m_scheduler.post([monitors = std::weak_ptr(m_monitors), report = std::move(report)] {
-    if (const auto alive = monitors.lock()) report(*alive);
+  if (m_monitors->isEmpty || !m_monitors->enqueue(std::move(report))) return;
+  m_scheduler.post([monitors = std::weak_ptr(m_monitors)] {
+    if (const auto alive = monitors.lock()) alive->reportWaiting();
   });
 }
 

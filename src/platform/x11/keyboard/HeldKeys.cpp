@@ -38,10 +38,16 @@ std::vector<HeldKeys::Keyboard> HeldKeys::keyboards() const {
   return found;
 }
 
-std::vector<uint16_t> HeldKeys::keyboards(bool fake) const {
+std::vector<uint16_t> HeldKeys::allKeyboards() const {
+  std::vector<uint16_t> found;
+  for (const Keyboard& keyboard : keyboards()) found.push_back(keyboard.device);
+  return found;
+}
+
+std::vector<uint16_t> HeldKeys::physicalKeyboards() const {
   std::vector<uint16_t> found;
   for (const Keyboard& keyboard : keyboards()) {
-    if (keyboard.isFake == fake) found.push_back(keyboard.device);
+    if (!keyboard.isFake) found.push_back(keyboard.device);
   }
   return found;
 }
@@ -55,17 +61,11 @@ std::optional<uint16_t> HeldKeys::ownFakeKeyboard() const {
   return std::nullopt;
 }
 
-KeycodeSet HeldKeys::onKeyboards(bool fake) const {
-  KeycodeSet down;
-  for (const uint16_t keyboard : keyboards(fake)) down |= onDevice(keyboard);
-  return down;
-}
-
 // The answer is a list of input classes, each with its number and its length in bytes ahead.
-KeycodeSet HeldKeys::onDevice(uint16_t device) const {
+KeycodeSet HeldKeys::on(uint16_t keyboard) const {
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_input_query_device_state_reply_t> reply(xcb_input_query_device_state_reply(
-      xcb, xcb_input_query_device_state(xcb, static_cast<uint8_t>(device)), nullptr));
+      xcb, xcb_input_query_device_state(xcb, static_cast<uint8_t>(keyboard)), nullptr));
   if (!reply) return {};
   const auto* bytes = reinterpret_cast<const uint8_t*>(reply.get() + 1);
   std::span<const uint8_t> rest(bytes, std::size_t{4} * reply->length);

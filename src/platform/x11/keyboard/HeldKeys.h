@@ -15,21 +15,18 @@ class HeldKeys {
  public:
   explicit HeldKeys(Connection& connection) : m_connection(connection) {}
 
-  // The devices that people type on, as XInput numbers them.
-  [[nodiscard]] std::vector<uint16_t> physicalKeyboards() const { return keyboards(false); }
+  // Every single keyboard, as XInput numbers them.
+  [[nodiscard]] std::vector<uint16_t> allKeyboards() const;
 
-  // The devices that faked events come from.
-  [[nodiscard]] std::vector<uint16_t> fakeKeyboards() const { return keyboards(true); }
+  // Those that people type on.
+  [[nodiscard]] std::vector<uint16_t> physicalKeyboards() const;
 
   // The one among them whose events reach the applications that the connection's keyboard serves;
   // there can be a keyboard for each pointer on the screen. Absent where there is none.
   [[nodiscard]] std::optional<uint16_t> ownFakeKeyboard() const;
 
-  // On the keyboards that people touch, whatever has been faked meanwhile.
-  [[nodiscard]] KeycodeSet onPhysicalKeyboards() const { return onKeyboards(false); }
-
-  // On the server's keyboard for faked events.
-  [[nodiscard]] KeycodeSet onFakeKeyboard() const { return onKeyboards(true); }
+  // On one keyboard, or on the union of all.
+  [[nodiscard]] KeycodeSet on(uint16_t keyboard) const;
 
  private:
   struct Keyboard {
@@ -38,9 +35,6 @@ class HeldKeys {
     bool isFake;
   };
   [[nodiscard]] std::vector<Keyboard> keyboards() const;
-  [[nodiscard]] std::vector<uint16_t> keyboards(bool fake) const;
-  [[nodiscard]] KeycodeSet onKeyboards(bool fake) const;
-  [[nodiscard]] KeycodeSet onDevice(uint16_t device) const;
 
   Connection& m_connection;
 };

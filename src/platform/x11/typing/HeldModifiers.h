@@ -1,67 +1,90 @@
 #pragma once
 
+#include <array>
 #include <condition_variable>
+#include <map>
 #include <mutex>
 #include <optional>
 #include <vector>
 
-#include "platform/x11/keyboard/HeldKeys.h"
-#include "platform/x11/keyboard/KeymapSnapshot.h"
+#include "platform/x11/keyboard/KeyboardLook.h"
+#include "platform/x11/keyboard/PersonsKeys.h"
 
 namespace zarvy::x11 {
 
 class Connection;
 class KeySender;
 
-// Takes the modifiers that the user holds out of the way of a typing run, and gives them back where
-// they are still held afterwards. No modifier is ever left down that nobody holds.
+// Keeps the modifiers that somebody holds from what is typed, and gives them back where they are
+// still held. No modifier is ever left down that nobody holds.
 //
-// Callers serialise the typing side by the lock of the typist; the reader's thread comes in through
-// its own two operations.
+// A run of typing holds the lock of this object while it posts; the reader's thread comes in
+// between two runs. What a person does in the middle of a run is put right by the reader, which
+// knows from the numbers of events whether the server carried out the run before or after that.
 class HeldModifiers {
  public:
-  HeldModifiers(Connection& connection, KeySender& sender);
+  HeldModifiers(Connection& connection, KeySender& sender, PersonsKeys& persons);
 
   // Waits, for a bounded time, until Control, Alt and Super are up: they would turn text into
   // shortcuts, and releasing them for the user can itself be a command to a desktop.
   void awaitShortcutModifiersReleased(const ModifierKeys& keys);
 
-  // Releases the modifier keys in `held`, which applications see as down, what restore() pressed,
-  // and the latches and locks given (real modifiers). `keys` are those of the keyboard for faked
-  // keys. All is buffered ahead of what is posted next.
-  void clear(const ModifierKeys& keys, const KeycodeSet& held, uint32_t latched, uint32_t locked);
+  // What a run types on, and what it finds there.
+  struct RunKeyboard {
+    uint16_t number = 0;  // XInput's
+    const ModifierKeys& keys;
+    KeycodeSet held;                       // modifier keys that applications saw as down
+    std::array<uint32_t, 256> releases{};  // PersonsKeys', from just before that
+    uint32_t latched = 0;                  // real modifiers, to be undone for good
+    uint32_t locked = 0;                   // to be unlocked until the end of the run
+  };
 
-  // A key for Shift, or LevelThree, that the user's own release of a held one cannot cut short.
-  // Absent where there is no candidate.
-  [[nodiscard]] std::optional<uint8_t> freeKey(const std::vector<uint8_t>& candidates) const;
+  // While this is held nobody else here posts a key. The three functions below are called under it,
+  // and what they post is buffered.
+  [[nodiscard]] std::unique_lock<std::mutex> lockForRun() { return std::unique_lock(m_mutex); }
 
-  // Presses again what clear() released and a keyboard still reports as held, and locks again what
-  // it unlocked.
-  void restore();
+  // Makes all modifiers ineffective.
+  void beginRun(const RunKeyboard& keyboard);
 
-  // Takes back what restore() has pressed. At the end of the program.
+  // Releases Shift once more, ahead of a key that must be without it: somebody may have pressed it
+  // since the run began.
+  void holdOffShift(const RunKeyboard& keyboard);
+
+  // Presses again what the run has released and somebody holds, and locks again what it unlocked.
+  void endRun(const RunKeyboard& keyboard);
+
+  // Takes back what endRun() has pressed. At the end of the program.
   void letGo();
 
-  // Releases what a crashed run of this program left down.
+  // Releases what a crashed run of this program left down on the keyboard for faked keys.
   void releaseLeftovers(const ModifierKeys& keys);
+
+  // On the reader's thread: somebody pressed a key before the server had carried out the request
+  // that follows number `sequence`, or released it. PersonsKeys knows of it already.
+  void keyPressed(uint16_t keyboard, uint8_t keycode, uint32_t sequence);
+  void keyReleased(uint8_t keycode);
 
   // On the reader's thread.
   void stateChanged();
-  void keyReleased(uint8_t keycode);
 
   // Ends every wait. Any thread.
   void abandonWaits();
 
  private:
+  void release(uint16_t keyboard, uint8_t keycode);
+  void pressAgain(uint16_t keyboard, uint8_t keycode);
+
   Connection& m_connection;
   KeySender& m_sender;
-  HeldKeys m_heldKeys;
-  mutable std::mutex m_mutex;
+  PersonsKeys& m_persons;
+  std::mutex m_mutex;
   std::condition_variable m_stateChanged;
   bool m_abandoned = false;
-  KeycodeSet m_released;    // by clear(), since the last restore()
-  uint32_t m_unlocked = 0;  // likewise
-  KeycodeSet m_repressed;   // by restore(), and still to be released along with the user's key
+  KeycodeSet m_released;  // by the run under way
+  // The number of the latest request that released a key.
+  std::array<std::optional<uint32_t>, 256> m_lastRelease;
+  // Pressed by endRun(), on which keyboard, and still to be released there along with the user's.
+  std::map<uint8_t, uint16_t> m_pressedAgain;
 };
 
 }  // namespace zarvy::x11

@@ -1,17 +1,21 @@
 #pragma once
 
+#include <map>
+
 #include <QByteArray>
 #include <QString>
 
 namespace zarvy::x11 {
 
-// Watches whether the main thread of another process sleeps. One thread.
+// Watches whether another process does anything: any of its threads may be the one that reads its
+// keys. One thread.
 class ProcessActivity {
  public:
   // 0, or a process that has gone, is always taken for resting.
   explicit ProcessActivity(qint64 processIdentifier);
 
-  // True where the thread sleeps and has not run since the last call.
+  // True where all its threads sleep and have done next to nothing since the last call. Some
+  // programs have a thread that wakes up by the clock for a moment: that alone is no activity.
   [[nodiscard]] bool isResting();
 
   // True where it has been stopped, by a debugger or a shell, and does nothing until it is
@@ -20,7 +24,7 @@ class ProcessActivity {
 
  private:
   QString m_folder;
-  QByteArray m_lastSchedule;
+  std::map<QByteArray, qint64> m_runTimes;  // of each thread, in nanoseconds
 };
 
 }  // namespace zarvy::x11

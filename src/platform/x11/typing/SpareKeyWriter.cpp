@@ -149,11 +149,7 @@ void SpareKeyWriter::giveBack() {
 // have the spare keys; and each keeps whatever else is its own. The union itself is never written:
 // the server would give its layout to every keyboard.
 std::vector<uint16_t> SpareKeyWriter::everyKeyboard() const {
-  const HeldKeys held(m_connection);
-  std::vector<uint16_t> devices = held.physicalKeyboards();
-  const std::vector<uint16_t> fake = held.fakeKeyboards();
-  devices.insert(devices.end(), fake.begin(), fake.end());
-  return devices;
+  return HeldKeys(m_connection).allKeyboards();
 }
 
 bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {

@@ -27,7 +27,7 @@ using SpareKeySymbols = std::array<xkb_keysym_t, spareKeyLevels>;
 // crash left behind. One thread at a time.
 class SpareKeyWriter {
  public:
-  // `keymap` is that of the keyboard through which this program types.
+  // `keymap` is that of the union of all keyboards.
   SpareKeyWriter(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& keymap);
 
   // What a spare key is under the present keymap.

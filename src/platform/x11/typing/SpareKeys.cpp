@@ -6,30 +6,28 @@
 #include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/typing/KeySymbolTable.h"
 #include "platform/x11/typing/TargetBarrier.h"
+#include "platform/x11/windows/WindowProperties.h"
 
 namespace zarvy::x11 {
 
-SpareKeys::SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& typed,
-                     const FollowedKeymap& heard, TargetBarrier& barrier)
+SpareKeys::SpareKeys(Connection& connection, OwnMapChanges& ownChanges,
+                     const FollowedKeymap& keymap, TargetBarrier& barrier,
+                     const WindowProperties& windows)
     : m_connection(connection),
-      m_typed(typed),
-      m_heard(heard),
+      m_keymap(keymap),
       m_barrier(barrier),
-      m_writer(connection, ownChanges, typed) {}
+      m_windows(windows),
+      m_writer(connection, ownChanges, keymap) {}
 
-// The keymap that is heard is new each time another keyboard is used. Looking at it costs nothing;
-// the server is asked only where it might be that of a keyboard without the spare keys.
+// The keymap is new each time another keyboard is used. Looking at it costs nothing; the server is
+// asked only where it might be that of a keyboard without the spare keys.
 void SpareKeys::follow() {
-  const auto typed = m_typed.current();
-  const auto heard = m_heard.current();
-  const bool isFirst = m_typedSnapshot == nullptr;
-  const bool isTypedNew = m_typedSnapshot != typed;
-  const bool isHeardSuspect = m_heardSnapshot != heard && !looksComplete(*heard);
-  m_typedSnapshot = typed;
-  m_heardSnapshot = heard;
-  const bool hasTyped =
-      !isTypedNew || (!isFirst && m_kind == m_writer.kind() && areOn(m_typed.device()));
-  if (!hasTyped || (isHeardSuspect && !areOn(m_heard.device()))) startAnew();
+  const auto snapshot = m_keymap.current();
+  if (m_snapshot == snapshot) return;
+  const bool isFirst = m_snapshot == nullptr;
+  m_snapshot = snapshot;
+  const bool isSame = !isFirst && m_kind == m_writer.kind();
+  if (!isSame || (!looksComplete(*snapshot) && !areThere())) startAnew();
 }
 
 // Keymaps are not read again for changes of this program's own, so a key may seem empty that is
@@ -40,8 +38,8 @@ bool SpareKeys::looksComplete(const KeymapSnapshot& keymap) const {
   });
 }
 
-bool SpareKeys::areOn(uint16_t device) const {
-  const auto table = KeySymbolTable::read(m_connection, device);
+bool SpareKeys::areThere() const {
+  const auto table = KeySymbolTable::read(m_connection, m_keymap.device());
   if (!table) return true;
   return std::all_of(m_pool.slots().begin(), m_pool.slots().end(), [&](const auto& slot) {
     if (slot.character == 0) return true;
@@ -103,9 +101,9 @@ std::map<uint8_t, SpareKeySymbols> SpareKeys::symbolsOfChangedKeys(
   return keys;
 }
 
-void SpareKeys::markUsed(char32_t character, xcb_window_t window) {
+void SpareKeys::markUsed(char32_t character, xcb_window_t focus) {
   m_pool.markUsed(character);
-  m_unreadWindows.insert(window);
+  m_unreadWindows.insert(focus);
 }
 
 bool SpareKeys::reclaim() {
@@ -119,9 +117,15 @@ void SpareKeys::giveBack() {
   m_writer.giveBack();
 }
 
+// The focus may have moved between a look at it and the keys that followed, so the window that has
+// it now may have got some of them too.
 void SpareKeys::awaitReaders() {
   if (m_unreadWindows.empty()) return;
-  m_barrier.waitUntilRead(m_unreadWindows);
+  std::set<xcb_window_t> applications = {m_windows.activeWindow()};
+  for (const xcb_window_t focus : m_unreadWindows) {
+    applications.insert(m_windows.topLevelOf(focus));
+  }
+  m_barrier.waitUntilRead(applications);
   m_unreadWindows.clear();
   m_pool.markAllRead();
 }

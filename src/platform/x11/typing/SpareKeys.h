@@ -18,16 +18,16 @@ class Connection;
 class FollowedKeymap;
 class OwnMapChanges;
 class TargetBarrier;
+class WindowProperties;
 
 // The characters that the layout lacks, put on the keys that it leaves free. One thread at a time.
 class SpareKeys {
  public:
-  // `typed` is the keymap of the keyboard through which this program types, `heard` that of the
-  // union of all keyboards.
-  SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& typed,
-            const FollowedKeymap& heard, TargetBarrier& barrier);
+  // `keymap` is that of the union of all keyboards.
+  SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& keymap,
+            TargetBarrier& barrier, const WindowProperties& windows);
 
-  // Makes the book-keeping agree with the server's keymaps, which someone else may have replaced.
+  // Makes the book-keeping agree with the server's keymap, which someone else may have replaced.
   // To be called ahead of the other operations whenever a run begins.
   void follow();
 
@@ -47,8 +47,8 @@ class SpareKeys {
   // most once, and not before every window that still has to read an old use of a key has done so.
   void makeRoom(std::span<const char32_t> wanted);
 
-  // `character` is about to be typed into `window` from its spare key.
-  void markUsed(char32_t character, xcb_window_t window);
+  // `character` is about to be typed from its spare key while `focus` has the input focus.
+  void markUsed(char32_t character, xcb_window_t focus);
 
   // Gives back the keys that a crashed run of this program still holds; true where there were any.
   bool reclaim();
@@ -59,23 +59,22 @@ class SpareKeys {
  private:
   void awaitReaders();
   [[nodiscard]] bool looksComplete(const KeymapSnapshot& keymap) const;
-  [[nodiscard]] bool areOn(uint16_t device) const;
+  [[nodiscard]] bool areThere() const;
   void startAnew();
   [[nodiscard]] bool tryToMakeRoom(std::span<const char32_t> wanted);
   [[nodiscard]] std::map<uint8_t, SpareKeySymbols> symbolsOfChangedKeys(
       const SpareKeyPool::Plan& plan) const;
 
   Connection& m_connection;
-  const FollowedKeymap& m_typed;
-  const FollowedKeymap& m_heard;
+  const FollowedKeymap& m_keymap;
   TargetBarrier& m_barrier;
+  const WindowProperties& m_windows;
   SpareKeyWriter m_writer;
   SpareKeyPool m_pool;
   SpareKeyWriter::Kind m_kind;  // of each key in the pool
   KeycodeSet m_keycodes;
-  std::shared_ptr<const KeymapSnapshot> m_typedSnapshot;
-  std::shared_ptr<const KeymapSnapshot> m_heardSnapshot;
-  std::set<xcb_window_t> m_unreadWindows;
+  std::shared_ptr<const KeymapSnapshot> m_snapshot;
+  std::set<xcb_window_t> m_unreadWindows;  // that had the input focus
 };
 
 }  // namespace zarvy::x11

@@ -1,6 +1,8 @@
 #include "platform/x11/typing/TargetBarrier.h"
 
 #include <algorithm>
+#include <unistd.h>
+#include <utility>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
@@ -40,11 +42,14 @@ void TargetBarrier::waitUntilRead(const std::set<xcb_window_t>& windows) {
 }
 
 void TargetBarrier::waitForOne(xcb_window_t window) {
-  ProcessActivity activity(m_windows.localProcess(window));
-  if (activity.isStopped()) return;
-  if (window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read)
-    return;
-  settle(activity);
+  std::vector<ProcessActivity> processes;
+  const qint64 process = m_windows.localProcess(window);
+  processes.emplace_back(process == getpid() ? 0 : process);  // which never rests while it asks
+  if (processes.front().isStopped()) return;
+  for (const qint64 server : m_windows.inputMethodProcesses()) processes.emplace_back(server);
+  const bool hasAnswered =
+      window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read;
+  if (!hasAnswered || processes.size() > 1) settle(std::move(processes));
 }
 
 template <typename Condition>
@@ -95,12 +100,14 @@ void TargetBarrier::handleEvent(const xcb_generic_event_t& event) {
 // An application also sleeps while it waits for an answer of a busy server. The server serves its
 // clients in turn, so once it has answered this program too, that answer is on its way and the
 // application is found awake at the next look.
-void TargetBarrier::settle(ProcessActivity& activity) {
+void TargetBarrier::settle(std::vector<ProcessActivity> processes) {
   const auto start = Clock::now();
   int rests = 0;
   for (;;) {
     m_connection.synchronize();
-    rests = activity.isResting() ? rests + 1 : 0;
+    bool allRest = true;
+    for (ProcessActivity& process : processes) allRest = process.isResting() && allRest;
+    rests = allRest ? rests + 1 : 0;
     const auto settled = Clock::now() - start;
     if (rests >= restsInARow && settled >= shortestSettling) return;
     std::unique_lock lock(m_mutex);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <mutex>
 #include <set>
+#include <vector>
 
 #include <xcb/xcb.h>
 
@@ -16,7 +17,8 @@ class WindowProperties;
 
 // Waits until the application behind a window has read every event sent to it so far. An X server
 // does not tell; a toolkit that answers _NET_WM_PING does, since it reads its events in order. An
-// application that does not answer is given time, and watched until it sleeps.
+// application that does not answer is given time, and watched until it sleeps; so is one whose keys
+// may be on their way through an input method, together with that.
 class TargetBarrier {
  public:
   TargetBarrier(Connection& connection, const WindowProperties& windows);
@@ -40,7 +42,7 @@ class TargetBarrier {
   enum class Answer { read, silent };
   void waitForOne(xcb_window_t window);
   [[nodiscard]] Answer ping(xcb_window_t window);
-  void settle(ProcessActivity& activity);
+  void settle(std::vector<ProcessActivity> processes);
 
   // Waits for `condition` or a time limit, that of all waits included; false in the latter case.
   // Under the lock.

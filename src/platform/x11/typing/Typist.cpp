@@ -1,137 +1,92 @@
 #include "platform/x11/typing/Typist.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
-#include "platform/x11/keyboard/KeyboardLook.h"
-#include "platform/x11/windows/WindowProperties.h"
+#include "platform/x11/typing/TypingRun.h"
 
 namespace zarvy::x11 {
 
-struct Typist::Layout {
-  std::shared_ptr<const KeymapSnapshot> snapshot;
-  std::shared_ptr<const CharacterStrokes> strokes;
-  KeycodeSet down;  // keys that are held; some of them may be needed
-  bool capsLock = false;
-};
-
-// Holds Shift and LevelThree as the strokes of a run ask for them, and lets go at its end.
-class Typist::ModifierPresses {
- public:
-  ModifierPresses(KeySender& sender, const HeldModifiers& held, const ModifierKeys& keys)
-      : m_sender(sender), m_held(held), m_keys(keys) {}
-  ~ModifierPresses() { hold(false, false); }
-  ModifierPresses(const ModifierPresses&) = delete;
-  ModifierPresses& operator=(const ModifierPresses&) = delete;
-
-  void hold(bool shift, bool levelThree) {
-    set(m_levelThree, levelThree, m_keys.levelThreeKeys);
-    set(m_shift, shift, m_keys.shiftKeys);
-  }
-
- private:
-  void set(std::optional<uint8_t>& pressed, bool wanted, const std::vector<uint8_t>& candidates) {
-    if (wanted == pressed.has_value()) return;
-    if (wanted) {
-      pressed = m_held.freeKey(candidates);
-      if (pressed) m_sender.press(*pressed);
-    } else {
-      m_sender.release(*pressed);
-      pressed.reset();
-    }
-  }
-
-  KeySender& m_sender;
-  const HeldModifiers& m_held;
-  const ModifierKeys& m_keys;
-  std::optional<uint8_t> m_shift;
-  std::optional<uint8_t> m_levelThree;
-};
-
-Typist::Typist(Connection& connection, Keymaps keymaps, OwnMapChanges& ownChanges,
+Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChanges,
                KeySender& sender, HeldModifiers& modifiers, TargetBarrier& barrier,
                const WindowProperties& windows)
     : m_connection(connection),
-      m_keymaps(keymaps),
+      m_keyboard(keyboard),
       m_sender(sender),
       m_modifiers(modifiers),
-      m_windows(windows),
-      m_spareKeys(connection, ownChanges, keymaps.typed, keymaps.heard, barrier) {}
+      m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows) {}
 
-void Typist::beginSession(std::span<const char32_t> text) {
-  m_modifiers.awaitShortcutModifiersReleased(m_keymaps.heard.current()->modifiers());
+void Typist::beginSession() {
+  m_modifiers.awaitShortcutModifiersReleased(m_keyboard.keymap.current()->modifiers());
   const std::lock_guard lock(m_mutex);
-  ++m_sessions;
-  if (m_isAbandoned) return;
-  const Layout layout = takeKeyboard();
-  m_sender.flush();
-  const std::vector<char32_t> missing = lacking(layout, text);
-  m_spareKeys.makeRoom(missing);
-  reportIfNoSpareKeys(!missing.empty());
+  if (m_sessions++ == 0) m_pressesBefore = m_keyboard.persons.presses();
 }
 
 void Typist::endSession() {
   const std::lock_guard lock(m_mutex);
-  if (--m_sessions == 0) m_modifiers.restore();
+  --m_sessions;
 }
 
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
   if (m_isAbandoned) return false;
-  const Layout layout = takeKeyboard();
+  // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
+  const Layout layout = takeKeyboard(look());
   const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
   if (!keycode || !m_connection.isAlive()) return false;
-  if (layout.down[*keycode]) m_sender.release(*keycode);
-  m_sender.tap(*keycode);
-  m_sender.flush();
+  TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
   return true;
 }
 
 bool Typist::typeCharacters(std::span<const char32_t> characters,
                             std::span<const char32_t> upcoming) {
   const std::lock_guard lock(m_mutex);
-  if (m_isAbandoned) return false;
-  Layout layout = takeKeyboard();
-  std::optional<ModifierPresses> presses;
-  presses.emplace(m_sender, m_modifiers, layout.snapshot->modifiers());
-  const xcb_window_t window = lacking(layout, characters).empty() ? xcb_window_t{XCB_WINDOW_NONE}
-                                                                  : m_windows.activeWindow();
   bool complete = m_connection.isAlive();
-  for (std::size_t i = 0; i < characters.size(); ++i) {
-    const char32_t character = characters[i];
-    std::optional<KeyStroke> stroke = strokeOf(layout, character);
-    if (!stroke) {
-      presses.reset();
-      m_sender.flush();
-      m_spareKeys.makeRoom(lacking(layout, upcoming.subspan(std::min(i, upcoming.size()))));
-      layout = takeKeyboard();  // the wait may have been long
-      presses.emplace(m_sender, m_modifiers, layout.snapshot->modifiers());
-      stroke = strokeOf(layout, character);
-    }
-    if (!stroke) {
+  std::optional<std::size_t> roomMadeAt;
+  for (std::size_t at = 0; at < characters.size();) {
+    if (m_isAbandoned) return false;
+    const Layout layout = takeKeyboard(lookOnceModifiersAreUnused());
+    at += typeWhatHasAKey(layout, characters.subspan(at));
+    if (at == characters.size()) break;
+    if (roomMadeAt == at) {
       complete = false;
+      ++at;
       continue;
     }
-    presses->hold(stroke->shift, stroke->levelThree);
-    if (layout.down[stroke->keycode]) {
-      // A key that is down already types nothing when it is pressed.
-      m_sender.release(stroke->keycode);
-      layout.down.reset(stroke->keycode);
-    }
-    m_sender.tap(stroke->keycode);
-    if (m_spareKeys.keycodes()[stroke->keycode]) m_spareKeys.markUsed(character, window);
+    makeRoomFor(layout, upcoming.subspan(std::min(at, upcoming.size())));
+    roomMadeAt = at;
   }
-  presses.reset();
-  m_sender.flush();
   return complete;
+}
+
+// How many of the first characters it has typed.
+std::size_t Typist::typeWhatHasAKey(const Layout& layout, std::span<const char32_t> characters) {
+  std::vector<KeyStroke> strokes;
+  for (const char32_t character : characters) {
+    const std::optional<KeyStroke> stroke = strokeOf(layout, character);
+    if (!stroke) break;
+    strokes.push_back(*stroke);
+    if (m_spareKeys.keycodes()[stroke->keycode]) m_spareKeys.markUsed(character, layout.focus);
+  }
+  if (strokes.empty()) return 0;
+  TypingRun run(m_connection, m_sender, m_modifiers, layout.keyboard);
+  for (const KeyStroke& stroke : strokes) run.type(stroke);
+  return strokes.size();
+}
+
+void Typist::makeRoomFor(const Layout& layout, std::span<const char32_t> text) {
+  const std::vector<char32_t> missing = lacking(layout, text);
+  m_spareKeys.makeRoom(missing);
+  if (missing.empty() || m_spareKeys.capacity() > 0 || m_reportedNoSpareKeys) return;
+  m_reportedNoSpareKeys = true;
+  m_onNoSpareKeys();
 }
 
 void Typist::prepare(std::span<const char32_t> characters) {
   const std::lock_guard lock(m_mutex);
   if (m_isAbandoned) return;
-  const auto snapshot = m_keymaps.typed.current();
+  const auto snapshot = m_keyboard.keymap.current();
   m_spareKeys.follow();
   const KeyboardState state = KeyboardState::query(m_connection);
   std::vector<char32_t> wanted;
@@ -147,13 +102,12 @@ void Typist::prepare(std::span<const char32_t> characters) {
 void Typist::abandonSessions() {
   m_isAbandoned = true;
   m_modifiers.abandonWaits();
+  m_keyboard.persons.abandonWaits();
 }
 
 void Typist::reclaimSpareKeys() {
   const std::lock_guard lock(m_mutex);
-  if (!m_spareKeys.reclaim()) return;
-  m_keymaps.typed.reload();
-  m_keymaps.heard.reload();
+  if (m_spareKeys.reclaim()) m_keyboard.keymap.reload();
 }
 
 void Typist::leaveNoTrace() {
@@ -162,37 +116,60 @@ void Typist::leaveNoTrace() {
   m_modifiers.letGo();
 }
 
-// The keyboard as it is at the start of a run, with the user's modifiers out of the way.
-Typist::Layout Typist::takeKeyboard() {
-  Layout layout;
-  const KeyboardLook look = KeyboardLook::take(m_connection, m_keymaps.typed.device());
-  const auto heard = m_keymaps.heard.named(look.heardKeymap);
-  layout.snapshot = m_keymaps.typed.named(look.typedKeymap);
+Typist::Look Typist::look() const {
+  Look seen{.server = {}, .releases = m_keyboard.persons.releases()};
+  seen.server = KeyboardLook::take(m_connection);
+  return seen;
+}
+
+// A modifier that the server knows of while its press has not been heard here yet has just been
+// pressed.
+Typist::Look Typist::lookOnceModifiersAreUnused() {
+  PersonsKeys& persons = m_keyboard.persons;
+  const KeycodeSet modifiers = m_keyboard.keymap.current()->modifiers().momentary;
+  for (;;) {
+    persons.awaitUnused(modifiers, m_pressesBefore);
+    const Look seen = look();
+    m_silentModifiers &= seen.server.down;
+    const KeycodeSet unheard = seen.server.down & modifiers & ~m_silentModifiers & ~persons.held();
+    if (unheard.none()) return seen;
+    if (!persons.awaitHeard(unheard)) m_silentModifiers |= unheard;
+  }
+}
+
+// The keyboard as it is for the next run.
+Typist::Layout Typist::takeKeyboard(const Look& seen) {
+  const KeyboardLook& look = seen.server;
+  const auto snapshot = m_keyboard.keymap.named(look.keymap);
   m_spareKeys.follow();
   const KeyboardState& state = look.state;
-  layout.down = look.down;
-  const ModifierKeys& keys = layout.snapshot->modifiers();
-  // What a key that is down holds was decided by the keyboard that it was pressed on.
-  const KeycodeSet held = look.down & (keys.momentary | heard->modifiers().momentary);
+  const ModifierKeys& keys = snapshot->modifiers();
   uint32_t unwanted = keys.shift | keys.levelThree | keys.control | keys.option | keys.command;
-  if (layout.snapshot->shiftTurnsCapsLock() || !m_spareKeys.workUnderCapsLock()) {
-    unwanted |= keys.lock;
-  }
+  if (snapshot->shiftTurnsCapsLock() || !m_spareKeys.workUnderCapsLock()) unwanted |= keys.lock;
   const uint32_t unlocked = state.lockedModifiers & unwanted & ~keys.numLock;
-  m_modifiers.clear(keys, held, state.latchedModifiers, unlocked);
   const uint32_t locked = state.lockedModifiers & ~unlocked;
-  layout.down &= ~held;
-  layout.capsLock = (locked & keys.lock) != 0;
-  LayoutKey key{.snapshot = layout.snapshot,
-                .layout = state.lockedLayout,  // held layout keys have just been released
-                .locked = locked,
-                .excluded = m_spareKeys.keycodes()};
+  return {.snapshot = snapshot,
+          // Layout keys that are held will have been released.
+          .strokes = strokesOf(snapshot, state.lockedLayout, locked),
+          .capsLock = (locked & keys.lock) != 0,
+          .keyboard = {.number = m_keyboard.persons.lastKeyboard(),
+                       .keys = keys,
+                       .held = look.down & keys.momentary,
+                       .releases = seen.releases,
+                       .latched = state.latchedModifiers,
+                       .locked = unlocked},
+          .focus = look.focus};
+}
+
+std::shared_ptr<const CharacterStrokes> Typist::strokesOf(
+    const std::shared_ptr<const KeymapSnapshot>& snapshot, uint32_t layout, uint32_t locked) {
+  LayoutKey key{
+      .snapshot = snapshot, .layout = layout, .locked = locked, .excluded = m_spareKeys.keycodes()};
   if (!(key == m_layoutKey)) {
     m_strokes = key.snapshot->strokes(key.layout, key.locked, key.excluded);
     m_layoutKey = std::move(key);
   }
-  layout.strokes = m_strokes;
-  return layout;
+  return m_strokes;
 }
 
 std::vector<char32_t> Typist::lacking(const Layout& layout, std::span<const char32_t> text) const {
@@ -206,12 +183,6 @@ std::optional<KeyStroke> Typist::strokeOf(const Layout& layout, char32_t charact
   const auto found = layout.strokes->find(character);
   if (found != layout.strokes->end()) return found->second;
   return m_spareKeys.strokeOf(character, layout.capsLock);
-}
-
-void Typist::reportIfNoSpareKeys(bool someLacking) {
-  if (!someLacking || m_spareKeys.capacity() > 0 || m_reportedNoSpareKeys) return;
-  m_reportedNoSpareKeys = true;
-  m_onNoSpareKeys();
 }
 
 }  // namespace zarvy::x11

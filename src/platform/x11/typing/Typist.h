@@ -4,18 +4,19 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <vector>
 
-#include "platform/x11/keyboard/KeyboardState.h"
+#include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/typing/HeldModifiers.h"
-#include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/SpareKeys.h"
 
 namespace zarvy::x11 {
 
 class Connection;
 class FollowedKeymap;
+class KeySender;
 class OwnMapChanges;
 class TargetBarrier;
 class WindowProperties;
@@ -23,22 +24,26 @@ class WindowProperties;
 // Types characters and keys into whatever has the focus, on any layout and under any modifiers. A
 // run is posted as a whole: another thread's run comes before it or after it. Any thread but the
 // reader's, unless said otherwise.
+//
+// It types on the keyboard that the user typed on last, as KeySender says why, and the user types
+// on meanwhile: each stroke stands for itself, and somebody who types with a modifier held is let
+// finish first.
 class Typist {
  public:
-  // The two keyboards whose keymaps matter.
-  struct Keymaps {
-    FollowedKeymap& typed;  // that the faked keys come from, and the characters are written with
-    FollowedKeymap& heard;  // the union of all
+  // What there is of the keyboard. `keymap` is that of the union of all keyboards.
+  struct Keyboard {
+    FollowedKeymap& keymap;
+    PersonsKeys& persons;
   };
 
-  Typist(Connection& connection, Keymaps keymaps, OwnMapChanges& ownChanges, KeySender& sender,
+  Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChanges, KeySender& sender,
          HeldModifiers& modifiers, TargetBarrier& barrier, const WindowProperties& windows);
 
   // Called once if ever a character finds no spare key at all. On a typing thread.
   void onNoSpareKeys(std::function<void()> handler) { m_onNoSpareKeys = std::move(handler); }
 
-  // A session is about to type `text`, the first of it first.
-  void beginSession(std::span<const char32_t> text);
+  // A session is about to type.
+  void beginSession();
   void endSession();
 
   // False where the keyboard has no such key, or the server has gone.
@@ -62,20 +67,36 @@ class Typist {
   void leaveNoTrace();
 
  private:
-  struct Layout;  // how characters are typed right now
-  class ModifierPresses;
+  // How characters are typed right now.
+  struct Layout {
+    std::shared_ptr<const KeymapSnapshot> snapshot;
+    std::shared_ptr<const CharacterStrokes> strokes;
+    bool capsLock = false;
+    HeldModifiers::RunKeyboard keyboard;
+    xcb_window_t focus = XCB_WINDOW_NONE;
+  };
 
-  [[nodiscard]] Layout takeKeyboard();
+  // What the server says of the keyboard, and what had been heard just before.
+  struct Look {
+    KeyboardLook server;
+    std::array<uint32_t, 256> releases{};  // as PersonsKeys counts them
+  };
+  [[nodiscard]] Look look() const;
+  [[nodiscard]] Look lookOnceModifiersAreUnused();
+  [[nodiscard]] Layout takeKeyboard(const Look& seen);
+  [[nodiscard]] std::shared_ptr<const CharacterStrokes> strokesOf(
+      const std::shared_ptr<const KeymapSnapshot>& snapshot, uint32_t layout, uint32_t locked);
   [[nodiscard]] std::vector<char32_t> lacking(const Layout& layout,
                                               std::span<const char32_t> text) const;
   [[nodiscard]] std::optional<KeyStroke> strokeOf(const Layout& layout, char32_t character) const;
-  void reportIfNoSpareKeys(bool someLacking);
+  [[nodiscard]] std::size_t typeWhatHasAKey(const Layout& layout,
+                                            std::span<const char32_t> characters);
+  void makeRoomFor(const Layout& layout, std::span<const char32_t> text);
 
   Connection& m_connection;
-  Keymaps m_keymaps;
+  Keyboard m_keyboard;
   KeySender& m_sender;
   HeldModifiers& m_modifiers;
-  const WindowProperties& m_windows;
   std::function<void()> m_onNoSpareKeys;
 
   std::atomic<bool> m_isAbandoned = false;
@@ -83,6 +104,8 @@ class Typist {
   std::mutex m_mutex;  // guards all below, and keeps runs whole
   SpareKeys m_spareKeys;
   int m_sessions = 0;
+  uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
+  KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_reportedNoSpareKeys = false;
 
   struct LayoutKey {

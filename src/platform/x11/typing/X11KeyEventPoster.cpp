@@ -18,7 +18,7 @@ class Session final : public TypingSession {
       : m_typist(typist),
         m_upcoming(charactersToType(text)),
         m_unitsToCome(text.size() - text.count(u'\n')) {
-    m_typist.beginSession(m_upcoming);
+    m_typist.beginSession();
   }
 
   // A text that was cut short does not end in half a character.

@@ -10,6 +10,7 @@
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/windows/WindowOwner.h"
 
 namespace zarvy::x11 {
 
@@ -101,15 +102,18 @@ xcb_window_t WindowProperties::rootOf(xcb_window_t window) const {
   return tree ? tree->root : m_connection.root();
 }
 
-// Toolkits give the focus to a window inside the one that carries the properties. Without a window
-// manager the focus may follow the pointer.
+// Without a window manager the focus may follow the pointer.
 xcb_window_t WindowProperties::focusedTopLevel() const {
   xcb_connection_t* xcb = m_connection.xcb();
   const XcbPtr<xcb_get_input_focus_reply_t> focus(
       xcb_get_input_focus_reply(xcb, xcb_get_input_focus(xcb), nullptr));
-  if (!focus) return noWindow;
-  xcb_window_t window =
-      focus->focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : focus->focus;
+  return focus ? topLevelOf(focus->focus) : noWindow;
+}
+
+// Toolkits give the focus to a window inside the one that carries the properties.
+xcb_window_t WindowProperties::topLevelOf(xcb_window_t focus) const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  xcb_window_t window = focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : focus;
   xcb_window_t topLevel = noWindow;
   const auto& roots = m_connection.roots();
   while (window != noWindow && std::find(roots.begin(), roots.end(), window) == roots.end()) {
@@ -149,7 +153,24 @@ qint64 WindowProperties::localProcess(xcb_window_t window) const {
                              static_cast<qsizetype>(reply->value_len));
     if (!isThisMachine(machine)) return 0;
   }
-  return processIdentifier(window);
+  const qint64 told = processIdentifier(window);
+  return told != 0 ? told : processOfClient(m_connection.xcb(), window).value_or(0);
+}
+
+// Each server has its name in a list on the root window, and is the owner of the selection of that
+// name.
+std::vector<qint64> WindowProperties::inputMethodProcesses() const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  std::vector<qint64> processes;
+  const auto reply =
+      getProperty(xcb, m_connection.root(), m_connection.atoms().ximServers, XCB_ATOM_ATOM);
+  for (const xcb_atom_t server : words(reply)) {
+    const XcbPtr<xcb_get_selection_owner_reply_t> owner(
+        xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, server), nullptr));
+    if (!owner || owner->owner == noWindow) continue;
+    if (const auto process = processOfClient(xcb, owner->owner)) processes.push_back(*process);
+  }
+  return processes;
 }
 
 // WM_CLASS holds two texts, each ended by a NUL: the instance's name and the class.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include <QString>
 
@@ -20,6 +21,11 @@ class WindowProperties {
   // window that has the input focus. XCB_WINDOW_NONE where there is none.
   [[nodiscard]] xcb_window_t activeWindow() const;
 
+  // The window of an application that the window with the input focus belongs to: the one that
+  // carries its properties. `focus` can be XCB_INPUT_FOCUS_POINTER_ROOT. XCB_WINDOW_NONE where it
+  // has gone.
+  [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t focus) const;
+
   // Whether the window is on the screen, or minimised in the care of a window manager. False for
   // one that has gone, and for one that its application has hidden.
   [[nodiscard]] bool isInUse(xcb_window_t window) const;
@@ -28,8 +34,13 @@ class WindowProperties {
   [[nodiscard]] bool activatesOnRequest(xcb_window_t root) const;
 
   [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
-  // The same for a process of this machine; 0 for another machine's, whose numbers are its own.
+  // The same for a process of this machine, which the server knows where the window does not tell;
+  // 0 for another machine's, whose numbers are its own.
   [[nodiscard]] qint64 localProcess(xcb_window_t window) const;
+
+  // The input method servers of this machine. Applications that use the protocol of X for input
+  // methods have these read their keys, and get them back later.
+  [[nodiscard]] std::vector<qint64> inputMethodProcesses() const;
 
   [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
   [[nodiscard]] bool answersPing(xcb_window_t window) const;

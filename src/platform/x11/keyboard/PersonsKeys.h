@@ -1,0 +1,65 @@
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <condition_variable>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <vector>
+
+#include "platform/x11/keyboard/KeycodeSet.h"
+
+namespace zarvy::x11 {
+
+// The keys that others than this program hold down, and the keyboard that they used last. Followed
+// by the events of keys: the server's own record will not do, since this program types on the very
+// keyboards that people type on, and releases there what they hold. Any thread.
+class PersonsKeys {
+ public:
+  // `keyboard` is the one to type on until somebody has used one; an XInput number, as all here.
+  explicit PersonsKeys(uint16_t keyboard) : m_lastKeyboard(keyboard) {}
+
+  void press(uint16_t keyboard, uint8_t keycode);
+  void release(uint16_t keyboard, uint8_t keycode);
+
+  // Those are the keyboards there are now: what was held on others is not held any more.
+  void keepKeyboards(const std::vector<uint16_t>& keyboards);
+
+  // The keyboard that somebody pressed a key of last.
+  [[nodiscard]] uint16_t lastKeyboard() const;
+
+  // What is down, on all keyboards.
+  [[nodiscard]] KeycodeSet held() const;
+
+  // How many presses there have been so far, and how many releases of one key.
+  [[nodiscard]] uint64_t presses() const;
+  [[nodiscard]] std::array<uint32_t, 256> releases() const;
+
+  // Waits while one of `modifiers` is held and has been pressed, or any key together with it, since
+  // there were `presses` presses: somebody types with it. One that has been held for long with
+  // nothing typed meanwhile is not waited for, nor one that is in use for very long.
+  void awaitUnused(const KeycodeSet& modifiers, uint64_t presses);
+
+  // Waits, not for long, until all of `keys`, which the server says are down, have been heard to
+  // be. False where one was not.
+  [[nodiscard]] bool awaitHeard(const KeycodeSet& keys);
+
+  // Ends every wait, now and from now on.
+  void abandonWaits();
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  [[nodiscard]] KeycodeSet heldUnderLock() const;
+
+  mutable std::mutex m_mutex;
+  std::condition_variable m_changed;
+  std::map<uint16_t, KeycodeSet> m_held;  // by keyboard
+  uint16_t m_lastKeyboard;
+  uint64_t m_presses = 0;
+  std::array<uint32_t, 256> m_releases{};  // by key
+  Clock::time_point m_lastPress;
+  bool m_isAbandoned = false;
+};
+
+}  // namespace zarvy::x11

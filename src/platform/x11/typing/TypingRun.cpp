@@ -1,0 +1,41 @@
+#include "platform/x11/typing/TypingRun.h"
+
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/typing/KeySender.h"
+
+namespace zarvy::x11 {
+
+TypingRun::TypingRun(Connection& connection, KeySender& sender, HeldModifiers& modifiers,
+                     const HeldModifiers::RunKeyboard& keyboard)
+    : m_connection(connection),
+      m_sender(sender),
+      m_modifiers(modifiers),
+      m_keyboard(keyboard),
+      m_lock(modifiers.lockForRun()) {
+  xcb_grab_server(m_connection.xcb());
+  m_modifiers.beginRun(keyboard);
+}
+
+TypingRun::~TypingRun() {
+  m_modifiers.endRun(m_keyboard);
+  xcb_ungrab_server(m_connection.xcb());
+  m_sender.flush();
+}
+
+// A key that somebody holds, on whichever keyboard, types nothing when it is pressed once more, so
+// each is released first; that does nothing to one that is up.
+void TypingRun::type(const KeyStroke& stroke) {
+  const uint16_t keyboard = m_keyboard.number;
+  const ModifierKeys& keys = m_keyboard.keys;
+  const bool shift = stroke.shift && !keys.shiftKeys.empty();
+  const bool levelThree = stroke.levelThree && !keys.levelThreeKeys.empty();
+  m_modifiers.holdOffShift(m_keyboard);
+  m_sender.release(keyboard, stroke.keycode);
+  if (levelThree) m_sender.press(keyboard, keys.levelThreeKeys.front());
+  if (shift) m_sender.press(keyboard, keys.shiftKeys.front());
+  m_sender.tap(keyboard, stroke.keycode);
+  if (shift) m_sender.release(keyboard, keys.shiftKeys.front());
+  if (levelThree) m_sender.release(keyboard, keys.levelThreeKeys.front());
+}
+
+}  // namespace zarvy::x11

@@ -61,6 +61,27 @@ void Person::type(const QString& text, const TypingStyle& style) {
   holdModifiers(keyboard, {}, style.body);
 }
 
+qsizetype Person::typeFluently(const QString& text, const KeyRhythm& rhythm, std::mt19937& random,
+                               const std::function<bool(qsizetype)>& isEnough) {
+  const PhysicalKeyboard keyboard(m_connection);
+  std::vector<KeyStroke> strokes;
+  for (const char32_t character : text.toUcs4()) {
+    strokes.push_back(strokeOrThrow(keyboard.strokeFor(character), QString(QChar(character))));
+  }
+  const auto moves = movesFor(strokes, keyboard.shiftKey(), rhythm, random);
+  const auto start = std::chrono::steady_clock::now() - moves.front().at;
+  qsizetype typed = 0;
+  for (const KeyMove& move : moves) {
+    const bool types = move.down && !move.isModifier;
+    if (types && isEnough(typed)) break;
+    std::this_thread::sleep_until(start + move.at);
+    sendKey(move.key, move.down, Body::serverKeyboard);
+    if (types) ++typed;
+  }
+  releaseAll();
+  return typed;
+}
+
 void Person::tap(xkb_keysym_t symbol, const TypingStyle& style) {
   const PhysicalKeyboard keyboard(m_connection);
   const auto stroke = strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16));

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 
 #include <QString>
 
+#include "e2e/harness/KeyRhythm.h"
 #include "e2e/harness/PhysicalKeyboard.h"
 #include "e2e/harness/XConnection.h"
 
@@ -38,6 +40,12 @@ class Person {
   ~Person();
 
   void type(const QString& text, const TypingStyle& style = {});
+
+  // Types `text` on the server's own keyboard with keys that overlap in time. Stops where
+  // `isEnough`, which is given the number of characters typed, says so ahead of the next one. Gives
+  // how many were typed; every key is up again then.
+  qsizetype typeFluently(const QString& text, const KeyRhythm& rhythm, std::mt19937& random,
+                         const std::function<bool(qsizetype)>& isEnough);
 
   // Presses and releases the key that has this symbol, a dead key or an arrow for example.
   void tap(xkb_keysym_t symbol, const TypingStyle& style = {});

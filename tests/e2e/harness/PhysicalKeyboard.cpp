@@ -30,6 +30,12 @@ bool isOnTheKeyboard(const char* name) {
          std::find(single.begin(), single.end(), key) != single.end();
 }
 
+// Keys that only some keyboards have. Where a layout gives them no meaning, a program may.
+bool isOnFewKeyboards(const char* name) {
+  const std::string_view key = name;
+  return key == "AE13" || key == "AB11" || key == "HKTG";
+}
+
 xkb_mod_mask_t maskOf(xkb_keymap* keymap, const char* name) {
   const xkb_mod_index_t index = xkb_keymap_mod_get_index(keymap, name);
   return index == XKB_MOD_INVALID ? 0 : xkb_mod_mask_t{1} << index;
@@ -84,10 +90,12 @@ void PhysicalKeyboard::readKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout
         xkb_keymap_key_get_mods_for_level(keymap, key, inForce, level, masks.data(), masks.size());
     for (std::size_t index = 0; index < count; ++index) {
       if ((masks[index] & ~(shift | third)) != 0) continue;
-      m_entries.push_back({.stroke = {.key = static_cast<xcb_keycode_t>(key),
-                                      .shift = (masks[index] & shift) != 0,
-                                      .thirdLevel = (masks[index] & third) != 0},
-                           .symbol = symbols[0]});
+      m_entries.push_back(
+          {.stroke = {.key = static_cast<xcb_keycode_t>(key),
+                      .shift = (masks[index] & shift) != 0,
+                      .thirdLevel = (masks[index] & third) != 0},
+           .symbol = symbols[0],
+           .onEveryKeyboard = !isOnFewKeyboards(xkb_keymap_key_get_name(keymap, key))});
     }
   }
 }
@@ -98,6 +106,18 @@ std::optional<KeyStroke> PhysicalKeyboard::strokeFor(char32_t character) const {
     return xkb_keysym_to_utf32(entry.symbol) == character;
   });
   return found == m_entries.end() ? std::nullopt : std::optional(found->stroke);
+}
+
+QString PhysicalKeyboard::letters(bool withShift) const {
+  QString letters;
+  for (const Entry& entry : m_entries) {
+    const char32_t character = xkb_keysym_to_utf32(entry.symbol);
+    if (!entry.onEveryKeyboard || entry.stroke.thirdLevel || (entry.stroke.shift && !withShift))
+      continue;
+    const QString letter = QString::fromUcs4(&character, 1);
+    if (QChar::isLetter(character) && !letters.contains(letter)) letters += letter;
+  }
+  return letters;
 }
 
 std::optional<KeyStroke> PhysicalKeyboard::strokeForSymbol(xkb_keysym_t symbol) const {

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <QString>
+
 #include <xkbcommon/xkbcommon.h>
 
 #include "e2e/harness/XConnection.h"
@@ -28,6 +30,9 @@ class PhysicalKeyboard {
   [[nodiscard]] std::optional<KeyStroke> strokeFor(char32_t character) const;
   [[nodiscard]] std::optional<KeyStroke> strokeForSymbol(xkb_keysym_t symbol) const;
 
+  // The letters that every keyboard types by one key, and by one with Shift where `withShift`.
+  [[nodiscard]] QString letters(bool withShift) const;
+
   [[nodiscard]] xcb_keycode_t shiftKey() const { return m_shiftKey; }
   [[nodiscard]] xcb_keycode_t thirdLevelKey() const { return m_thirdLevelKey; }
 
@@ -35,6 +40,7 @@ class PhysicalKeyboard {
   struct Entry {
     KeyStroke stroke;
     xkb_keysym_t symbol = XKB_KEY_NoSymbol;
+    bool onEveryKeyboard = true;
   };
 
   void readKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t group);

@@ -11,6 +11,7 @@ void SoakReport::add(const std::string& target, const std::string& layout,
   Row& row = m_rows[{target, layout}];
   row.charactersSent += outcome.charactersSent;
   row.charactersWrong += outcome.charactersWrong;
+  row.typedDeleted += outcome.typedDeleted;
   ++row.scenarios;
   if (outcome.complaint.empty() && outcome.charactersWrong == 0) return;
   ++row.scenariosWrong;
@@ -25,18 +26,19 @@ bool SoakReport::isAllRight() const {
 
 void SoakReport::print() const {
   Row total;
-  std::cout
-      << "| target | layout | characters sent | characters wrong | scenarios | scenarios wrong "
-         "| first wrong example |\n|---|---|---:|---:|---:|---:|---|\n";
+  std::cout << "| target | layout | characters sent | characters wrong | typed ones deleted | "
+               "scenarios | scenarios wrong "
+               "| first wrong example |\n|---|---|---:|---:|---:|---:|---:|---|\n";
   const auto printRow = [](const std::string& target, const std::string& layout, const Row& row) {
     std::cout << "| " << target << " | " << layout << " | " << row.charactersSent << " | "
-              << row.charactersWrong << " | " << row.scenarios << " | " << row.scenariosWrong
-              << " | " << row.firstComplaint << " |\n";
+              << row.charactersWrong << " | " << row.typedDeleted << " | " << row.scenarios << " | "
+              << row.scenariosWrong << " | " << row.firstComplaint << " |\n";
   };
   for (const auto& [key, row] : m_rows) {
     printRow(key.first, key.second, row);
     total.charactersSent += row.charactersSent;
     total.charactersWrong += row.charactersWrong;
+    total.typedDeleted += row.typedDeleted;
     total.scenarios += row.scenarios;
     total.scenariosWrong += row.scenariosWrong;
   }

@@ -21,6 +21,7 @@ class SoakReport {
   struct Row {
     qsizetype charactersSent = 0;
     qsizetype charactersWrong = 0;
+    qsizetype typedDeleted = 0;
     int scenarios = 0;
     int scenariosWrong = 0;
     std::string firstComplaint;

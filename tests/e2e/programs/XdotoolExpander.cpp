@@ -31,10 +31,11 @@ void expandByXdotool(Stage& stage, const Turn& turn, bool latin) {
 }
 
 bool canXdotoolPlay(const Scenario& scenario) {
-  return std::none_of(scenario.turns.begin(), scenario.turns.end(), [](const Turn& turn) {
-    const EditorState after = expectedAfter({}, turn);
-    return after.caret != after.text.size();
-  });
+  return !scenario.goingOn &&
+         std::none_of(scenario.turns.begin(), scenario.turns.end(), [](const Turn& turn) {
+           const EditorState after = expectedAfter({}, turn);
+           return after.caret != after.text.size();
+         });
 }
 
 }  // namespace zarvy::e2e

@@ -41,6 +41,14 @@ struct Turn {
   TypingStyle style = {};
 };
 
+// The person types the trigger and goes on behind it without a pause, on the server's own keyboard.
+struct GoingOn {
+  std::string snippet;
+  KeyRhythm rhythm;
+  bool withShift = true;     // are there capitals among the letters
+  qsizetype leastKeys = 12;  // goes on for as long as the text is under way, and for so many keys
+};
+
 enum class ScenarioForm {
   usual,    // in every run
   thorough  // in the long form only
@@ -49,8 +57,9 @@ enum class ScenarioForm {
 struct Scenario {
   std::string name;
   ScenarioForm form = ScenarioForm::usual;
-  std::vector<Turn> turns;
-  bool inSecondGroup = false;  // played only on layouts that have one
+  std::vector<Turn> turns = {};
+  bool inSecondGroup = false;           // played only on layouts that have one
+  std::optional<GoingOn> goingOn = {};  // in place of turns
 };
 
 [[nodiscard]] const std::vector<Scenario>& scenarioTable();

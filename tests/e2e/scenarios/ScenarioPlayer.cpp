@@ -1,6 +1,7 @@
 #include "e2e/scenarios/ScenarioPlayer.h"
 
-#include "e2e/harness/WaitUntil.h"
+#include "e2e/scenarios/Complaints.h"
+#include "e2e/scenarios/GoingOnPlayer.h"
 #include "e2e/scenarios/TextDifference.h"
 
 namespace zarvy::e2e {
@@ -11,38 +12,6 @@ namespace {
 
 // How long a target may show no change before it is taken to be done.
 constexpr auto patience = std::chrono::seconds(4);
-
-// The program's output and the server's state follow the text by a moment.
-constexpr auto afterglow = std::chrono::seconds(5);
-
-std::string complaintAboutProgram(ProgramUnderTest& program, int expectedExpansions) {
-  static_cast<void>(
-      waitUntil([&] { return program.expansionCount() >= expectedExpansions; }, afterglow));
-  if (!program.process().isRunning()) return "the program has ended: " + program.errorOutput();
-  const int announced = program.expansionCount();
-  if (announced == expectedExpansions) return {};
-  return std::to_string(announced) + " expansions announced, " +
-         std::to_string(expectedExpansions) + " expected";
-}
-
-std::string complaintAboutKeyboard(const XConnection& connection) {
-  const auto nothingHeld = [&] {
-    const KeyboardState state = keyboardState(connection);
-    return state.heldKeys.empty() && state.heldModifiers == 0 && state.lockedModifiers == 0;
-  };
-  if (waitUntil(nothingHeld, afterglow)) return {};
-  const KeyboardState state = keyboardState(connection);
-  return "left behind: keys [" + state.heldKeys + "] modifiers " +
-         std::to_string(state.heldModifiers) + " locked " + std::to_string(state.lockedModifiers);
-}
-
-void appendLine(std::string& text, const std::string& line) {
-  if (text.empty() || line.empty()) {
-    text += line;
-  } else {
-    text += "; " + line;
-  }
-}
 
 // One after another, each as soon as the application shows the one before. A last key of the
 // person's proves that nothing was on its way behind the text.
@@ -92,6 +61,7 @@ std::string complaintAbout(const EditorState& expected, const EditorState& actua
 
 ScenarioOutcome play(const Scenario& scenario, const MatrixLayout& layout, Stage& stage,
                      const Expander& expander) {
+  if (scenario.goingOn) return playGoingOn(*scenario.goingOn, layout, stage);
   ScenarioOutcome outcome;
   stage.target().clear();
   const int expansionsBefore = stage.program() ? stage.program()->expansionCount() : 0;

@@ -12,6 +12,7 @@ namespace zarvy::e2e {
 struct ScenarioOutcome {
   qsizetype charactersSent = 0;   // that were to be typed in the person's stead
   qsizetype charactersWrong = 0;  // wrong, missing or too many, in the whole text
+  qsizetype typedDeleted = 0;     // the person's, deleted in place of the trigger's
   std::string complaint;          // what is not as it should be; empty if all is
 };
 

@@ -39,6 +39,9 @@ const std::vector<ScenarioSnippet>& scenarioSnippets() {
       {"second-alphabet", u";se"_s, u";ыу"_s,
        u"ԱԲԳԴԵԶԷԸԹԺԻԼԽԾԿՀՁՂՃՄՅՆՇՈՉՊՋ აბგდევზთიკლმნოპჟრსტუფქღყშჩცძწჭხჯჰ אבגדהוזחטיכל"_s},
       {"own-letter", u";oe"_s, u";щу"_s, u"eeee EEEE these three trees уууу УУУУ"_s},
+      {"plain-140", u";pa"_s, u";зф"_s, plainText(140)},
+      {"plain-300", u";pb"_s, u";зи"_s, plainText(300)},
+      {"plain-1000", u";pc"_s, u";зс"_s, plainText(1000)},
       {"inner-trigger", u";in"_s, u";шт"_s, u"say ;ty or ;ен and mean it"_s},
   };
   return snippets;
@@ -97,6 +100,19 @@ const std::vector<Scenario>& scenarioTable() {
                   .snippet = "shifted-letter",
                   .style = lateShift(Body::xtest, milliseconds(15))}},
        .inSecondGroup = true},
+      {.name = "goes-on-140-at-40",
+       .form = ScenarioForm::thorough,
+       .goingOn = GoingOn{.snippet = "plain-140", .rhythm = {milliseconds(40)}}},
+      {.name = "goes-on-300-at-40",
+       .form = ScenarioForm::thorough,
+       .goingOn = GoingOn{.snippet = "plain-300", .rhythm = {milliseconds(40)}}},
+      {.name = "goes-on-300-at-80-without-shift",
+       .form = ScenarioForm::thorough,
+       .goingOn =
+           GoingOn{.snippet = "plain-300", .rhythm = {milliseconds(80)}, .withShift = false}},
+      {.name = "goes-on-1000-at-110",
+       .form = ScenarioForm::thorough,
+       .goingOn = GoingOn{.snippet = "plain-1000", .rhythm = {milliseconds(110)}}},
   };
   return table;
 }

@@ -45,14 +45,18 @@ QString textOfTwelveScripts() {
       u"„“”‚‘’«»…–—•€£¥©®™°±×÷≠≤≥∞√→←↑↓✓"_s;
 }
 
-QString longPlainText() {
+QString plainText(qsizetype length) {
   return repeatedTo(
-      2000,
+      length,
       u"Thank you for your e-mail of 21/01/2026; I'll answer it by 5:30 PM. (Order #4711: 12 x "
       u"$3.99 "
       u"+ 7% = \"paid\".) if (a[i] != b{j}) { return x ^ y | ~z & 0xFF; } C:\\TMP\\*.txt `ls` "
       u"<Tab> "
       u"user_name@example.org? YES, Mississippi BOOKKEEPER aaa bbb AaBbCc 0011223344 !! ;; ,, .. "_s);
+}
+
+QString longPlainText() {
+  return plainText(2000);
 }
 
 QString longForeignText() {

@@ -10,6 +10,9 @@ namespace zarvy::e2e {
 // 2,000 characters of ordinary prose, code and figures that an American keyboard has.
 [[nodiscard]] QString longPlainText();
 
+// So many characters of that prose.
+[[nodiscard]] QString plainText(qsizetype length);
+
 // 2,000 characters that use 60 different ones which few layouts have.
 [[nodiscard]] QString longForeignText();
 

@@ -1,0 +1,103 @@
+#include "e2e/scenarios/GoingOnPlayer.h"
+
+#include "e2e/harness/PhysicalKeyboard.h"
+#include "e2e/harness/WaitUntil.h"
+#include "e2e/scenarios/Complaints.h"
+#include "e2e/scenarios/Interleaving.h"
+
+namespace zarvy::e2e {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// How long a target may show no change before it is taken to be done.
+constexpr auto patience = std::chrono::seconds(4);
+
+// However slow the target is, nobody types on for longer.
+constexpr qsizetype mostKeys = 250;
+
+// Any letters of the layout, among them those that the replacement has: both want the same keys.
+QString randomLetters(const QString& letters, qsizetype length, std::mt19937& random) {
+  std::uniform_int_distribution<qsizetype> any(0, letters.size() - 1);
+  QString text;
+  for (qsizetype index = 0; index < length; ++index) text += letters.at(any(random));
+  return text;
+}
+
+struct Sequences {
+  QString trigger;
+  QString injected;
+  QString typed;  // behind the trigger
+};
+
+// Typed characters that came ahead of the backspaces were deleted in place of the trigger's last.
+QString leftWhereDeleted(const Sequences& all, qsizetype deleted) {
+  return all.trigger.left(deleted);
+}
+
+bool isRightButFor(const Sequences& all, qsizetype deleted, const QString& actual) {
+  const QString left = leftWhereDeleted(all, deleted);
+  return actual.startsWith(left) &&
+         isInterleaving(all.injected, all.typed.mid(deleted), actual.mid(left.size()));
+}
+
+// The text once it is right, or once it does not change any more.
+QString settledText(TargetApplication& target, const Sequences& all) {
+  QString before = target.state().text;
+  QString now = before;
+  const auto isRightOrChanges = [&] {
+    now = target.state().text;
+    return now != before || isRightButFor(all, 0, now);
+  };
+  while (waitUntil(isRightOrChanges, patience, std::chrono::milliseconds(20))) {
+    if (isRightButFor(all, 0, now)) return now;
+    before = now;
+  }
+  return now;
+}
+
+void judge(const Sequences& all, const QString& actual, ScenarioOutcome& outcome) {
+  for (qsizetype deleted = 1; deleted <= all.trigger.size(); ++deleted) {
+    if (!isRightButFor(all, deleted, actual)) continue;
+    outcome.typedDeleted = deleted;
+    outcome.complaint = std::to_string(deleted) + " typed characters deleted for the trigger's";
+    return;
+  }
+  outcome.charactersWrong = interleavingDistance(all.injected, all.typed, actual);
+  outcome.complaint = firstBreach(all.injected, all.typed, actual);
+}
+
+}  // namespace
+
+ScenarioOutcome playGoingOn(const GoingOn& goingOn, const MatrixLayout& layout, Stage& stage) {
+  TargetApplication& target = stage.target();
+  target.clear();
+  const int expansionsBefore = stage.program()->expansionCount();
+  std::mt19937 random(static_cast<std::uint32_t>(expansionsBefore));
+  const Turn turn{.snippet = goingOn.snippet};
+  Sequences all{
+      .trigger = keysOf(turn, layout.latin), .injected = expectedAfter({}, turn).text, .typed = {}};
+  const QString letters = PhysicalKeyboard(stage.connection()).letters(goingOn.withShift);
+  const QString keys = all.trigger + randomLetters(letters, mostKeys, random);
+  const auto isEnough = [&](qsizetype typed) {
+    return typed >= all.trigger.size() + goingOn.leastKeys &&
+           target.state().text.size() >= all.injected.size();
+  };
+  const qsizetype typed = stage.person().typeFluently(keys, goingOn.rhythm, random, isEnough);
+  all.typed = keys.mid(all.trigger.size(), typed - all.trigger.size());
+  static_cast<void>(settledText(target, all));
+  // A last key proves that nothing more was on its way.
+  stage.person().type(u" "_s);
+  all.typed += u" "_s;
+  const QString actual = settledText(target, all);
+
+  ScenarioOutcome outcome;
+  outcome.charactersSent = all.injected.size() + all.typed.size();
+  judge(all, actual, outcome);
+  appendLine(outcome.complaint, complaintAboutProgram(*stage.program(), expansionsBefore + 1));
+  appendLine(outcome.complaint, complaintAboutKeyboard(stage.connection()));
+  return outcome;
+}
+
+}  // namespace zarvy::e2e

@@ -7,6 +7,7 @@
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
 #include "base/SystemClock.h"
+#include "base/UtcZone.h"
 #include "stats/StatsStore.h"
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
@@ -64,7 +65,7 @@ struct Statistics {
 
 QList<Snippet> library(qsizetype count) {
   QList<Snippet> snippets;
-  const QDateTime date(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  const QDateTime date(QDate(2026, 1, 21), QTime(9, 30), utcZone);
   for (qsizetype index = 0; index < count; ++index) {
     snippets.append({.id = QUuid::createUuid(),
                      .title = u"Meeting request %1"_s.arg(index),

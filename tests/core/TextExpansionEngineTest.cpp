@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/text/Regex.h"
 #include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
@@ -314,7 +315,7 @@ TEST_F(TextExpansionEngineTest, GivesEveryFieldOfEveryParseAnIdOfItsOwn) {
 class RestlessClock final : public Clock {
  public:
   [[nodiscard]] QDateTime now() const override {
-    return QDateTime(QDate(2026, 1, 21), QTime(12, 0), Qt::UTC).addDays(m_readings++);
+    return QDateTime(QDate(2026, 1, 21), QTime(12, 0), utcZone).addDays(m_readings++);
   }
 
  private:

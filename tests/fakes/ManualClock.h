@@ -4,6 +4,7 @@
 #include <mutex>
 
 #include "base/Clock.h"
+#include "base/UtcZone.h"
 
 namespace zarvy {
 
@@ -11,7 +12,7 @@ namespace zarvy {
 // differ. Any thread.
 class ManualClock final : public Clock {
  public:
-  explicit ManualClock(const QDateTime& now = QDateTime::fromSecsSinceEpoch(1768987800, Qt::UTC),
+  explicit ManualClock(const QDateTime& now = QDateTime::fromSecsSinceEpoch(1768987800, utcZone),
                        std::chrono::milliseconds step = std::chrono::milliseconds{0})
       : m_now(now), m_step(step) {}
 

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "fakes/ManualClock.h"
 #include "storage/DataFolder.h"
 #include "support/EnvironmentVariable.h"
@@ -147,7 +148,7 @@ TEST_F(DataStoreTest, ReadsTheFormsOfEarlierFiles) {
 }
 
 TEST_F(DataStoreTest, DropsFractionsOfASecondOnTheWayThroughAFile) {
-  const QDateTime exact(QDate(2026, 1, 21), QTime(9, 30, 15, 750), Qt::UTC);
+  const QDateTime exact(QDate(2026, 1, 21), QTime(9, 30, 15, 750), utcZone);
   const ManualClock clock(exact);
   m_store.saveSnippets({Snippet::create(u"T"_s, u";t"_s, u"r"_s, clock)});
   const QList<Snippet> snippets = m_store.loadSnippets();

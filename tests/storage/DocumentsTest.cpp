@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "storage/DataFolder.h"
 #include "support/QtPrinters.h"
 
@@ -16,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-const QDateTime morning(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+const QDateTime morning(QDate(2026, 1, 21), QTime(9, 30), utcZone);
 const QUuid first = QUuid::fromString(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}");
 const QUuid second = QUuid::fromString(u"{fedcba98-7654-3210-fedc-ba9876543210}");
 

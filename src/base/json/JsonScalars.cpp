@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 
+#include "base/UtcZone.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
@@ -100,7 +102,7 @@ std::optional<QDateTime> instantFromJsonText(QStringView text) {
   const QDate date(yearDigits.read(text), monthDigits.read(text), dayDigits.read(text));
   const QTime time(hourDigits.read(text), minuteDigits.read(text), secondDigits.read(text));
   if (!date.isValid() || !time.isValid()) return std::nullopt;
-  return QDateTime(date, time, Qt::UTC);
+  return QDateTime(date, time, utcZone);
 }
 
 }  // namespace zarvy

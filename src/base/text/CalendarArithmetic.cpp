@@ -5,6 +5,8 @@
 
 #include <unicode/ucal.h>
 
+#include "base/UtcZone.h"
+
 namespace zarvy {
 namespace {
 
@@ -54,7 +56,7 @@ std::optional<QDateTime> dateByAdding(CalendarUnit unit, qint64 amount, const QD
   ucal_add(calendar.get(), rule.field, static_cast<int32_t>(amount), &status);
   const UDate sum = ucal_getMillis(calendar.get(), &status);
   if (U_FAILURE(status) || !std::isfinite(sum)) return std::nullopt;
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sum), Qt::UTC);
+  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sum), utcZone);
 }
 
 }  // namespace zarvy

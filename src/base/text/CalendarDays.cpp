@@ -5,6 +5,7 @@
 #include <unicode/ucal.h>
 
 #include "base/EndProcess.h"
+#include "base/UtcZone.h"
 
 namespace zarvy {
 namespace {
@@ -85,7 +86,7 @@ QDateTime CalendarDays::startOfDayAfter(int days) {
   ucal_set(m_calendar.get(), UCAL_MILLISECOND, 0);
   const UDate start = ucal_getMillis(m_calendar.get(), &status);
   check(status);
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(start), Qt::UTC);
+  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(start), utcZone);
 }
 
 }  // namespace zarvy

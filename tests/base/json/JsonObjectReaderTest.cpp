@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/json/JsonObjectReader.h"
 #include "base/json/JsonText.h"
 #include "support/QtPrinters.h"
@@ -199,7 +200,7 @@ TEST(JsonObjectReader, ReadsMembersByADecoderOfTheirOwn) {
 }
 
 TEST(JsonObjectReader, ReadsInstantsThatMayBeMissing) {
-  const QDateTime instant(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  const QDateTime instant(QDate(2026, 1, 21), QTime(9, 30), utcZone);
   struct Row {
     QByteArray object;
     bool isRead;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/json/JsonScalars.h"
 #include "support/QtPrinters.h"
 
@@ -35,16 +36,15 @@ TEST(JsonScalars, WriteInstantsInUtcWithWholeSeconds) {
     QDateTime instant;
     QString text;
   };
-  const QDateTime base(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  const QDateTime base(QDate(2026, 1, 21), QTime(9, 30), utcZone);
   const Row table[] = {
       {base, u"2026-01-21T09:30:00Z"_s},
       {base.addMSecs(999), u"2026-01-21T09:30:00Z"_s},
-      {QDateTime(QDate(2026, 1, 21), QTime(11, 30), Qt::OffsetFromUTC, 7200),
-       u"2026-01-21T09:30:00Z"_s},
-      {QDateTime::fromMSecsSinceEpoch(-1, Qt::UTC), u"1969-12-31T23:59:59Z"_s},
+      {QDateTime(QDate(2026, 1, 21), QTime(11, 30), QTimeZone(7200)), u"2026-01-21T09:30:00Z"_s},
+      {QDateTime::fromMSecsSinceEpoch(-1, utcZone), u"1969-12-31T23:59:59Z"_s},
       {QDateTime(), u"1970-01-01T00:00:00Z"_s},
-      {QDateTime(QDate(10000, 1, 1), QTime(0, 0), Qt::UTC), u"9999-12-31T23:59:59Z"_s},
-      {QDateTime(QDate(-5, 1, 1), QTime(0, 0), Qt::UTC), u"0001-01-01T00:00:00Z"_s},
+      {QDateTime(QDate(10000, 1, 1), QTime(0, 0), utcZone), u"9999-12-31T23:59:59Z"_s},
+      {QDateTime(QDate(-5, 1, 1), QTime(0, 0), utcZone), u"0001-01-01T00:00:00Z"_s},
   };
   for (const Row& row : table) {
     EXPECT_EQ(jsonText(row.instant), row.text);
@@ -56,7 +56,7 @@ TEST(JsonScalars, WriteInstantsAsQtDoesAndReadThemBack) {
   std::mt19937_64 random(20260121);
   std::uniform_int_distribution<qint64> milliseconds(-62'135'596'800'000, 253'402'300'799'999);
   for (int round = 0; round < 20'000; ++round) {
-    const auto instant = QDateTime::fromMSecsSinceEpoch(milliseconds(random), Qt::UTC);
+    const auto instant = QDateTime::fromMSecsSinceEpoch(milliseconds(random), utcZone);
     const QString text = jsonText(instant);
     ASSERT_EQ(text, instant.toString(u"yyyy-MM-dd'T'HH:mm:ss'Z'"));
     ASSERT_EQ(instantFromJsonText(text), instant.addMSecs(-instant.time().msec()));
@@ -66,7 +66,7 @@ TEST(JsonScalars, WriteInstantsAsQtDoesAndReadThemBack) {
 TEST(JsonScalars, ReadInstantsAsUtc) {
   const auto instant = instantFromJsonText(u"2026-01-21T09:30:00Z");
   ASSERT_TRUE(instant);
-  EXPECT_EQ(*instant, QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC));
+  EXPECT_EQ(*instant, QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone));
   EXPECT_EQ(instant->timeSpec(), Qt::UTC);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/ExpansionEvent.h"
 #include "core/model/RecordJson.h"
 
@@ -15,7 +16,7 @@ ExpansionEvent sample() {
           .snippetTitle = u"Thanks / both"_s,
           .triggerLength = 3,
           .expansionLength = 9007199254740993,
-          .timestamp = QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC),
+          .timestamp = QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone),
           .hourOfDay = 10,
           .dayOfWeek = 4};
 }

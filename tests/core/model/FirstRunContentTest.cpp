@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/FirstRunContent.h"
 #include "fakes/ManualClock.h"
 #include "support/QtPrinters.h"
@@ -52,7 +53,7 @@ const Row table[] = {
 };
 
 TEST(FirstRunContent, HasTenSnippets) {
-  const QDateTime now(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  const QDateTime now(QDate(2026, 1, 21), QTime(9, 30), utcZone);
   const FirstRunContent content = FirstRunContent::make(ManualClock(now));
   ASSERT_EQ(content.snippets.size(), std::ssize(table));
   for (std::size_t index = 0; index < std::size(table); ++index) {

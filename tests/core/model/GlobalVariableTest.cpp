@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/RecordJson.h"
 
@@ -13,8 +14,8 @@ namespace {
 
 GlobalVariable sample() {
   return {QUuid::fromString(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}"), u"City"_s, u"Bern"_s,
-          QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC),
-          QDateTime(QDate(2026, 1, 22), QTime(9, 30), Qt::UTC)};
+          QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone),
+          QDateTime(QDate(2026, 1, 22), QTime(9, 30), utcZone)};
 }
 
 TEST(GlobalVariable, IsWrittenWithEveryFieldAndReadBack) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/ImportBatch.h"
 #include "core/model/RecordJson.h"
 
@@ -12,7 +13,7 @@ namespace {
 
 ImportBatch sample() {
   return {.id = QUuid::fromString(u"{0a1b2c3d-4e5f-6789-abcd-ef0123456789}"),
-          .timestamp = QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC),
+          .timestamp = QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone),
           .sourceFile = u"export.csv"_s,
           .snippetIDs = {QUuid::fromString(u"{2a1b2c3d-4e5f-6789-abcd-ef0123456789}"),
                          QUuid::fromString(u"{1a1b2c3d-4e5f-6789-abcd-ef0123456789}")}};

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/RecordJson.h"
 #include "core/model/Snippet.h"
 #include "fakes/ManualClock.h"
@@ -23,13 +24,13 @@ Snippet sample() {
           .trigger = u";t"_s,
           .replacement = u"a/b\n{{cursor}}"_s,
           .folderID = someFolderID,
-          .createdAt = QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC),
-          .modifiedAt = QDateTime(QDate(2026, 1, 22), QTime(9, 30), Qt::UTC),
+          .createdAt = QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone),
+          .modifiedAt = QDateTime(QDate(2026, 1, 22), QTime(9, 30), utcZone),
           .isRegexTrigger = true};
 }
 
 TEST(Snippet, IsMadeWithAFreshIdAndTwoReadingsOfTheClock) {
-  const QDateTime start(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC);
+  const QDateTime start(QDate(2026, 1, 21), QTime(9, 30), utcZone);
   const ManualClock clock(start, std::chrono::seconds{1});
   const Snippet first = Snippet::create(u"T"_s, u";t"_s, u"r"_s, clock);
   EXPECT_FALSE(first.id.isNull());

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/RecordJson.h"
 #include "core/model/StatsSummary.h"
 
@@ -14,7 +15,7 @@ StatsSummary sample() {
   return {.totalExpansions = std::numeric_limits<qint64>::max(),
           .totalCharactersSaved = 9007199254740993,
           .totalTimeSavedSeconds = 96 / 3.33,
-          .firstExpansionDate = QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC)};
+          .firstExpansionDate = QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone)};
 }
 
 TEST(StatsSummary, IsWrittenWithEveryFieldAndReadBack) {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/model/RecordJson.h"
 #include "core/model/SyncMetadata.h"
 
@@ -9,7 +10,7 @@ namespace zarvy {
 namespace {
 
 SyncMetadata sample() {
-  return {.lastSyncDate = QDateTime(QDate(2026, 1, 21), QTime(9, 30), Qt::UTC),
+  return {.lastSyncDate = QDateTime(QDate(2026, 1, 21), QTime(9, 30), utcZone),
           .deviceID = u"0A1B2C3D-4E5F-6789-ABCD-EF0123456789"_s,
           .dataVersion = 9007199254740993};
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "core/placeholders/DateFormatters.h"
 #include "support/QtPrinters.h"
 
@@ -21,7 +22,7 @@ TEST(DateFormatters, AreMadeOnceAndKept) {
 
 TEST(DateFormattersThreads, WriteTheSameFromEveryThread) {
   DateFormatters formatters({"en_US", u"UTC"_s});
-  const QDateTime date = QDateTime::fromSecsSinceEpoch(1769000640, Qt::UTC);
+  const QDateTime date = QDateTime::fromSecsSinceEpoch(1769000640, utcZone);
   std::atomic<int> wrong{0};
   std::vector<std::thread> threads;
   for (int thread = 0; thread < 4; ++thread) {

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "fakes/FakeCloudDrive.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/ImmediateQueue.h"
@@ -25,7 +26,7 @@ struct LocalLibrary {
 
   // Two snippets, one folder and three variables, the same for the same word.
   [[nodiscard]] static LocalLibrary of(const QString& word) {
-    const QDateTime date = QDateTime::fromSecsSinceEpoch(1768900000, Qt::UTC);
+    const QDateTime date = QDateTime::fromSecsSinceEpoch(1768900000, utcZone);
     const auto id = [&word](int number) {
       return QUuid::createUuidV5(QUuid(), word + QString::number(number));
     };

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "storage/sync/SyncStatus.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -8,7 +9,7 @@ namespace zarvy {
 namespace {
 
 TEST(SyncStatus, IsEqualWhereItsKindAndWhatItCarriesAre) {
-  const QDateTime date = QDateTime::fromSecsSinceEpoch(1768987800, Qt::UTC);
+  const QDateTime date = QDateTime::fromSecsSinceEpoch(1768987800, utcZone);
   const QList<SyncStatus> statuses{SyncStatus::success(date), SyncStatus::success(date.addMSecs(1)),
                                    SyncStatus::error(u"a"_s), SyncStatus::error(u"b"_s),
                                    SyncStatus::error(u""_s),  SyncStatus::idle(),
@@ -22,7 +23,7 @@ TEST(SyncStatus, IsEqualWhereItsKindAndWhatItCarriesAre) {
 }
 
 TEST(SyncStatus, CarriesADateOrAMessageOrNothing) {
-  const QDateTime date = QDateTime::fromSecsSinceEpoch(1768987800, Qt::UTC);
+  const QDateTime date = QDateTime::fromSecsSinceEpoch(1768987800, utcZone);
   EXPECT_EQ(SyncStatus::success(date).kind(), SyncStatus::Kind::success);
   EXPECT_EQ(SyncStatus::success(date).date(), date);
   EXPECT_EQ(SyncStatus::error(u"why"_s).kind(), SyncStatus::Kind::error);

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "storage/sync/SyncVerdict.h"
 #include "support/QtPrinters.h"
 
@@ -14,7 +15,7 @@ constexpr qint64 largest = std::numeric_limits<qint64>::max();
 
 // Made by `device`, so many seconds after some moment.
 Metadata made(const QString& device, qint64 version, qint64 seconds = 0) {
-  return SyncMetadata{QDateTime::fromSecsSinceEpoch(1768987800 + seconds, Qt::UTC), device,
+  return SyncMetadata{QDateTime::fromSecsSinceEpoch(1768987800 + seconds, utcZone), device,
                       version};
 }
 

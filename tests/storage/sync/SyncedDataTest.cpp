@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/json/JsonText.h"
 #include "storage/sync/SyncHarness.h"
 
@@ -13,7 +14,7 @@ QUuid uuid(const char* text) {
 }
 
 TEST(SyncedData, IsWrittenAsTheDocumentsAre) {
-  const QDateTime date = QDateTime::fromMSecsSinceEpoch(1768987800750, Qt::UTC);
+  const QDateTime date = QDateTime::fromMSecsSinceEpoch(1768987800750, utcZone);
   const SyncedData data{
       {{uuid("0a1b2c3d-4e5f-6789-abcd-ef0123456789"), u"T"_s, u";t"_s, u"a/b\n"_s,
         uuid("00000000-0000-0000-0000-000000000001"), date, date, true}},

@@ -11,7 +11,7 @@ namespace zarvy {
 
 namespace {
 
-constexpr int padding = 40;
+constexpr int windowPadding = 40;
 constexpr int textWidth = 420;
 
 QString promiseOf(const QString& sceneId) {
@@ -42,7 +42,7 @@ ComingWindow::ComingWindow(const QString& sceneId) {
   text->setFixedWidth(textWidth);
   text->setAlignment(Qt::AlignCenter);
   auto* const layout = new QVBoxLayout(this);
-  layout->setContentsMargins(padding, padding, padding, padding);
+  layout->setContentsMargins(windowPadding, windowPadding, windowPadding, windowPadding);
   layout->addWidget(text, 0, Qt::AlignCenter);
 }
 

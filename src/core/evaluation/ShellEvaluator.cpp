@@ -19,7 +19,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-const auto timeoutMark = u"[Shell Timeout]"_s;
+const auto shellTimeout = u"[Shell Timeout]"_s;
 
 // What a command leaves running may go on writing; beyond this it counts as one that never ends.
 constexpr qsizetype mostOutput = 64'000'000;  // bytes
@@ -41,7 +41,7 @@ struct Pipe {
   FileDescriptor writing;
 };
 
-QString errorMark(const QString& reason) {
+QString shellError(const QString& reason) {
   return reason.isEmpty() ? u"[Shell Error]"_s : u"[Shell Error: "_s + reason + u']';
 }
 
@@ -89,7 +89,7 @@ QString ShellEvaluator::evaluate(const QString& command) {
   try {
     return run(argumentFor(command));
   } catch (const std::system_error& error) {
-    return errorMark(QString::fromLocal8Bit(error.code().message().c_str()));
+    return shellError(QString::fromLocal8Bit(error.code().message().c_str()));
   }
 }
 
@@ -104,12 +104,12 @@ QString ShellEvaluator::run(const QByteArray& command) {
     shell.signalGroup(SIGTERM);
     shell.signalGroup(SIGCONT);  // a stopped process does not hear of the other signal
     m_reaper.adopt(std::move(shell));
-    return timeoutMark;
+    return shellTimeout;
   }
   const bool succeeded = shell.reap() == 0;
   const auto bytes = readToEnd(succeeded ? output.reading : error.reading, deadline);
-  if (!bytes) return timeoutMark;
-  return succeeded ? textOfOutput(*bytes) : errorMark(decoded(*bytes).trimmed());
+  if (!bytes) return shellTimeout;
+  return succeeded ? textOfOutput(*bytes) : shellError(decoded(*bytes).trimmed());
 }
 
 ChildProcess ShellEvaluator::startShell(const QByteArray& command, int output, int error) const {

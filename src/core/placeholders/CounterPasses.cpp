@@ -6,7 +6,7 @@
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{counter:"};
+constexpr QStringView counterOpeners[] = {u"{{counter:"};
 
 // What stands before and behind the only colon; no name is empty.
 struct NameAndRest {
@@ -41,7 +41,7 @@ QString countersPass(const QString& text, PassContext& context) {
   const auto valueOf = [&counters = context.services.counters](const Placeholder& placeholder) {
     return QString::number(counters.nextValue(placeholder.argument.toString(), 1));
   };
-  return replacePlaceholders(text, {openers, isPlain}, valueOf, context.limit);
+  return replacePlaceholders(text, {counterOpeners, isPlain}, valueOf, context.limit);
 }
 
 QString startedCountersPass(const QString& text, PassContext& context) {
@@ -49,7 +49,7 @@ QString startedCountersPass(const QString& text, PassContext& context) {
     const NameAndRest parts = split(placeholder.argument);
     return QString::number(counters.nextValue(parts.name, readInteger(parts.rest).value_or(1)));
   };
-  return replacePlaceholders(text, {openers, hasStart}, valueOf, context.limit);
+  return replacePlaceholders(text, {counterOpeners, hasStart}, valueOf, context.limit);
 }
 
 QString resetCountersPass(const QString& text, PassContext& context) {
@@ -58,7 +58,7 @@ QString resetCountersPass(const QString& text, PassContext& context) {
     counters.resetCounter(parts.name);
     return QString::number(counters.nextValue(parts.name, 1));
   };
-  return replacePlaceholders(text, {openers, hasReset}, valueOf, context.limit);
+  return replacePlaceholders(text, {counterOpeners, hasReset}, valueOf, context.limit);
 }
 
 }  // namespace zarvy

@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{#"};
+constexpr QStringView variableOpeners[] = {u"{{#"};
 
 // By name in lower case; of several of one name the first in the list counts.
 class VariablesByName {
@@ -42,7 +42,7 @@ QString globalVariablesPass(const QString& text, PassContext& context) {
     if (const QString* const value = variables.value(name)) return *value;
     return u"[#"_s + name + u"?]"_s;
   };
-  return replacePlaceholders(text, {openers}, valueOf, context.limit);
+  return replacePlaceholders(text, {variableOpeners}, valueOf, context.limit);
 }
 
 }  // namespace zarvy

@@ -5,7 +5,7 @@
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{js:"};
+constexpr QStringView scriptOpeners[] = {u"{{js:"};
 
 }  // namespace
 
@@ -13,7 +13,7 @@ QString javaScriptPass(const QString& text, PassContext& context) {
   const auto valueOf = [&javaScript = context.services.javaScript](const Placeholder& placeholder) {
     return javaScript.evaluate(placeholder.argument.toString());
   };
-  return replacePlaceholders(text, {openers}, valueOf, context.limit);
+  return replacePlaceholders(text, {scriptOpeners}, valueOf, context.limit);
 }
 
 }  // namespace zarvy

@@ -7,7 +7,7 @@ namespace {
 
 constexpr QStringView upper = u"{{uppercase:";
 constexpr QStringView lower = u"{{lowercase:";
-constexpr QStringView openers[] = {upper, lower, u"{{titlecase:"};
+constexpr QStringView letterCaseOpeners[] = {upper, lower, u"{{titlecase:"};
 
 }  // namespace
 
@@ -18,7 +18,7 @@ QString letterCasePass(const QString& text, PassContext& context) {
     if (placeholder.opener == lower) return lowerCased(argument);
     return capitalized(argument);
   };
-  return replacePlaceholders(text, {openers}, valueOf, context.limit);
+  return replacePlaceholders(text, {letterCaseOpeners}, valueOf, context.limit);
 }
 
 }  // namespace zarvy

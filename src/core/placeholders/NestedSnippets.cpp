@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{snippet:"};
+constexpr QStringView snippetOpeners[] = {u"{{snippet:"};
 constexpr qsizetype greatestDepth = 10;
 
 // What an inclusion costs besides the look at its text, in units of the limit.
@@ -29,7 +29,7 @@ class Expansion {
       }
       return *value;
     };
-    return replacePlaceholders(text, {openers}, valueOf, m_limit);
+    return replacePlaceholders(text, {snippetOpeners}, valueOf, m_limit);
   }
 
  private:

@@ -8,7 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{shell:"};
+constexpr QStringView commandOpeners[] = {u"{{shell:"};
 
 // Whether `part` of `text` begins and ends between user-perceived characters.
 bool isOfWholeCharacters(QStringView text, QStringView part) {
@@ -22,7 +22,7 @@ bool isOfWholeCharacters(QStringView text, QStringView part) {
 // each, and a command may write a further one. A command that always writes itself never ends.
 QString shellPass(const QString& text, PassContext& context) {
   QString result = text;
-  while (const auto placeholder = PlaceholderScan(result, {openers}).next()) {
+  while (const auto placeholder = PlaceholderScan(result, {commandOpeners}).next()) {
     const QStringView literal = placeholder->literal;
     if (!isOfWholeCharacters(result, literal) ||
         !isOfWholeCharacters(result, placeholder->argument)) {

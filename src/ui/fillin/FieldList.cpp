@@ -15,7 +15,7 @@ namespace {
 
 constexpr int horizontalPadding = 12;
 constexpr int verticalPadding = 9;
-constexpr double radius = 8;
+constexpr double listRadius = 8;
 constexpr double greatestNameShare = 0.36;
 
 }  // namespace
@@ -54,7 +54,7 @@ void FieldList::paintEvent(QPaintEvent* /*event*/) {
   const QColor line = separatorColor(palette());
   painter.setPen(QPen(line, lineWidth(painter)));
   painter.setBrush(palette().color(QPalette::Window));
-  painter.drawRoundedRect(outlineWithin(painter, rect()), radius, radius);
+  painter.drawRoundedRect(outlineWithin(painter, rect()), listRadius, listRadius);
   for (std::size_t index = 1; index < m_rows.size(); ++index) {
     const int y = m_rows[index]->y() - verticalPadding - 1;
     drawRule(painter, {horizontalPadding, y, width() - 2 * horizontalPadding, 1}, line);

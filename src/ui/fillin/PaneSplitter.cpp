@@ -14,7 +14,7 @@ namespace {
 
 constexpr int handleHeight = 9;  // what the mouse can take hold of
 constexpr QSizeF gripSize(28, 3);
-constexpr int step = 16;
+constexpr int keyStep = 16;
 
 class PaneDivider final : public QSplitterHandle {
  public:
@@ -40,8 +40,8 @@ class PaneDivider final : public QSplitterHandle {
   }
 
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Up) return moveSplitter(y() - step);
-    if (event->key() == Qt::Key_Down) return moveSplitter(y() + step);
+    if (event->key() == Qt::Key_Up) return moveSplitter(y() - keyStep);
+    if (event->key() == Qt::Key_Down) return moveSplitter(y() + keyStep);
     QSplitterHandle::keyPressEvent(event);
   }
 

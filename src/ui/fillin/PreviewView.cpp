@@ -19,7 +19,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr int padding = 6;  // with that of the box around it 8
+constexpr int previewPadding = 6;  // with that of the box around it 8
 constexpr double highlightOpacity = 0.15;
 constexpr qsizetype longestPiece = 4000;  // of a paragraph, in UTF-16 units
 
@@ -58,7 +58,7 @@ PreviewView::PreviewView(QWidget* parent) : QPlainTextEdit(parent) {
   setUndoRedoEnabled(false);
   setFrameShape(QFrame::NoFrame);
   viewport()->setAutoFillBackground(false);
-  document()->setDocumentMargin(padding);
+  document()->setDocumentMargin(previewPadding);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   QTextOption option = document()->defaultTextOption();
   option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int extent = 20;
 constexpr double crossExtent = 8;
-constexpr double lineWidth = 1.25;
+constexpr double crossWidth = 1.25;
 
 }  // namespace
 
@@ -34,7 +34,7 @@ void CloseButton::paintEvent(QPaintEvent* /*event*/) {
   cross.moveCenter(QRectF(rect()).center());
   const QColor resting = tertiaryColor(palette(), activeColor(palette(), QPalette::Window));
   const QColor color = underMouse() ? activeColor(palette(), QPalette::WindowText) : resting;
-  painter.setPen(QPen(color, lineWidth, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(QPen(color, crossWidth, Qt::SolidLine, Qt::RoundCap));
   painter.drawLine(cross.topLeft(), cross.bottomRight());
   painter.drawLine(cross.bottomLeft(), cross.topRight());
 }

@@ -17,7 +17,7 @@ namespace {
 constexpr QSize panelSize(600, 400);
 constexpr int stripHeight = 30;
 constexpr int stripPadding = 8;
-constexpr double radius = 12;
+constexpr double panelRadius = 12;
 constexpr double opacity = 0.975;  // what is behind is not blurred, and text is to be read on it
 
 }  // namespace
@@ -66,7 +66,7 @@ void FloatingPanel::paintEvent(QPaintEvent* /*event*/) {
   painter.setPen(QPen(separatorColor(palette()), lineWidth(painter)));
   if (isTranslucent) {
     painter.setBrush(withOpacity(window, opacity));
-    painter.drawRoundedRect(outline, radius, radius);
+    painter.drawRoundedRect(outline, panelRadius, panelRadius);
   } else {
     painter.fillRect(rect(), window);
     painter.drawRect(outline);

@@ -9,8 +9,8 @@
 namespace zarvy {
 namespace {
 
-constexpr int padding = 5;
-constexpr double radius = 4;
+constexpr int keyPadding = 5;
+constexpr double keyRadius = 4;
 constexpr int symbolExtent = 12;
 constexpr double groundOpacity = 0.10;
 
@@ -26,7 +26,7 @@ QSize Keycap::sizeHint() const {
   const QFontMetrics metrics(keyFont());
   const int height = qMax(metrics.height(), symbolExtent) + 4;
   const int width = m_symbol ? symbolExtent : metrics.horizontalAdvance(m_name);
-  return {qMax(width + 2 * padding, height), height};
+  return {qMax(width + 2 * keyPadding, height), height};
 }
 
 void Keycap::changeEvent(QEvent* event) {
@@ -41,7 +41,7 @@ void Keycap::paintEvent(QPaintEvent* /*event*/) {
   const QColor ground = blended(activeColor(palette(), QPalette::Window),
                                 activeColor(palette(), QPalette::WindowText), groundOpacity);
   painter.setBrush(ground);
-  painter.drawRoundedRect(rect(), radius, radius);
+  painter.drawRoundedRect(rect(), keyRadius, keyRadius);
   const QColor color = secondaryColor(palette(), ground);
   if (m_symbol) {
     QRect area(0, 0, symbolExtent, symbolExtent);

@@ -15,7 +15,7 @@ constexpr int margin = 8;    // between the edge and the background of the selec
 constexpr int padding = 10;  // between that and what is in it
 constexpr int verticalPadding = 6;
 constexpr int lineSpacing = 1;
-constexpr double radius = 6;
+constexpr double rowRadius = 6;
 constexpr int circleExtent = 8;
 constexpr int textIndent = margin + padding + circleExtent + padding;
 constexpr double triggerScale = 12.0 / 13.0;
@@ -53,7 +53,7 @@ void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option
     const QColor accent = activeColor(option.palette, QPalette::Highlight);
     ground = blended(ground, accent, selectionOpacity);
     painter->setBrush(withOpacity(accent, selectionOpacity));
-    painter->drawRoundedRect(row.adjusted(margin, 0, -margin, 0), radius, radius);
+    painter->drawRoundedRect(row.adjusted(margin, 0, -margin, 0), rowRadius, rowRadius);
   }
   painter->setBrush(index.data(QuickSearchModel::folderColorRole).value<QColor>());
   painter->drawEllipse(QRectF(row.left() + margin + padding,

@@ -81,7 +81,7 @@ void goFarDown() {
 }
 
 // Whatever a library can hold that a panel would rather not.
-std::shared_ptr<void> openOdd() {
+std::shared_ptr<void> openOddNames() {
   return open(libraryOf({{u"\U0001F4E6 <b>Order</b> &amp; more"_s, u"<i>;order</i>"_s},
                          {u"A title without an end "_s.repeated(450),
                           u";a trigger without an end"_s.repeated(40)},
@@ -101,7 +101,7 @@ QList<ScreenScene> quickSearchScenes() {
       {u"quick-search-found"_s, openEveryday, searchForSignature},
       {u"quick-search-long"_s, openLong, goFarDown},
       {u"quick-search-nothing"_s, openEveryday, [] { type(u"zebra"_s); }},
-      {u"quick-search-odd"_s, openOdd},
+      {u"quick-search-odd"_s, openOddNames},
   };
 }
 

@@ -12,9 +12,6 @@ namespace zarvy::x11 {
 
 namespace {
 
-constexpr int lowestKeycode = 8;
-constexpr int highestKeycode = 255;
-
 // True where the level says the same whether Caps Lock is on or not. Some keys ignore Caps Lock in
 // their type and leave the capital to the application, which not every application then makes.
 bool survivesCapsLock(xkb_state* state, xkb_keycode_t key, uint32_t lock, uint32_t locked,

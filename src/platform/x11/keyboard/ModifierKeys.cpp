@@ -10,9 +10,6 @@ namespace zarvy::x11 {
 
 namespace {
 
-constexpr int lowestKeycode = 8;
-constexpr int highestKeycode = 255;
-
 enum class Role { none, shift, option, command, numLock, capsLock, levelThree, other };
 
 Role roleOf(xkb_keysym_t symbol) {

@@ -10,15 +10,15 @@ display_answers() {
 }
 
 run_program() {
-  build_preset release zarvy
+  build_preset run zarvy
   say "Starting Zarvy. Ctrl+C ends it."
-  exec build/release/bin/zarvy
+  exec build/run/bin/zarvy
 }
 
 run_demo() {
   ensure_packages demo
-  build_preset release zarvy zarvy_demo
-  exec build/release/bin/zarvy_demo --screenshot build/demo/zarvy.png
+  build_preset run zarvy zarvy_demo
+  exec build/run/bin/zarvy_demo --screenshot build/demo/zarvy.png
 }
 
 use_utf8_locale

@@ -8,7 +8,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 add_library(zarvy_warnings INTERFACE)
 target_compile_options(zarvy_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
-  -Woverloaded-virtual -Wconversion -Wsign-conversion -Wnull-dereference -Wformat=2 -Werror)
+  -Woverloaded-virtual -Wconversion -Wsign-conversion -Wnull-dereference -Wformat=2)
 
 add_library(zarvy_options INTERFACE)
 target_link_libraries(zarvy_options INTERFACE zarvy_warnings)

@@ -73,9 +73,6 @@ ensure_packages() {
   fi
 }
 
-# Another clone of the repository on this machine, in whatever folder, finds what was compiled before.
-export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
-
 # build_preset <preset> [<target>...]: configures, and builds the targets (all of them if none is
 # named).
 build_preset() {

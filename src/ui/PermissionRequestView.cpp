@@ -159,7 +159,11 @@ void PermissionRequestView::showWhatHolds() {
   m_granted->setVisible(m_state.hasAccessibilityPermission());
   m_missing->setVisible(!m_state.hasAccessibilityPermission());
   layout()->invalidate();
-  setFixedSize(windowWidth, layout()->totalHeightForWidth(windowWidth));
+  setFixedSize(sizeHint());
+}
+
+QSize PermissionRequestView::sizeHint() const {
+  return {windowWidth, layout()->totalHeightForWidth(windowWidth)};
 }
 
 }  // namespace zarvy

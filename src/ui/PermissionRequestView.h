@@ -19,6 +19,9 @@ class PermissionRequestView final : public QWidget {
   // `getStarted` is called once this window has closed. `state` outlives it.
   PermissionRequestView(AppState& state, std::function<void()> getStarted);
 
+  // Of a width of its own, and as high as its words take.
+  [[nodiscard]] QSize sizeHint() const override;
+
  private:
   void addExplanation(QVBoxLayout& column);
   [[nodiscard]] QWidget* makeGranted();

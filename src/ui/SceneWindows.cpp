@@ -52,9 +52,9 @@ std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {
   }
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(found->title);
-  if (!found->defaultSize.isNull()) {
-    window->resize(found->defaultSize);
-  } else if (id != scene::permissionRequest) {  // which keeps to its content itself
+  if (found->defaultSize) {
+    window->resize(*found->defaultSize);
+  } else {
     window->setFixedSize(window->sizeHint());
   }
   const QRect desk = QGuiApplication::primaryScreen()->availableGeometry();

@@ -16,11 +16,11 @@ const QString globalVariables = u"global-variables"_s;
 
 const QList<Scene>& scenes() {
   static const QList<Scene> all = {
-      {scene::manageSnippets, u"Manage Snippets"_s, {900, 600}},
-      {scene::permissionRequest, u"Setup"_s, {}},
-      {scene::settings, u"Zarvy Settings"_s, {}},
-      {scene::statistics, u"Statistics"_s, {700, 550}},
-      {scene::globalVariables, u"Global Variables"_s, {500, 400}},
+      {scene::manageSnippets, u"Manage Snippets"_s, QSize(900, 600)},
+      {scene::permissionRequest, u"Setup"_s, std::nullopt},
+      {scene::settings, u"Zarvy Settings"_s, std::nullopt},
+      {scene::statistics, u"Statistics"_s, QSize(700, 550)},
+      {scene::globalVariables, u"Global Variables"_s, QSize(500, 400)},
   };
   return all;
 }

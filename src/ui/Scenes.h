@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QList>
 #include <QSize>
 #include <QString>
@@ -10,7 +12,7 @@ namespace zarvy {
 struct Scene {
   QString id;
   QString title;
-  QSize defaultSize;  // null: that of its content
+  std::optional<QSize> defaultSize;  // absent: that of its content, which it keeps to
 };
 
 namespace scene {

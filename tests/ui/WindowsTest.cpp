@@ -1,9 +1,11 @@
 #include <memory>
+#include <optional>
 
 #include <QApplication>
 #include <QLabel>
 #include <QMultiMap>
 #include <QPushButton>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -36,6 +38,25 @@ QPushButton* buttonWith(const QWidget& window, const QString& text) {
   return nullptr;
 }
 
+// The one that can be seen.
+const QWidget* openWindow() {
+  for (const QWidget* window : QApplication::topLevelWidgets()) {
+    if (window->isVisible()) return window;
+  }
+  return nullptr;
+}
+
+void expectNoTextCut(const QWidget& window) {
+  for (const QLabel* label : window.findChildren<QLabel*>()) {
+    if (!label->isVisible() || label->text().isEmpty()) continue;
+    const int wanted =
+        label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+    EXPECT_GE(label->height(), wanted) << label->text().toStdString();
+    const QRect place(label->mapTo(&window, QPoint()), label->size());
+    EXPECT_TRUE(window.rect().contains(place)) << label->text().toStdString();
+  }
+}
+
 // Every text that can be seen, from top to bottom.
 QStringList visibleTexts(const QWidget& window) {
   QMultiMap<int, QString> texts;
@@ -62,7 +83,7 @@ class Windows : public testing::Test {
   ExpansionHarness m_harness;
 };
 
-TEST_F(Windows, OpenOnceEachWithTitleAndSize) {
+TEST_F(Windows, OpenOnceEachWithTheirTitles) {
   SceneWindows windows(state(), m_harness.workspace);
   for (const Scene& scene : scenes()) {
     windows.open(scene.id);
@@ -70,18 +91,40 @@ TEST_F(Windows, OpenOnceEachWithTitleAndSize) {
   }
   EXPECT_EQ(openTitles(), (QStringList{u"Global Variables"_s, u"Manage Snippets"_s, u"Setup"_s,
                                        u"Statistics"_s, u"Zarvy Settings"_s}));
-  for (const QWidget* window : QApplication::topLevelWidgets()) {
-    if (window->windowTitle() == u"Manage Snippets") {
-      EXPECT_EQ(window->size(), QSize(900, 600));
-    }
-    if (window->windowTitle() == u"Statistics") {
-      EXPECT_EQ(window->size(), QSize(700, 550));
-    }
-    if (window->windowTitle() == u"Global Variables") {
-      EXPECT_EQ(window->size(), QSize(500, 400));
-    }
-  }
 }
+
+// Without a size of its own a window keeps to its content, which it shows whole.
+struct SizeOfScene {
+  QString id;
+  std::optional<QSize> size;
+};
+
+class WindowSizes : public Windows, public testing::WithParamInterface<SizeOfScene> {};
+
+TEST_P(WindowSizes, AreThoseOfTheSceneInTheMiddleOfTheScreen) {
+  losePermission();
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(GetParam().id);
+  QApplication::sendPostedEvents();
+  const QWidget* const window = openWindow();
+  ASSERT_TRUE(window);
+  const bool isResizable = window->minimumSize() != window->maximumSize();
+  EXPECT_EQ(isResizable, GetParam().size.has_value());
+  EXPECT_EQ(window->size(), GetParam().size.value_or(window->sizeHint()));
+  const QPoint middle = window->pos() + window->rect().center();
+  EXPECT_EQ(middle, window->screen()->availableGeometry().center());
+  expectNoTextCut(*window);
+}
+
+INSTANTIATE_TEST_SUITE_P(, WindowSizes,
+                         testing::Values(SizeOfScene{scene::manageSnippets, QSize(900, 600)},
+                                         SizeOfScene{scene::permissionRequest, {}},
+                                         SizeOfScene{scene::settings, {}},
+                                         SizeOfScene{scene::statistics, QSize(700, 550)},
+                                         SizeOfScene{scene::globalVariables, QSize(500, 400)}),
+                         [](const auto& row) {
+                           return row.param.id.split(u'-').first().toStdString();
+                         });
 
 TEST_F(Windows, OpenAgainOnceTheyHaveBeenClosed) {
   SceneWindows windows(state(), m_harness.workspace);
@@ -144,16 +187,10 @@ TEST_F(Windows, LeaveTheSetupRoomForAllItsWords) {
     m_harness.permission.setTrusted(granted);
     state().refreshAccessibilityPermission();
     QApplication::sendPostedEvents();
-    for (const QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->windowTitle() != u"Setup") continue;
-      EXPECT_EQ(window->width(), 400);
-      for (const QLabel* label : window->findChildren<QLabel*>()) {
-        if (!label->isVisible() || label->text().isEmpty()) continue;
-        const int wanted =
-            label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
-        EXPECT_GE(label->height(), wanted) << label->text().toStdString();
-      }
-    }
+    const QWidget* const window = openWindow();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(window->width(), 400);
+    expectNoTextCut(*window);
   }
 }
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstring>
+#include <filesystem>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -11,6 +12,7 @@
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QThread>
@@ -29,9 +31,20 @@ constexpr std::chrono::seconds patienceWithEnd{15};
 
 constexpr unsigned long millisecondsToTryAgain = 20;
 
+// The one spelling of a folder that may be written in many; the folder need not be there yet.
+QByteArray canonicalPath(const QString& directory) {
+  const std::filesystem::path written(QFile::encodeName(directory).toStdString());
+  std::error_code error;
+  std::filesystem::path path = std::filesystem::weakly_canonical(written, error);
+  if (error) path = written;
+  // Where the folder is not there, a slash at the end has stayed.
+  if (!path.has_filename()) path = path.parent_path();
+  return QByteArray::fromStdString(path.native());
+}
+
 QString nameFor(const QString& dataDirectory) {
   const QByteArray hash =
-      QCryptographicHash::hash(dataDirectory.toUtf8(), QCryptographicHash::Sha256).toHex();
+      QCryptographicHash::hash(canonicalPath(dataDirectory), QCryptographicHash::Sha256).toHex();
   return u"zarvy-%1-%2"_s.arg(::getuid()).arg(QString::fromLatin1(hash.first(16)));
 }
 

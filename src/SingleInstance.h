@@ -17,6 +17,7 @@ namespace zarvy {
 // process, in whatever way that ends. Main thread.
 class SingleInstance {
  public:
+  // However `dataDirectory` is written, and also where it is not there yet.
   explicit SingleInstance(const QString& dataDirectory);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;

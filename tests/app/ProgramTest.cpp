@@ -53,8 +53,8 @@ class ProgramWithoutDisplay : public testing::Test {
   }
 
   // The library is written once the program has come up and taken it over.
-  [[nodiscard]] bool waitForLibrary() {
-    const QString path = m_home.filePath(u".local/share/Zarvy/folders.json"_s);
+  [[nodiscard]] bool waitForLibrary(const QString& dataHome = u".local/share"_s) {
+    const QString path = m_home.filePath(dataHome + u"/Zarvy/folders.json"_s);
     const QDeadlineTimer limit(deadline);
     while (!QFile::exists(path) && !limit.hasExpired()) {
       if (m_program.waitForFinished(20)) return false;
@@ -143,6 +143,51 @@ TEST_F(ProgramWithoutDisplay, OutlivesTheReaderOfItsOutput) {
 TEST_F(ProgramWithoutDisplay, EndsCleanlyWhenTheSignalComesBeforeItIsUp) {
   m_program.start();
   (void)waitForLine("No X display can be reached.");
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+// The folder of the documents may be written in many ways.
+TEST_F(ProgramWithoutDisplay, IsTheOnlyOneHoweverTheFolderOfTheDocumentsIsWritten) {
+  const QDir home(m_home.path());
+  ASSERT_TRUE(home.mkpath(u"data/inner"_s));
+  ASSERT_TRUE(QFile::link(home.filePath(u"data"_s), home.filePath(u"link"_s)));
+  const auto startWith = [](QProcess& program, const QString& dataHome) {
+    QProcessEnvironment environment = program.processEnvironment();
+    environment.insert(u"XDG_DATA_HOME"_s, dataHome);
+    program.setProcessEnvironment(environment);
+    program.start();
+  };
+  QProcess other;
+  other.setProcessEnvironment(m_program.processEnvironment());
+  other.setProgram(m_program.program());
+  startWith(m_program, home.filePath(u"data"_s));
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  for (const QString& spelling : {u"data/"_s, u"/data"_s, u"data/./inner//.."_s, u"link"_s,
+                                  u"link/"_s, u"link/inner/.."_s, u"not-there/../data"_s}) {
+    startWith(other, home.path() + u'/' + spelling);
+    ASSERT_TRUE(other.waitForFinished(deadline)) << spelling.toStdString();
+    EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n")
+        << spelling.toStdString();
+  }
+  sendSignal(SIGTERM);
+  expectCleanEnd();
+}
+
+// The folder comes into being with the first instance, and the one that comes then is the same.
+TEST_F(ProgramWithoutDisplay, IsTheOnlyOneAlsoWhereTheFolderWasNotThereWhenItStarted) {
+  QProcessEnvironment environment = m_program.processEnvironment();
+  environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"new//data/"_s));
+  m_program.setProcessEnvironment(environment);
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary(u"new/data"_s));
+  QProcess other;
+  environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"new/data"_s));
+  other.setProcessEnvironment(environment);
+  other.start(m_program.program(), {});
+  ASSERT_TRUE(other.waitForFinished(deadline));
+  EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n");
   sendSignal(SIGTERM);
   expectCleanEnd();
 }

@@ -1,8 +1,12 @@
 #include "ui/MenuBarView.h"
 
+#include <cstddef>
 #include <utility>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QIcon>
+#include <QKeyEvent>
 
 #include "app/AppState.h"
 #include "ui/MenuCircumstancesOf.h"
@@ -28,21 +32,67 @@ MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)>
   for (const auto signal :
        {&AppState::snippetsChanged, &AppState::isPausedChanged,
         &AppState::hasAccessibilityPermissionChanged, &AppState::secureInputAppNameChanged}) {
-    connect(&state, signal, this, &MenuBarView::rebuild);
+    connect(&state, signal, this, &MenuBarView::showWhatHolds);
   }
-  rebuild();
+  for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(state))) makeRow(entry);
+  followOpening();
+  showWhatHolds();
+  QCoreApplication::instance()->installEventFilter(this);
 }
 
-void MenuBarView::rebuild() {
-  const MenuCircumstances circumstances = menuCircumstancesOf(m_state);
-  if (std::exchange(m_circumstances, circumstances) == circumstances) return;
-  clear();
-  for (const MenuEntry& entry : menuEntries(circumstances)) {
-    QAction* const action = addAction(QIcon::fromTheme(entry.iconName), literal(entry.text));
-    action->setShortcut(entry.shortcut);
-    action->setEnabled(entry.action != MenuAction::none);
-    connect(action, &QAction::triggered, this, [this, todo = entry.action] { perform(todo); });
-    if (entry.hasDividerBehind) addSeparator();
+// A shortcut works where the widget that has its action is to be seen, and the menu is not.
+bool MenuBarView::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Show || !watched->isWidgetType()) return false;
+  auto* const widget = static_cast<QWidget*>(watched);
+  const bool isPopup = widget->windowType() == Qt::Popup || widget->windowType() == Qt::ToolTip;
+  if (widget->isWindow() && !isPopup) widget->addActions(actions());
+  return false;
+}
+
+// The toolkit leaves the keys in an open menu to the menu.
+void MenuBarView::keyPressEvent(QKeyEvent* event) {
+  const QKeySequence pressed(event->keyCombination());
+  for (const Row& row : m_rows) {
+    if (row.entry->shortcut() == pressed && row.entry->isEnabled()) return row.entry->trigger();
+  }
+  QMenu::keyPressEvent(event);
+}
+
+// The actions stay for good: a panel that draws the menu itself tells of a click by its entry, and
+// may do so after it has told that the menu has closed.
+void MenuBarView::makeRow(const MenuEntry& entry) {
+  QAction* const action = addAction(QIcon::fromTheme(entry.iconName), QString());
+  action->setShortcut(entry.shortcut);
+  action->setAutoRepeat(false);
+  action->setEnabled(entry.action != MenuAction::none);
+  connect(action, &QAction::triggered, this, [this, todo = entry.action] {
+    close();  // as after a click, where it was a shortcut
+    perform(todo);
+  });
+  m_rows.push_back({action, entry.hasDividerBehind ? addSeparator() : nullptr});
+}
+
+// A panel may not tell of the end: then the menu is as it ought to be when it opens the next time.
+void MenuBarView::followOpening() {
+  connect(this, &QMenu::aboutToShow, this, [this] {
+    m_isOpen = false;
+    showWhatHolds();
+    m_isOpen = true;
+  });
+  connect(this, &QMenu::aboutToHide, this, [this] {
+    m_isOpen = false;
+    showWhatHolds();
+  });
+}
+
+void MenuBarView::showWhatHolds() {
+  if (m_isOpen) return;
+  const QList<MenuEntry> entries = menuEntries(menuCircumstancesOf(m_state));
+  for (std::size_t i = 0; i < m_rows.size(); ++i) {
+    const MenuEntry& entry = entries[static_cast<qsizetype>(i)];
+    m_rows[i].entry->setText(literal(entry.text));
+    m_rows[i].entry->setVisible(entry.isVisible);
+    if (m_rows[i].divider) m_rows[i].divider->setVisible(entry.isVisible);
   }
 }
 

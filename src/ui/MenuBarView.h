@@ -1,7 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <optional>
+#include <vector>
 
 #include <QMenu>
 
@@ -11,7 +11,9 @@ namespace zarvy {
 
 class AppState;
 
-// The menu behind the tray icon. Follows the state as it changes.
+// The menu behind the tray icon. Follows the state as it changes, but for as long as it is open:
+// nothing moves under the pointer then. Its shortcuts work in every window of the program and in
+// the menu itself.
 class MenuBarView final : public QMenu {
   Q_OBJECT
 
@@ -21,14 +23,28 @@ class MenuBarView final : public QMenu {
   MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
               std::function<void()> quit);
 
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
  private:
-  void rebuild();
+  // An entry, and the line behind it where it has one.
+  struct Row {
+    QAction* entry;
+    QAction* divider;
+  };
+
+  void makeRow(const MenuEntry& entry);
+  void followOpening();
+  void showWhatHolds();
   void perform(MenuAction action);
 
   AppState& m_state;
-  std::optional<MenuCircumstances> m_circumstances;  // of the entries that are there
   const std::function<void(const QString& id)> m_openScene;
   const std::function<void()> m_quit;
+  std::vector<Row> m_rows;
+  bool m_isOpen = false;  // also where a panel draws the menu
 };
 
 }  // namespace zarvy

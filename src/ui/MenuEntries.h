@@ -35,9 +35,11 @@ struct MenuEntry {
   QString iconName;  // by the icon naming of the desktops; empty for none
   QKeySequence shortcut;
   bool hasDividerBehind = false;
+  bool isVisible = true;
 };
 
-// The entries in their order. Pure.
+// Every entry in its order, those that are not to be seen included: an entry is in the same place
+// of the list whatever holds. Pure.
 [[nodiscard]] QList<MenuEntry> menuEntries(const MenuCircumstances& circumstances);
 
 // The state that the icon shows: the first that holds, in this order.

@@ -14,6 +14,7 @@ QStringList described(const MenuCircumstances& circumstances) {
                                      "settings", "statistics", "pause",  "quit"};
   QStringList lines;
   for (const MenuEntry& entry : menuEntries(circumstances)) {
+    if (!entry.isVisible) continue;
     QString line =
         entry.text + u" > "_s + QString::fromLatin1(actions[static_cast<int>(entry.action)]);
     if (!entry.shortcut.isEmpty())
@@ -48,6 +49,15 @@ TEST(MenuEntries, LeadToTheSetupAndDoNotPauseWithoutThePermission) {
                                                   << u"Setup Required... > setup [dialog-warning]"_s
                                                   << u"-"_s << u"0 snippets > "_s << u"-"_s
                                                   << windows << u"Quit Zarvy > quit Ctrl+Q"_s);
+}
+
+TEST(MenuEntries, AreEachInTheSamePlaceWhateverHolds) {
+  const auto actions = [](const MenuCircumstances& circumstances) {
+    QList<MenuAction> all;
+    for (const MenuEntry& entry : menuEntries(circumstances)) all.append(entry.action);
+    return all;
+  };
+  EXPECT_EQ(actions({true, {}, 10, false}), actions({false, u"a"_s, 0, true}));
 }
 
 TEST(MenuEntries, NameWhoBlocksBehindTheSetup) {

@@ -3,9 +3,11 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMultiMap>
 #include <QPushButton>
 #include <QScreen>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -69,6 +71,22 @@ QStringList visibleTexts(const QWidget& window) {
       texts.insert(y, button->text());
   }
   return texts.values();
+}
+
+// The entries of the menu that can be seen, lines aside.
+QStringList shownTexts(const QMenu& menu) {
+  QStringList texts;
+  for (const QAction* action : menu.actions()) {
+    if (action->isVisible() && !action->isSeparator()) texts.append(action->text());
+  }
+  return texts;
+}
+
+QAction* actionWith(const QMenu& menu, const QString& text) {
+  for (QAction* action : menu.actions()) {
+    if (action->isVisible() && action->text() == text) return action;
+  }
+  return nullptr;
 }
 
 class Windows : public testing::Test {
@@ -201,7 +219,7 @@ TEST_F(Windows, TakeTheNamesOfApplicationsInTheMenuAsTheyAre) {
   MenuBarView menu(
       state(), [](const QString& /*id*/) {}, [] {});
   m_harness.scheduler.advance(std::chrono::milliseconds(500));
-  EXPECT_EQ(menu.actions().front()->text(), u"Blocked by Safe && Sound"_s);
+  EXPECT_EQ(shownTexts(menu).front(), u"Blocked by Safe && Sound"_s);
 }
 
 TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
@@ -210,10 +228,9 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   MenuBarView menu(
       state(), [&opened](const QString& id) { opened.append(id); }, [&quits] { ++quits; });
   const auto trigger = [&menu](const QString& text) {
-    for (QAction* action : menu.actions()) {
-      if (action->text() == text) return action->trigger();
-    }
-    FAIL() << text.toStdString();
+    QAction* const action = actionWith(menu, text);
+    ASSERT_TRUE(action) << text.toStdString();
+    action->trigger();
   };
   trigger(u"Manage Snippets..."_s);
   EXPECT_FALSE(state().selection().pendingNewSnippet());
@@ -224,14 +241,112 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   EXPECT_EQ(opened, (QStringList{u"manage-snippets"_s, u"manage-snippets"_s, u"settings"_s,
                                  u"statistics"_s}));
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
-  EXPECT_EQ(menu.actions().front()->text(), u"1 snippets"_s);
-  EXPECT_FALSE(menu.actions().front()->isEnabled());
+  EXPECT_EQ(shownTexts(menu).front(), u"1 snippets"_s);
+  EXPECT_FALSE(actionWith(menu, u"1 snippets"_s)->isEnabled());
   trigger(u"Pause Expansion"_s);
   EXPECT_TRUE(state().isPaused());
   trigger(u"Resume Expansion"_s);
   EXPECT_FALSE(state().isPaused());
   trigger(u"Quit Zarvy"_s);
   EXPECT_EQ(quits, 1);
+}
+
+class Menus : public Windows {
+ protected:
+  QStringList m_opened;
+  int m_quits = 0;
+  MenuBarView m_menu{state(), [this](const QString& id) { m_opened.append(id); },
+                     [this] { ++m_quits; }};
+};
+
+TEST_F(Menus, StayAsTheyAreWhileTheyAreOpen) {
+  m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  const QStringList before = shownTexts(m_menu);
+  m_menu.popup({});
+  state().togglePause();
+  state().addSnippet(m_harness.snippet(u";a"_s, u"y"_s));
+  EXPECT_EQ(shownTexts(m_menu), before);
+  m_menu.hide();
+  EXPECT_EQ(shownTexts(m_menu).front(), u"2 snippets"_s);
+  EXPECT_TRUE(actionWith(m_menu, u"Resume Expansion"_s));
+}
+
+// Some panels that draw the menu themselves do not.
+TEST_F(Menus, ChangeWhenTheyOpenAlsoIfNobodyTellsThatTheyHaveClosed) {
+  Q_EMIT m_menu.aboutToShow();
+  state().togglePause();
+  EXPECT_TRUE(actionWith(m_menu, u"Pause Expansion"_s));
+  Q_EMIT m_menu.aboutToShow();
+  EXPECT_TRUE(actionWith(m_menu, u"Resume Expansion"_s));
+}
+
+TEST_F(Menus, KeepTheirEntriesForAClickThatIsToldOfTooLate) {
+  QAction* const pause = actionWith(m_menu, u"Pause Expansion"_s);
+  ASSERT_TRUE(pause);
+  Q_EMIT m_menu.aboutToShow();
+  m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  Q_EMIT m_menu.aboutToHide();
+  pause->trigger();
+  EXPECT_TRUE(state().isPaused());
+}
+
+// Everywhere in the program: in its windows, and in the menu itself.
+class Shortcuts : public Menus {
+ protected:
+  void expectToWorkIn(QWidget& widget) {
+    QTest::keyClick(&widget, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(state().isPaused());
+    QTest::keyClick(&widget, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(state().isPaused());
+    QTest::keyClick(&widget, Qt::Key_Comma, Qt::ControlModifier);
+    QTest::keyClick(&widget, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(m_opened, (QStringList{u"settings"_s, u"manage-snippets"_s}));
+    EXPECT_TRUE(state().selection().pendingNewSnippet());
+    QTest::keyClick(&widget, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(m_quits, 1);
+  }
+};
+
+class ShortcutsInWindows : public Shortcuts, public testing::WithParamInterface<Qt::WindowType> {};
+
+TEST_P(ShortcutsInWindows, Work) {
+  QWidget window(nullptr, GetParam());
+  auto* const field = new QLineEdit(&window);
+  window.show();
+  window.activateWindow();
+  field->setFocus();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  expectToWorkIn(*field);
+}
+
+// Those of the scenes, the form, and the panel of quick search.
+INSTANTIATE_TEST_SUITE_P(, ShortcutsInWindows, testing::Values(Qt::Window, Qt::Dialog, Qt::Tool),
+                         [](const auto& row) {
+                           return row.param == Qt::Window   ? "Window"
+                                  : row.param == Qt::Dialog ? "Dialog"
+                                                            : "Tool";
+                         });
+
+TEST_F(Shortcuts, CloseTheOpenMenuAndDoWhatTheySay) {
+  m_menu.popup({});
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_menu));
+  QTest::keyClick(&m_menu, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(state().isPaused());
+  EXPECT_FALSE(m_menu.isVisible());
+  EXPECT_TRUE(actionWith(m_menu, u"Resume Expansion"_s));
+}
+
+// Without the permission there is nothing to pause.
+TEST_F(Windows, HaveNoShortcutForWhatTheMenuDoesNotShow) {
+  losePermission();
+  MenuBarView menu(
+      state(), [](const QString& /*id*/) {}, [] {});
+  QWidget window;
+  window.show();
+  window.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_FALSE(state().isPaused());
 }
 
 }  // namespace

@@ -70,6 +70,29 @@ TEST_F(Tray, opensTheWindowsAndPutsThemInFront) {
   }
 }
 
+TEST_F(Tray, hasShortcutsThatWorkInTheWindowsAndInTheOpenMenu) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  choose(3);
+  const auto window = waitForWindow(stage().connection(), "Statistics");
+  ASSERT_TRUE(window.has_value());
+  ASSERT_TRUE(waitUntil([&] { return activeWindow(stage().connection()) == window->id; },
+                        std::chrono::seconds(20)));
+  person().press(XKB_KEY_Control_L);
+  person().press(XKB_KEY_Shift_L);
+  person().tap(XKB_KEY_P);
+  person().releaseAll();
+  EXPECT_TRUE(waitForLines("KeyboardMonitor: Stopped", 1));
+  person().press(XKB_KEY_Control_L);
+  person().tap(XKB_KEY_comma);
+  person().releaseAll();
+  EXPECT_TRUE(waitForWindow(stage().connection(), "Zarvy Settings").has_value());
+  openMenu();
+  person().press(XKB_KEY_Control_L);
+  person().tap(XKB_KEY_q);
+  person().releaseAll();
+  EXPECT_EQ(program().process().waitForExit(std::chrono::seconds(20)), ExitStatus{});
+}
+
 }  // namespace
 
 }  // namespace zarvy::e2e

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <xcb/xcb.h>
 
 #include "e2e/harness/XConnection.h"
@@ -9,9 +11,9 @@ namespace zarvy::x11 {
 // A window that no window manager has to do with.
 class BareWindow {
  public:
-  explicit BareWindow(const e2e::XConnection& connection)
+  explicit BareWindow(const e2e::XConnection& connection, bool isUnmanaged = true)
       : m_connection(connection), m_window(xcb_generate_id(connection.get())) {
-    const uint32_t overrideRedirect = 1;
+    const uint32_t overrideRedirect = isUnmanaged ? 1 : 0;
     xcb_create_window(connection.get(), XCB_COPY_FROM_PARENT, m_window, connection.root(), 0, 0, 10,
                       10, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
@@ -29,6 +31,22 @@ class BareWindow {
 
   void unmap() {
     xcb_unmap_window(m_connection.get(), m_window);
+    m_connection.synchronise();
+  }
+
+  // Has it say of itself what it is, as _NET_WM_WINDOW_TYPE_... does.
+  void setType(const std::string& type) {
+    const xcb_atom_t value = m_connection.atom("_NET_WM_WINDOW_TYPE_" + type);
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &value);
+    m_connection.synchronise();
+  }
+
+  // Has it say that it belongs to `owner`.
+  void setOwner(const BareWindow& owner) {
+    const xcb_window_t value = owner.id();
+    xcb_change_property(m_connection.get(), XCB_PROP_MODE_REPLACE, m_window,
+                        XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32, 1, &value);
     m_connection.synchronise();
   }
 

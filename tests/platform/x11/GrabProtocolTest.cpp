@@ -13,9 +13,11 @@ namespace {
 constexpr uint8_t xinputOpcode = 131;
 constexpr uint16_t keyboard = 3;
 
-constexpr GrabChange coreGrab{GrabChange::Kind::grab, GrabChange::Protocol::core};
+constexpr uint32_t window = 0x600044;
+
+constexpr GrabChange coreGrab{GrabChange::Kind::grab, GrabChange::Protocol::core, window};
 constexpr GrabChange coreUngrab{GrabChange::Kind::ungrab, GrabChange::Protocol::core};
-constexpr GrabChange xinputGrab{GrabChange::Kind::grab, GrabChange::Protocol::xinput2};
+constexpr GrabChange xinputGrab{GrabChange::Kind::grab, GrabChange::Protocol::xinput2, window};
 constexpr GrabChange xinputUngrab{GrabChange::Kind::ungrab, GrabChange::Protocol::xinput2};
 
 using Bytes = std::vector<std::byte>;
@@ -31,6 +33,7 @@ Bytes grabKeyboard() {
   xcb_grab_keyboard_request_t request{};
   request.major_opcode = XCB_GRAB_KEYBOARD;
   request.length = 4;
+  request.grab_window = window;
   return bytesOf(request);
 }
 
@@ -46,6 +49,7 @@ Bytes grabDevice(uint16_t device) {
   request.major_opcode = xinputOpcode;
   request.minor_opcode = XCB_INPUT_XI_GRAB_DEVICE;
   request.length = 6;
+  request.window = window;
   request.deviceid = device;
   return bytesOf(request);
 }

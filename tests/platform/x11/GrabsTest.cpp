@@ -347,6 +347,176 @@ TEST_F(OlderGrabs, AreNotMadeUp) {
   const KeyboardGrab prompt(connection());  // nobody is in the way of it
 }
 
+// A client that takes the keyboard, and has a window that it says something of.
+class GrabsOfMenus : public Grabs {
+ protected:
+  void expectNeverSecure() {
+    EXPECT_FALSE(e2e::waitUntil([&] { return secureInput().isSecureEventInputEnabled(); }, 1s));
+  }
+
+  e2e::XConnection m_client{m_desk.server().display()};
+};
+
+class GrabsOfMenusThatSaySo : public GrabsOfMenus,
+                              public testing::WithParamInterface<const char*> {};
+
+TEST_P(GrabsOfMenusThatSaySo, AreNoSecretAndAreNotHeardEither) {
+  type(u"ab"_s);
+  expectTold(u"ab"_s);
+  BareWindow menu(m_client);
+  menu.setType(GetParam());
+  ASSERT_TRUE(grabKeyboard(m_client, menu.id()));
+  expectNeverSecure();
+  type(u"n"_s);
+  ungrabKeyboard(m_client);
+  type(u"c"_s);
+  expectTold(u"ab*c"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(, GrabsOfMenusThatSaySo,
+                         testing::Values("MENU", "DROPDOWN_MENU", "POPUP_MENU", "COMBO"),
+                         [](const auto& row) { return std::string(row.param); });
+
+TEST_F(GrabsOfMenus, AreSecretAgainOnceTheMenuHasClosed) {
+  BareWindow menu(m_client);
+  menu.setType("POPUP_MENU");
+  BareWindow prompt(m_client);
+  ASSERT_TRUE(grabKeyboard(m_client, prompt.id()));
+  expectNeverSecure();
+  menu.unmap();
+  expectSecure(true);
+}
+
+TEST_F(GrabsOfMenus, AreThoseOfTheClientThatHasTheMenu) {
+  const e2e::XConnection other(m_desk.server().display());
+  BareWindow menu(other);
+  menu.setType("POPUP_MENU");
+  ASSERT_TRUE(grabKeyboard(m_client, connection().root()));
+  expectSecure(true);
+}
+
+TEST_F(GrabsOfMenus, AreNotThoseOfOtherWindows) {
+  BareWindow dialog(m_client);
+  dialog.setType("DIALOG");
+  BareWindow toolTip(m_client);
+  toolTip.setType("TOOLTIP");
+  BareWindow bare(m_client);
+  BareWindow tornOff(m_client, false);
+  tornOff.setType("MENU");
+  ASSERT_TRUE(grabKeyboard(m_client, dialog.id()));
+  expectSecure(true);
+}
+
+// Menus that say nothing of themselves belong to a window, and grab the pointer as well.
+class GrabsOfPopups : public GrabsOfMenus {
+ protected:
+  void grabPointer() {
+    const auto reply = e2e::owned(xcb_grab_pointer_reply(
+        m_client.get(),
+        xcb_grab_pointer(m_client.get(), 0, m_popup.id(), 0, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME),
+        nullptr));
+    ASSERT_TRUE(reply);
+    ASSERT_EQ(reply->status, XCB_GRAB_STATUS_SUCCESS);
+  }
+
+  BareWindow m_window{m_client, false};
+  BareWindow m_popup{m_client};
+};
+
+TEST_F(GrabsOfPopups, AreNoSecret) {
+  m_popup.setOwner(m_window);
+  grabPointer();
+  ASSERT_TRUE(grabKeyboard(m_client, m_popup.id()));
+  expectNeverSecure();
+}
+
+TEST_F(GrabsOfPopups, ThroughXInputAreNoneEither) {
+  m_popup.setOwner(m_window);
+  grabPointer();
+  ASSERT_TRUE(grabDevice(m_client, m_popup.id(), masterKeyboard));
+  expectNeverSecure();
+}
+
+TEST_F(GrabsOfPopups, AreSecretWithoutThePointer) {
+  m_popup.setOwner(m_window);
+  ASSERT_TRUE(grabKeyboard(m_client, m_popup.id()));
+  expectSecure(true);
+}
+
+// As a prompt that keeps the window manager out.
+TEST_F(GrabsOfPopups, AreSecretWhereTheyBelongToNoWindow) {
+  grabPointer();
+  ASSERT_TRUE(grabKeyboard(m_client, m_popup.id()));
+  expectSecure(true);
+}
+
+TEST_F(GrabsOfPopups, AreSecretWhereTheyBelongToAWindowThatIsNotShown) {
+  m_popup.setOwner(m_window);
+  m_window.unmap();
+  grabPointer();
+  ASSERT_TRUE(grabKeyboard(m_client, m_popup.id()));
+  expectSecure(true);
+}
+
+// As a prompt that shows a tool tip.
+TEST_F(GrabsOfPopups, AreSecretWhereTheGrabIsForTheWindowThatTheyBelongTo) {
+  m_popup.setOwner(m_window);
+  grabPointer();
+  ASSERT_TRUE(grabKeyboard(m_client, m_window.id()));
+  expectSecure(true);
+}
+
+// Its menus say nothing of themselves, and neither do its frames.
+class GrabsOfWindowManagers : public GrabsOfMenus {
+ protected:
+  GrabsOfWindowManagers() {
+    const xcb_window_t root = m_client.root();
+    const xcb_window_t check = m_check.id();
+    const xcb_atom_t name = m_client.atom("_NET_SUPPORTING_WM_CHECK");
+    xcb_change_property(m_client.get(), XCB_PROP_MODE_REPLACE, root, name, XCB_ATOM_WINDOW, 32, 1,
+                        &check);
+    xcb_unmap_window(m_client.get(), check);
+    m_client.synchronise();
+  }
+
+  void resize(const BareWindow& window, uint32_t width, uint32_t height) {
+    const uint32_t size[] = {width, height};
+    xcb_configure_window(m_client.get(), window.id(),
+                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size);
+    m_client.synchronise();
+  }
+
+  BareWindow m_check{m_client};
+  BareWindow m_window{m_client};
+};
+
+TEST_F(GrabsOfWindowManagers, AreNoSecretWhileTheyShowAMenu) {
+  resize(m_window, 150, 200);
+  ASSERT_TRUE(grabKeyboard(m_client, m_client.root()));
+  expectNeverSecure();
+}
+
+TEST_F(GrabsOfWindowManagers, AreSecretWhileTheyShowNone) {
+  ASSERT_TRUE(grabKeyboard(m_client, m_client.root()));
+  expectSecure(true);
+}
+
+TEST_F(GrabsOfWindowManagers, AreSecretBehindWhatCoversTheScreen) {
+  resize(m_window, 32767, 32767);
+  ASSERT_TRUE(grabKeyboard(m_client, m_client.root()));
+  expectSecure(true);
+}
+
+TEST_F(GrabsOfWindowManagers, TakeNoFrameForAMenu) {
+  resize(m_window, 150, 200);
+  BareWindow application(connection());
+  xcb_reparent_window(connection().get(), application.id(), m_window.id(), 0, 0);
+  connection().synchronise();
+  ASSERT_TRUE(grabKeyboard(m_client, m_client.root()));
+  expectSecure(true);
+}
+
 TEST(GrabsWithoutResourceExtension, AreNoticedAndNobodyIsNamed) {
   KeyboardDesk desk({.layouts = "us"}, {"-extension", "X-Resource"});
   const KeyboardGrab prompt(desk.connection());

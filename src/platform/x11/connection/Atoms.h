@@ -16,6 +16,11 @@ struct Atoms {
   xcb_atom_t netWmState = XCB_ATOM_NONE;
   xcb_atom_t netWmStateSkipPager = XCB_ATOM_NONE;
   xcb_atom_t netWmStateSkipTaskbar = XCB_ATOM_NONE;
+  xcb_atom_t netWmWindowType = XCB_ATOM_NONE;
+  xcb_atom_t netWmWindowTypeCombo = XCB_ATOM_NONE;
+  xcb_atom_t netWmWindowTypeDropdownMenu = XCB_ATOM_NONE;
+  xcb_atom_t netWmWindowTypeMenu = XCB_ATOM_NONE;
+  xcb_atom_t netWmWindowTypePopupMenu = XCB_ATOM_NONE;
   xcb_atom_t utf8String = XCB_ATOM_NONE;
   xcb_atom_t wmProtocols = XCB_ATOM_NONE;
   xcb_atom_t ximServers = XCB_ATOM_NONE;

@@ -8,16 +8,20 @@ namespace zarvy::x11 {
 
 class Connection;
 
-// Asks the server whether another client holds the keyboard for itself, and changes nothing by
-// that: the keyboard is asked for on behalf of a window that is never shown. The server looks first
-// whether somebody has the keyboard and then whether the window is to be seen, and refuses it in
-// either case. Any thread.
+// Asks the server whether another client holds the keyboard or the pointer for itself, and changes
+// nothing by that: it is asked for on behalf of a window that is never shown. The server looks
+// first whether somebody has it and then whether the window is to be seen, and refuses it in either
+// case. Any thread.
 class GrabProbe {
  public:
   explicit GrabProbe(Connection& connection) : m_connection(connection), m_window(connection) {}
 
   // Waits for the answer. Absent where the server has gone.
   [[nodiscard]] std::optional<bool> isGrabbedByAnother() const;
+
+  // The same for the pointer; false where the server has gone. Somebody has it as well for as long
+  // as one of its buttons is held.
+  [[nodiscard]] bool isPointerGrabbedByAnother() const;
 
  private:
   Connection& m_connection;

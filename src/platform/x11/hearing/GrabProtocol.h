@@ -15,6 +15,7 @@ struct GrabChange {
 
   Kind kind;
   Protocol protocol;
+  uint32_t window = 0;  // that the keyboard was taken for; none where it was given back
 
   bool operator==(const GrabChange&) const = default;
 };
@@ -41,7 +42,7 @@ class GrabProtocol {
  private:
   const uint8_t m_xinputOpcode;
   const uint16_t m_keyboard;
-  std::optional<GrabChange::Protocol> m_asked;  // the keyboard was asked for, and not answered yet
+  std::optional<GrabChange> m_asked;  // the keyboard was asked for, and not answered yet
 };
 
 }  // namespace zarvy::x11

@@ -52,9 +52,9 @@ std::chrono::steady_clock::duration GrabWatch::grabbedFor() const {
   return std::chrono::steady_clock::now() - *m_since;
 }
 
-std::optional<uint32_t> GrabWatch::holder() const {
+std::optional<GrabWatch::Holder> GrabWatch::holder() const {
   const std::scoped_lock guard(m_lock);
-  return m_recorded ? std::optional(m_recorded->client) : std::nullopt;
+  return m_recorded ? std::optional(m_recorded->holder) : std::nullopt;
 }
 
 void GrabWatch::handleEvent(const xcb_generic_event_t& event) {
@@ -103,9 +103,11 @@ void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_ti
   handleNews(News::inOrder, [&] {
     if (change.kind == GrabChange::Kind::ungrab) m_lastUngrab = time;
     if (change.kind == GrabChange::Kind::grab) {
-      m_recorded = {.client = client, .protocol = change.protocol, .time = time};
+      m_recorded = {.holder = {.client = client, .window = change.window},
+                    .protocol = change.protocol,
+                    .time = time};
       m_isFound = false;
-    } else if (m_recorded && m_recorded->client == client &&
+    } else if (m_recorded && m_recorded->holder.client == client &&
                m_recorded->protocol == change.protocol) {
       m_recorded.reset();
     }
@@ -115,7 +117,7 @@ void GrabWatch::handleRecorded(const GrabChange& change, uint32_t client, xcb_ti
 
 void GrabWatch::handleLostClient(uint32_t client) {
   handleNews(News::ahead, [&] {
-    if (m_recorded && m_recorded->client == client) m_recorded.reset();
+    if (m_recorded && m_recorded->holder.client == client) m_recorded.reset();
   });
   lookAgainIfFound();
 }

@@ -65,14 +65,21 @@ class GrabWatch {
   // For how long by now; nothing where it is not grabbed. Any thread.
   [[nodiscard]] std::chrono::steady_clock::duration grabbedFor() const;
 
-  // The client that holds the keyboard, by the base of its resources; absent where nobody does,
-  // where the server does not record, and for a grab that is older than the record. Any thread.
-  [[nodiscard]] std::optional<uint32_t> holder() const;
+  // Who holds the keyboard: a client, by the base of its resources, for a window that need not be
+  // its own.
+  struct Holder {
+    uint32_t client;
+    xcb_window_t window;
+  };
+
+  // Absent where nobody does, where the server does not record, and for a grab that is older than
+  // the record. Any thread.
+  [[nodiscard]] std::optional<Holder> holder() const;
 
  private:
   using Instant = std::chrono::steady_clock::time_point;
   struct RecordedGrab {
-    uint32_t client;
+    Holder holder;
     GrabChange::Protocol protocol;
     xcb_timestamp_t time;
   };

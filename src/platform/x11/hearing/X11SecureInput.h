@@ -5,14 +5,15 @@
 #include <utility>
 
 #include "platform/SecureInput.h"
+#include "platform/x11/hearing/GrabProbe.h"
 
 namespace zarvy::x11 {
 
 class Connection;
 class GrabWatch;
 
-// Takes a keyboard grab for secure input once it has lasted for a moment. Window managers grab for
-// the time of a key press.
+// Takes a keyboard grab for secure input once it has lasted for a moment, unless it is that of a
+// menu. Window managers grab for the time of a key press.
 class X11SecureInput final : public SecureInput {
  public:
   // This program's own menus grab the keyboard too: `isOwnClient` knows the program by the base of
@@ -23,6 +24,7 @@ class X11SecureInput final : public SecureInput {
                  std::function<bool()> isForThisProgram)
       : m_connection(connection),
         m_grabs(grabs),
+        m_probe(connection),
         m_isOwnClient(std::move(isOwnClient)),
         m_isForThisProgram(std::move(isForThisProgram)) {}
 
@@ -35,9 +37,11 @@ class X11SecureInput final : public SecureInput {
 
  private:
   [[nodiscard]] bool isOwnGrab() const;
+  [[nodiscard]] bool isMenusGrab() const;
 
   Connection& m_connection;
   GrabWatch& m_grabs;
+  const GrabProbe m_probe;
   const std::function<bool(uint32_t client)> m_isOwnClient;
   const std::function<bool()> m_isForThisProgram;
 };

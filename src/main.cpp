@@ -12,6 +12,7 @@
 
 #include "SingleInstance.h"
 #include "ZarvyApp.h"
+#include "base/StandardDescriptors.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
 #include "platform/freedesktop/accessibility/ToolkitBridge.h"
@@ -35,13 +36,16 @@ QByteArray platformPlugins() {
 struct Running {
   zarvy::ZarvyApp& app;
   zarvy::SingleInstance& instance;
+  zarvy::StandardLineOutput& output;
 };
 
 // Where a disk or the sound server does not answer there is no end in order; what could be saved
 // has been.
 void endInOrder(const Running& running, int status) {
   running.instance.stopListening();
-  if (!running.app.end()) std::_Exit(status);
+  const bool hasEnded = running.app.end();
+  running.output.finish();
+  if (!hasEnded) std::_Exit(status);
   std::thread([status] {
     std::this_thread::sleep_for(patienceWithToolkit);
     std::_Exit(status);
@@ -66,6 +70,7 @@ int runToTheEnd(const Running& program) {
 }  // namespace
 
 int main(int argc, char* argv[]) {
+  zarvy::openMissingStandardDescriptors();
   // Whoever reads the output, or a child process, may end before this program does.
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
@@ -98,5 +103,5 @@ int main(int argc, char* argv[]) {
   zarvy::ZarvyApp app(output);
   app.start();
   instance.listen([&app] { app.openManageSnippets(); });
-  return runToTheEnd({.app = app, .instance = instance});
+  return runToTheEnd({.app = app, .instance = instance, .output = output});
 }

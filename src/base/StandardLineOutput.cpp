@@ -1,17 +1,25 @@
 #include "base/StandardLineOutput.h"
 
 #include <cerrno>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <pthread.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 #include <QByteArray>
 
 namespace zarvy {
 
-void StandardLineOutput::print(const QString& line) {
-  QByteArray bytes = line.toUtf8();
-  bytes.append('\n');
+namespace {
+
+constexpr std::chrono::milliseconds patienceAtTheEnd{500};
+
+void writeToStandardOutput(const QByteArray& bytes) {
   const char* rest = bytes.constData();
-  auto left = static_cast<size_t>(bytes.size());
+  auto left = static_cast<std::size_t>(bytes.size());
   while (left > 0) {
     const ssize_t written = ::write(STDOUT_FILENO, rest, left);
     if (written < 0) {
@@ -19,8 +27,83 @@ void StandardLineOutput::print(const QString& line) {
       return;
     }
     rest += written;
-    left -= static_cast<size_t>(written);
+    left -= static_cast<std::size_t>(written);
   }
+}
+
+}  // namespace
+
+class StandardLineOutput::Writer {
+ public:
+  explicit Writer(Limits limits) : m_limits(limits) {}
+
+  void add(QByteArray line) {
+    std::unique_lock lock(m_mutex);
+    if (m_added - m_written >= m_limits.lines) return;
+    m_lines.push_back(std::move(line));
+    const std::size_t number = ++m_added;
+    m_wake.notify_one();
+    if (m_isStuck) return;
+    m_isStuck = !m_progress.wait_for(lock, m_limits.patience, [&] { return m_written >= number; });
+  }
+
+  void finish() {
+    std::unique_lock lock(m_mutex);
+    m_progress.wait_for(lock, patienceAtTheEnd, [this] { return m_written == m_added; });
+  }
+
+  void end() {
+    const std::lock_guard lock(m_mutex);
+    m_isEnding = true;
+    m_wake.notify_one();
+  }
+
+  void writeLines() {
+    pthread_setname_np(pthread_self(), "zarvy-output");
+    std::unique_lock lock(m_mutex);
+    while (true) {
+      m_wake.wait(lock, [this] { return !m_lines.empty() || m_isEnding; });
+      if (m_isEnding) return;
+      const QByteArray line = std::move(m_lines.front());
+      m_lines.pop_front();
+      lock.unlock();
+      writeToStandardOutput(line);
+      lock.lock();
+      ++m_written;
+      if (m_written == m_added) m_isStuck = false;
+      m_progress.notify_all();
+    }
+  }
+
+ private:
+  const Limits m_limits;
+  std::mutex m_mutex;  // guards all below
+  std::condition_variable m_wake;
+  std::condition_variable m_progress;
+  std::deque<QByteArray> m_lines;
+  std::size_t m_added = 0;
+  std::size_t m_written = 0;
+  bool m_isStuck = false;
+  bool m_isEnding = false;
+};
+
+StandardLineOutput::StandardLineOutput() : StandardLineOutput(Limits{}) {}
+
+StandardLineOutput::StandardLineOutput(Limits limits) : m_writer(std::make_shared<Writer>(limits)) {
+  std::thread([writer = m_writer] { writer->writeLines(); }).detach();
+}
+
+StandardLineOutput::~StandardLineOutput() {
+  finish();
+  m_writer->end();
+}
+
+void StandardLineOutput::print(const QString& line) {
+  m_writer->add(line.toUtf8() + '\n');
+}
+
+void StandardLineOutput::finish() {
+  m_writer->finish();
 }
 
 }  // namespace zarvy

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
+#include <memory>
+
 #include "base/LineOutput.h"
 
 namespace zarvy {
@@ -8,9 +12,36 @@ namespace zarvy {
 // do not mix and a reader at the other end of a pipe sees a line as soon as it is printed. An
 // output that nobody reads any more loses its lines; that ends nothing, as long as the process
 // ignores SIGPIPE.
+//
+// A terminal that was stopped with Ctrl+S and a pipe that is full let a writer wait without limit.
+// No flag of the descriptor prevents that, for it would hold for all other programs on the same
+// terminal; so a thread of its own does the writing. Whoever prints waits until the line is out,
+// for `patience` at most. After one wait in vain nobody waits any more until all is out again.
 class StandardLineOutput final : public LineOutput {
  public:
+  struct Limits {
+    std::chrono::milliseconds patience{20};
+    std::size_t lines = 1000;  // that wait to be written; what is printed beyond them is lost
+  };
+
+  StandardLineOutput();
+  explicit StandardLineOutput(Limits limits);
+
+  // As finish().
+  ~StandardLineOutput() override;
+
+  StandardLineOutput(const StandardLineOutput&) = delete;
+  StandardLineOutput& operator=(const StandardLineOutput&) = delete;
+
   void print(const QString& line) override;
+
+  // Waits, half a second at most, for what is still to be written. For the end of the process,
+  // however it comes: what is not out by then is lost. Any thread.
+  void finish();
+
+ private:
+  class Writer;
+  std::shared_ptr<Writer> m_writer;  // with its thread, which may be stuck beyond the end
 };
 
 }  // namespace zarvy

@@ -76,7 +76,7 @@ void ProgramUnderTest::launch() {
                                          .arguments = m_setting.arguments,
                                          .environment = m_setting.environment,
                                          .errorFile = m_setting.homeFolder + "/error.log",
-                                         .descriptors = {}});
+                                         .descriptors = m_setting.descriptors});
 }
 
 bool ProgramUnderTest::waitUntilListening() {

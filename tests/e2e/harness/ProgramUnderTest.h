@@ -20,6 +20,7 @@ class ProgramUnderTest {
     std::string homeFolder;   // made where it is absent
     std::vector<std::string> arguments = {};
     Environment region = {};  // language and time zone, in place of what every child has
+    std::vector<ProcessSpecification::Descriptor> descriptors = {};
   };
 
   explicit ProgramUnderTest(Setting setting);

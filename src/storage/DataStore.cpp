@@ -1,5 +1,6 @@
 #include "storage/DataStore.h"
 
+#include <array>
 #include <utility>
 
 #include <QDir>
@@ -38,6 +39,11 @@ constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loadi
 constexpr DocumentKind fieldDefaultsDocument{
     u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
 
+constexpr std::array allDocuments{
+    snippetsDocument,     foldersDocument,         settingsDocument, importBatchesDocument,
+    syncMetadataDocument, globalVariablesDocument, countersDocument, statsEventsDocument,
+    statsSummaryDocument, fieldDefaultsDocument};
+
 }  // namespace
 
 // By the base directory rules of the desktops, where a path that is not absolute does not count.
@@ -70,7 +76,10 @@ QString DataStore::dataDirectory() const {
 }
 
 void DataStore::removeUnfinishedSaves() const {
-  removeUnfinishedReplacements(dataDirectory());
+  const QString folder = dataDirectory();
+  for (const DocumentKind& kind : allDocuments) {
+    removeUnfinishedReplacements(folder + u'/' + kind.fileName.toString());
+  }
 }
 
 DocumentFile DataStore::document(const DocumentKind& kind) const {

@@ -3,17 +3,19 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fcntl.h>
+#include <filesystem>
+#include <string>
+#include <string_view>
 #include <sys/file.h>
+#include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
-#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 #include "base/FileDescriptor.h"
-
-using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 namespace {
@@ -42,27 +44,69 @@ QString lastError() {
   return qt_error_string(errno);
 }
 
+// The file that `path` leads to, whether or not there is one. A circle of links stays what it is.
+std::filesystem::path behindLinks(const QString& path) {
+  constexpr int mostLinks = 40;  // as the system's own limit
+  std::filesystem::path place(QFile::encodeName(path).toStdString());
+  for (int links = 0; links < mostLinks; ++links) {
+    std::error_code error;
+    const auto target = std::filesystem::read_symlink(place, error);
+    if (error) return place;
+    place = place.parent_path() / target;
+  }
+  return QFile::encodeName(path).toStdString();
+}
+
+// What stands before and behind the six characters that make the name of a temporary file unique.
+// The ending is what no other program gives to its own, which may lie in the same folder.
+std::string temporaryStart(const std::filesystem::path& place) {
+  return std::string(".").append(place.filename().string()).append(".");
+}
+constexpr std::string_view temporaryEnd = ".zarvy-save";
+constexpr std::string_view unique = "XXXXXX";
+
+bool isTemporaryOf(const std::filesystem::path& place, const std::string& name) {
+  const std::string start = temporaryStart(place);
+  return name.size() == start.size() + unique.size() + temporaryEnd.size() &&
+         name.starts_with(start) && name.ends_with(temporaryEnd);
+}
+
+bool isOldFile(int descriptor) {
+  constexpr time_t oldAge = 60 * 60;
+  struct stat status {};
+  return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+         ::time(nullptr) - status.st_mtime >= oldAge;
+}
+
+void removeIfLeftBehind(const std::filesystem::path& file) {
+  const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (!opened.isOpen() || !isOldFile(opened.get())) return;
+  // Whoever is writing it holds the lock; where there are no locks, there is nobody to ask.
+  const bool isHeld = ::flock(opened.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  if (!isHeld) ::unlink(file.c_str());
+}
+
 }  // namespace
 
 std::optional<QString> replaceFile(const QString& path, const QByteArray& content) {
-  const QFileInfo target(path);
-  const QByteArray folder = QFile::encodeName(target.path());
-  const QByteArray name = QFile::encodeName(path);
+  const std::filesystem::path place = behindLinks(path);
+  const std::filesystem::path folder = place.parent_path();
   while (true) {
-    QByteArray temporary = folder + "/." + QFile::encodeName(target.fileName()) + ".XXXXXX";
+    std::string temporary = folder / temporaryStart(place).append(unique).append(temporaryEnd);
     // Made with mode 0600 whatever the umask; locked as long as it is open.
-    const FileDescriptor descriptor(::mkostemp(temporary.data(), O_CLOEXEC));
+    const FileDescriptor descriptor(
+        ::mkostemps(temporary.data(), static_cast<int>(temporaryEnd.size()), O_CLOEXEC));
     if (!descriptor.isOpen()) return lastError();
     static_cast<void>(::flock(descriptor.get(), LOCK_EX));
     // Before it was locked another process may have removed it as one that was left behind.
-    if (::access(temporary.constData(), F_OK) != 0 && errno == ENOENT) continue;
+    if (::access(temporary.c_str(), F_OK) != 0 && errno == ENOENT) continue;
     if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
-        std::rename(temporary.constData(), name.constData()) != 0) {
+        std::rename(temporary.c_str(), place.c_str()) != 0) {
       const QString error = lastError();
-      ::unlink(temporary.constData());
+      ::unlink(temporary.c_str());
       return error;
     }
-    return synchronizeFolder(target.path());
+    return synchronizeFolder(QFile::decodeName(folder.c_str()));
   }
 }
 
@@ -73,16 +117,12 @@ std::optional<QString> synchronizeFolder(const QString& folder) {
   return lastError();
 }
 
-void removeUnfinishedReplacements(const QString& folder) {
-  const QDir directory(folder);
-  const QStringList left = directory.entryList({u".*.json.??????"_s}, QDir::Files | QDir::Hidden);
-  for (const QString& name : left) {
-    const QByteArray path = QFile::encodeName(directory.filePath(name));
-    const FileDescriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC));
-    // Whoever is writing it holds the lock; where there are no locks, there is nobody to ask.
-    const bool isHeld =
-        file.isOpen() && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-    if (!isHeld) ::unlink(path.constData());
+void removeUnfinishedReplacements(const QString& path) {
+  const std::filesystem::path place = behindLinks(path);
+  std::error_code error;
+  std::filesystem::directory_iterator files(place.parent_path(), error);
+  for (; !error && files != std::filesystem::directory_iterator(); files.increment(error)) {
+    if (isTemporaryOf(place, files->path().filename())) removeIfLeftBehind(files->path());
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -38,6 +39,14 @@ class DataFolder : public testing::Test {
     struct stat status {};
     EXPECT_EQ(::stat(QFile::encodeName(path(name)).constData(), &status), 0);
     return status.st_mode & 07777U;
+  }
+
+  // As if nothing had been written to it for two hours.
+  void makeOld(const QString& name) const {
+    QFile file(path(name));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QDateTime then = QDateTime::currentDateTimeUtc().addSecs(-2 * 60 * 60);
+    ASSERT_TRUE(file.setFileTime(then, QFileDevice::FileModificationTime));
   }
 
   // Every file of the folder, hidden ones included, by name.

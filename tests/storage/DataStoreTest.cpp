@@ -209,26 +209,73 @@ TEST_F(DataStoreTest, KeepsTheOldDocumentWhereTheNewOneCannotBeWritten) {
 
 TEST_F(DataStoreTest, RemovesOnlyWhatUnfinishedSavesLeftBehind) {
   m_store.saveFolders({});
-  for (const QString& name : {u".folders.json.a1B2c3"_s, u".counters.json.XXXXXX"_s,
-                              u".folders.json"_s, u"folders.json.a1B2c3"_s, u".other.a1B2c3"_s}) {
+  const QStringList left = {u".counters.json.XXXXXX.zarvy-save"_s,
+                            u".folders.json.a1B2c3.zarvy-save"_s};
+  const QStringList ofOthers = {u".folders.json"_s,
+                                u".folders.json.a1B2c3"_s,  // as rsync names its own
+                                u".folders.json.a1B2c34.zarvy-save"_s,
+                                u".other.a1B2c3.zarvy-save"_s,
+                                u".snippets.json.backup"_s,
+                                u"folders.json.a1B2c3.zarvy-save"_s};
+  for (const QString& name : left + ofOthers) {
     write(name, "x");
+    makeOld(name);
   }
   m_store.removeUnfinishedSaves();
-  EXPECT_EQ(files(), (QStringList{u".folders.json"_s, u".other.a1B2c3"_s, u"folders.json"_s,
-                                  u"folders.json.a1B2c3"_s}));
+  EXPECT_EQ(files(), ofOthers.mid(0, 5) + QStringList{u"folders.json"_s} + ofOthers.mid(5));
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
+// It may be that of another machine, or of a process that is at it.
+TEST_F(DataStoreTest, LeavesAnUnfinishedSaveAloneUntilItIsOld) {
+  const QString name = u".folders.json.a1B2c3.zarvy-save"_s;
+  write(name, "x");
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), QStringList{name});
+  makeOld(name);
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), QStringList());
+}
+
 TEST_F(DataStoreTest, LeavesTheSaveOfAnotherProcessAlone) {
-  write(u".folders.json.a1B2c3"_s, "x");
-  QFile other(path(u".folders.json.a1B2c3"_s));
+  const QString name = u".folders.json.a1B2c3.zarvy-save"_s;
+  write(name, "x");
+  makeOld(name);
+  QFile other(path(name));
   ASSERT_TRUE(other.open(QIODevice::ReadWrite));
   ASSERT_EQ(::flock(other.handle(), LOCK_EX), 0);
   m_store.removeUnfinishedSaves();
-  EXPECT_EQ(files(), QStringList{u".folders.json.a1B2c3"_s});
+  EXPECT_EQ(files(), QStringList{name});
   other.close();
   m_store.removeUnfinishedSaves();
   EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(DataStoreTest, LeavesWhatIsNoFileAlone) {
+  const QString name = u".folders.json.a1B2c3.zarvy-save"_s;
+  write(u"elsewhere"_s, "x");
+  makeOld(u"elsewhere"_s);
+  ASSERT_TRUE(QFile::link(path(u"elsewhere"_s), path(name)));
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(files(), (QStringList{name, u"elsewhere"_s}));
+}
+
+// As those have it who keep their documents under version control.
+TEST_F(DataStoreTest, SavesADocumentThatIsALinkWhereItLeads) {
+  ASSERT_TRUE(QDir().mkpath(path(u"kept"_s)));
+  write(u"kept/counters"_s, "{}");
+  ASSERT_TRUE(QFile::link(u"kept/counters"_s, path(u"counters.json"_s)));
+  const QString left = u"kept/.counters.a1B2c3.zarvy-save"_s;
+  write(left, "x");
+  makeOld(left);
+  m_store.saveCounters({{u"n"_s, 7}});
+  m_store.removeUnfinishedSaves();
+  EXPECT_EQ(QFileInfo(path(u"counters.json"_s)).symLinkTarget(), path(u"kept/counters"_s));
+  EXPECT_EQ(m_store.loadCounters(), (QMap<QString, qint64>{{u"n"_s, 7}}));
+  EXPECT_TRUE(QFileInfo(path(u"kept/counters"_s)).isFile());
+  EXPECT_EQ(QDir(path(u"kept"_s)).entryList(QDir::Files | QDir::Hidden),
+            QStringList{u"counters"_s});
+  EXPECT_EQ(files(), QStringList{u"counters.json"_s});
 }
 
 }  // namespace

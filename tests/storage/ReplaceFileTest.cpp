@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -72,6 +73,36 @@ TEST_F(ReplaceFileTest, TellsWhatWentWrongAndLeavesNothingBehind) {
   ASSERT_TRUE(QDir(m_folder.path()).mkdir(u"folder"_s));
   EXPECT_NE(replaceFile(path(u"folder"_s), "one"), std::nullopt);
   EXPECT_EQ(namesIn(m_folder.path()), QStringList{u"folder"_s});
+}
+
+// Relative links, links to links, and a link to what is not there yet.
+TEST_F(ReplaceFileTest, WritesThroughSymbolicLinks) {
+  ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"target"_s));
+  ASSERT_TRUE(QFile::link(u"target/b.json"_s, path(u"a.json"_s)));
+  ASSERT_TRUE(QFile::link(u"c.json"_s, path(u"target/b.json"_s)));
+  for (const QByteArray content : {"one", "second"}) {
+    ASSERT_EQ(replaceFile(path(u"a.json"_s), content), std::nullopt);
+    EXPECT_EQ(contentOf(path(u"target/c.json"_s)), content);
+    EXPECT_EQ(contentOf(path(u"a.json"_s)), content);
+  }
+  EXPECT_TRUE(QFileInfo(path(u"a.json"_s)).isSymLink());
+  EXPECT_TRUE(QFileInfo(path(u"target/b.json"_s)).isSymLink());
+  EXPECT_FALSE(QFileInfo(path(u"target/c.json"_s)).isSymLink());
+  EXPECT_EQ(namesIn(m_folder.path()), (QStringList{u"a.json"_s, u"target"_s}));
+  EXPECT_EQ(namesIn(path(u"target"_s)), (QStringList{u"b.json"_s, u"c.json"_s}));
+}
+
+TEST_F(ReplaceFileTest, TellsThatALinkLeadsNowhere) {
+  ASSERT_TRUE(QFile::link(u"missing/b.json"_s, path(u"a.json"_s)));
+  EXPECT_EQ(replaceFile(path(u"a.json"_s), "one"), u"No such file or directory"_s);
+  EXPECT_TRUE(QFileInfo(path(u"a.json"_s)).isSymLink());
+}
+
+// Nobody could read it either.
+TEST_F(ReplaceFileTest, ReplacesALinkToItself) {
+  ASSERT_TRUE(QFile::link(u"a.json"_s, path(u"a.json"_s)));
+  ASSERT_EQ(replaceFile(path(u"a.json"_s), "one"), std::nullopt);
+  EXPECT_EQ(contentOf(path(u"a.json"_s)), "one");
 }
 
 TEST_F(ReplaceFileTest, TakesNamesThatAreNotAscii) {

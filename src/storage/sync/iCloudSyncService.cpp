@@ -189,7 +189,7 @@ std::optional<QString> iCloudSyncService::prepareFolder(const QString& folder) c
   m_output.print(u"iCloud sync: Using folder at "_s + folder);
   if (!QFileInfo::exists(folder)) return makePrivateFolder(folder);
   // An upload that was killed in the middle would otherwise be carried about for ever.
-  removeUnfinishedReplacements(folder);
+  removeUnfinishedReplacements(folder + u'/' + syncFileName.toString());
   return std::nullopt;
 }
 

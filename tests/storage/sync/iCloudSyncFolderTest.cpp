@@ -4,6 +4,8 @@
 #include <csignal>
 #include <sys/resource.h>
 
+#include <QDateTime>
+
 #include <gtest/gtest.h>
 
 #include "storage/sync/OrdinaryUser.h"
@@ -165,12 +167,16 @@ TEST_F(iCloudSyncFolderTest, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
 
 TEST_F(iCloudSyncFolderTest, IsRidOfUploadsThatWereKilledInTheMiddle) {
   ASSERT_TRUE(QDir().mkpath(folder()));
-  for (const QString& name : {u".zarvy_sync.json.a1B2c3"_s, u"somebody's notes"_s}) {
+  const QString left = u".zarvy_sync.json.a1B2c3.zarvy-save"_s;
+  const QString ofRsync = u".zarvy_sync.json.AbC123"_s;
+  for (const QString& name : {left, ofRsync, u"somebody's notes"_s}) {
     QFile file(folder() + u'/' + name);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    const QDateTime then = QDateTime::currentDateTimeUtc().addSecs(-2 * 60 * 60);
+    ASSERT_TRUE(file.setFileTime(then, QFileDevice::FileModificationTime));
   }
   m_machine.sync();
-  EXPECT_EQ(files(), (QStringList{u"somebody's notes"_s, u"zarvy_sync.json"_s}));
+  EXPECT_EQ(files(), (QStringList{ofRsync, u"somebody's notes"_s, u"zarvy_sync.json"_s}));
 }
 
 TEST_F(iCloudSyncFolderTest, MayBeTakenByAFile) {

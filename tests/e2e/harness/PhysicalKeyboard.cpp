@@ -17,10 +17,12 @@ struct Release {
   void operator()(xkb_state* state) const { xkb_state_unref(state); }
 };
 
-// The keys of a 105-key keyboard and of a Japanese one, but for the keypad and the function row.
+// The keys of a 105-key keyboard and of a Japanese one, but for the function row. Of the keypad the
+// keys for digits.
 bool isOnTheKeyboard(const char* name) {
   if (name == nullptr) return false;
   const std::string_view key = name;
+  if (key.size() == 3 && key.starts_with("KP")) return '0' <= key[2] && key[2] <= '9';
   const std::array<std::string_view, 4> rows = {"AE", "AD", "AC", "AB"};
   const std::array<std::string_view, 26> single = {
       "TLDE", "BKSL", "LSGT", "SPCE", "LFSH", "RTSH", "LCTL", "LALT", "RALT",
@@ -34,6 +36,11 @@ bool isOnTheKeyboard(const char* name) {
 bool isOnFewKeyboards(const char* name) {
   const std::string_view key = name;
   return key == "AE13" || key == "AB11" || key == "HKTG";
+}
+
+// People type with the rest of the keyboard.
+bool isOfKeypad(xkb_keysym_t symbol) {
+  return XKB_KEY_KP_Space <= symbol && symbol <= XKB_KEY_KP_Equal;
 }
 
 xkb_mod_mask_t maskOf(xkb_keymap* keymap, const char* name) {
@@ -103,7 +110,7 @@ void PhysicalKeyboard::readKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout
 std::optional<KeyStroke> PhysicalKeyboard::strokeFor(char32_t character) const {
   if (character == U'\n') return strokeForSymbol(XKB_KEY_Return);
   const auto found = std::find_if(m_entries.begin(), m_entries.end(), [&](const Entry& entry) {
-    return xkb_keysym_to_utf32(entry.symbol) == character;
+    return xkb_keysym_to_utf32(entry.symbol) == character && !isOfKeypad(entry.symbol);
   });
   return found == m_entries.end() ? std::nullopt : std::optional(found->stroke);
 }

@@ -104,6 +104,44 @@ TEST(Hearing, ComposesComposeSequences) {
   EXPECT_EQ(desk.heardText(3), u"©"_s);
 }
 
+struct KeypadKey {
+  const char* name;
+  xkb_keysym_t symbol;
+  quint16 withoutNumLock;
+  quint16 withNumLock;
+  QString digit;
+};
+
+class HearingOfKeypad : public testing::TestWithParam<KeypadKey> {};
+
+TEST_P(HearingOfKeypad, GivesWhatTheKeyDoesWithNumLockAndWithout) {
+  const KeypadKey& key = GetParam();
+  KeyboardDesk desk({.layouts = "us"});
+  desk.person().tap(key.symbol);
+  desk.person().tap(XKB_KEY_Num_Lock);
+  desk.person().tap(key.symbol);
+  desk.person().press(XKB_KEY_Shift_L);
+  desk.person().press(key.symbol);
+  desk.person().releaseAll();
+  const std::vector<KeyEvent> heard = desk.heard(5);
+  for (const std::size_t withoutNumLock : {0U, 4U}) {
+    EXPECT_EQ(heard.at(withoutNumLock).keyCode, key.withoutNumLock) << withoutNumLock;
+    EXPECT_EQ(heard.at(withoutNumLock).charactersIgnoringModifiers, std::nullopt) << withoutNumLock;
+  }
+  EXPECT_EQ(heard.at(2).keyCode, key.withNumLock);
+  EXPECT_EQ(heard.at(2).charactersIgnoringModifiers, key.digit);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Keys, HearingOfKeypad,
+    testing::Values(KeypadKey{"left", XKB_KEY_KP_Left, virtualkey::leftArrow, 86, u"4"_s},
+                    KeypadKey{"right", XKB_KEY_KP_Right, virtualkey::rightArrow, 88, u"6"_s},
+                    KeypadKey{"up", XKB_KEY_KP_Up, virtualkey::upArrow, 91, u"8"_s},
+                    KeypadKey{"down", XKB_KEY_KP_Down, virtualkey::downArrow, 84, u"2"_s},
+                    KeypadKey{"home", XKB_KEY_KP_Home, 89, 89, u"7"_s},
+                    KeypadKey{"end", XKB_KEY_KP_End, 83, 83, u"1"_s}),
+    [](const auto& instance) { return instance.param.name; });
+
 TEST(Hearing, HearsAutorepeat) {
   KeyboardDesk desk({.layouts = "us"});
   e2e::setAutorepeat(desk.connection(), 40, 10);

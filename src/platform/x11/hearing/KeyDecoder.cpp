@@ -29,10 +29,15 @@ void KeyDecoder::setState(const KeyboardState& state) {
 KeyEvent KeyDecoder::decodePress(uint8_t keycode) {
   KeyEvent event;
   const xkb_keysym_t symbol = xkb_state_key_get_one_sym(m_textState.get(), keycode);
-  event.keyCode = functionOfSymbol(symbol).value_or(m_snapshot->virtualKey(keycode));
+  event.keyCode = keyCodeOf(keycode, symbol);
   event.modifierFlags = m_snapshot->modifiers().flagsOf(m_keyboard.effectiveModifiers());
   event.charactersIgnoringModifiers = charactersOf(symbol);
   return event;
+}
+
+quint16 KeyDecoder::keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const {
+  if (const auto function = functionOfSymbol(symbol)) return *function;
+  return keypadArrow(symbol).value_or(m_snapshot->virtualKey(keycode));
 }
 
 std::optional<QString> KeyDecoder::charactersOf(xkb_keysym_t symbol) {

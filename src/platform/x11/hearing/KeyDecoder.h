@@ -24,6 +24,7 @@ class KeyDecoder {
   void breakOffSequence() { m_compose.breakOff(); }
 
  private:
+  [[nodiscard]] quint16 keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const;
   [[nodiscard]] std::optional<QString> charactersOf(xkb_keysym_t symbol);
 
   std::shared_ptr<const KeymapSnapshot> m_snapshot;

@@ -29,14 +29,30 @@ constexpr std::array functions{
     Function{XKB_KEY_Up, virtualkey::upArrow},
 };
 
+constexpr std::array keypadArrows{
+    Function{XKB_KEY_KP_Left, virtualkey::leftArrow},
+    Function{XKB_KEY_KP_Right, virtualkey::rightArrow},
+    Function{XKB_KEY_KP_Down, virtualkey::downArrow},
+    Function{XKB_KEY_KP_Up, virtualkey::upArrow},
+};
+
+template <typename Table>
+std::optional<quint16> findIn(const Table& table, xkb_keysym_t symbol) {
+  const auto found = std::find_if(table.begin(), table.end(), [&](const Function& function) {
+    return function.symbol == symbol;
+  });
+  if (found == table.end()) return std::nullopt;
+  return found->virtualKey;
+}
+
 }  // namespace
 
 std::optional<quint16> functionOfSymbol(xkb_keysym_t symbol) {
-  const auto found =
-      std::find_if(functions.begin(), functions.end(),
-                   [&](const Function& function) { return function.symbol == symbol; });
-  if (found == functions.end()) return std::nullopt;
-  return found->virtualKey;
+  return findIn(functions, symbol);
+}
+
+std::optional<quint16> keypadArrow(xkb_keysym_t symbol) {
+  return findIn(keypadArrows, symbol);
 }
 
 bool isFunction(quint16 virtualKey) {

@@ -12,6 +12,10 @@ namespace zarvy::x11 {
 // arrows. Users move these about, and what counts then is what the key does.
 [[nodiscard]] std::optional<quint16> functionOfSymbol(xkb_keysym_t symbol);
 
+// The same for the arrows that the keypad has while Num Lock is off. Not a matter of the key's
+// plain symbol: the same key types a digit.
+[[nodiscard]] std::optional<quint16> keypadArrow(xkb_keysym_t symbol);
+
 // Whether a virtual key code is that of such a function.
 [[nodiscard]] bool isFunction(quint16 virtualKey);
 

@@ -142,6 +142,28 @@ INSTANTIATE_TEST_SUITE_P(
                     KeypadKey{"end", XKB_KEY_KP_End, 83, 83, u"1"_s}),
     [](const auto& instance) { return instance.param.name; });
 
+// The application takes it for the end of what was begun, and deletes nothing.
+TEST(Hearing, TakesABackSpaceWithinASequenceForNoBackSpace) {
+  KeyboardDesk desk({.layouts = "de", .options = "compose:menu"});
+  desk.person().tap(XKB_KEY_dead_acute);
+  desk.person().tap(XKB_KEY_BackSpace);
+  desk.person().tap(XKB_KEY_BackSpace);
+  desk.person().tap(XKB_KEY_Multi_key);
+  desk.person().tap(XKB_KEY_o);
+  desk.person().tap(XKB_KEY_BackSpace);
+  desk.person().tap(XKB_KEY_BackSpace);
+  desk.person().tap(XKB_KEY_x);
+  const std::vector<KeyEvent> heard = desk.heard(8);
+  for (const std::size_t within : {1U, 5U}) {
+    EXPECT_NE(heard.at(within).keyCode, virtualkey::deleteBackward) << within;
+    EXPECT_EQ(heard.at(within).charactersIgnoringModifiers, std::nullopt) << within;
+  }
+  for (const std::size_t behind : {2U, 6U}) {
+    EXPECT_EQ(heard.at(behind).keyCode, virtualkey::deleteBackward) << behind;
+  }
+  EXPECT_EQ(heard.at(7).charactersIgnoringModifiers, u"x"_s);
+}
+
 TEST(Hearing, HearsAutorepeat) {
   KeyboardDesk desk({.layouts = "us"});
   e2e::setAutorepeat(desk.connection(), 40, 10);

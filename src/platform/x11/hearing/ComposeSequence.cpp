@@ -60,6 +60,10 @@ std::optional<QString> ComposeSequence::feed(xkb_keysym_t symbol, std::optional<
   return plain;
 }
 
+bool ComposeSequence::isUnderWay() const {
+  return m_state && xkb_compose_state_get_status(m_state) == XKB_COMPOSE_COMPOSING;
+}
+
 void ComposeSequence::breakOff() {
   if (m_state) xkb_compose_state_reset(m_state);
 }

@@ -21,6 +21,9 @@ class ComposeSequence {
   // where it ends one, absent within one and where it breaks one off.
   [[nodiscard]] std::optional<QString> feed(xkb_keysym_t symbol, std::optional<QString> plain);
 
+  // Whether a sequence has begun and not ended.
+  [[nodiscard]] bool isUnderWay() const;
+
   // The sequence that has begun, if one has, goes no further.
   void breakOff();
 

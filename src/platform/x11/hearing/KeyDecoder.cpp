@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/x11/keyboard/FunctionKeys.h"
+#include "platform/x11/keyboard/KeyPositions.h"
 
 namespace zarvy::x11 {
 
@@ -36,8 +37,16 @@ KeyEvent KeyDecoder::decodePress(uint8_t keycode) {
 }
 
 quint16 KeyDecoder::keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const {
+  // A BackSpace that takes back a dead key deletes nothing.
+  const bool isForSequence = symbol == XKB_KEY_BackSpace && !isShortcut() && m_compose.isUnderWay();
+  if (isForSequence) return static_cast<quint16>(unnamedKeyBase + keycode);
   if (const auto function = functionOfSymbol(symbol)) return *function;
   return keypadArrow(symbol).value_or(m_snapshot->virtualKey(keycode));
+}
+
+bool KeyDecoder::isShortcut() const {
+  const ModifierKeys& modifiers = m_snapshot->modifiers();
+  return (m_keyboard.effectiveModifiers() & (modifiers.control | modifiers.command)) != 0;
 }
 
 std::optional<QString> KeyDecoder::charactersOf(xkb_keysym_t symbol) {
@@ -46,9 +55,7 @@ std::optional<QString> KeyDecoder::charactersOf(xkb_keysym_t symbol) {
   if (const char32_t character = xkb_keysym_to_utf32(symbol); character != 0) {
     plain = QString::fromUcs4(&character, 1);
   }
-  // A shortcut takes no part in a dead key's sequence.
-  const ModifierKeys& modifiers = m_snapshot->modifiers();
-  if (m_keyboard.effectiveModifiers() & (modifiers.control | modifiers.command)) return plain;
+  if (isShortcut()) return plain;
   return m_compose.feed(symbol, std::move(plain));
 }
 

@@ -25,6 +25,8 @@ class KeyDecoder {
 
  private:
   [[nodiscard]] quint16 keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const;
+  // A shortcut takes no part in a dead key's sequence.
+  [[nodiscard]] bool isShortcut() const;
   [[nodiscard]] std::optional<QString> charactersOf(xkb_keysym_t symbol);
 
   std::shared_ptr<const KeymapSnapshot> m_snapshot;

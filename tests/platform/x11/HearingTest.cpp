@@ -1,5 +1,6 @@
 // What the adapters hear of a person's keys, on a real X server.
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -162,6 +163,60 @@ TEST(Hearing, TakesABackSpaceWithinASequenceForNoBackSpace) {
     EXPECT_EQ(heard.at(behind).keyCode, virtualkey::deleteBackward) << behind;
   }
   EXPECT_EQ(heard.at(7).charactersIgnoringModifiers, u"x"_s);
+}
+
+// It opens a menu or is nothing, on this desktop.
+TEST(Hearing, GivesAKeyWithAltNoCharacters) {
+  KeyboardDesk desk({.layouts = "us"});
+  for (const auto alt : std::array<xkb_keysym_t, 2>{XKB_KEY_Alt_L, XKB_KEY_Alt_R}) {
+    desk.person().press(alt);
+    desk.person().tap(XKB_KEY_g);
+    desk.person().tap(XKB_KEY_Left);
+    desk.person().releaseAll();
+  }
+  desk.person().tap(XKB_KEY_g);
+  const std::vector<KeyEvent> heard = desk.heard(7);
+  for (const std::size_t withAlt : {1U, 4U}) {
+    EXPECT_EQ(heard.at(withAlt).keyCode, 5);
+    EXPECT_EQ(heard.at(withAlt).modifierFlags, modifier::option);
+    EXPECT_EQ(heard.at(withAlt).charactersIgnoringModifiers, std::nullopt);
+    EXPECT_EQ(heard.at(withAlt + 1).keyCode, virtualkey::leftArrow);
+  }
+  EXPECT_EQ(heard.at(6).charactersIgnoringModifiers, u"g"_s);
+}
+
+// The same key is Alt on one layout and AltGr on the other; Alt is told from it by what it holds.
+TEST(Hearing, GivesAKeyWithAltGrItsCharacters) {
+  KeyboardDesk desk({.layouts = "de"});
+  desk.person().press(XKB_KEY_ISO_Level3_Shift);
+  desk.person().press(XKB_KEY_q);
+  desk.person().releaseAll();
+  desk.person().press(XKB_KEY_Alt_L);
+  desk.person().press(XKB_KEY_ISO_Level3_Shift);
+  desk.person().press(XKB_KEY_q);
+  desk.person().releaseAll();
+  desk.changeLayout({.layouts = "us", .options = "lv3:lalt_switch"});
+  desk.person().press(XKB_KEY_ISO_Level3_Shift);
+  desk.person().press(XKB_KEY_a);
+  desk.person().releaseAll();
+  const std::vector<KeyEvent> heard = desk.heard(7);
+  EXPECT_EQ(heard.at(1).charactersIgnoringModifiers, u"@"_s);
+  EXPECT_EQ(heard.at(1).modifierFlags, 0U);
+  EXPECT_EQ(heard.at(4).charactersIgnoringModifiers, std::nullopt);
+  EXPECT_EQ(heard.at(6).charactersIgnoringModifiers, u"a"_s);
+}
+
+// Alt takes no part in what a dead key has begun.
+TEST(Hearing, LeavesADeadKeyWaitingWhileAltIsUsed) {
+  KeyboardDesk desk({.layouts = "de"});
+  desk.person().tap(XKB_KEY_dead_acute);
+  desk.person().press(XKB_KEY_Alt_L);
+  desk.person().tap(XKB_KEY_e);
+  desk.person().releaseAll();
+  desk.person().tap(XKB_KEY_e);
+  const std::vector<KeyEvent> heard = desk.heard(4);
+  EXPECT_EQ(heard.at(2).charactersIgnoringModifiers, std::nullopt);
+  EXPECT_EQ(heard.at(3).charactersIgnoringModifiers, u"é"_s);
 }
 
 TEST(Hearing, HearsAutorepeat) {

@@ -46,11 +46,17 @@ quint16 KeyDecoder::keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const {
 
 bool KeyDecoder::isShortcut() const {
   const ModifierKeys& modifiers = m_snapshot->modifiers();
-  return (m_keyboard.effectiveModifiers() & (modifiers.control | modifiers.command)) != 0;
+  return (m_keyboard.effectiveModifiers() & (modifiers.control | modifiers.command)) != 0 ||
+         isWithAlt();
+}
+
+bool KeyDecoder::isWithAlt() const {
+  const ModifierKeys& modifiers = m_snapshot->modifiers();
+  return (m_keyboard.effectiveModifiers() & modifiers.option & modifiers.ignoredForText()) != 0;
 }
 
 std::optional<QString> KeyDecoder::charactersOf(xkb_keysym_t symbol) {
-  if (symbol == XKB_KEY_NoSymbol) return std::nullopt;
+  if (symbol == XKB_KEY_NoSymbol || isWithAlt()) return std::nullopt;
   std::optional<QString> plain;
   if (const char32_t character = xkb_keysym_to_utf32(symbol); character != 0) {
     plain = QString::fromUcs4(&character, 1);

@@ -27,6 +27,8 @@ class KeyDecoder {
   [[nodiscard]] quint16 keyCodeOf(uint8_t keycode, xkb_keysym_t symbol) const;
   // A shortcut takes no part in a dead key's sequence.
   [[nodiscard]] bool isShortcut() const;
+  // A key opens a menu then, or does nothing. AltGr is not Alt, even where both share a modifier.
+  [[nodiscard]] bool isWithAlt() const;
   [[nodiscard]] std::optional<QString> charactersOf(xkb_keysym_t symbol);
 
   std::shared_ptr<const KeymapSnapshot> m_snapshot;

@@ -3,6 +3,8 @@
 #include <QByteArray>
 
 #include "base/EndProcess.h"
+#include "base/text/Graphemes.h"
+#include "base/text/KeylessCharacters.h"
 #include "platform/VirtualKey.h"
 
 namespace zarvy {
@@ -37,6 +39,18 @@ void typeText(InjectionPlan& plan, QStringView text) {
   typeChunked(plan, text.sliced(start));
 }
 
+// One for each character behind the caret, but for those that are not typed.
+qsizetype leftArrowsFor(QStringView text, qsizetype cursorOffset) {
+  qsizetype arrows = cursorOffset;
+  ReverseGraphemes characters(text);
+  for (qsizetype behind = 0; behind < cursorOffset; ++behind) {
+    const QStringView character = characters.next();
+    if (character.isEmpty()) break;
+    if (hasNoKey(character.front().unicode())) --arrows;
+  }
+  return arrows;
+}
+
 }  // namespace
 
 InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
@@ -45,9 +59,9 @@ InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
   sendKeyPresses(plan, backspaceCount, virtualkey::deleteBackward, injection::backspaceDelay);
   plan.emplace_back(Pause{injection::phaseGap});
   typeText(plan, text);
-  if (cursorOffset.value_or(0) >= 1) {
+  if (const qsizetype arrows = leftArrowsFor(text, cursorOffset.value_or(0)); arrows >= 1) {
     plan.emplace_back(Pause{injection::phaseGap});
-    sendKeyPresses(plan, *cursorOffset, virtualkey::leftArrow, injection::charDelay);
+    sendKeyPresses(plan, arrows, virtualkey::leftArrow, injection::charDelay);
   }
   return plan;
 }

@@ -44,9 +44,9 @@ using InjectionPlan = std::vector<InjectionAction>;
 
 // What an injection does once its target is in front, in order: `backspaceCount` backspaces, the
 // text with a Return for each line feed, and left arrows that put the caret `cursorOffset`
-// characters before the end. A text run is cut purely by its count of UTF-16 units, also within a
-// surrogate pair. A negative `backspaceCount` is a programming error and ends the process. Pure;
-// any thread.
+// characters before the end; a control character that is not typed takes none. A text run is cut
+// purely by its count of UTF-16 units, also within a surrogate pair. A negative `backspaceCount` is
+// a programming error and ends the process. Pure; any thread.
 [[nodiscard]] InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
                                           std::optional<qsizetype> cursorOffset);
 

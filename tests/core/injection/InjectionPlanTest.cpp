@@ -131,6 +131,16 @@ INSTANTIATE_TEST_SUITE_P(
         PlanCase{"CursorOffsetOne", u"ab"_s, 0, 1, u"10000 'ab' 1000 10000 k123 1000"_s},
         PlanCase{"CursorOffsetThree", u"abc"_s, 1, 3,
                  u"k51 2000 10000 'abc' 1000 10000 k123 1000 k123 1000 k123 1000"_s},
+        PlanCase{"CursorOffsetLeavesOutWhatNoKeyTypes", u"ab\u0001c\u007f\u0085"_s, 0, 5,
+                 u"10000 'ab\u0001c\u007f\u0085' 1000 10000 k123 1000 k123 1000"_s},
+        PlanCase{"CursorOffsetCountsWhatNoKeyTypesAheadOfTheCaretNot", u"\u0001ab"_s, 0, 1,
+                 u"10000 '\u0001ab' 1000 10000 k123 1000"_s},
+        PlanCase{
+            "CursorOffsetCountsControlCharactersThatHaveAKey", u"a\tb\rc\r\nd"_s, 0, 7,
+            u"10000 'a\tb<cr>c<cr>' 1000 k36 1000 'd' 1000 10000 k123 1000 k123 1000 k123 1000 "
+            "k123 1000 k123 1000 k123 1000 k123 1000"_s},
+        PlanCase{"CursorOffsetOverNothingTypedIsAsAbsent", u"a\u0001"_s, 0, 1,
+                 u"10000 'a\u0001' 1000"_s},
         PlanCase{"CursorOffsetBeyondTheTextIsNotQuestioned", u""_s, 0, 2,
                  u"10000 10000 k123 1000 k123 1000"_s}),
     [](const testing::TestParamInfo<PlanCase>& row) { return std::string(row.param.name); });

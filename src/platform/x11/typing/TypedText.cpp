@@ -2,15 +2,12 @@
 
 #include <QChar>
 
+#include "base/text/KeylessCharacters.h"
 #include "platform/VirtualKey.h"
 
 namespace zarvy::x11 {
 
 namespace {
-
-bool isControl(char32_t character) {
-  return character < U' ' || (character >= U'\x7f' && character < U'\xa0');
-}
 
 // Code points that are no characters by definition; no key can carry them.
 bool isNoncharacter(char32_t character) {
@@ -59,7 +56,7 @@ void TypedText::add(char32_t character, std::vector<Piece>& pieces) {
     pieces.push_back({.virtualKey = virtualkey::tab});
   } else if (character == U'\n') {
     pieces.push_back({.virtualKey = virtualkey::returnKey});
-  } else if (!isControl(character)) {
+  } else if (character != U'\r' && !hasNoKey(character)) {
     const bool isTypable = !isNoncharacter(character);
     pieces.push_back({.character = isTypable ? character : char32_t{QChar::ReplacementCharacter},
                       .virtualKey = std::nullopt});

@@ -31,10 +31,15 @@ QString substituteFillInValues(const QString& text, const QList<FillInField>& fi
     done.insert(name);
     result = substitute(std::move(result), name, answer);
   };
-  for (const FillInField& field : fields) {
-    const auto answer = values.constFind(field.name);
-    if (answer != values.constEnd()) apply(field.name, *answer);
-  }
+  const auto applyFields = [&](bool areSections) {
+    for (const FillInField& field : fields) {
+      const bool isSection = field.type.kind == FillInFieldType::Kind::optional;
+      const auto answer = values.constFind(field.name);
+      if (isSection == areSections && answer != values.constEnd()) apply(field.name, *answer);
+    }
+  };
+  applyFields(true);
+  applyFields(false);
   for (auto value = values.cbegin(); value != values.cend(); ++value) {
     apply(value.key(), value.value());
   }

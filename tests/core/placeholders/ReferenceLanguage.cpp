@@ -261,9 +261,12 @@ QList<FillInField> ReferenceLanguage::fields(const QString& text) const {
 }
 
 QString ReferenceLanguage::withAnswers(QString text, const QMap<QString, QString>& answers) const {
-  QStringList order;
-  for (const FillInField& field : fields(text)) order.append(field.name);
-  order += answers.keys();
+  QStringList sections;
+  QStringList others;
+  for (const FillInField& field : fields(text)) {
+    (field.type.kind == FillInFieldType::Kind::optional ? sections : others).append(field.name);
+  }
+  QStringList order = sections + others + answers.keys();
   order.removeDuplicates();
   for (const QString& name : order) {
     if (!answers.contains(name)) continue;

@@ -26,7 +26,7 @@ void report(const QPlainTextEdit& editor, int clearCount, QLocalSocket& socket) 
 int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QLocalSocket socket;
-  socket.connectToServer(QApplication::arguments().value(1));
+  socket.connectToServer(qEnvironmentVariable("ZARVY_E2E_CHANNEL"));
   if (!socket.waitForConnected()) return 1;
 
   QPlainTextEdit editor;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
@@ -49,9 +50,10 @@ std::string readSome(int descriptor) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  if (argc < 2 || !makeRaw(STDIN_FILENO)) return 1;
-  const int channel = connectTo(argv[1]);
+int main() {
+  const char* path = std::getenv("ZARVY_E2E_CHANNEL");
+  if (path == nullptr || !makeRaw(STDIN_FILENO)) return 1;
+  const int channel = connectTo(path);
   if (channel < 0) return 1;
 
   zarvy::e2e::LineEditor editor;

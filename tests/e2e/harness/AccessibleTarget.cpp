@@ -66,4 +66,12 @@ ProcessSpecification FeatherpadTarget::program() {
           .descriptors = {}};
 }
 
+ProcessSpecification KwriteTarget::program() {
+  return {.program = "kwrite",
+          .arguments = {file()},
+          .environment = setting().environment,
+          .errorFile = setting().folder + "/error.log",
+          .descriptors = {}};
+}
+
 }  // namespace zarvy::e2e

@@ -48,4 +48,14 @@ class FeatherpadTarget final : public AccessibleTarget {
   [[nodiscard]] ProcessSpecification program() override;
 };
 
+// The editor of KDE, a Qt 5 program on Debian 12. It cannot be written to but by the keyboard.
+class KwriteTarget final : public AccessibleTarget {
+ public:
+  explicit KwriteTarget(TargetSetting setting)
+      : AccessibleTarget(std::move(setting), PositionUnit::utf16) {}
+
+ protected:
+  [[nodiscard]] ProcessSpecification program() override;
+};
+
 }  // namespace zarvy::e2e

@@ -1,10 +1,10 @@
 #include "e2e/harness/ChromiumTarget.h"
 
-#include <fstream>
 #include <stdexcept>
 
 #include <QJsonArray>
 
+#include "e2e/harness/TextareaPage.h"
 #include "e2e/harness/WaitUntil.h"
 
 namespace zarvy::e2e {
@@ -15,21 +15,11 @@ namespace {
 
 constexpr auto startDeadline = std::chrono::seconds(90);
 
-const char* const page =
-    "<!doctype html><meta charset=utf-8><title>Page</title>"
-    "<textarea id=field autofocus spellcheck=false style='width:95vw;height:90vh'></textarea>";
-
-// The caret, and the units of the text in hexadecimal: JSON would not carry a lone surrogate.
-const QString readField =
-    u"(() => { const f = document.getElementById('field');"
-    "return f.selectionEnd + ' ' + Array.from({length: f.value.length}, (_, i) =>"
-    "f.value.charCodeAt(i).toString(16).padStart(4, '0')).join(''); })()"_s;
-
 }  // namespace
 
 ProcessSpecification ChromiumTarget::program() {
   const std::string& folder = setting().folder;
-  std::ofstream(folder + "/page.html") << page;
+  writeTextareaPage(folder + "/page.html");
   Environment environment = setting().environment;
   environment["HOME"] = folder;
   return {.program = "chromium",
@@ -59,17 +49,11 @@ void ChromiumTarget::connect() {
 }
 
 EditorState ChromiumTarget::state() {
-  const QStringList parts = evaluate(readField).toString().split(u' ');
-  EditorState state{.text = {}, .caret = parts.value(0).toLongLong()};
-  const QString digits = parts.value(1);
-  for (qsizetype at = 0; at + 4 <= digits.size(); at += 4) {
-    state.text += QChar(digits.mid(at, 4).toUShort(nullptr, 16));
-  }
-  return state;
+  return textareaState(evaluate(readTextarea()).toString());
 }
 
 void ChromiumTarget::empty() {
-  static_cast<void>(evaluate(u"document.getElementById('field').value = ''"_s));
+  static_cast<void>(evaluate(emptyTextarea()));
 }
 
 bool ChromiumTarget::attachToPage() {

@@ -2,19 +2,17 @@
 
 namespace zarvy::e2e {
 
-ProcessSpecification XtermTarget::program() {
-  return {.program = "xterm",
-          .arguments = {"-u8", "-fa", "DejaVu Sans Mono", "-fs", "9", "-geometry", "100x40", "-e",
-                        m_probeProgram, channelPath()},
-          .environment = setting().environment,
-          .errorFile = setting().folder + "/error.log",
-          .descriptors = {}};
-}
+ReportingTarget::ReportingTarget(TargetSetting setting, std::vector<std::string> command)
+    : TargetApplication(std::move(setting)),
+      m_channel(this->setting().folder + "/state"),
+      m_command(std::move(command)) {}
 
-ProcessSpecification Qt6EditorTarget::program() {
-  return {.program = m_editorProgram,
-          .arguments = {channelPath()},
-          .environment = setting().environment,
+ProcessSpecification ReportingTarget::program() {
+  Environment environment = setting().environment;
+  environment["ZARVY_E2E_CHANNEL"] = m_channel.path();
+  return {.program = m_command.front(),
+          .arguments = {m_command.begin() + 1, m_command.end()},
+          .environment = environment,
           .errorFile = setting().folder + "/error.log",
           .descriptors = {}};
 }

@@ -1,11 +1,6 @@
 #include "e2e/harness/Stage.h"
 
 #include <filesystem>
-#include <stdexcept>
-
-#include "e2e/harness/AccessibleTarget.h"
-#include "e2e/harness/ChromiumTarget.h"
-#include "e2e/harness/ReportingTarget.h"
 
 namespace zarvy::e2e {
 
@@ -26,29 +21,6 @@ Environment withBuses(Environment environment, const SessionBus& bus) {
 }
 
 }  // namespace
-
-const std::vector<TargetKind>& allTargetKinds() {
-  static const std::vector<TargetKind> kinds = {TargetKind::xterm, TargetKind::qt6,
-                                                TargetKind::mousepad, TargetKind::featherpad,
-                                                TargetKind::chromium};
-  return kinds;
-}
-
-std::string nameOf(TargetKind kind) {
-  switch (kind) {
-    case TargetKind::xterm:
-      return "xterm";
-    case TargetKind::mousepad:
-      return "mousepad";
-    case TargetKind::featherpad:
-      return "featherpad";
-    case TargetKind::qt6:
-      return "qt6";
-    case TargetKind::chromium:
-      return "chromium";
-  }
-  throw std::logic_error("no such target");
-}
 
 Stage::Stage(const KeyboardLayout& layout, WindowManagerKind windowManager)
     : m_server(m_folder.path().toStdString()),
@@ -99,23 +71,10 @@ std::string Stage::makeFolder(const std::string& name) {
 }
 
 std::unique_ptr<TargetApplication> Stage::makeTarget(TargetKind kind) {
-  TargetSetting setting{.connection = m_connection,
-                        .environment = m_environment,
-                        .folder = makeFolder(nameOf(kind)),
-                        .accessibilityAddress = m_bus.accessibilityAddress()};
-  switch (kind) {
-    case TargetKind::xterm:
-      return std::make_unique<XtermTarget>(setting, ZARVY_E2E_TERMINAL_PROBE);
-    case TargetKind::qt6:
-      return std::make_unique<Qt6EditorTarget>(setting, ZARVY_E2E_QT6_EDITOR);
-    case TargetKind::mousepad:
-      return std::make_unique<MousepadTarget>(setting);
-    case TargetKind::featherpad:
-      return std::make_unique<FeatherpadTarget>(setting);
-    case TargetKind::chromium:
-      return std::make_unique<ChromiumTarget>(setting);
-  }
-  throw std::logic_error("no such target");
+  return e2e::makeTarget(kind, {.connection = m_connection,
+                                .environment = m_environment,
+                                .folder = makeFolder(nameOf(kind)),
+                                .accessibilityAddress = m_bus.accessibilityAddress()});
 }
 
 }  // namespace zarvy::e2e

@@ -11,15 +11,10 @@
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/ProgramUnderTest.h"
 #include "e2e/harness/SessionBus.h"
-#include "e2e/harness/TargetApplication.h"
+#include "e2e/harness/TargetKind.h"
 #include "e2e/harness/WindowManager.h"
 
 namespace zarvy::e2e {
-
-enum class TargetKind { xterm, mousepad, featherpad, qt6, chromium };
-
-[[nodiscard]] const std::vector<TargetKind>& allTargetKinds();
-[[nodiscard]] std::string nameOf(TargetKind kind);
 
 // A desktop of its own: X server, window manager, buses, a person at the keyboard; then the program
 // and an application as a test asks for them. Everything ends with it. Main thread. Throws

@@ -31,41 +31,37 @@ struct Sequences {
   QString typed;  // behind the trigger
 };
 
-// Typed characters that came ahead of the backspaces were deleted in place of the trigger's last.
-QString leftWhereDeleted(const Sequences& all, qsizetype deleted) {
-  return all.trigger.left(deleted);
-}
-
-bool isRightButFor(const Sequences& all, qsizetype deleted, const QString& actual) {
-  const QString left = leftWhereDeleted(all, deleted);
-  return actual.startsWith(left) &&
-         isInterleaving(all.injected, all.typed.mid(deleted), actual.mid(left.size()));
-}
-
 // The text once it is right, or once it does not change any more.
 QString settledText(TargetApplication& target, const Sequences& all) {
   QString before = target.state().text;
   QString now = before;
   const auto isRightOrChanges = [&] {
     now = target.state().text;
-    return now != before || isRightButFor(all, 0, now);
+    return now != before || isInterleaving(all.injected, all.typed, now);
   };
   while (waitUntil(isRightOrChanges, patience, std::chrono::milliseconds(20))) {
-    if (isRightButFor(all, 0, now)) return now;
+    if (isInterleaving(all.injected, all.typed, now)) return now;
     before = now;
   }
   return now;
 }
 
+// Typed characters that come ahead of the backspaces are deleted, and as many of the trigger's
+// first stay. Takes the reading that leaves the least wrong.
 void judge(const Sequences& all, const QString& actual, ScenarioOutcome& outcome) {
-  for (qsizetype deleted = 1; deleted <= all.trigger.size(); ++deleted) {
-    if (!isRightButFor(all, deleted, actual)) continue;
-    outcome.typedDeleted = deleted;
-    outcome.complaint = std::to_string(deleted) + " typed characters deleted for the trigger's";
-    return;
-  }
   outcome.charactersWrong = interleavingDistance(all.injected, all.typed, actual);
   outcome.complaint = firstBreach(all.injected, all.typed, actual);
+  for (qsizetype deleted = 1; deleted <= all.trigger.size(); ++deleted) {
+    const QString left = all.trigger.left(deleted);
+    if (!actual.startsWith(left)) return;
+    const QString rest = actual.mid(left.size());
+    const qsizetype wrong = interleavingDistance(all.injected, all.typed.mid(deleted), rest);
+    if (wrong + deleted > outcome.charactersWrong) continue;
+    outcome.charactersWrong = wrong;
+    outcome.typedDeleted = deleted;
+    outcome.complaint = std::to_string(deleted) + " typed characters deleted for the trigger's";
+    appendLine(outcome.complaint, firstBreach(all.injected, all.typed.mid(deleted), rest));
+  }
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-// What most test programs include, compiled once for all of them. Each of their files includes what it
-// needs all the same.
+// What most test programs include, compiled once for all of them. Each of their files includes what
+// it needs all the same.
 
 #include <algorithm>
 #include <array>

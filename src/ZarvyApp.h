@@ -24,6 +24,7 @@
 #include "platform/freedesktop/QtPasteboard.h"
 #include "platform/freedesktop/SyncedFolderDrive.h"
 #include "platform/freedesktop/XdgLoginItem.h"
+#include "platform/freedesktop/inputmethod/DesktopInputMethod.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DataStore.h"
@@ -76,6 +77,7 @@ class ZarvyApp {
   QtScheduler m_scheduler;
   MainThread m_mainThread;
   Desktop m_desktop;
+  DesktopInputMethod m_inputMethod;
   DataStore m_store;
   ThreadSerialQueue m_keyboardProcessing;
   ThreadSerialQueue m_storageQueue;

@@ -10,6 +10,7 @@
 #include "app/AppState.h"
 #include "fakes/FakeCloudDrive.h"
 #include "fakes/FakeFillInWindow.h"
+#include "fakes/FakeInputMethod.h"
 #include "fakes/FakeKeyEventSource.h"
 #include "fakes/FakePermission.h"
 #include "fakes/FakePlaceholders.h"
@@ -106,6 +107,7 @@ class ExpansionHarness {
   FakeKeyEventSource source;
   FakePermission permission;
   FakeWorkspace workspace{journal};
+  FakeInputMethod inputMethod;
   RecordingKeyEventPoster poster{journal};
   RecordingSleeper sleeper{journal};
   RecordingSoundOutput sound{journal};
@@ -141,7 +143,7 @@ class ExpansionHarness {
   TextExpansionEngine engine{output, placeholders.services()};
   KeyboardMonitor monitor{source, permission, scheduler, keyQueue, output};
   std::shared_ptr<TextInjector> injector =
-      TextInjector::make(poster, workspace, sleeper, workers, scheduler);
+      TextInjector::make(poster, workspace, inputMethod, sleeper, workers, scheduler);
 
   const QTemporaryDir folder;
   DataStore store{output, [this] { return folder.path(); }};

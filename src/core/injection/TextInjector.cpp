@@ -24,16 +24,17 @@ class ActionPerformer {
 }  // namespace
 
 std::shared_ptr<TextInjector> TextInjector::make(KeyEventPoster& poster, Workspace& workspace,
-                                                 Sleeper& sleeper, WorkerPool& workers,
-                                                 Scheduler& scheduler) {
+                                                 InputMethod& inputMethod, Sleeper& sleeper,
+                                                 WorkerPool& workers, Scheduler& scheduler) {
   return std::shared_ptr<TextInjector>(
-      new TextInjector(poster, workspace, sleeper, workers, scheduler));
+      new TextInjector(poster, workspace, inputMethod, sleeper, workers, scheduler));
 }
 
-TextInjector::TextInjector(KeyEventPoster& poster, Workspace& workspace, Sleeper& sleeper,
-                           WorkerPool& workers, Scheduler& scheduler)
+TextInjector::TextInjector(KeyEventPoster& poster, Workspace& workspace, InputMethod& inputMethod,
+                           Sleeper& sleeper, WorkerPool& workers, Scheduler& scheduler)
     : m_poster(poster),
       m_workspace(workspace),
+      m_inputMethod(inputMethod),
       m_sleeper(sleeper),
       m_workers(workers),
       m_scheduler(scheduler) {}
@@ -49,15 +50,20 @@ void TextInjector::inject(const QString& text, qsizetype backspaceCount,
   m_workers.post([weak = weak_from_this(), target = *target, text, backspaceCount, cursorOffset] {
     auto self = weak.lock();
     if (!self) return;
-    const bool isThere = self->bringToFront(target);
-    if (isThere) self->type(text, backspaceCount, cursorOffset);
+    const bool takesKeys = self->takesKeys(target);
+    if (takesKeys) self->type(text, backspaceCount, cursorOffset);
     // The last reference may be this one, and it is to go on the main thread.
     Scheduler& scheduler = self->m_scheduler;
-    scheduler.post([self = std::move(self), isThere] {
+    scheduler.post([self = std::move(self), takesKeys] {
       const auto callback = self->onInjectionComplete;  // it may unset itself
-      if (isThere && callback) callback();
+      if (takesKeys && callback) callback();
     });
   });
+}
+
+// The input method is asked behind the activation, for each application has a state of its own.
+bool TextInjector::takesKeys(const RunningApplication& target) {
+  return bringToFront(target) && (m_isCutShort || !m_inputMethod.isComposing());
 }
 
 // False where it has gone.

@@ -11,6 +11,7 @@
 #include "base/Sleeper.h"
 #include "base/TaskQueue.h"
 #include "core/injection/InjectionPlan.h"
+#include "platform/InputMethod.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/Workspace.h"
 
@@ -28,8 +29,9 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
  public:
   // The references outlive every injection: `workers` is drained before they go.
   [[nodiscard]] static std::shared_ptr<TextInjector> make(KeyEventPoster& poster,
-                                                          Workspace& workspace, Sleeper& sleeper,
-                                                          WorkerPool& workers,
+                                                          Workspace& workspace,
+                                                          InputMethod& inputMethod,
+                                                          Sleeper& sleeper, WorkerPool& workers,
                                                           Scheduler& scheduler);
 
   // Called on the main thread after the last key event of an injection, if it is set by then.
@@ -39,8 +41,9 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   // Types `text` in place of the `backspaceCount` characters before the caret of `targetApp`, or of
   // the frontmost application if absent, and puts the caret `cursorOffset` characters before the
   // end of the text. Returns at once. Does nothing without a target, nor where the target is this
-  // program itself or has gone: what is in front then is none of the user's choice. A negative
-  // `backspaceCount` ends the process. Main thread.
+  // program itself or has gone: what is in front then is none of the user's choice. Nor while an
+  // input method composes: it would take the keys for its own, and some of what the user typed is
+  // not in the application yet. A negative `backspaceCount` ends the process. Main thread.
   void inject(const QString& text, qsizetype backspaceCount,
               const std::optional<RunningApplication>& targetApp,
               std::optional<qsizetype> cursorOffset);
@@ -50,15 +53,17 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   void cutShort() { m_isCutShort = true; }
 
  private:
-  TextInjector(KeyEventPoster& poster, Workspace& workspace, Sleeper& sleeper, WorkerPool& workers,
-               Scheduler& scheduler);
+  TextInjector(KeyEventPoster& poster, Workspace& workspace, InputMethod& inputMethod,
+               Sleeper& sleeper, WorkerPool& workers, Scheduler& scheduler);
 
+  [[nodiscard]] bool takesKeys(const RunningApplication& target);
   [[nodiscard]] bool bringToFront(const RunningApplication& target);
   void type(const QString& text, qsizetype backspaceCount, std::optional<qsizetype> cursorOffset);
   void run(const InjectionPlan& plan, TypingSession& session);
 
   KeyEventPoster& m_poster;
   Workspace& m_workspace;
+  InputMethod& m_inputMethod;
   Sleeper& m_sleeper;
   WorkerPool& m_workers;
   Scheduler& m_scheduler;

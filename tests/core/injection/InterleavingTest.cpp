@@ -4,6 +4,7 @@
 
 #include "base/ThreadWorkerPool.h"
 #include "core/injection/TextInjector.h"
+#include "fakes/FakeInputMethod.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualScheduler.h"
 #include "fakes/RecordingKeyEventPoster.h"
@@ -27,10 +28,12 @@ TEST(TextInjectorThreads, TwoInjectionsRunBesideEachOther) {
   RecordingKeyEventPoster poster(journal);
   MeetingSleeper sleeper;
   FakeWorkspace workspace(journal);
+  FakeInputMethod inputMethod;
   workspace.setFrontmost(RunningApplication{10, u"editor"_s, u"Editor"_s, 1});
   ManualScheduler scheduler;
   ThreadWorkerPool workers("injections");
-  const auto injector = TextInjector::make(poster, workspace, sleeper, workers, scheduler);
+  const auto injector =
+      TextInjector::make(poster, workspace, inputMethod, sleeper, workers, scheduler);
   int completed = 0;
   injector->onInjectionComplete = [&completed] { ++completed; };
 
@@ -56,6 +59,7 @@ TEST(TextInjectorThreads, LettingGoOfTheInjectorWhileItTypesIsSafe) {
   Journal journal;
   RecordingKeyEventPoster poster(journal);
   FakeWorkspace workspace(journal);
+  FakeInputMethod inputMethod;
   workspace.setFrontmost(RunningApplication{10, u"editor"_s, u"Editor"_s, 1});
   ManualScheduler scheduler;
   ThreadWorkerPool workers("injections");
@@ -64,7 +68,7 @@ TEST(TextInjectorThreads, LettingGoOfTheInjectorWhileItTypesIsSafe) {
   } sleeper;
 
   for (int round = 0; round < 200; ++round) {
-    auto injector = TextInjector::make(poster, workspace, sleeper, workers, scheduler);
+    auto injector = TextInjector::make(poster, workspace, inputMethod, sleeper, workers, scheduler);
     injector->onInjectionComplete = [] {};
     for (int i = 0; i < 3; ++i) injector->inject(u"some text to be typed"_s, 2, {}, 1);
     if (round % 2 == 0) injector->cutShort();

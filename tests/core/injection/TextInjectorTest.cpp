@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/injection/TextInjector.h"
+#include "fakes/FakeInputMethod.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualQueue.h"
 #include "fakes/ManualScheduler.h"
@@ -38,10 +39,11 @@ class TextInjectorTest : public testing::Test {
   RecordingKeyEventPoster m_poster{m_journal};
   RecordingSleeper m_sleeper{m_journal};
   FakeWorkspace m_workspace{m_journal};
+  FakeInputMethod m_inputMethod;
   ManualScheduler m_scheduler;
   ManualWorkerPool m_workers;
   std::shared_ptr<TextInjector> m_injector =
-      TextInjector::make(m_poster, m_workspace, m_sleeper, m_workers, m_scheduler);
+      TextInjector::make(m_poster, m_workspace, m_inputMethod, m_sleeper, m_workers, m_scheduler);
 };
 
 TEST_F(TextInjectorTest, RunsThroughItsPhasesInOrder) {
@@ -103,6 +105,21 @@ TEST_F(TextInjectorTest, SendsNothingToWhatIsInFrontInPlaceOfATargetThatHasGone)
   m_injector->inject(u"a"_s, 1, browser, 1);
   finish();
   EXPECT_EQ(takeJournal(), "activate Browser");
+}
+
+// Neither the sound comes, which is for a text that was typed.
+TEST_F(TextInjectorTest, SendsNothingWhileAnInputMethodMakesOtherTextOfTheKeys) {
+  m_inputMethod.setComposing(true);
+  m_injector->inject(u"a"_s, 1, {}, 1);
+  finish();
+  EXPECT_EQ(takeJournal(), "");
+  m_injector->inject(u"a"_s, 1, browser, 1);
+  finish();
+  EXPECT_EQ(takeJournal(), "activate Browser; sleep 50000");
+  m_inputMethod.setComposing(false);
+  m_injector->inject(u"a"_s, 0, {}, {});
+  finish();
+  EXPECT_EQ(takeJournal(), "begin 'a'; sleep 10000; text 'a'; sleep 1000; end; complete");
 }
 
 TEST_F(TextInjectorTest, AnActiveTargetCostsNoPause) {

@@ -74,6 +74,11 @@ SecureInput& Desktop::secureInput() {
   return m_absent;
 }
 
+HotKeys& Desktop::hotKeys() {
+  if (m_session) return m_session->hotKeys();
+  return m_absent;
+}
+
 ActivationPolicy& Desktop::activationPolicy() {
   if (m_session) return m_session->activationPolicy();
   return m_absent;

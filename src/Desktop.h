@@ -30,6 +30,7 @@ class Desktop final : public AccessibilityPermission {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
   [[nodiscard]] SecureInput& secureInput();
+  [[nodiscard]] HotKeys& hotKeys();
   [[nodiscard]] ActivationPolicy& activationPolicy();
 
   // Whether windows may let through what is behind them.

@@ -126,6 +126,7 @@ ExpansionServices ZarvyApp::expansionServices() {
           m_desktop,
           m_fillInWindow,
           m_quickSearchWindow,
+          m_desktop.hotKeys(),
           m_scheduler,
           m_output};
 }

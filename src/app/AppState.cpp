@@ -38,6 +38,7 @@ void AppState::handOnSignals() {
           &AppState::hasAccessibilityPermissionChanged);
   connect(&m_expansion, &ExpansionService::secureInputAppNameChanged, this,
           &AppState::secureInputAppNameChanged);
+  connect(&m_expansion, &ExpansionService::takenHotKeyChanged, this, &AppState::takenHotKeyChanged);
   connect(&m_coordinator, &ExpansionCoordinator::pendingExpansionChanged, this,
           &AppState::pendingExpansionChanged);
   connect(&m_coordinator, &ExpansionCoordinator::showingFillInFormChanged, this,
@@ -93,6 +94,13 @@ void AppState::changeSettings(const Settings& settings) {
   if (settings.hideDockIcon != before.hideDockIcon) m_presence.applyHideDockIcon();
   m_expansion.applyHotKey();
   if (settings.iCloudSyncEnabled && !before.iCloudSyncEnabled) syncIfEnabled();
+}
+
+void AppState::changeHotKey(const HotKey& key) {
+  Settings changed = settings();
+  changed.quickSearchKeyCode = key.keyCode;
+  changed.quickSearchModifiers = key.modifiers;
+  changeSettings(changed);
 }
 
 void AppState::syncIfEnabled() {

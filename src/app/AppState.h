@@ -101,6 +101,8 @@ class AppState final : public QObject {
   // Once the library is loaded. Saves them as well, and does what follows from what has changed:
   // taskbar, login item, hot key.
   void changeSettings(const Settings& settings);
+  // Makes this the key of quick search.
+  void changeHotKey(const HotKey& key);
 
   // --- The sync; see LibrarySync.
 
@@ -128,6 +130,10 @@ class AppState final : public QObject {
   // The application that keeps expansion from working, by having the keyboard for itself.
   [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
     return m_expansionServices.secureInputWatch.secureInputAppName();
+  }
+  // The key of quick search, where it is another program's.
+  [[nodiscard]] const std::optional<TakenHotKey>& takenHotKey() const {
+    return m_expansion.takenHotKey();
   }
   [[nodiscard]] const std::optional<PendingExpansion>& pendingExpansion() const {
     return m_coordinator.pendingExpansion();
@@ -172,6 +178,7 @@ class AppState final : public QObject {
   void isPausedChanged();
   void hasAccessibilityPermissionChanged();
   void secureInputAppNameChanged();
+  void takenHotKeyChanged();
   void pendingExpansionChanged();
   void showingFillInFormChanged();
   void pendingMatchLengthChanged();

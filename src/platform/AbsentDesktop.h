@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/ActivationPolicy.h"
+#include "platform/HotKeys.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/KeyEventSource.h"
 #include "platform/SecureInput.h"
@@ -16,6 +17,7 @@ class AbsentDesktop final : public KeyEventSource,
                             public KeyEventPoster,
                             public Workspace,
                             public SecureInput,
+                            public HotKeys,
                             public ActivationPolicy {
  public:
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
@@ -48,6 +50,8 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override {
     return std::nullopt;
   }
+
+  [[nodiscard]] bool isTakenByAnother(const HotKey& /*key*/) const override { return false; }
 
   void setActivationPolicy(ActivationPolicy::Kind /*kind*/) override {}
   void windowOpened(quint64 /*nativeWindow*/) override {}

@@ -1,8 +1,10 @@
 #include "ui/ComingWindow.h"
 
+#include <QEvent>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/HotKeyNotice.h"
 #include "ui/Scenes.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -36,14 +38,23 @@ QString promiseOf(const QString& sceneId) {
 
 }  // namespace
 
-ComingWindow::ComingWindow(const QString& sceneId) {
+ComingWindow::ComingWindow(const QString& sceneId, AppState& state) {
   auto* const text = new QLabel(promiseOf(sceneId), this);
   text->setWordWrap(true);
   text->setFixedWidth(textWidth);
   text->setAlignment(Qt::AlignCenter);
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(windowPadding, windowPadding, windowPadding, windowPadding);
+  const bool isAboutKeys = sceneId == scene::manageSnippets || sceneId == scene::settings;
+  if (isAboutKeys) layout->addWidget(new HotKeyNotice(state, this), 0, Qt::AlignTop);
   layout->addWidget(text, 0, Qt::AlignCenter);
+}
+
+// One that keeps to its content follows it.
+bool ComingWindow::event(QEvent* event) {
+  const bool keepsToContent = minimumSize() == maximumSize();
+  if (event->type() == QEvent::LayoutRequest && keepsToContent) setFixedSize(sizeHint());
+  return QWidget::event(event);
 }
 
 }  // namespace zarvy

@@ -29,9 +29,9 @@ QString literal(QString text) {
 MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
                          std::function<void()> quit)
     : m_state(state), m_openScene(std::move(openScene)), m_quit(std::move(quit)) {
-  for (const auto signal :
-       {&AppState::snippetsChanged, &AppState::isPausedChanged,
-        &AppState::hasAccessibilityPermissionChanged, &AppState::secureInputAppNameChanged}) {
+  for (const auto signal : {&AppState::snippetsChanged, &AppState::isPausedChanged,
+                            &AppState::hasAccessibilityPermissionChanged,
+                            &AppState::secureInputAppNameChanged, &AppState::takenHotKeyChanged}) {
     connect(&state, signal, this, &MenuBarView::showWhatHolds);
   }
   for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(state))) makeRow(entry);

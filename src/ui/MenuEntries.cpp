@@ -19,6 +19,13 @@ QList<MenuEntry> menuEntries(const MenuCircumstances& circumstances) {
        .shortcut = {},
        .hasDividerBehind = true,
        .isVisible = blocker.has_value()},
+      {.text =
+           circumstances.takenHotKey.value_or(QString()) + u" Is Taken: Choose Another Key..."_s,
+       .action = MenuAction::openSettings,
+       .iconName = u"dialog-warning"_s,
+       .shortcut = {},
+       .hasDividerBehind = true,
+       .isVisible = circumstances.takenHotKey.has_value()},
       {.text = QString::number(circumstances.snippetCount) + u" snippets"_s,
        .action = MenuAction::none,
        .iconName = {},

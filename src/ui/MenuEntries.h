@@ -14,6 +14,7 @@ struct MenuCircumstances {
   std::optional<QString> secureInputAppName;
   qsizetype snippetCount = 0;
   bool isPaused = false;
+  std::optional<QString> takenHotKey = std::nullopt;  // in words
 
   bool operator==(const MenuCircumstances&) const = default;
 };

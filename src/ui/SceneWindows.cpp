@@ -48,7 +48,7 @@ std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {
     window =
         std::make_unique<PermissionRequestView>(m_state, [this] { open(scene::manageSnippets); });
   } else {
-    window = std::make_unique<ComingWindow>(id);
+    window = std::make_unique<ComingWindow>(id, m_state);
   }
   window->setAttribute(Qt::WA_DeleteOnClose);
   window->setWindowTitle(found->title);

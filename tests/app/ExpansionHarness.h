@@ -10,6 +10,7 @@
 #include "app/AppState.h"
 #include "fakes/FakeCloudDrive.h"
 #include "fakes/FakeFillInWindow.h"
+#include "fakes/FakeHotKeys.h"
 #include "fakes/FakeInputMethod.h"
 #include "fakes/FakeKeyEventSource.h"
 #include "fakes/FakePermission.h"
@@ -115,6 +116,7 @@ class ExpansionHarness {
   SecureInputWatch secureInputWatch{secureInput, workspace, scheduler};
   FakeFillInWindow fillInWindow{journal};
   FakeQuickSearchWindow quickSearchWindow{journal};
+  FakeHotKeys hotKeys;
   FakePresence presence{journal};
 
  private:
@@ -128,9 +130,10 @@ class ExpansionHarness {
   };
 
   [[nodiscard]] ExpansionServices expansionServices() {
-    return {monitor,   engine, *injector,        poster,     workspace,    sound,
-            workers,   stats,  secureInputWatch, permission, fillInWindow, quickSearchWindow,
-            scheduler, output};
+    return {monitor,          engine,     *injector,    poster,
+            workspace,        sound,      workers,      stats,
+            secureInputWatch, permission, fillInWindow, quickSearchWindow,
+            hotKeys,          scheduler,  output};
   }
 
   [[nodiscard]] LibraryServices libraryServices() {

@@ -11,6 +11,11 @@ using namespace Qt::Literals::StringLiterals;
 
 constexpr std::chrono::milliseconds delay{300};
 
+constexpr HotKey altSpace{49, 0x80000};
+constexpr HotKey controlAltSpace{49, 0xC0000};
+constexpr HotKey superSpace{49, 0x100000};
+constexpr HotKey controlShiftSpace{49, 0x60000};
+
 class QuickSearchExpansion : public AppStateFixture {
  protected:
   void pressHotKey() {
@@ -36,6 +41,54 @@ TEST_F(QuickSearchExpansion, OpensAndClosesWithTheHotKey) {
   EXPECT_EQ(m_harness.takeJournal(), "panel hides");
   pressHotKey();
   EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
+}
+
+// Whoever has the key does something of their own when it is pressed.
+TEST_F(QuickSearchExpansion, DoesNotOpenWithAKeyThatIsAnotherPrograms) {
+  startWith(u";ty"_s, u"x"_s);
+  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+  m_harness.hotKeys.taken = {altSpace};
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "");
+  EXPECT_EQ(state().takenHotKey(),
+            (TakenHotKey{altSpace, {controlAltSpace, superSpace, controlShiftSpace}}));
+  m_harness.hotKeys.taken = {};
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
+  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+}
+
+TEST_F(QuickSearchExpansion, ClosesWithAKeyThatAnotherProgramHasTakenMeanwhile) {
+  startWith(u";ty"_s, u"x"_s);
+  pressHotKey();
+  (void)m_harness.takeJournal();
+  m_harness.hotKeys.taken = {altSpace};
+  pressHotKey();
+  EXPECT_EQ(m_harness.takeJournal(), "panel hides");
+}
+
+TEST_F(QuickSearchExpansion, OffersTheKeysThatAreFreeFromTheStart) {
+  m_harness.hotKeys.taken = {altSpace, superSpace};
+  int changes = 0;
+  QObject::connect(&state(), &AppState::takenHotKeyChanged, [&changes] { ++changes; });
+  startWith(u";ty"_s, u"x"_s);
+  EXPECT_EQ(state().takenHotKey(), (TakenHotKey{altSpace, {controlAltSpace, controlShiftSpace}}));
+  pressHotKey();
+  EXPECT_EQ(changes, 1);
+}
+
+TEST_F(QuickSearchExpansion, OpensWithTheNewKeyAtOnce) {
+  m_harness.hotKeys.taken = {altSpace};
+  startWith(u";ty"_s, u"x"_s);
+  state().changeHotKey(controlAltSpace);
+  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+  (void)m_harness.takeJournal();
+  m_harness.source.press(49, 0xC0000);
+  m_harness.scheduler.runPending();
+  EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
+  m_harness.documentQueue.drain();
+  EXPECT_EQ(m_harness.store.loadSettings().quickSearchKeyCode, 49);
+  EXPECT_EQ(m_harness.store.loadSettings().quickSearchModifiers, 0xC0000U);
 }
 
 // The panel has the keyboard then, and other applications get no key.

@@ -51,6 +51,12 @@ TEST(MenuEntries, LeadToTheSetupAndDoNotPauseWithoutThePermission) {
                                                   << windows << u"Quit Zarvy > quit Ctrl+Q"_s);
 }
 
+TEST(MenuEntries, LeadToAnotherKeyWhereThatOfQuickSearchIsTaken) {
+  EXPECT_EQ(described({true, {}, 3, false, u"Alt+Space"_s}).first(3),
+            (QStringList{u"Alt+Space Is Taken: Choose Another Key... > settings [dialog-warning]"_s,
+                         u"-"_s, u"3 snippets > "_s}));
+}
+
 TEST(MenuEntries, AreEachInTheSamePlaceWhateverHolds) {
   const auto actions = [](const MenuCircumstances& circumstances) {
     QList<MenuAction> all;

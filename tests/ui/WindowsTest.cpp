@@ -41,8 +41,8 @@ QPushButton* buttonWith(const QWidget& window, const QString& text) {
 }
 
 // The one that can be seen.
-const QWidget* openWindow() {
-  for (const QWidget* window : QApplication::topLevelWidgets()) {
+QWidget* openWindow() {
+  for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible()) return window;
   }
   return nullptr;
@@ -249,6 +249,66 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   EXPECT_FALSE(state().isPaused());
   trigger(u"Quit Zarvy"_s);
   EXPECT_EQ(quits, 1);
+}
+
+// As on a desktop whose window manager has a menu of its own there.
+class TakenKeys : public Windows {
+ protected:
+  TakenKeys() {
+    m_harness.hotKeys.taken = {HotKey{49, 0x80000}, HotKey{49, 0x100000}};
+    m_harness.loadDocuments();
+  }
+
+  void choose(const QWidget& window, const QString& key) {
+    QPushButton* const offer = buttonWith(window, key);
+    ASSERT_TRUE(offer) << key.toStdString();
+    offer->click();
+  }
+};
+
+TEST_F(TakenKeys, AreToldInTheMenu) {
+  MenuBarView menu(
+      state(), [](const QString& /*id*/) {}, [] {});
+  EXPECT_EQ(shownTexts(menu).front(), u"Alt+Space Is Taken: Choose Another Key..."_s);
+  state().changeHotKey({49, 0xC0000});
+  EXPECT_EQ(shownTexts(menu).front(), u"10 snippets"_s);
+}
+
+TEST_F(TakenKeys, AreExchangedForOneThatIsFreeInTheWindows) {
+  SceneWindows windows(state(), m_harness.workspace);
+  for (const QString& id : {scene::settings, scene::manageSnippets}) {
+    windows.open(id);
+    QApplication::sendPostedEvents();
+    QWidget* const window = openWindow();
+    ASSERT_TRUE(window);
+    EXPECT_EQ(visibleTexts(*window).front(),
+              u"Alt+Space belongs to another program and does not open quick search. Use another "
+              "key for it:"_s);
+    EXPECT_FALSE(buttonWith(*window, u"Super+Space"_s)) << "it is taken as well";
+    expectNoTextCut(*window);
+    const int height = window->height();
+    choose(*window, u"Ctrl+Shift+Space"_s);
+    QApplication::sendPostedEvents();
+    EXPECT_EQ(state().settings().quickSearchModifiers, 0x60000U);
+    EXPECT_EQ(visibleTexts(*window).size(), 1);
+    expectNoTextCut(*window);
+    if (id == scene::settings) {
+      EXPECT_LT(window->height(), height);
+    }
+    state().changeHotKey({49, 0x80000});
+    window->close();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST_F(TakenKeys, LeadToTheFileWhereNoneIsFree) {
+  m_harness.hotKeys.taken = {{49, 0x80000}, {49, 0xC0000}, {49, 0x100000}, {49, 0x60000}};
+  state().changeHotKey({49, 0x80000});
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(scene::settings);
+  EXPECT_EQ(visibleTexts(*openWindow()).front(),
+            u"Alt+Space belongs to another program and does not open quick search. Choose another "
+            "key in the file settings.json."_s);
 }
 
 class Menus : public Windows {

@@ -23,8 +23,11 @@ ExpansionService::ExpansionService(const Library& library, ExpansionCoordinator&
     : m_library(library),
       m_coordinator(coordinator),
       m_services(services),
+      m_hotKeyWatch(library, services.hotKeys),
       m_hasAccessibilityPermission(services.permission.isTrusted()) {
   m_services.secureInputWatch.onChange = [this] { Q_EMIT secureInputAppNameChanged(); };
+  connect(&m_hotKeyWatch, &HotKeyWatch::takenHotKeyChanged, this,
+          &ExpansionService::takenHotKeyChanged);
 }
 
 ExpansionService::~ExpansionService() {
@@ -52,8 +55,8 @@ void ExpansionService::connectServices() {
     if (weak) weak->playExpansionSound();
   };
   applyHotKey();
-  m_services.monitor.onQuickSearchTriggered = [coordinator] {
-    if (coordinator) coordinator->toggleQuickSearch();
+  m_services.monitor.onQuickSearchTriggered = [weak] {
+    if (weak) weak->toggleQuickSearch();
   };
   m_services.monitor.onQuickSearchTriggeredHere = [coordinator] {
     if (coordinator) coordinator->hideQuickSearch();
@@ -70,6 +73,14 @@ void ExpansionService::connectServices() {
 void ExpansionService::applyHotKey() {
   m_services.monitor.quickSearchKeyCode = m_library.settings().quickSearchKeyCode;
   m_services.monitor.quickSearchModifiers = m_library.settings().quickSearchModifiers;
+  m_hotKeyWatch.look();
+}
+
+// Where the key is another program's, that has done something of its own by now, and the panel
+// would come up above it. A panel that is open goes in any case.
+void ExpansionService::toggleQuickSearch() {
+  const bool isTaken = m_hotKeyWatch.look();
+  if (!isTaken || m_services.quickSearchWindow.isVisible()) m_coordinator.toggleQuickSearch();
 }
 
 void ExpansionService::stopExpansion() {

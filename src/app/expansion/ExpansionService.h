@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "app/expansion/ExpansionServices.h"
+#include "app/expansion/HotKeyWatch.h"
 
 namespace zarvy {
 
@@ -40,8 +41,13 @@ class ExpansionService final : public QObject {
 
   void togglePause();
 
-  // Listens for the quick search key of the settings from now on.
+  // Listens for the quick search key of the settings from now on, and looks whose it is.
   void applyHotKey();
+
+  // The quick search key where it is another program's: it does not open quick search then.
+  [[nodiscard]] const std::optional<TakenHotKey>& takenHotKey() const {
+    return m_hotKeyWatch.takenHotKey();
+  }
 
   // The coordinator's, but for what arrives after a pause.
   void handlePotentialTrigger(const QString& buffer);
@@ -59,15 +65,18 @@ class ExpansionService final : public QObject {
   void isPausedChanged();
   void hasAccessibilityPermissionChanged();
   void secureInputAppNameChanged();
+  void takenHotKeyChanged();
 
  private:
   void connectServices();
+  void toggleQuickSearch();
   void prepareCharacters();
   void playExpansionSound();
 
   const Library& m_library;
   ExpansionCoordinator& m_coordinator;
   const ExpansionServices m_services;
+  HotKeyWatch m_hotKeyWatch;
   bool m_isPaused = false;
   bool m_hasAccessibilityPermission;
 };

@@ -10,6 +10,7 @@
 #include "core/TextExpansionEngine.h"
 #include "core/injection/TextInjector.h"
 #include "platform/AccessibilityPermission.h"
+#include "platform/HotKeys.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/SoundOutput.h"
 #include "platform/Workspace.h"
@@ -31,6 +32,7 @@ struct ExpansionServices {
   AccessibilityPermission& permission;
   FillInWindow& fillInWindow;
   QuickSearchWindow& quickSearchWindow;
+  const HotKeys& hotKeys;
   Scheduler& scheduler;
   LineOutput& output;
 };

@@ -13,6 +13,7 @@
 #include "platform/x11/hearing/KeyFence.h"
 #include "platform/x11/hearing/KeyHearing.h"
 #include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/hearing/X11HotKeys.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
 #include "platform/x11/hearing/X11SecureInput.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
@@ -78,6 +79,7 @@ struct X11Session::Parts {
                keyboards->ownChanges, sender, modifiers, barrier, windows),
         source(scheduler, std::move(options.ownMenuIsOpen)),
         poster(typist),
+        hotKeys(*connection, *keyboards->heard),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
         policy(*connection, windows),
         reader(*connection) {
@@ -160,6 +162,7 @@ struct X11Session::Parts {
   Typist typist;
   X11KeyEventSource source;
   X11KeyEventPoster poster;
+  X11HotKeys hotKeys;
   X11Workspace workspace;
   X11ActivationPolicy policy;
   EventReader reader;
@@ -207,6 +210,9 @@ Workspace& X11Session::workspace() {
 }
 SecureInput& X11Session::secureInput() {
   return m_parts->secureInput;
+}
+HotKeys& X11Session::hotKeys() {
+  return m_parts->hotKeys;
 }
 ActivationPolicy& X11Session::activationPolicy() {
   return m_parts->policy;

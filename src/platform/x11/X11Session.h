@@ -9,6 +9,7 @@
 
 namespace zarvy {
 class ActivationPolicy;
+class HotKeys;
 class KeyEventPoster;
 class KeyEventSource;
 class LineOutput;
@@ -50,6 +51,7 @@ class X11Session {
   [[nodiscard]] KeyEventPoster& keyEventPoster();
   [[nodiscard]] Workspace& workspace();
   [[nodiscard]] SecureInput& secureInput();
+  [[nodiscard]] HotKeys& hotKeys();
   [[nodiscard]] ActivationPolicy& activationPolicy();
 
   // Has the listeners to keys forget what was typed until now, in its place among the keys. Any

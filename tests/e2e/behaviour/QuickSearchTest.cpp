@@ -15,16 +15,17 @@ constexpr auto deadline = std::chrono::seconds(20);
 
 // Control, Alt and Space: window managers keep Alt and Space for a menu of their own.
 constexpr unsigned controlAndAlt = 786432;
+constexpr unsigned alt = 524288;
 
 class QuickSearch : public BehaviourTest {
  protected:
   using BehaviourTest::BehaviourTest;
 
-  void startWithLibrary(TargetKind kind) {
+  void startWithLibrary(TargetKind kind, unsigned modifiers = controlAndAlt) {
     ProgramUnderTest& program = stage().makeProgram(programPath());
     program.writeLibrary(
         {{u";ok"_s, u"Ωk"_s}, {u";ty"_s, u"Thank you"_s}, {u";d"_s, u"Dear {{field:Name}}!"_s}});
-    program.writeSettings({.quickSearchModifiers = controlAndAlt});
+    program.writeSettings({.quickSearchModifiers = modifiers});
     program.start();
     stage().startTarget(kind);
     m_application = activeWindow(stage().connection());
@@ -53,15 +54,18 @@ class QuickSearch : public BehaviourTest {
         waitUntil([&] { return m_field.state(PositionUnit::utf16).text == text; }, deadline));
   }
 
+  [[nodiscard]] bool hasPanel() { return m_field.find(program().process().pid()); }
+
   void expectPanelGone() {
     EXPECT_TRUE(waitUntil([&] { return !m_field.find(program().process().pid()); }, deadline));
     EXPECT_TRUE(
         waitUntil([&] { return activeWindow(stage().connection()) == m_application; }, deadline));
   }
 
+  xcb_window_t m_application = XCB_WINDOW_NONE;
+
  private:
   AccessibleText m_field{stage().bus().accessibilityAddress()};
-  xcb_window_t m_application = XCB_WINDOW_NONE;
 };
 
 class QuickSearchAbove : public QuickSearch, public testing::WithParamInterface<Place> {
@@ -175,6 +179,17 @@ TEST_P(QuickSearchUnder, leadsThroughTheFormToTheApplicationThatWasInFront) {
   ASSERT_TRUE(waitUntil([&] { return field.state(PositionUnit::utf16).text == u"Ada"; }, deadline));
   person().tap(XKB_KEY_Return);
   expectText(u"xDear Ada!"_s);
+}
+
+// The letters meant for the search would close or minimise the application's window.
+TEST_P(QuickSearchUnder, leavesAloneTheMenuOfAWindowManagerThatHasTheKey) {
+  startWithLibrary(TargetKind::qt6, alt);
+  person().press(XKB_KEY_Alt_L);
+  person().tap(XKB_KEY_space);
+  person().release(XKB_KEY_Alt_L);
+  EXPECT_FALSE(waitUntil([&] { return hasPanel(); }, std::chrono::seconds(2)));
+  EXPECT_EQ(activeWindow(stage().connection()), m_application);
+  person().tap(XKB_KEY_Escape);
 }
 
 // The panel has gone long ago when the program's last window loses the keyboard.

@@ -1,5 +1,6 @@
 // The texts and the bookkeeping of the matrix, without any display.
 
+#include <algorithm>
 #include <random>
 #include <set>
 
@@ -35,6 +36,23 @@ TEST(ScenarioTexts, areTwoThousandCharactersLong) {
   EXPECT_EQ(longPlainText().size(), 2000);
   EXPECT_EQ(longForeignText().size(), 2000);
   EXPECT_EQ(longForeignText().toUcs4().size(), 2000);
+}
+
+TEST(ScenarioTexts, useTwoHundredAndFortyLettersThatFewLayoutsHave) {
+  const QString text = textOfTwoHundredAndForty();
+  const std::set<QChar> characters(text.begin(), text.end());
+  EXPECT_EQ(text.size(), 1000);
+  EXPECT_EQ(std::count_if(characters.begin(), characters.end(),
+                          [](QChar character) { return character.isLetter(); }),
+            240);
+}
+
+TEST(ScenarioSnippets, haveATriggerInEveryScript) {
+  EXPECT_EQ(triggerIn(Script::latin, u";sQ"_s), u";sQ"_s);
+  EXPECT_EQ(triggerIn(Script::cyrillic, u";sQ"_s), u";ыЙ"_s);
+  EXPECT_EQ(triggerIn(Script::greek, u";w?"_s), u";ς?"_s);
+  EXPECT_EQ(triggerIn(Script::hebrew, u";lo"_s), u";ךם"_s);
+  EXPECT_EQ(triggerIn(Script::arabic, u";w?"_s), u"-ص؟"_s);
 }
 
 TEST(ScenarioSnippets, haveTriggersNoneOfWhichEndsAnother) {

@@ -37,8 +37,13 @@ Person::~Person() {
   releaseAll();
 }
 
+PhysicalKeyboard Person::keyboard(Body body) const {
+  return body == Body::serverKeyboard ? PhysicalKeyboard(m_connection, m_serverKeyboard)
+                                      : PhysicalKeyboard(m_connection);
+}
+
 void Person::type(const QString& text, const TypingStyle& style) {
-  const PhysicalKeyboard keyboard(m_connection);
+  const PhysicalKeyboard keyboard = this->keyboard(style.body);
   const auto characters = text.toUcs4();
   auto next = std::chrono::steady_clock::now();
   for (qsizetype index = 0; index < characters.size(); ++index) {
@@ -63,7 +68,7 @@ void Person::type(const QString& text, const TypingStyle& style) {
 
 qsizetype Person::typeFluently(const QString& text, const KeyRhythm& rhythm, std::mt19937& random,
                                const std::function<bool(qsizetype)>& isEnough) {
-  const PhysicalKeyboard keyboard(m_connection);
+  const PhysicalKeyboard keyboard = this->keyboard(Body::serverKeyboard);
   std::vector<KeyStroke> strokes;
   for (const char32_t character : text.toUcs4()) {
     strokes.push_back(strokeOrThrow(keyboard.strokeFor(character), QString(QChar(character))));
@@ -83,7 +88,7 @@ qsizetype Person::typeFluently(const QString& text, const KeyRhythm& rhythm, std
 }
 
 void Person::tap(xkb_keysym_t symbol, const TypingStyle& style) {
-  const PhysicalKeyboard keyboard(m_connection);
+  const PhysicalKeyboard keyboard = this->keyboard(style.body);
   const auto stroke = strokeOrThrow(keyboard.strokeForSymbol(symbol), QString::number(symbol, 16));
   holdModifiers(keyboard, stroke, style.body);
   sendKey(stroke.key, true, style.body);
@@ -94,11 +99,11 @@ void Person::tap(xkb_keysym_t symbol, const TypingStyle& style) {
 }
 
 void Person::press(xkb_keysym_t symbol, Body body) {
-  sendKey(keyOf(PhysicalKeyboard(m_connection), symbol), true, body);
+  sendKey(keyOf(keyboard(body), symbol), true, body);
 }
 
 void Person::release(xkb_keysym_t symbol, Body body) {
-  sendKey(keyOf(PhysicalKeyboard(m_connection), symbol), false, body);
+  sendKey(keyOf(keyboard(body), symbol), false, body);
 }
 
 void Person::releaseAll() {

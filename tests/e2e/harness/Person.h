@@ -56,6 +56,9 @@ class Person {
   // Everything that is still down goes up.
   void releaseAll();
 
+  // Where the keys of `body` are now.
+  [[nodiscard]] PhysicalKeyboard keyboard(Body body) const;
+
   // Can this person type `text` on the present layout?
   [[nodiscard]] bool canType(const QString& text) const;
 

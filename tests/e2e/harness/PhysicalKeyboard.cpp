@@ -54,9 +54,11 @@ int effort(const KeyStroke& stroke) {
 
 }  // namespace
 
-PhysicalKeyboard::PhysicalKeyboard(const XConnection& connection) {
+PhysicalKeyboard::PhysicalKeyboard(const XConnection& connection)
+    : PhysicalKeyboard(connection, xkb_x11_get_core_keyboard_device_id(connection.get())) {}
+
+PhysicalKeyboard::PhysicalKeyboard(const XConnection& connection, std::int32_t device) {
   const std::unique_ptr<xkb_context, Release> context(xkb_context_new(XKB_CONTEXT_NO_FLAGS));
-  const int device = xkb_x11_get_core_keyboard_device_id(connection.get());
   const std::unique_ptr<xkb_keymap, Release> keymap(xkb_x11_keymap_new_from_device(
       context.get(), connection.get(), device, XKB_KEYMAP_COMPILE_NO_FLAGS));
   if (!keymap) throw std::runtime_error("the server gives no keymap");

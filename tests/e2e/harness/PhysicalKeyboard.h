@@ -22,10 +22,12 @@ struct KeyStroke {
 
 // Where the keys of a real keyboard are under the server's present layout and group. It knows the
 // keys that hardware has and no others: a key code that a program gave a meaning to is not one that
-// a person can press. A snapshot: read again after each change of the layout or the group.
+// a person can press. A snapshot: read again after each change of the layout or the group. Each
+// keyboard of a server has a group of its own; the server's is that of the one used last.
 class PhysicalKeyboard {
  public:
   explicit PhysicalKeyboard(const XConnection& connection);
+  PhysicalKeyboard(const XConnection& connection, std::int32_t device);
 
   [[nodiscard]] std::optional<KeyStroke> strokeFor(char32_t character) const;
   [[nodiscard]] std::optional<KeyStroke> strokeForSymbol(xkb_keysym_t symbol) const;

@@ -19,9 +19,10 @@ class LazyStage {
   [[nodiscard]] Stage& stageFor(TargetKind kind, const MatrixLayout& layout) {
     if (m_stage && m_kind == kind && m_layout == layout.name) return *m_stage;
     end();
-    auto stage = std::make_unique<Stage>(KeyboardLayout{.layouts = layout.layouts});
+    auto stage = std::make_unique<Stage>(layout.keyboard());
     if (!m_program.empty()) stage->startProgram(m_program, matrixLibrary());
     stage->startTarget(kind);
+    if (layout.lockedByHand) lockSecondGroup(stage->person());
     m_stage = std::move(stage);
     m_kind = kind;
     m_layout = layout.name;
@@ -31,6 +32,12 @@ class LazyStage {
   void end() { m_stage.reset(); }
 
  private:
+  static void lockSecondGroup(Person& person) {
+    person.press(XKB_KEY_Alt_L, Body::serverKeyboard);
+    person.press(XKB_KEY_Shift_L, Body::serverKeyboard);
+    person.releaseAll();
+  }
+
   std::string m_program;
   std::unique_ptr<Stage> m_stage;
   TargetKind m_kind = TargetKind::xterm;

@@ -17,8 +17,8 @@ QString replacementOf(const Turn& turn) {
 
 }  // namespace
 
-void expandByXdotool(Stage& stage, const Turn& turn, bool latin) {
-  stage.person().type(keysOf(Turn{.typed = turn.typed}, latin), {.body = turn.style.body});
+void expandByXdotool(Stage& stage, const Turn& turn, Script script) {
+  stage.person().type(keysOf(Turn{.typed = turn.typed}, script), {.body = turn.style.body});
   if (turn.snippet.empty()) return;
   const std::string folder = stage.makeFolder("xdotool");
   std::ofstream(folder + "/text", std::ios::binary) << replacementOf(turn).toStdString();

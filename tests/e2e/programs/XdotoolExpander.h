@@ -6,7 +6,7 @@ namespace zarvy::e2e {
 
 // The person types what stands before the trigger, and `xdotool type` writes the replacement, with
 // the defaults that it has for a user. Throws std::runtime_error where it fails.
-void expandByXdotool(Stage& stage, const Turn& turn, bool latin);
+void expandByXdotool(Stage& stage, const Turn& turn, Script script);
 
 // False for a scenario that moves the caret back, or goes on typing, which that tool has no notion
 // of.

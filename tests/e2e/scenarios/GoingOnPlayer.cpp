@@ -1,6 +1,5 @@
 #include "e2e/scenarios/GoingOnPlayer.h"
 
-#include "e2e/harness/PhysicalKeyboard.h"
 #include "e2e/harness/WaitUntil.h"
 #include "e2e/scenarios/Complaints.h"
 #include "e2e/scenarios/Interleaving.h"
@@ -72,9 +71,10 @@ ScenarioOutcome playGoingOn(const GoingOn& goingOn, const MatrixLayout& layout, 
   const int expansionsBefore = stage.program()->expansionCount();
   std::mt19937 random(static_cast<std::uint32_t>(expansionsBefore));
   const Turn turn{.snippet = goingOn.snippet};
-  Sequences all{
-      .trigger = keysOf(turn, layout.latin), .injected = expectedAfter({}, turn).text, .typed = {}};
-  const QString letters = PhysicalKeyboard(stage.connection()).letters(goingOn.withShift);
+  Sequences all{.trigger = keysOf(turn, layout.script),
+                .injected = expectedAfter({}, turn).text,
+                .typed = {}};
+  const QString letters = stage.person().keyboard(Body::serverKeyboard).letters(goingOn.withShift);
   const QString keys = all.trigger + randomLetters(letters, mostKeys, random);
   const auto isEnough = [&](qsizetype typed) {
     return typed >= all.trigger.size() + goingOn.leastKeys &&
@@ -84,7 +84,7 @@ ScenarioOutcome playGoingOn(const GoingOn& goingOn, const MatrixLayout& layout, 
   all.typed = keys.mid(all.trigger.size(), typed - all.trigger.size());
   static_cast<void>(settledText(target, all));
   // A last key proves that nothing more was on its way.
-  stage.person().type(u" "_s);
+  stage.person().type(u" "_s, {.body = Body::serverKeyboard});
   all.typed += u" "_s;
   const QString actual = settledText(target, all);
 

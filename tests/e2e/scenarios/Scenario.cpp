@@ -25,26 +25,65 @@ const ScenarioSnippet& snippetNamed(const std::string& name) {
 
 const std::vector<MatrixLayout>& matrixLayouts() {
   static const std::vector<MatrixLayout> layouts = {
-      {.name = "us", .layouts = "us"}, {.name = "de", .layouts = "de"},
-      {.name = "fr", .layouts = "fr"}, {.name = "ru", .layouts = "ru,us", .latin = false},
+      {.name = "us", .layouts = "us"},
+      {.name = "de", .layouts = "de"},
+      {.name = "fr", .layouts = "fr"},
+      {.name = "ru", .layouts = "ru,us", .script = Script::cyrillic},
       {.name = "jp", .layouts = "jp"},
+      {.name = "es", .layouts = "es"},
+      {.name = "cz", .layouts = "cz"},
+      {.name = "tr", .layouts = "tr"},
+      {.name = "gr", .layouts = "gr", .script = Script::greek},
+      {.name = "il", .layouts = "il", .script = Script::hebrew},
+      {.name = "ara", .layouts = "ara", .script = Script::arabic},
+      {.name = "br", .layouts = "br"},
+      {.name = "us-intl", .layouts = "us(intl)"},
+      {.name = "bepo", .layouts = "fr(bepo)"},
+      {.name = "us-ru-locked",
+       .layouts = "us,ru",
+       .script = Script::cyrillic,
+       .lockedByHand = true},
   };
   return layouts;
 }
 
+QString triggerIn(Script script, const QString& trigger) {
+  const QString latin = u"abcdefghijklmnopqrstuvwxyzQ;?"_s;
+  const QString other = [script] {
+    switch (script) {
+      case Script::cyrillic:
+        return u"фисвуапршолдьтщзйкыегмцчняЙ;?"_s;
+      case Script::greek:
+        return u"αβψδεφγηιξκλμνοπωρστθωςχυζΩ;?"_s;
+      case Script::hebrew:
+        return u"שנבגקכעיןחלךצמםפתרדאוהץסטזQ;?"_s;
+      case Script::arabic:
+        return u"شةؤيثبلاهتنمىوخحضقسفعرصءغئإ-؟"_s;
+      case Script::latin:
+        break;
+    }
+    return QString();
+  }();
+  if (other.isEmpty()) return trigger;
+  QString translated;
+  for (const QChar character : trigger) translated += other.at(latin.indexOf(character));
+  return translated;
+}
+
 std::vector<TestSnippet> matrixLibrary() {
   std::vector<TestSnippet> library;
-  for (const ScenarioSnippet& snippet : scenarioSnippets()) {
-    library.push_back({snippet.latinTrigger, snippet.replacement});
-    if (snippet.cyrillicTrigger != snippet.latinTrigger) {
-      library.push_back({snippet.cyrillicTrigger, snippet.replacement});
+  for (const Script script :
+       {Script::latin, Script::cyrillic, Script::greek, Script::hebrew, Script::arabic}) {
+    for (const ScenarioSnippet& snippet : scenarioSnippets()) {
+      library.push_back({triggerIn(script, snippet.trigger), snippet.replacement});
     }
   }
   return library;
 }
 
 bool isPlayedOn(const Scenario& scenario, const MatrixLayout& layout) {
-  return !scenario.inSecondGroup || layout.layouts.find(',') != std::string::npos;
+  const bool hasSecondGroup = layout.layouts.find(',') != std::string::npos;
+  return !scenario.inSecondGroup || (hasSecondGroup && !layout.lockedByHand);
 }
 
 bool isInShortForm(const Scenario& scenario) {
@@ -66,10 +105,9 @@ EditorState expectedAfter(EditorState before, const Turn& turn) {
   return after;
 }
 
-QString keysOf(const Turn& turn, bool latin) {
+QString keysOf(const Turn& turn, Script script) {
   if (turn.snippet.empty()) return turn.typed;
-  const ScenarioSnippet& snippet = snippetNamed(turn.snippet);
-  return turn.typed + (latin ? snippet.latinTrigger : snippet.cyrillicTrigger);
+  return turn.typed + triggerIn(script, snippetNamed(turn.snippet).trigger);
 }
 
 qsizetype charactersOf(const Turn& turn) {

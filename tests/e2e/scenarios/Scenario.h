@@ -7,29 +7,44 @@
 #include <QString>
 
 #include "e2e/harness/EditorState.h"
+#include "e2e/harness/KeyboardLayout.h"
 #include "e2e/harness/Person.h"
 #include "e2e/harness/TestSnippet.h"
 
 namespace zarvy::e2e {
 
+// The letters of a group.
+enum class Script { latin, cyrillic, greek, hebrew, arabic };
+
 // A layout of the matrix. The first group is the one in force unless a scenario says otherwise.
 struct MatrixLayout {
   std::string name;     // for reports and filters
   std::string layouts;  // as setxkbmap takes them
-  bool latin = true;    // does the first group have Latin letters
+  Script script = Script::latin;
+
+  // The person has locked the second group by Alt and Shift, on the server's own keyboard, and
+  // types on no other: the script is that group's.
+  bool lockedByHand = false;
+
+  [[nodiscard]] KeyboardLayout keyboard() const {
+    return {.layouts = layouts, .options = lockedByHand ? "grp:alt_shift_toggle" : ""};
+  }
 };
 
 [[nodiscard]] const std::vector<MatrixLayout>& matrixLayouts();
 
-// A snippet of the matrix, with a trigger for each kind of keyboard.
+// A snippet of the matrix.
 struct ScenarioSnippet {
   std::string name;
-  QString latinTrigger;
-  QString cyrillicTrigger;
+  QString trigger;  // on a keyboard with Latin letters
   QString replacement;
 };
 
-// All of them; the program is started with these.
+// What stands for `trigger` on a keyboard with the letters of `script`: mostly what the same keys
+// type.
+[[nodiscard]] QString triggerIn(Script script, const QString& trigger);
+
+// All of them; the program is started with these, in every script.
 [[nodiscard]] const std::vector<ScenarioSnippet>& scenarioSnippets();
 [[nodiscard]] std::vector<TestSnippet> matrixLibrary();
 
@@ -71,7 +86,7 @@ struct Scenario {
 [[nodiscard]] EditorState expectedAfter(EditorState before, const Turn& turn);
 
 // What the person types for `turn`, arrows aside.
-[[nodiscard]] QString keysOf(const Turn& turn, bool latin);
+[[nodiscard]] QString keysOf(const Turn& turn, Script script);
 
 // How many characters the program has to type for `turn`.
 [[nodiscard]] qsizetype charactersOf(const Turn& turn);

@@ -13,22 +13,31 @@ namespace {
 // How long a target may show no change before it is taken to be done.
 constexpr auto patience = std::chrono::seconds(4);
 
+// The person's hand for `turn`.
+TypingStyle handFor(const Turn& turn, const MatrixLayout& layout) {
+  TypingStyle style = turn.style;
+  if (layout.lockedByHand) style.body = Body::serverKeyboard;
+  return style;
+}
+
 // One after another, each as soon as the application shows the one before. A last key of the
 // person's proves that nothing was on its way behind the text.
-EditorState playTurns(const Scenario& scenario, bool latin, Stage& stage, const Expander& expander,
-                      ScenarioOutcome& outcome) {
+EditorState playTurns(const Scenario& scenario, const MatrixLayout& layout, Stage& stage,
+                      const Expander& expander, ScenarioOutcome& outcome) {
+  const Script script = scenario.inSecondGroup ? Script::latin : layout.script;
   EditorState expected;
-  for (const Turn& turn : scenario.turns) {
+  for (Turn turn : scenario.turns) {
+    turn.style = handFor(turn, layout);
     for (int press = 0; press < turn.leftArrows; ++press) {
       stage.person().tap(XKB_KEY_Left, turn.style);
     }
-    expander(stage, turn, latin);
+    expander(stage, turn, script);
     expected = expectedAfter(expected, turn);
     outcome.charactersSent += charactersOf(turn);
     if (!settlesAt(stage.target(), expected)) return expected;
   }
   const Turn lastKey{.typed = u" "_s};
-  stage.person().type(lastKey.typed);
+  stage.person().type(lastKey.typed, handFor(lastKey, layout));
   expected = expectedAfter(expected, lastKey);
   static_cast<void>(settlesAt(stage.target(), expected));
   return expected;
@@ -36,8 +45,8 @@ EditorState playTurns(const Scenario& scenario, bool latin, Stage& stage, const 
 
 }  // namespace
 
-void typeTrigger(Stage& stage, const Turn& turn, bool latin) {
-  stage.person().type(keysOf(turn, latin), turn.style);
+void typeTrigger(Stage& stage, const Turn& turn, Script script) {
+  stage.person().type(keysOf(turn, script), turn.style);
 }
 
 bool settlesAt(TargetApplication& target, const EditorState& wanted) {
@@ -66,8 +75,7 @@ ScenarioOutcome play(const Scenario& scenario, const MatrixLayout& layout, Stage
   stage.target().clear();
   const int expansionsBefore = stage.program() ? stage.program()->expansionCount() : 0;
   if (scenario.inSecondGroup) lockGroup(stage.connection(), 1);
-  const EditorState expected =
-      playTurns(scenario, layout.latin || scenario.inSecondGroup, stage, expander, outcome);
+  const EditorState expected = playTurns(scenario, layout, stage, expander, outcome);
   const EditorState actual = stage.target().state();
 
   outcome.complaint = complaintAbout(expected, actual);

@@ -18,10 +18,10 @@ struct ScenarioOutcome {
 
 // How the text of a turn's snippet gets into the application. The program under test does it by
 // itself; another tool is told to.
-using Expander = std::function<void(Stage& stage, const Turn& turn, bool latin)>;
+using Expander = std::function<void(Stage& stage, const Turn& turn, Script script)>;
 
 // Types the turn's trigger and leaves the rest to the program.
-void typeTrigger(Stage& stage, const Turn& turn, bool latin);
+void typeTrigger(Stage& stage, const Turn& turn, Script script);
 
 // Plays `scenario` in the stage's target, which is emptied first, and compares exactly: the text,
 // the caret, how many expansions the program has announced, and that no key is left down.

@@ -14,35 +14,49 @@ TypingStyle lateShift(Body body, milliseconds late) {
   return {.body = body, .lateRelease = late};
 }
 
+// Somebody who goes on, at so many milliseconds a key.
+Scenario goesOn(const std::string& snippet, int interval, bool withShift = true) {
+  std::string name = "goes-on-" + snippet + "-at-" + std::to_string(interval);
+  if (!withShift) name += "-without-shift";
+  return {.name = name,
+          .form = ScenarioForm::thorough,
+          .turns = {},
+          .inSecondGroup = false,
+          .goingOn = GoingOn{
+              .snippet = snippet, .rhythm = {milliseconds(interval)}, .withShift = withShift}};
+}
+
 }  // namespace
 
 const std::vector<ScenarioSnippet>& scenarioSnippets() {
   static const std::vector<ScenarioSnippet> snippets = {
-      {"plain", u";ty"_s, u";ен"_s, u"Thank you for your email. I'll get back to you shortly."_s},
-      {"shifted-letter", u";sQ"_s, u";ыЙ"_s,
+      {"plain", u";ty"_s, u"Thank you for your email. I'll get back to you shortly."_s},
+      {"shifted-letter", u";sQ"_s,
        u"Mixed Case and SHOUTING, then quiet: 1234567890 !\"$%&/()=?; é, ñ, Ω and €; the Shift of "
        u"the "
        u"last key must not leak into these words, nor be lost for These Capitals. Zwölf große "
        u"Boxkämpfer; ΑΒΓ αβγ; АБВ абв; done."_s},
-      {"shifted-sign", u";w?"_s, u";ц?"_s,
+      {"shifted-sign", u";w?"_s,
        u"lower case all the way, with [brackets], {braces}, \\backslash\\ and #hash; nothing "
        u"SHIFTED but THIS; żółć ŻÓŁĆ, and 42 at the end"_s},
-      {"lines", u";ln"_s, u";дт"_s,
+      {"lines", u";ln"_s,
        u"Dear Sir or Madam,\n\nthank you.\n\n\nYours,\nÅse Öz\n— director —\n"_s},
-      {"two-thousand", u";lo"_s, u";дщ"_s, longPlainText()},
-      {"two-thousand-foreign", u";fo"_s, u";ащ"_s, longForeignText()},
-      {"twelve-scripts", u";xs"_s, u";чы"_s, textOfTwelveScripts()},
-      {"cursor", u";cu"_s, u";сг"_s, u"<b>{{cursor}}</b> — fett"_s},
-      {"cursor-between-lines", u";cl"_s, u";сд"_s, u"func() {\n    {{cursor}}\n}\n// ende"_s},
-      {"first-alphabet", u";fa"_s, u";аф"_s,
+      {"two-thousand", u";lo"_s, longPlainText()},
+      {"two-thousand-foreign", u";fo"_s, longForeignText()},
+      {"twelve-scripts", u";xs"_s, textOfTwelveScripts()},
+      {"cursor", u";cu"_s, u"<b>{{cursor}}</b> — fett"_s},
+      {"cursor-between-lines", u";cl"_s, u"func() {\n    {{cursor}}\n}\n// ende"_s},
+      {"first-alphabet", u";fa"_s,
        u"ΑΒΓΔΕΖΗΘΙΚΛΜΝΞΟΠΡΣΤΥΦΧΨΩ αβγδεζηθικλμνξοπρστυφχψω ДЖЗИЙЛ джзийл"_s},
-      {"second-alphabet", u";se"_s, u";ыу"_s,
+      {"second-alphabet", u";se"_s,
        u"ԱԲԳԴԵԶԷԸԹԺԻԼԽԾԿՀՁՂՃՄՅՆՇՈՉՊՋ აბგდევზთიკლმნოპჟრსტუფქღყშჩცძწჭხჯჰ אבגדהוזחטיכל"_s},
-      {"own-letter", u";oe"_s, u";щу"_s, u"eeee EEEE these three trees уууу УУУУ"_s},
-      {"plain-140", u";pa"_s, u";зф"_s, plainText(140)},
-      {"plain-300", u";pb"_s, u";зи"_s, plainText(300)},
-      {"plain-1000", u";pc"_s, u";зс"_s, plainText(1000)},
-      {"inner-trigger", u";in"_s, u";шт"_s, u"say ;ty or ;ен and mean it"_s},
+      {"own-letter", u";oe"_s, u"eeee EEEE these three trees уууу УУУУ"_s},
+      {"plain-140", u";pa"_s, plainText(140)},
+      {"plain-300", u";pb"_s, plainText(300)},
+      {"plain-1000", u";pc"_s, plainText(1000)},
+      {"sixty", u";pd"_s, longForeignText().left(600)},
+      {"two-hundred-and-forty", u";pe"_s, textOfTwoHundredAndForty()},
+      {"inner-trigger", u";in"_s, u"say ;ty or ;ен and mean it"_s},
   };
   return snippets;
 }
@@ -100,19 +114,16 @@ const std::vector<Scenario>& scenarioTable() {
                   .snippet = "shifted-letter",
                   .style = lateShift(Body::xtest, milliseconds(15))}},
        .inSecondGroup = true},
-      {.name = "goes-on-140-at-40",
-       .form = ScenarioForm::thorough,
-       .goingOn = GoingOn{.snippet = "plain-140", .rhythm = {milliseconds(40)}}},
-      {.name = "goes-on-300-at-40",
-       .form = ScenarioForm::thorough,
-       .goingOn = GoingOn{.snippet = "plain-300", .rhythm = {milliseconds(40)}}},
-      {.name = "goes-on-300-at-80-without-shift",
-       .form = ScenarioForm::thorough,
-       .goingOn =
-           GoingOn{.snippet = "plain-300", .rhythm = {milliseconds(80)}, .withShift = false}},
-      {.name = "goes-on-1000-at-110",
-       .form = ScenarioForm::thorough,
-       .goingOn = GoingOn{.snippet = "plain-1000", .rhythm = {milliseconds(110)}}},
+      goesOn("plain-140", 40),
+      goesOn("plain-300", 40),
+      goesOn("plain-300", 60),
+      goesOn("plain-300", 80, false),
+      goesOn("plain-1000", 110),
+      goesOn("plain-1000", 120, false),
+      goesOn("sixty", 60),
+      goesOn("sixty", 110),
+      goesOn("two-hundred-and-forty", 50, false),
+      goesOn("two-hundred-and-forty", 90),
   };
   return table;
 }

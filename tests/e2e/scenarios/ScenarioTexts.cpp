@@ -66,4 +66,18 @@ QString longForeignText() {
       u"äöüßéèçñ “quoted” – plain words between – ©®™ "_s);
 }
 
+QString textOfTwoHundredAndForty() {
+  constexpr int count = 240;
+  constexpr int stride = 7;  // neighbours in the text are none in the alphabet
+  QString text;
+  for (int index = 0; text.size() < 1000; ++index) {
+    if (text.size() % 9 == 8) text += u' ';
+    const int place = index * stride % count;
+    // Armenian capitals, Georgian letters, and Han characters in the order of their code.
+    const int first = place < 38 ? 0x531 : place < 71 ? 0x10D0 - 38 : 0x4E00 - 71;
+    text += QChar(first + place);
+  }
+  return text.left(999) + u'.';
+}
+
 }  // namespace zarvy::e2e

@@ -16,4 +16,7 @@ namespace zarvy::e2e {
 // 2,000 characters that use 60 different ones which few layouts have.
 [[nodiscard]] QString longForeignText();
 
+// 1,000 characters, in words, that use 240 different ones in turn.
+[[nodiscard]] QString textOfTwoHundredAndForty();
+
 }  // namespace zarvy::e2e

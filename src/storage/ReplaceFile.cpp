@@ -72,7 +72,7 @@ bool isTemporaryOf(const std::filesystem::path& place, const std::string& name) 
 }
 
 bool isOldFile(int descriptor) {
-  constexpr time_t oldAge = 60 * 60;
+  constexpr time_t oldAge = 3600;  // seconds
   struct stat status {};
   return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
          ::time(nullptr) - status.st_mtime >= oldAge;

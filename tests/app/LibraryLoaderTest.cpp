@@ -1,5 +1,6 @@
 #include <optional>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -36,6 +37,14 @@ class LibraryLoaderTest : public testing::Test {
     QFile file(QDir(m_store.dataDirectory()).filePath(fileName));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_EQ(file.write(content), content.size());
+  }
+
+  // As if nothing had been written to it for two hours.
+  void makeOld(const QString& fileName) {
+    QFile file(QDir(m_store.dataDirectory()).filePath(fileName));
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    const QDateTime then = QDateTime::currentDateTimeUtc().addSecs(-2 * 60 * 60);
+    ASSERT_TRUE(file.setFileTime(then, QFileDevice::FileModificationTime));
   }
 
   [[nodiscard]] bool hasFile(const QString& fileName) const {
@@ -123,10 +132,12 @@ TEST_F(LibraryLoaderTest, PrintsTheFailuresInTheOrderOfReading) {
 }
 
 TEST_F(LibraryLoaderTest, ClearsAwayWhatAKilledSaveLeftBehind) {
-  write(u".snippets.json.a1B2c3"_s, "[");
+  const QString name = u".snippets.json.a1B2c3.zarvy-save"_s;
+  write(name, "[");
+  makeOld(name);
   load();
   m_storageQueue.drain();
-  EXPECT_FALSE(hasFile(u".snippets.json.a1B2c3"_s));
+  EXPECT_FALSE(hasFile(name));
 }
 
 }  // namespace

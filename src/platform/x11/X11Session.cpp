@@ -79,7 +79,7 @@ struct X11Session::Parts {
                keyboards->ownChanges, sender, modifiers, barrier, windows),
         source(scheduler, std::move(options.ownMenuIsOpen)),
         poster(typist),
-        hotKeys(*connection, *keyboards->heard),
+        hotKeys(*connection, *keyboards->keymap),
         workspace(*connection, std::move(options.ownBundleIdentifier)),
         policy(*connection, windows),
         reader(*connection) {

@@ -11,6 +11,7 @@
 #include "stats/StatsStore.h"
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
+#include "support/EnvironmentVariable.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -60,7 +61,8 @@ struct Statistics {
   DocumentQueue queue{documents.store, nobody};
   NoScheduler scheduler;
   SystemClock clock;
-  StatsStore stats{queue, scheduler, clock, [] { return CalendarDays(u"Europe/Berlin"_s); }};
+  EnvironmentVariable machinesZone{"TZ", "Europe/Berlin"};
+  StatsStore stats{queue, scheduler, clock};
 };
 
 QList<Snippet> library(qsizetype count) {

@@ -27,7 +27,6 @@ QString soundFile() {
 ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
   ScriptWorkerCommand command = ScriptWorkerCommand::besideThisProgram();
   command.locale = region.locale;
-  command.timeZone = region.timeZone.toUtf8();
   return command;
 }
 

@@ -2,27 +2,43 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <string>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace zarvy {
 
 using scriptwire::longestText;
+using scriptwire::Message;
 using scriptwire::Outcome;
+
+namespace {
+
+constexpr Message clockQuestion = Message::clockQuestion;
+constexpr Message lastMessage = Message::reply;
+
+}  // namespace
 
 void Channel::sendReady() const {
   const scriptwire::Ready ready{scriptwire::version};
   send(&ready, sizeof(ready));
 }
 
-std::u16string Channel::receiveExpression() const {
+ScriptRequest Channel::receiveRequest() const {
   scriptwire::Request request{};
   receive(&request, sizeof(request));
   if (request.expressionLength > longestText) _exit(EXIT_FAILURE);
   std::u16string expression(request.expressionLength, u'\0');
   receive(expression.data(), expression.size() * sizeof(char16_t));
-  return expression;
+  return {std::move(expression), std::string(request.zoneName)};
+}
+
+scriptwire::ClockAnswer Channel::ask(const scriptwire::ClockQuestion& question) const {
+  send(&clockQuestion, sizeof(clockQuestion));
+  send(&question, sizeof(question));
+  scriptwire::ClockAnswer answer{};
+  receive(&answer, sizeof(answer));
+  return answer;
 }
 
 void Channel::sendResult(const ScriptResult& result) const {
@@ -36,6 +52,7 @@ void Channel::sendResult(const ScriptResult& result) const {
   const scriptwire::Reply reply{outcome, result.hasThrown ? 1U : 0U,
                                 static_cast<std::uint32_t>(text.size()),
                                 static_cast<std::uint32_t>(description.size())};
+  send(&lastMessage, sizeof(lastMessage));
   send(&reply, sizeof(reply));
   sendText(text);
   sendText(description);

@@ -1,11 +1,17 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "jsworker/ScriptContext.h"
 #include "jsworker/wire/ScriptWire.h"
 
 namespace zarvy {
+
+struct ScriptRequest {
+  std::u16string expression;
+  std::string zoneName;
+};
 
 // The worker's end of the socket. When the program at the other end has gone, or says what is not
 // agreed, the process ends: there is nothing left to do for it.
@@ -14,7 +20,9 @@ class Channel {
   explicit Channel(int socket) : m_socket(socket) {}
 
   void sendReady() const;
-  [[nodiscard]] std::u16string receiveExpression() const;
+  [[nodiscard]] ScriptRequest receiveRequest() const;
+  // Only between a request and its result.
+  [[nodiscard]] scriptwire::ClockAnswer ask(const scriptwire::ClockQuestion& question) const;
   void sendResult(const ScriptResult& result) const;
 
  private:

@@ -1,6 +1,5 @@
 #include "jsworker/DateText.h"
 
-#include <cstdlib>
 #include <memory>
 
 #include <unicode/ucal.h>
@@ -28,11 +27,11 @@ std::u16string dateText(UDateFormatStyle date, UDateFormatStyle time) {
   return text;
 }
 
-void setRegion(const char* locale, const char* timeZone) {
+void setLanguage(const char* locale) {
   UErrorCode status = U_ZERO_ERROR;
   if (*locale != '\0') uloc_setDefault(locale, &status);
-  // The engine asks for the machine's zone, which ICU takes from here too.
-  if (*timeZone != '\0') setenv("TZ", timeZone, 1);
+  // ICU would look for the machine's zone by itself.
+  ucal_setDefaultTimeZone(u"UTC", &status);
   (void)dateText(UDAT_MEDIUM, UDAT_SHORT);
 }
 

@@ -5,7 +5,7 @@
 namespace zarvy {
 
 // Gives scripts `now`, `today`, `time`, `random` and `uuid` as global functions. Dates are in the
-// language and the time zone that are the process's own at the time of the call.
+// language that is the process's own and in the time zone of the engine.
 void bindNativeFunctions(JSGlobalContextRef context);
 
 }  // namespace zarvy

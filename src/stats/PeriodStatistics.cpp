@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <utility>
 
 #include <QHash>
 #include <QMap>
@@ -22,8 +21,8 @@ qint64 sum(qint64 total, qint64 characters) {
 }  // namespace
 
 PeriodStatistics::PeriodStatistics(const QList<ExpansionEvent>& events, std::optional<int> days,
-                                   const QDateTime& now, CalendarDays calendar)
-    : m_days(days), m_now(now), m_calendar(std::move(calendar)) {
+                                   const QDateTime& now)
+    : m_days(days), m_now(now) {
   if (!days) {
     m_events = events;
     return;

@@ -17,10 +17,10 @@ namespace zarvy {
 // What the events of one period amount to. One thread; StatsStore tells what the results are.
 class PeriodStatistics {
  public:
-  // `events` are oldest first. Of them count those of the last `days` days of `calendar`, today
-  // included, or all; `days` below 1 ends the process.
+  // `events` are oldest first. Of them count those of the last `days` days by the machine's clocks,
+  // today included, or all; `days` below 1 ends the process.
   PeriodStatistics(const QList<ExpansionEvent>& events, std::optional<int> days,
-                   const QDateTime& now, CalendarDays calendar);
+                   const QDateTime& now);
 
   [[nodiscard]] QList<DailyStats> dailyStats();
   [[nodiscard]] QList<HourlyStats> hourlyStats() const;

@@ -1,9 +1,9 @@
 #include "stats/StatsStore.h"
 
 #include <chrono>
-#include <utility>
 
 #include "base/CheckedArithmetic.h"
+#include "base/text/CalendarDays.h"
 #include "base/text/Graphemes.h"
 #include "stats/PeriodStatistics.h"
 #include "stats/SavedTyping.h"
@@ -22,9 +22,8 @@ qint64 total(qint64 sum, qint64 addend) {
 
 }  // namespace
 
-StatsStore::StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock,
-                       CalendarLookup calendar)
-    : m_clock(clock), m_calendar(std::move(calendar)), m_save(documents, scheduler, 500ms) {}
+StatsStore::StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock)
+    : m_clock(clock), m_save(documents, scheduler, 500ms) {}
 
 void StatsStore::loadFromDisk(const DataStore& store) {
   const QList<ExpansionEvent> events = store.loadStatsEvents();
@@ -47,7 +46,7 @@ void StatsStore::recordExpansion(const Snippet& snippet, qint64 expansionLength)
 
 ExpansionEvent StatsStore::newEvent(const Snippet& snippet, qint64 expansionLength) const {
   const QDateTime now = m_clock.now();
-  CalendarDays calendar = m_calendar();
+  const CalendarDays calendar;
   return {.id = QUuid::createUuid(),
           .snippetID = snippet.id,
           .snippetTrigger = snippet.trigger,
@@ -106,7 +105,7 @@ QList<ExpansionEvent> StatsStore::events() const {
 
 PeriodStatistics StatsStore::statistics(const QList<ExpansionEvent>& events,
                                         std::optional<int> days) const {
-  return {events, days, m_clock.now(), m_calendar()};
+  return {events, days, m_clock.now()};
 }
 
 }  // namespace zarvy

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <mutex>
 #include <optional>
 
@@ -8,7 +7,6 @@
 
 #include "base/Clock.h"
 #include "base/Scheduler.h"
-#include "base/text/CalendarDays.h"
 #include "core/model/ExpansionEvent.h"
 #include "core/model/Snippet.h"
 #include "core/model/StatsSummary.h"
@@ -31,12 +29,8 @@ class PeriodStatistics;
 // computed from all events each time, in time that grows with their number.
 class StatsStore {
  public:
-  // Asked at each use: the user may have travelled.
-  using CalendarLookup = std::function<CalendarDays()>;
-
-  // All of it outlives the store and the saves that it schedules. Days begin where `calendar` says.
-  StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock,
-             CalendarLookup calendar = CalendarDays::current);
+  // All of it outlives the store and the saves that it schedules.
+  StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock);
 
   // Puts in what was written. Reads before it returns: at start, as work on the documents.
   void loadFromDisk(const DataStore& store);
@@ -68,7 +62,6 @@ class StatsStore {
                                             std::optional<int> days) const;
 
   const Clock& m_clock;
-  const CalendarLookup m_calendar;
 
   mutable std::mutex m_lock;       // guards all below; not held while a query computes
   QList<ExpansionEvent> m_events;  // oldest first

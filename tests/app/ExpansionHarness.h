@@ -154,7 +154,7 @@ class ExpansionHarness {
   DocumentQueue documents{store, documentQueue};
   CounterStore counters{documents, scheduler};
   FieldDefaultsStore fieldDefaults{documents, scheduler};
-  StatsStore stats{documents, scheduler, clock, [] { return CalendarDays(QStringLiteral("UTC")); }};
+  StatsStore stats{documents, scheduler, clock};
 
   FakeCloudDrive drive{folder.path(), folder.filePath(QStringLiteral("Drive"))};
   FakeUserDefaults defaults;

@@ -17,6 +17,7 @@
 #include "platform/Pasteboard.h"
 #include "storage/Counters.h"
 #include "storage/FieldDefaults.h"
+#include "support/EnvironmentVariable.h"
 
 namespace zarvy {
 
@@ -74,13 +75,15 @@ class FakeEvaluator final : public Evaluator {
 // All that placeholders are made from, as the test sets it. The thread that makes it is the main
 // one.
 struct FakePlaceholders {
-  explicit FakePlaceholders(RegionalSettings region = {"en_US", QStringLiteral("Europe/Berlin")})
-      : dates(std::move(region)) {}
+  explicit FakePlaceholders(RegionalSettings region = {"en_US"},
+                            const QByteArray& timeZone = "Europe/Berlin")
+      : machinesZone("TZ", timeZone), dates(std::move(region)) {}
 
   [[nodiscard]] PlaceholderServices services() {
     return {clock, dates, pasteboard, mainThread, counters, fieldDefaults, shell, javaScript};
   }
 
+  EnvironmentVariable machinesZone;
   ManualClock clock;
   ManualScheduler scheduler;
   MainThread mainThread{scheduler};

@@ -9,6 +9,7 @@
 #include "stats/Events.h"
 #include "stats/PeriodStatistics.h"
 #include "stats/SavedTyping.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -16,11 +17,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
+const EnvironmentVariable machinesZone("TZ", "UTC");
+
 const QString now = u"2026-01-21T09:30:00Z"_s;  // a Wednesday
 
 PeriodStatistics statistics(const QList<ExpansionEvent>& events, std::optional<int> days,
-                            const QString& instant = now, const QString& zone = u"UTC"_s) {
-  return {events, days, utc(instant), CalendarDays(zone)};
+                            const QString& instant = now) {
+  return {events, days, utc(instant)};
 }
 
 // One row as "2026-01-21T00:00:00Z 2 192".
@@ -149,8 +152,8 @@ TEST(PeriodStatistics, HasARowForEachDayOfAPeriod) {
   };
   for (const Row& row : table) {
     SCOPED_TRACE(row.what);
-    EXPECT_EQ(shown(statistics(eventsAt(row.events), row.days, row.now, row.zone).dailyStats()),
-              row.rows);
+    const EnvironmentVariable zone("TZ", row.zone.toLatin1());
+    EXPECT_EQ(shown(statistics(eventsAt(row.events), row.days, row.now).dailyStats()), row.rows);
   }
 }
 
@@ -158,12 +161,14 @@ TEST(PeriodStatistics, HasRowsForDaysWithEventsAloneOverAllTime) {
   EXPECT_EQ(shown(statistics({}, {}).dailyStats()), QStringList());
   const QList<ExpansionEvent> events =
       eventsAt({u"2024-02-29T22:59:59Z"_s, u"2025-10-25T22:00:00Z"_s, u"2025-10-26T22:59:59Z"_s});
-  EXPECT_EQ(shown(statistics(events, {}, now, u"Europe/Berlin"_s).dailyStats()),
+  const EnvironmentVariable zone("TZ", "Europe/Berlin");
+  EXPECT_EQ(shown(statistics(events, {}, now).dailyStats()),
             (QStringList{u"2024-02-28T23:00:00Z 1 96"_s, u"2025-10-25T22:00:00Z 2 192"_s}));
 }
 
 TEST(PeriodStatistics, CountsDaysWithADaylightSavingChangeAsOneInAnyNumberOfDays) {
-  const auto rows = statistics({}, 400, u"2026-11-15T08:00:00Z"_s, u"Europe/Berlin"_s).dailyStats();
+  const EnvironmentVariable zone("TZ", "Europe/Berlin");
+  const auto rows = statistics({}, 400, u"2026-11-15T08:00:00Z"_s).dailyStats();
   ASSERT_EQ(rows.size(), 400);
   EXPECT_EQ(rows.front().date, utc(u"2025-10-11T22:00:00Z"_s));
   QMap<qint64, int> hours;
@@ -291,15 +296,15 @@ TEST(PeriodStatistics, AgreesWithItselfOverRandomEvents) {
     events.append(event);
   }
   for (const std::optional<int> days : {std::optional<int>(), {1}, {7}, {30}, {90}, {200}}) {
-    PeriodStatistics period = statistics(events, days, now, u"Europe/Berlin"_s);
+    const EnvironmentVariable zone("TZ", "Europe/Berlin");
+    PeriodStatistics period = statistics(events, days, now);
     const StatsMetrics metrics = period.metrics(0);
     qint64 expected = 0;
     qint64 perDay = 0;
     qint64 characters = 0;
     qint64 perHour = 0;
     qint64 perSnippet = 0;
-    const QDateTime start =
-        CalendarDays(u"Europe/Berlin"_s).startOfDay(last, 1 - days.value_or(100'000));
+    const QDateTime start = CalendarDays().startOfDay(last, 1 - days.value_or(100'000));
     for (const ExpansionEvent& event : events) expected += event.timestamp >= start ? 1 : 0;
     for (const DailyStats& row : period.dailyStats()) perDay += row.expansionCount;
     for (const DailyStats& row : period.dailyStats()) characters += row.charactersSaved;

@@ -6,6 +6,7 @@
 #include "stats/Events.h"
 #include "stats/StatsStore.h"
 #include "storage/StoreHarness.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -27,8 +28,8 @@ class StatsStoreTest : public StoreHarness {
   }
 
   ManualClock m_clock{utc(u"2026-01-21T09:30:00.750Z"_s)};  // a Wednesday
-  QString m_zone = u"UTC"_s;
-  StatsStore m_stats{m_documents, m_scheduler, m_clock, [this] { return CalendarDays(m_zone); }};
+  EnvironmentVariable m_zone{"TZ", "UTC"};
+  StatsStore m_stats{m_documents, m_scheduler, m_clock};
 };
 
 TEST_F(StatsStoreTest, BeginsWithNothing) {
@@ -43,7 +44,7 @@ TEST_F(StatsStoreTest, BeginsWithNothing) {
 
 TEST_F(StatsStoreTest, RecordsAllThatIsKnownOfAnExpansion) {
   const Snippet signature = snippet(u";sig"_s);
-  m_zone = u"Asia/Tokyo"_s;
+  const EnvironmentVariable zone("TZ", "Asia/Tokyo");
   m_clock.setNow(utc(u"2026-01-24T15:30:00.750Z"_s));  // half past midnight on Sunday there
   m_stats.recordExpansion(signature, 100);
   m_stats.recordExpansion(signature, 100);
@@ -103,7 +104,7 @@ TEST_F(StatsStoreTest, AnswersFromWhatWasRecorded) {
 
 TEST_F(StatsStoreTest, KeepsTheHourOfAnEventWhenTheUserTravels) {
   m_stats.recordExpansion(snippet(u";a"_s), 10);
-  m_zone = u"America/New_York"_s;
+  const EnvironmentVariable zone("TZ", "America/New_York");
   EXPECT_EQ(m_stats.hourlyStats(1)[9].expansionCount, 1);
   EXPECT_EQ(m_stats.dailyStats(1), (QList<DailyStats>{{utc(u"2026-01-21T05:00:00Z"_s), 1, 8}}));
 }
@@ -137,7 +138,7 @@ TEST_F(StatsStoreTest, CutsALongerListFromAFileAtTheNextEvent) {
 TEST_F(StatsStoreTest, GoesOnAfterARestart) {
   m_stats.recordExpansion(snippet(u";a"_s), 10);
   finish();
-  StatsStore restarted(m_documents, m_scheduler, m_clock, [] { return CalendarDays(u"UTC"_s); });
+  StatsStore restarted(m_documents, m_scheduler, m_clock);
   restarted.loadFromDisk(m_store);
   EXPECT_EQ(restarted.summary().totalExpansions, 1);
   EXPECT_EQ(restarted.summary().firstExpansionDate, utc(u"2026-01-21T09:30:00Z"_s));

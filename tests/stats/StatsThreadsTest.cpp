@@ -26,7 +26,7 @@ TEST_F(StatsThreads, EveryExpansionOfEveryThreadIsCountedAndSaved) {
   DocumentQueue documents(m_store, queue);
   ManualScheduler scheduler;
   const ManualClock clock;
-  StatsStore stats(documents, scheduler, clock, [] { return CalendarDays(u"Europe/Berlin"_s); });
+  StatsStore stats(documents, scheduler, clock);
   const Snippet snippet = Snippet::create(u"T"_s, u";t"_s, u"text"_s, clock);
 
   std::atomic<int> running = threadCount;

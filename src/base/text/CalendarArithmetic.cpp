@@ -3,7 +3,9 @@
 #include <cmath>
 #include <memory>
 
-#include <unicode/ucal.h>
+#include <unicode/calendar.h>
+
+#include "base/text/CurrentZone.h"
 
 #include "base/UtcZone.h"
 
@@ -36,25 +38,19 @@ UnitRule ruleOf(CalendarUnit unit) {
   return {UCAL_DAY_OF_MONTH, 0};
 }
 
-struct CloseCalendar {
-  void operator()(UCalendar* calendar) const { ucal_close(calendar); }
-};
-
 }  // namespace
 
 std::optional<QDateTime> dateByAdding(CalendarUnit unit, qint64 amount, const QDateTime& date,
                                       const RegionalSettings& region) {
   const UnitRule rule = ruleOf(unit);
   if (amount > rule.greatestAmount || amount < -rule.greatestAmount) return std::nullopt;
-  const QStringView zone = region.timeZone;
   UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UCalendar, CloseCalendar> calendar(
-      ucal_open(zone.isEmpty() ? nullptr : zone.utf16(), static_cast<int32_t>(zone.size()),
-                region.locale.constData(), UCAL_DEFAULT, &status));
+  const std::unique_ptr<icu::Calendar> calendar(icu::Calendar::createInstance(
+      currentZone().release(), icu::Locale(region.locale.constData()), status));
   if (U_FAILURE(status)) return std::nullopt;
-  ucal_setMillis(calendar.get(), static_cast<UDate>(date.toMSecsSinceEpoch()), &status);
-  ucal_add(calendar.get(), rule.field, static_cast<int32_t>(amount), &status);
-  const UDate sum = ucal_getMillis(calendar.get(), &status);
+  calendar->setTime(static_cast<UDate>(date.toMSecsSinceEpoch()), status);
+  calendar->add(rule.field, static_cast<int32_t>(amount), status);
+  const UDate sum = calendar->getTime(status);
   if (U_FAILURE(status) || !std::isfinite(sum)) return std::nullopt;
   return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(sum), utcZone);
 }

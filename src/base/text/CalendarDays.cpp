@@ -1,92 +1,84 @@
 #include "base/text/CalendarDays.h"
 
-#include <QTimeZone>
-
-#include <unicode/ucal.h>
-
-#include "base/EndProcess.h"
-#include "base/UtcZone.h"
+#include <algorithm>
 
 namespace zarvy {
 namespace {
 
-// None of the calls on an open calendar fails, short of a lack of memory.
-void check(UErrorCode status) {
-  if (U_FAILURE(status)) endProcess("ICU has no calendar.");
+constexpr qint64 secondsInAnHour = 3600;
+constexpr qint64 secondsInADay = 24 * secondsInAnHour;
+
+qint64 dividedDown(qint64 number, qint64 divisor) {
+  const qint64 rest = number % divisor;
+  return number / divisor - (rest < 0 ? 1 : 0);
 }
 
-int fieldOf(const UCalendar* calendar, UCalendarDateFields field) {
-  UErrorCode status = U_ZERO_ERROR;
-  const int value = ucal_get(calendar, field, &status);
-  check(status);
-  return value;
+qint64 restOf(qint64 number, qint64 divisor) {
+  return number - dividedDown(number, divisor) * divisor;
+}
+
+qint64 secondsOf(const QDateTime& instant) {
+  return dividedDown(instant.toMSecsSinceEpoch(), 1000);
+}
+
+// The first instant from which on the offset is that of `end`, where it changes once on the way.
+qint64 changeBetween(const LocalTime& time, qint64 begin, qint64 end) {
+  const qint32 latter = time.offsetAt(end);
+  while (end - begin > 1) {
+    const qint64 middle = begin + (end - begin) / 2;
+    (time.offsetAt(middle) == latter ? end : begin) = middle;
+  }
+  return end;
 }
 
 }  // namespace
 
-void CalendarDays::Close::operator()(Handle* calendar) const {
-  ucal_close(calendar);
-}
-
-CalendarDays::CalendarDays(const QString& timeZone) {
-  UErrorCode status = U_ZERO_ERROR;
-  // Days, hours and weekdays are the same in every calendar that ICU has.
-  m_calendar.reset(ucal_open(timeZone.isEmpty() ? nullptr : QStringView(timeZone).utf16(), -1,
-                             "en_US", UCAL_GREGORIAN, &status));
-  check(status);
-  // A midnight that comes twice begins the day at the first time, one that is left out as soon as
-  // the clocks have been moved.
-  ucal_setAttribute(m_calendar.get(), UCAL_REPEATED_WALL_TIME, UCAL_WALLTIME_FIRST);
-  ucal_setAttribute(m_calendar.get(), UCAL_SKIPPED_WALL_TIME, UCAL_WALLTIME_NEXT_VALID);
-}
-
-CalendarDays CalendarDays::current() {
-  // ICU looks once in the life of the process, Qt each time.
-  return CalendarDays(QString::fromUtf8(QTimeZone::systemTimeZoneId()));
-}
-
 QDateTime CalendarDays::startOfDay(const QDateTime& instant) {
   if (!m_dayStart.isValid() || instant < m_dayStart || instant >= m_dayEnd) {
-    moveTo(instant);
-    m_dayStart = startOfDayAfter(0);
-    moveTo(instant);
-    m_dayEnd = startOfDayAfter(1);
+    const qint64 day = dayOf(instant);
+    m_dayStart = startOf(day);
+    m_dayEnd = startOf(day + 1);
   }
   return m_dayStart;
 }
 
-QDateTime CalendarDays::startOfDay(const QDateTime& instant, int days) {
-  moveTo(instant);
-  return startOfDayAfter(days);
+QDateTime CalendarDays::startOfDay(const QDateTime& instant, int days) const {
+  return startOf(dayOf(instant) + days);
 }
 
-int CalendarDays::hour(const QDateTime& instant) {
-  moveTo(instant);
-  return fieldOf(m_calendar.get(), UCAL_HOUR_OF_DAY);
+int CalendarDays::hour(const QDateTime& instant) const {
+  return static_cast<int>(restOf(shownAt(instant), secondsInADay) / secondsInAnHour);
 }
 
-int CalendarDays::weekday(const QDateTime& instant) {
-  moveTo(instant);
-  return fieldOf(m_calendar.get(), UCAL_DAY_OF_WEEK);
+int CalendarDays::weekday(const QDateTime& instant) const {
+  constexpr qint64 weekdayOfTheFirst = 4;  // a Thursday, counted from Sunday on
+  return static_cast<int>(restOf(dayOf(instant) + weekdayOfTheFirst, 7)) + 1;
 }
 
-void CalendarDays::moveTo(const QDateTime& instant) {
-  UErrorCode status = U_ZERO_ERROR;
-  ucal_setMillis(m_calendar.get(), static_cast<UDate>(instant.toMSecsSinceEpoch()), &status);
-  check(status);
+qint64 CalendarDays::shownAt(const QDateTime& instant) const {
+  const qint64 seconds = secondsOf(instant);
+  return seconds + m_time.offsetAt(seconds);
 }
 
-QDateTime CalendarDays::startOfDayAfter(int days) {
-  UErrorCode status = U_ZERO_ERROR;
-  ucal_set(m_calendar.get(), UCAL_HOUR_OF_DAY, 12);  // which no zone leaves out or repeats
-  ucal_add(m_calendar.get(), UCAL_DAY_OF_MONTH, days, &status);
-  ucal_set(m_calendar.get(), UCAL_HOUR_OF_DAY, 0);
-  ucal_set(m_calendar.get(), UCAL_MINUTE, 0);
-  ucal_set(m_calendar.get(), UCAL_SECOND, 0);
-  ucal_set(m_calendar.get(), UCAL_MILLISECOND, 0);
-  const UDate start = ucal_getMillis(m_calendar.get(), &status);
-  check(status);
-  return QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(start), utcZone);
+qint64 CalendarDays::dayOf(const QDateTime& instant) const {
+  return dividedDown(shownAt(instant), secondsInADay);
+}
+
+QDateTime CalendarDays::startOf(qint64 day) const {
+  const qint64 midnight = day * secondsInADay;  // as the clocks show it
+  // No place is further from Greenwich than a day, and none moves its clocks twice in two.
+  const qint64 begin = midnight - secondsInADay;
+  const qint64 end = midnight + secondsInADay;
+  const qint64 byFormer = midnight - m_time.offsetAt(begin);
+  const qint64 byLatter = midnight - m_time.offsetAt(end);
+  qint64 start = byFormer;
+  if (byFormer != byLatter) {
+    const qint64 change = changeBetween(m_time, begin, end);
+    // A midnight that comes twice begins the day at the first time, one that is left out as soon as
+    // the clocks have been moved.
+    if (byFormer >= change) start = std::max(change, byLatter);
+  }
+  return QDateTime::fromMSecsSinceEpoch(start * 1000, Qt::UTC);
 }
 
 }  // namespace zarvy

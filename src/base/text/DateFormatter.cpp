@@ -1,68 +1,62 @@
 #include "base/text/DateFormatter.h"
 
-#include <unicode/udat.h>
+#include <unicode/smpdtfmt.h>
+
+#include "base/text/CurrentZone.h"
 
 namespace zarvy {
 namespace {
 
-UDateFormatStyle icuStyle(DateStyle style) {
+icu::DateFormat::EStyle icuStyle(DateStyle style) {
   switch (style) {
     case DateStyle::none:
-      return UDAT_NONE;
+      return icu::DateFormat::kNone;
     case DateStyle::shortStyle:
-      return UDAT_SHORT;
+      return icu::DateFormat::kShort;
     case DateStyle::mediumStyle:
-      return UDAT_MEDIUM;
+      return icu::DateFormat::kMedium;
     case DateStyle::longStyle:
-      return UDAT_LONG;
+      return icu::DateFormat::kLong;
   }
-  return UDAT_NONE;
+  return icu::DateFormat::kNone;
 }
 
-UDateFormat* open(UDateFormatStyle time, UDateFormatStyle date, QStringView pattern,
-                  const RegionalSettings& region) {
-  const QStringView zone = region.timeZone;
-  UErrorCode status = U_ZERO_ERROR;
-  UDateFormat* const format =
-      udat_open(time, date, region.locale.constData(), zone.isEmpty() ? nullptr : zone.utf16(),
-                static_cast<int32_t>(zone.size()), pattern.isEmpty() ? u"" : pattern.utf16(),
-                static_cast<int32_t>(pattern.size()), &status);
-  return U_SUCCESS(status) ? format : nullptr;
+icu::UnicodeString icuText(const QString& text) {
+  return {text.utf16(), static_cast<int32_t>(text.size())};
+}
+
+icu::Locale localeOf(const RegionalSettings& region) {
+  return icu::Locale(region.locale.constData());
 }
 
 }  // namespace
 
-void DateFormatter::Close::operator()(Handle* format) const {
-  udat_close(format);
-}
+struct DateFormatter::Format {
+  std::unique_ptr<icu::DateFormat> icu;  // null where ICU refused it
+};
 
 DateFormatter::DateFormatter(DateStyle date, DateStyle time, const RegionalSettings& region)
-    : m_format(open(icuStyle(time), icuStyle(date), {}, region)) {}
+    : m_format(std::make_unique<Format>()) {
+  m_format->icu.reset(
+      icu::DateFormat::createDateTimeInstance(icuStyle(date), icuStyle(time), localeOf(region)));
+}
 
 DateFormatter::DateFormatter(const QString& pattern, const RegionalSettings& region)
-    : m_format(open(UDAT_PATTERN, UDAT_PATTERN, pattern, region)) {}
+    : m_format(std::make_unique<Format>()) {
+  UErrorCode status = U_ZERO_ERROR;
+  auto format = std::make_unique<icu::SimpleDateFormat>(icuText(pattern), localeOf(region), status);
+  if (U_SUCCESS(status)) m_format->icu = std::move(format);
+}
 
 DateFormatter::~DateFormatter() = default;
 
 QString DateFormatter::format(const QDateTime& date) const {
-  if (!m_format) return {};
-  const auto milliseconds = static_cast<UDate>(date.toMSecsSinceEpoch());
+  if (!m_format->icu) return {};
   const std::scoped_lock guard(m_lock);
-  QString text(64, Qt::Uninitialized);
-  const auto write = [&](UErrorCode& status) {
-    return udat_format(m_format.get(), milliseconds, reinterpret_cast<char16_t*>(text.data()),
-                       static_cast<int32_t>(text.size()), nullptr, &status);
-  };
-  UErrorCode status = U_ZERO_ERROR;
-  int32_t length = write(status);
-  if (status == U_BUFFER_OVERFLOW_ERROR) {
-    text.resize(length);
-    status = U_ZERO_ERROR;
-    length = write(status);
-  }
-  if (U_FAILURE(status)) return {};
-  text.truncate(length);
-  return text;
+  m_format->icu->adoptTimeZone(currentZone().release());
+  icu::UnicodeString text;
+  m_format->icu->format(static_cast<UDate>(date.toMSecsSinceEpoch()), text);
+  return QString::fromUtf16(text.getBuffer(), text.length());
 }
 
 }  // namespace zarvy

@@ -12,8 +12,9 @@ namespace zarvy {
 
 enum class DateStyle { none, shortStyle, mediumStyle, longStyle };
 
-// Writes dates as text. Expensive to make, some milliseconds at first, and cheap to use. Any
-// thread, one at a time and the others wait.
+// Writes dates as text, at the time of day that the machine's clocks show for them. Expensive to
+// make, some milliseconds at first, and cheap to use. Any thread, one at a time and the others
+// wait.
 class DateFormatter {
  public:
   // In the styles of the locale.
@@ -31,13 +32,10 @@ class DateFormatter {
   [[nodiscard]] QString format(const QDateTime& date) const;
 
  private:
-  using Handle = void*;  // what ICU's UDateFormat is
-  struct Close {
-    void operator()(Handle* format) const;
-  };
+  struct Format;  // ICU's
 
   mutable std::mutex m_lock;
-  const std::unique_ptr<Handle, Close> m_format;  // guarded by m_lock; null where ICU refused it
+  const std::unique_ptr<Format> m_format;  // guarded by m_lock
 };
 
 }  // namespace zarvy

@@ -22,13 +22,13 @@ QByteArray languageOfDates() {
 RegionalSettings RegionalSettings::ofUser() {
   const QByteArray name = languageOfDates();
   const QByteArray language = name.split('.').first();
-  if (language.isEmpty() || language == "C" || language == "POSIX") return {"en_US_POSIX", {}};
+  if (language.isEmpty() || language == "C" || language == "POSIX") return {"en_US_POSIX"};
   std::array<char, ULOC_FULLNAME_CAPACITY> canonical{};
   UErrorCode status = U_ZERO_ERROR;
   uloc_canonicalize(name.constData(), canonical.data(), static_cast<int32_t>(canonical.size()),
                     &status);
-  if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING) return {"en_US_POSIX", {}};
-  return {QByteArray(canonical.data()), {}};
+  if (U_FAILURE(status) || status == U_STRING_NOT_TERMINATED_WARNING) return {"en_US_POSIX"};
+  return {QByteArray(canonical.data())};
 }
 
 }  // namespace zarvy

@@ -1,16 +1,14 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 
 namespace zarvy {
 
-// Which customs dates follow.
+// Which customs dates follow. Their time of day is always that of the machine's clocks.
 struct RegionalSettings {
   QByteArray locale;  // as ICU names it, such as "de_DE"
-  QString timeZone;   // as the tz database names it, such as "Europe/Berlin"; empty: the machine's
 
-  // The user's: the environment's language for dates, and the machine's time zone.
+  // The user's: the environment's language for dates.
   [[nodiscard]] static RegionalSettings ofUser();
 };
 

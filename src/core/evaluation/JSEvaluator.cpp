@@ -32,7 +32,7 @@ bool spellsEndlessLoop(const QString& expression) {
 
 ScriptWorkerCommand ScriptWorkerCommand::besideThisProgram() {
   const QFileInfo program(QFile::symLinkTarget(u"/proc/self/exe"_s));
-  return {program.absolutePath() + u"/zarvy-js-worker"_s, {}, {}};
+  return {program.absolutePath() + u"/zarvy-js-worker"_s, {}};
 }
 
 JSEvaluator::JSEvaluator(LineOutput& output, ChildReaper& reaper, ScriptWorkerCommand command,
@@ -54,8 +54,7 @@ bool JSEvaluator::haveWorker() {
   if (m_worker && m_worker->waitsForScripts()) return true;
   m_worker.reset();
   try {
-    const QByteArrayList arguments{QFile::encodeName(m_command.program), m_command.locale,
-                                   m_command.timeZone};
+    const QByteArrayList arguments{QFile::encodeName(m_command.program), m_command.locale};
     m_worker = std::make_unique<ScriptWorker>(arguments, m_limits.start, m_reaper);
     return true;
   } catch (const std::system_error& error) {

@@ -16,9 +16,8 @@ namespace zarvy {
 
 // How the process that runs scripts is started.
 struct ScriptWorkerCommand {
-  QString program;      // its path
-  QByteArray locale;    // of the dates that it writes, as ICU names it; empty: the environment's
-  QByteArray timeZone;  // as the tz database names it; empty: the machine's
+  QString program;    // its path
+  QByteArray locale;  // of the dates that it writes, as ICU names it; empty: the environment's
 
   // The worker that was installed beside this program.
   [[nodiscard]] static ScriptWorkerCommand besideThisProgram();

@@ -5,10 +5,13 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
+#include <string>
 #include <sys/socket.h>
 #include <system_error>
 #include <utility>
 
+#include "base/zone/SystemLocalTime.h"
+#include "core/evaluation/ClockAnswers.h"
 #include "core/evaluation/Waiting.h"
 
 namespace zarvy {
@@ -86,6 +89,44 @@ bool isAgreed(const scriptwire::Reply& reply) {
          reply.descriptionLength <= scriptwire::longestText;
 }
 
+bool isAgreed(const scriptwire::ClockQuestion& question) {
+  return question.instant >= -scriptwire::furthestInstant &&
+         question.instant <= scriptwire::furthestInstant;
+}
+
+scriptwire::Request requestFor(const QString& expression) {
+  scriptwire::Request request{static_cast<std::uint32_t>(expression.size()), {}};
+  const std::string zoneName = SystemLocalTime::zoneName();
+  // A name that does not fit is none that anybody knows.
+  if (zoneName.size() < sizeof(request.zoneName)) {
+    zoneName.copy(request.zoneName, zoneName.size());
+  }
+  return request;
+}
+
+// False where the conversation has failed.
+bool answerQuestion(Conversation& conversation, const LocalTime& localTime) {
+  scriptwire::ClockQuestion question{};
+  if (!conversation.receive(&question, sizeof(question))) return false;
+  if (!isAgreed(question)) return false;
+  const scriptwire::ClockAnswer answer = answerTo(question, localTime);
+  return conversation.send(&answer, sizeof(answer));
+}
+
+std::variant<ScriptReply, ScriptFailure> receiveReply(Conversation& conversation) {
+  scriptwire::Reply header{};
+  if (!conversation.receive(&header, sizeof(header))) return conversation.failure();
+  if (!isAgreed(header)) return ScriptFailure::gone;
+  ScriptReply reply{header.outcome, {}, {}};
+  QString description;
+  if (!conversation.receive(reply.text, header.textLength) ||
+      !conversation.receive(description, header.descriptionLength)) {
+    return conversation.failure();
+  }
+  if (header.hasThrown != 0) reply.exception = description;
+  return reply;
+}
+
 }  // namespace
 
 ScriptWorker::SocketPair::SocketPair() {
@@ -132,23 +173,21 @@ bool ScriptWorker::waitsForScripts() const {
 std::variant<ScriptReply, ScriptFailure> ScriptWorker::run(const QString& expression,
                                                            const QDeadlineTimer& deadline) const {
   Conversation conversation(m_socket.get(), deadline);
-  const auto length = static_cast<std::uint32_t>(expression.size());
-  const scriptwire::Request request{length};
-  scriptwire::Reply header{};
+  const SystemLocalTime localTime;
+  const scriptwire::Request request = requestFor(expression);
   if (!conversation.send(&request, sizeof(request)) ||
-      !conversation.send(expression.constData(), length * sizeof(QChar)) ||
-      !conversation.receive(&header, sizeof(header))) {
+      !conversation.send(expression.constData(), request.expressionLength * sizeof(QChar))) {
     return conversation.failure();
   }
-  if (!isAgreed(header)) return ScriptFailure::gone;
-  ScriptReply reply{header.outcome, {}, {}};
-  QString description;
-  if (!conversation.receive(reply.text, header.textLength) ||
-      !conversation.receive(description, header.descriptionLength)) {
-    return conversation.failure();
+  // A worker that never stops asking is waited for no longer than a silent one.
+  while (!deadline.hasExpired()) {
+    scriptwire::Message message{};
+    if (!conversation.receive(&message, sizeof(message))) return conversation.failure();
+    if (message == scriptwire::Message::reply) return receiveReply(conversation);
+    if (message != scriptwire::Message::clockQuestion) return ScriptFailure::gone;
+    if (!answerQuestion(conversation, localTime)) return conversation.failure();
   }
-  if (header.hasThrown != 0) reply.exception = description;
-  return reply;
+  return ScriptFailure::timedOut;
 }
 
 }  // namespace zarvy

@@ -11,7 +11,8 @@
 namespace zarvy {
 
 // The formatters of the program, each made at its first use and kept: making one is what is
-// expensive about a date. Their locale and time zone are the ones given at the start. Any thread.
+// expensive about a date. Their locale is the one given at the start, their time zone the one that
+// the machine has when a date is written. Any thread.
 class DateFormatters {
  public:
   explicit DateFormatters(RegionalSettings region);

@@ -9,7 +9,7 @@ namespace zarvy::scriptwire {
 
 // Changes with anything below, so that a program that was replaced on disk while it runs does not
 // talk past the new worker.
-inline constexpr std::uint32_t version = 1;
+inline constexpr std::uint32_t version = 2;
 
 // The descriptor under which the worker finds its end of the socket.
 inline constexpr int workerSocket = 3;
@@ -26,6 +26,29 @@ struct Ready {
 // To the worker, followed by the expression. The next one follows the reply.
 struct Request {
   std::uint32_t expressionLength;
+  char zoneName[64];  // of the machine's time zone, as the tz database names it; ends with a NUL
+};
+
+// What a message from the worker to a request is, ahead of the message.
+enum class Message : std::uint32_t {
+  clockQuestion,  // any number of them while the script runs, each answered before the next
+  reply,          // the last one
+};
+
+// The worker cannot read the system's time zones, nor learn that the machine has another one.
+struct ClockQuestion {
+  std::int64_t instant;  // in seconds from 1970 on
+};
+
+// Beyond it on either side no script has dates.
+inline constexpr std::int64_t furthestInstant = 9'000'000'000'000;
+
+// To the worker. What the clocks are ahead of UTC at that instant, in seconds.
+struct ClockAnswer {
+  std::int64_t from;   // the answer holds from here on ...
+  std::int64_t until;  // ... and up to here, exclusively
+  std::int32_t offset;
+  std::int32_t saving;  // how much of it is daylight saving time
 };
 
 enum class Outcome : std::uint32_t {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "base/text/CalendarDays.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -61,7 +62,8 @@ TEST(CalendarDays, BeginWhereTheClocksOfTheZoneSaySo) {
   };
   for (const Row& row : table) {
     SCOPED_TRACE(row.what);
-    CalendarDays days(row.zone);
+    const EnvironmentVariable zone("TZ", row.zone.toLatin1());
+    CalendarDays days;
     EXPECT_EQ(shown(days.startOfDay(utc(row.instant))), row.start);
     EXPECT_EQ(shown(days.startOfDay(utc(row.instant), 0)), row.start);
     EXPECT_EQ(days.startOfDay(utc(row.start)), utc(row.start));
@@ -98,7 +100,8 @@ TEST(CalendarDays, AreCountedByTheCalendarAndNotByHours) {
   };
   for (const Row& row : table) {
     SCOPED_TRACE(row.what);
-    CalendarDays days(row.zone);
+    const EnvironmentVariable zone("TZ", row.zone.toLatin1());
+    CalendarDays days;
     EXPECT_EQ(shown(days.startOfDay(utc(row.instant), row.days)), row.start);
   }
 }
@@ -122,7 +125,8 @@ TEST(CalendarDays, TellHourAndWeekdayByTheClocksOfTheZone) {
   };
   for (const Row& row : table) {
     SCOPED_TRACE((row.zone + u' ' + row.instant).toStdString());
-    CalendarDays days(row.zone);
+    const EnvironmentVariable zone("TZ", row.zone.toLatin1());
+    CalendarDays days;
     EXPECT_EQ(days.hour(utc(row.instant)), row.hour);
     EXPECT_EQ(days.weekday(utc(row.instant)), row.weekday);
   }
@@ -136,7 +140,8 @@ TEST(CalendarDays, AgreeWithAnotherCalendarThroughAYear) {
     SCOPED_TRACE(zone);
     const QTimeZone qtZone(zone);
     ASSERT_TRUE(qtZone.isValid());
-    CalendarDays days(QString::fromLatin1(zone));
+    const EnvironmentVariable machinesZone("TZ", zone);
+    CalendarDays days;
     const QDateTime first = utc(u"2025-01-01T00:10:00Z"_s);
     for (int step = 0; step < 366 * 8; ++step) {
       // Back and forth, so that the day asked for last is often another.
@@ -149,32 +154,15 @@ TEST(CalendarDays, AgreeWithAnotherCalendarThroughAYear) {
   }
 }
 
-class TimeZoneOfTheProcess {
- public:
-  explicit TimeZoneOfTheProcess(const QByteArray& zone) { qputenv("TZ", zone); }
-  ~TimeZoneOfTheProcess() {
-    if (m_before.isNull()) {
-      qunsetenv("TZ");
-    } else {
-      qputenv("TZ", m_before);
-    }
-  }
-  TimeZoneOfTheProcess(const TimeZoneOfTheProcess&) = delete;
-  TimeZoneOfTheProcess& operator=(const TimeZoneOfTheProcess&) = delete;
-
- private:
-  QByteArray m_before = qgetenv("TZ");
-};
-
 TEST(CalendarDays, FollowTheMachineFromOneZoneToTheNext) {
   const QDateTime noon = utc(u"2026-01-21T12:00:00Z"_s);
   {
-    const TimeZoneOfTheProcess zone("Asia/Tokyo");
-    EXPECT_EQ(CalendarDays::current().hour(noon), 21);
+    const EnvironmentVariable zone("TZ", "Asia/Tokyo");
+    EXPECT_EQ(CalendarDays().hour(noon), 21);
   }
   {
-    const TimeZoneOfTheProcess zone("America/New_York");
-    EXPECT_EQ(CalendarDays::current().hour(noon), 7);
+    const EnvironmentVariable zone("TZ", "America/New_York");
+    EXPECT_EQ(CalendarDays().hour(noon), 7);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "base/text/CalendarArithmetic.h"
 #include "base/text/DateFormatter.h"
 #include "base/text/RegionalSettings.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,7 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-const RegionalSettings berlin{"en_US", u"Europe/Berlin"_s};
+const EnvironmentVariable machinesZone("TZ", "Europe/Berlin");
+const RegionalSettings english{"en_US"};
 
 QDateTime inBerlin(const QString& text) {
   QDateTime time = QDateTime::fromString(text, Qt::ISODate);
@@ -21,7 +23,7 @@ QDateTime inBerlin(const QString& text) {
 }
 
 QString sum(CalendarUnit unit, qint64 amount, const QString& start,
-            const RegionalSettings& region = berlin) {
+            const RegionalSettings& region = english) {
   const auto date = dateByAdding(unit, amount, inBerlin(start), region);
   if (!date) return u"none"_s;
   return date->toTimeZone(QTimeZone("Europe/Berlin")).toString(u"yyyy-MM-ddTHH:mm"_s);
@@ -44,7 +46,7 @@ TEST(CalendarArithmetic, KeepsTheTimeOfDayButNotInHours) {
 
 TEST(CalendarArithmetic, FollowsTheCalendarOfTheLocale) {
   // The Persian year and the twelfth month end on 20 March 2026.
-  const RegionalSettings persian{"fa_IR", u"Europe/Berlin"_s};
+  const RegionalSettings persian{"fa_IR"};
   EXPECT_EQ(sum(CalendarUnit::month, 1, u"2026-02-20T12:00"_s, persian), u"2026-03-21T12:00"_s);
   EXPECT_EQ(sum(CalendarUnit::month, 1, u"2026-02-20T12:00"_s), u"2026-03-20T12:00"_s);
 }
@@ -57,7 +59,7 @@ TEST(CalendarArithmetic, HasNoDateBeyondTheCalendar) {
     EXPECT_EQ(sum(unit, -greatest - 1, u"2026-01-31T09:00"_s), u"none"_s);
     EXPECT_EQ(sum(unit, 0, u"2026-01-31T09:00"_s), u"2026-01-31T09:00"_s);
   }
-  EXPECT_EQ(dateByAdding(CalendarUnit::year, 5'000'000, inBerlin(u"2026-01-31T09:00"_s), berlin)
+  EXPECT_EQ(dateByAdding(CalendarUnit::year, 5'000'000, inBerlin(u"2026-01-31T09:00"_s), english)
                 ->date()
                 .year(),
             5'002'026);
@@ -65,8 +67,8 @@ TEST(CalendarArithmetic, HasNoDateBeyondTheCalendar) {
 
 TEST(DateFormatter, WritesTheStylesOfTheLocale) {
   const QDateTime date = inBerlin(u"2026-01-21T15:04"_s);
-  const RegionalSettings german{"de_DE", u"Europe/Berlin"_s};
-  EXPECT_EQ(DateFormatter(DateStyle::shortStyle, DateStyle::none, berlin).format(date),
+  const RegionalSettings german{"de_DE"};
+  EXPECT_EQ(DateFormatter(DateStyle::shortStyle, DateStyle::none, english).format(date),
             u"1/21/26"_s);
   EXPECT_EQ(DateFormatter(DateStyle::longStyle, DateStyle::none, german).format(date),
             u"21. Januar 2026"_s);
@@ -75,18 +77,49 @@ TEST(DateFormatter, WritesTheStylesOfTheLocale) {
 
 TEST(DateFormatter, WritesPatternsOfAnyLength) {
   const QDateTime date = inBerlin(u"2026-01-21T15:04"_s);
-  EXPECT_EQ(DateFormatter(u"yyyy"_s, berlin).format(date), u"2026"_s);
-  EXPECT_EQ(DateFormatter(QString(), berlin).format(date), QString());
+  EXPECT_EQ(DateFormatter(u"yyyy"_s, english).format(date), u"2026"_s);
+  EXPECT_EQ(DateFormatter(QString(), english).format(date), QString());
   const QString quoted = u"'"_s + u"x"_s.repeated(100'000) + u"'"_s;
-  EXPECT_EQ(DateFormatter(quoted, berlin).format(date).size(), 100'000);
-  EXPECT_EQ(DateFormatter(u"d "_s.repeated(10'000), berlin).format(date),
+  EXPECT_EQ(DateFormatter(quoted, english).format(date).size(), 100'000);
+  EXPECT_EQ(DateFormatter(u"d "_s.repeated(10'000), english).format(date),
             u"21 "_s.repeated(10'000));
 }
 
-TEST(DateFormatter, TakesTheMachinesTimeZoneWhereNoneIsGiven) {
+// A formatter outlives the machine's stay in one zone.
+TEST(DateFormatter, FollowsTheMachineFromOneZoneToTheNext) {
   const QDateTime date = inBerlin(u"2026-01-21T15:04"_s);
-  EXPECT_EQ(DateFormatter(u"HH:mm"_s, {"en_US", {}}).format(date),
-            date.toLocalTime().toString(u"HH:mm"_s));
+  const DateFormatter formatter(u"HH:mm VV"_s, english);
+  {
+    const EnvironmentVariable zone("TZ", "Asia/Tokyo");
+    EXPECT_EQ(formatter.format(date), u"23:04 Asia/Tokyo"_s);
+  }
+  {
+    const EnvironmentVariable zone("TZ", "America/New_York");
+    EXPECT_EQ(formatter.format(date), u"09:04 America/New_York"_s);
+  }
+}
+
+TEST(DateFormatter, HasWordsForTheZone) {
+  struct Row {
+    const char* zone;
+    QString date;
+    QString expected;
+  };
+  const Row table[] = {
+      {"Europe/Berlin", u"2026-01-21T15:04"_s, u"Central European Standard Time, +01:00"_s},
+      {"Europe/Berlin", u"2026-07-21T15:04"_s, u"Central European Summer Time, +02:00"_s},
+      {"posix/Europe/Berlin", u"2026-07-21T15:04"_s, u"Central European Summer Time, +02:00"_s},
+      {"Europe/Dublin", u"2026-01-21T15:04"_s, u"Greenwich Mean Time, Z"_s},
+      {"Europe/Dublin", u"2026-07-21T15:04"_s, u"Irish Standard Time, +01:00"_s},
+      {"America/Mexico_City", u"2026-07-21T15:04"_s, u"Central Standard Time, -06:00"_s},
+      {"EST5EDT,M3.2.0,M11.1.0", u"2026-07-21T15:04"_s, u"GMT-04:00, -04:00"_s},
+  };
+  const DateFormatter formatter(u"zzzz, XXX"_s, english);
+  for (const Row& row : table) {
+    const QDateTime date = inBerlin(row.date);
+    const EnvironmentVariable zone("TZ", row.zone);
+    EXPECT_EQ(formatter.format(date), row.expected) << row.zone;
+  }
 }
 
 TEST(RegionalSettings, AreTheOnesOfTheEnvironmentForDates) {

@@ -10,6 +10,7 @@
 #include "core/evaluation/JSEvaluator.h"
 #include "core/evaluation/Processes.h"
 #include "fakes/RecordingLineOutput.h"
+#include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 
 namespace zarvy {
@@ -20,10 +21,9 @@ using namespace processes;
 
 class NativeFunctions : public testing::Test {
  protected:
-  [[nodiscard]] ScriptWorkerCommand commandFor(const char* locale, const char* timeZone) const {
+  [[nodiscard]] ScriptWorkerCommand commandFor(const char* locale) const {
     ScriptWorkerCommand command = ScriptWorkerCommand::besideThisProgram();
     command.locale = locale;
-    command.timeZone = timeZone;
     return command;
   }
 
@@ -33,7 +33,7 @@ class NativeFunctions : public testing::Test {
 
   RecordingLineOutput m_output;
   ChildReaper m_reaper;
-  JSEvaluator m_evaluator{m_output, m_reaper, commandFor("", ""), ScriptLimits{patience, patience}};
+  JSEvaluator m_evaluator{m_output, m_reaper, commandFor(""), ScriptLimits{patience, patience}};
 };
 
 QString present(UDateFormatStyle date, UDateFormatStyle time, const char* locale,
@@ -47,29 +47,6 @@ QString present(UDateFormatStyle date, UDateFormatStyle time, const char* locale
   return QString::fromUtf16(text);
 }
 
-// Holds as long as it lives.
-class EnvironmentValue {
- public:
-  EnvironmentValue(const char* name, const char* value)
-      : m_name(name), m_wasSet(qEnvironmentVariableIsSet(name)), m_before(qgetenv(name)) {
-    qputenv(name, value);
-  }
-  ~EnvironmentValue() {
-    if (m_wasSet) {
-      qputenv(m_name, m_before);
-    } else {
-      qunsetenv(m_name);
-    }
-  }
-  EnvironmentValue(const EnvironmentValue&) = delete;
-  EnvironmentValue& operator=(const EnvironmentValue&) = delete;
-
- private:
-  const char* m_name;
-  bool m_wasSet;
-  QByteArray m_before;
-};
-
 struct Region {
   const char* locale;
   const char* zone;
@@ -80,8 +57,8 @@ class NativeDates : public NativeFunctions, public testing::WithParamInterface<R
 
 TEST_P(NativeDates, AreInTheStylesOfTheUsersRegion) {
   const Region region = GetParam();
-  JSEvaluator evaluator(m_output, m_reaper, commandFor(region.locale, region.zone),
-                        {patience, patience});
+  const EnvironmentVariable zone("TZ", region.zone);
+  JSEvaluator evaluator(m_output, m_reaper, commandFor(region.locale), {patience, patience});
   struct Function {
     QString call;
     UDateFormatStyle date;
@@ -114,8 +91,8 @@ INSTANTIATE_TEST_SUITE_P(, NativeDates,
                          [](const auto& test) { return test.param.locale; });
 
 TEST_F(NativeFunctions, TakeTheRegionOfTheEnvironmentWhereNoneIsGiven) {
-  const EnvironmentValue language("LC_ALL", "fr_FR.UTF-8");
-  const EnvironmentValue zone("TZ", "Asia/Tokyo");
+  const EnvironmentVariable language("LC_ALL", "fr_FR.UTF-8");
+  const EnvironmentVariable zone("TZ", "Asia/Tokyo");
   QString expected;
   QString text;
   EXPECT_TRUE(eventually([&] {
@@ -127,8 +104,8 @@ TEST_F(NativeFunctions, TakeTheRegionOfTheEnvironmentWhereNoneIsGiven) {
 }
 
 TEST_F(NativeFunctions, ShareTheTimeZoneWithTheLanguagesOwnDates) {
-  JSEvaluator evaluator(m_output, m_reaper, commandFor("en_US", "Asia/Dubai"),
-                        {patience, patience});
+  const EnvironmentVariable zone("TZ", "Asia/Dubai");
+  JSEvaluator evaluator(m_output, m_reaper, commandFor("en_US"), {patience, patience});
   EXPECT_EQ(evaluator.evaluate(u"new Date(2026, 0, 1).getTimezoneOffset()"_s), u"-240"_s);
   EXPECT_EQ(evaluator.evaluate(u"Intl.DateTimeFormat().resolvedOptions().timeZone"_s),
             u"Asia/Dubai"_s);

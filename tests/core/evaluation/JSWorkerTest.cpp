@@ -186,7 +186,7 @@ class StrangeWorker : public testing::Test {
       file << "#!/bin/sh\n" << behaves << "\n";
     }
     std::filesystem::permissions(path.toStdString(), std::filesystem::perms::owner_all);
-    return {path, {}, {}};
+    return {path, {}};
   }
 
   [[nodiscard]] QString textWith(const std::string& behaviour, ScriptLimits limits) {
@@ -194,7 +194,7 @@ class StrangeWorker : public testing::Test {
   }
 
   void expectNoStart(const QString& program, const QString& reason) {
-    JSEvaluator evaluator(m_output, m_reaper, {program, {}, {}}, {patience, patience});
+    JSEvaluator evaluator(m_output, m_reaper, {program, {}}, {patience, patience});
     for (int round = 0; round < 2; ++round) {
       EXPECT_EQ(evaluator.evaluate(u"1"_s), errorMark);
       EXPECT_EQ(m_output.takeLines(), QStringList(noStart + reason));
@@ -227,18 +227,20 @@ TEST_F(StrangeWorker, ThatDoesNotComeUpIsReported) {
 }
 
 TEST_F(StrangeWorker, ThatSpeaksAnotherVersionIsReported) {
-  EXPECT_EQ(textWith("printf '\\002\\000\\000\\000' >&3; exec sleep 1000", patient), errorMark);
+  EXPECT_EQ(textWith("printf '\\001\\000\\000\\000' >&3; exec sleep 1000", patient), errorMark);
   EXPECT_EQ(m_output.lines(), QStringList(noStart + u"Protocol error"_s));
 }
 
-#define READY "printf '\\001\\000\\000\\000' >&3; "
+#define READY "printf '\\002\\000\\000\\000' >&3; "
 #define NONE "\\000\\000\\000\\000"
 #define ONE "\\001\\000\\000\\000"
+#define REPLY ONE
+#define QUESTION NONE
 
 TEST_F(StrangeWorker, IsBelievedWhereItKeepsToWhatIsAgreed) {
-  EXPECT_EQ(
-      textWith(READY "printf '" ONE ONE ONE ONE "x\\000y\\000' >&3; exec sleep 1000", patient),
-      u"x"_s);
+  EXPECT_EQ(textWith(READY "printf '" REPLY ONE ONE ONE ONE "x\\000y\\000' >&3; exec sleep 1000",
+                     patient),
+            u"x"_s);
   EXPECT_EQ(m_output.lines(), QStringList(u"JS Exception: y"_s));
 }
 
@@ -249,32 +251,45 @@ TEST_F(StrangeWorker, IsNotBelievedBeyondThat) {
            ONE NONE "\\001\\000\\000\\002" NONE,   // a text that is one unit too long
            ONE ONE NONE "\\377\\377\\377\\377",    // such a description
        }) {
-    const std::string behaviour = READY "printf '" + std::string(header) + "' >&3; sleep 1000";
+    const std::string behaviour =
+        READY "printf '" REPLY + std::string(header) + "' >&3; sleep 1000";
     EXPECT_EQ(textWith(behaviour, patient), errorMark);
   }
+  EXPECT_EQ(textWith(READY "printf '\\002\\000\\000\\000' >&3; sleep 1000", patient), errorMark);
+  // The clocks at an instant that no script has.
+  EXPECT_EQ(
+      textWith(READY "printf '" QUESTION NONE "\\000\\000\\000\\177' >&3; sleep 1000", patient),
+      errorMark);
   EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(StrangeWorker, ThatNeverStopsAskingHasTheTimeOfAScript) {
+  EXPECT_EQ(textWith(READY "while printf '" QUESTION NONE NONE "' >&3; do :; done",
+                     {shortLimit, patience}),
+            timeoutMark);
+  EXPECT_TRUE(eventually([] { return !hasChildren(); }));
 }
 
 // The time in which it comes up is not the script's.
 TEST_F(StrangeWorker, MayTakeLongerToComeUpThanAScriptMayTake) {
   const ScriptLimits limits{std::chrono::seconds(1), patience};
-  EXPECT_EQ(
-      textWith("sleep 1.2; " READY "printf '" ONE NONE ONE NONE "x\\000' >&3; exec sleep 1000",
-               limits),
-      u"x"_s);
+  EXPECT_EQ(textWith("sleep 1.2; " READY "printf '" REPLY ONE NONE ONE NONE
+                     "x\\000' >&3; exec sleep 1000",
+                     limits),
+            u"x"_s);
 }
 
 TEST_F(StrangeWorker, ThatStopsInTheMiddleOfItsReplyHasTheTimeOfAScript) {
   const ScriptLimits limits{shortLimit, patience};
-  EXPECT_EQ(textWith(READY "printf '" ONE "' >&3; exec sleep 1000", limits), timeoutMark);
-  EXPECT_EQ(textWith(READY "printf '" ONE NONE ONE NONE "x' >&3; exec sleep 1000", limits),
+  EXPECT_EQ(textWith(READY "printf '" REPLY ONE "' >&3; exec sleep 1000", limits), timeoutMark);
+  EXPECT_EQ(textWith(READY "printf '" REPLY ONE NONE ONE NONE "x' >&3; exec sleep 1000", limits),
             timeoutMark);
   EXPECT_TRUE(eventually([] { return !hasChildren(); }));
 }
 
 TEST_F(StrangeWorker, ThatEndsInTheMiddleOfItsReplyHasFailed) {
-  EXPECT_EQ(textWith(READY "printf '" ONE "' >&3", patient), errorMark);
-  EXPECT_EQ(textWith(READY "printf '" ONE NONE ONE NONE "x' >&3", patient), errorMark);
+  EXPECT_EQ(textWith(READY "printf '" REPLY ONE "' >&3", patient), errorMark);
+  EXPECT_EQ(textWith(READY "printf '" REPLY ONE NONE ONE NONE "x' >&3", patient), errorMark);
   EXPECT_EQ(textWith(READY, patient), errorMark);
   EXPECT_EQ(m_output.lines(), QStringList());
 }
@@ -282,7 +297,8 @@ TEST_F(StrangeWorker, ThatEndsInTheMiddleOfItsReplyHasFailed) {
 TEST_F(StrangeWorker, ThatSaysMoreThanItWasAskedIsReplaced) {
   JSEvaluator evaluator(
       m_output, m_reaper,
-      workerThat(READY "printf '" ONE NONE ONE NONE "x\\000more' >&3; exec sleep 1000"), patient);
+      workerThat(READY "printf '" REPLY ONE NONE ONE NONE "x\\000more' >&3; exec sleep 1000"),
+      patient);
   for (int round = 0; round < 3; ++round) EXPECT_EQ(evaluator.evaluate(u"1"_s), u"x"_s);
 }
 

@@ -21,7 +21,7 @@ class Setting {
  public:
   explicit Setting(const QList<QStringList>& givens) {
     readCustoms(givens);
-    m_placeholders = std::make_unique<FakePlaceholders>(m_region);
+    m_placeholders = std::make_unique<FakePlaceholders>(m_region, m_timeZone);
     m_placeholders->clock.setNow(QDateTime(m_day, m_time, QTimeZone("Europe/Berlin")).toUTC());
     for (const QStringList& given : givens) apply(given.at(0), given.sliced(1));
     m_engine = std::make_unique<TextExpansionEngine>(m_output, m_placeholders->services());
@@ -67,7 +67,7 @@ class Setting {
   void readCustoms(const QList<QStringList>& givens) {
     for (const QStringList& given : givens) {
       if (given.at(0) == u"the language") m_region.locale = given.at(1).toLatin1();
-      if (given.at(0) == u"the time zone") m_region.timeZone = given.at(1);
+      if (given.at(0) == u"the time zone") m_timeZone = given.at(1).toLatin1();
       if (given.at(0) != u"the time") continue;
       const QDateTime time = QDateTime::fromString(given.at(1), u"yyyy-MM-dd HH:mm"_s);
       m_day = time.date();
@@ -100,7 +100,8 @@ class Setting {
     }
   }
 
-  RegionalSettings m_region{"en_US", u"Europe/Berlin"_s};
+  RegionalSettings m_region{"en_US"};
+  QByteArray m_timeZone = "Europe/Berlin";
   QDate m_day{2026, 1, 21};
   QTime m_time{15, 4};
   QList<GlobalVariable> m_variables;

@@ -1,16 +1,20 @@
 #include "base/json/JsonObjectReader.h"
 
-#include <cmath>
 #include <limits>
 
 #include <QJsonArray>
 
 #include "base/json/JsonScalars.h"
+#include "base/json/LargeNumber.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 namespace {
+
+QJsonValue::Type typeOf(const QJsonValue& value) {
+  return largenumber::fromJson(value) ? QJsonValue::Double : value.type();
+}
 
 QString typeName(QJsonValue::Type type) {
   switch (type) {
@@ -34,6 +38,8 @@ std::optional<quint64> unsignedNumber(const QJsonValue& value) {
     if (*number < 0) return std::nullopt;
     return static_cast<quint64>(*number);
   }
+  if (const auto number = largenumber::fromJson(value)) return number;
+  // Written with an exponent or a fraction of nothing.
   const double number = value.toDouble();
   if (!(number >= 0x1p63 && number < 0x1p64)) return std::nullopt;
   return static_cast<quint64>(number);
@@ -60,7 +66,9 @@ qint64 JsonObjectReader::integer(QStringView key) {
 }
 
 double JsonObjectReader::number(QStringView key) {
-  return required(key, QJsonValue::Double).toDouble();
+  const QJsonValue value = required(key, QJsonValue::Double);
+  if (const auto large = largenumber::fromJson(value)) return static_cast<double>(*large);
+  return value.toDouble();
 }
 
 QUuid JsonObjectReader::uuid(QStringView key) {
@@ -104,7 +112,7 @@ quint16 JsonObjectReader::unsigned16(QStringView key, quint16 fallback) {
 
 quint64 JsonObjectReader::unsigned64(QStringView key, quint64 fallback) {
   const QJsonValue value = optional(key, QJsonValue::Double);
-  if (!value.isDouble()) return fallback;
+  if (typeOf(value) != QJsonValue::Double) return fallback;
   const auto number = unsignedNumber(value);
   if (!number) fail(key, u"is not a whole number of 0 or more in 64 bits"_s);
   return number.value_or(fallback);
@@ -152,8 +160,8 @@ QJsonValue JsonObjectReader::optional(QStringView key, QJsonValue::Type type) {
 }
 
 QJsonValue JsonObjectReader::checked(QStringView key, QJsonValue value, QJsonValue::Type type) {
-  if (value.type() != type) {
-    fail(key, u"is "_s + typeName(value.type()) + u" and not "_s + typeName(type));
+  if (typeOf(value) != type) {
+    fail(key, u"is "_s + typeName(typeOf(value)) + u" and not "_s + typeName(type));
   }
   return value;
 }
@@ -168,9 +176,7 @@ std::optional<qint64> integerFromJson(const QJsonValue& value) {
 QJsonValue jsonNumber(quint64 value) {
   constexpr auto largestInteger = static_cast<quint64>(std::numeric_limits<qint64>::max());
   if (value <= largestInteger) return static_cast<qint64>(value);
-  // The nearest double below 2^64, so that what is written can be read.
-  constexpr double largestDouble = 18446744073709549568.0;
-  return std::fmin(static_cast<double>(value), largestDouble);
+  return largenumber::toJson(value);
 }
 
 }  // namespace zarvy

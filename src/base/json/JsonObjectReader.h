@@ -48,8 +48,7 @@ class JsonObjectReader {
   [[nodiscard]] std::optional<QDateTime> optionalInstant(QStringView key);
   [[nodiscard]] bool boolean(QStringView key, bool fallback);
   [[nodiscard]] quint16 unsigned16(QStringView key, quint16 fallback);
-  // Whole numbers below 2^64. JSON numbers of 2^63 and more are held as floating point: what that
-  // cannot hold exactly comes back as the nearest that it can.
+  // Whole numbers below 2^64.
   [[nodiscard]] quint64 unsigned64(QStringView key, quint64 fallback);
 
   // Reports the member `key` as wrong; `cause` completes a sentence that begins with the key.
@@ -79,7 +78,7 @@ class JsonObjectReader {
 // The whole number of 64 bits that `value` is; absent where it is anything else.
 [[nodiscard]] std::optional<qint64> integerFromJson(const QJsonValue& value);
 
-// A JSON integer that reads back as `value`; see unsigned64() above for 2^63 and more.
+// A JSON integer that reads back as `value`.
 [[nodiscard]] QJsonValue jsonNumber(quint64 value);
 
 }  // namespace zarvy

@@ -5,6 +5,7 @@
 #include <QJsonObject>
 
 #include "base/json/JsonWriter.h"
+#include "base/json/LargeNumber.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,10 +19,12 @@ QByteArray writeJson(const QJsonValue& value) {
 
 JsonResult<QJsonValue> parseJson(const QByteArray& text) {
   QJsonParseError error;
-  const QJsonDocument document = QJsonDocument::fromJson(text, &error);
+  QJsonDocument document = QJsonDocument::fromJson(text, &error);
   if (error.error != QJsonParseError::NoError) {
     return JsonError{u"byte "_s + QString::number(error.offset), error.errorString()};
   }
+  const QByteArray marked = largenumber::marked(text);
+  if (marked.size() != text.size()) document = QJsonDocument::fromJson(marked);
   if (document.isArray()) return QJsonValue(document.array());
   return QJsonValue(document.object());
 }

@@ -13,7 +13,8 @@ namespace zarvy {
 // a surrogate pair is escaped, so that the text is valid whatever the value holds.
 [[nodiscard]] QByteArray writeJson(const QJsonValue& value);
 
-// Reads a document in any layout. The top level is an object or an array.
+// Reads a document in any layout. The top level is an object or an array. What JsonObjectReader
+// makes of a value is exact for all whole numbers of 64 bits, with a sign or without.
 [[nodiscard]] JsonResult<QJsonValue> parseJson(const QByteArray& text);
 
 }  // namespace zarvy

@@ -10,6 +10,8 @@
 #include <QJsonObject>
 #include <QVarLengthArray>
 
+#include "base/json/LargeNumber.h"
+
 namespace zarvy {
 namespace {
 
@@ -91,7 +93,11 @@ void JsonWriter::writeValue(const QJsonValue& value, qsizetype level) {
       writeArray(value.toArray(), level);
       return;
     case QJsonValue::Object:
-      writeObject(value.toObject(), level);
+      if (const auto number = largenumber::fromJson(value)) {
+        m_text += QByteArray::number(*number);
+      } else {
+        writeObject(value.toObject(), level);
+      }
       return;
     default:
       m_text += "null";

@@ -67,6 +67,12 @@ TEST(JsonObjectReader, ReadsUnsignedNumbersWithinTheirRange) {
       {"9007199254740993", 9007199254740993U, std::nullopt},
       {"9223372036854775807", 9223372036854775807U, std::nullopt},
       {"9223372036854775808", 9223372036854775808U, std::nullopt},
+      {"9223372036854775809", 9223372036854775809U, std::nullopt},
+      {"18446744073709551615", 18446744073709551615U, std::nullopt},
+      {"9223372036854775808.0", 9223372036854775808U, std::nullopt},
+      {"1e19", 10000000000000000000U, std::nullopt},
+      {"-9223372036854775809", std::nullopt, std::nullopt},
+      {"\"9223372036854775809\"", std::nullopt, std::nullopt},
       {"18446744073709551616", std::nullopt, std::nullopt},
       {"-1", std::nullopt, std::nullopt},
       {"-0.5", std::nullopt, std::nullopt},
@@ -90,15 +96,27 @@ TEST(JsonObjectReader, ReadsUnsignedNumbersWithinTheirRange) {
 
 TEST(JsonObjectReader, ReadsBackTheUnsignedNumbersThatWereWritten) {
   for (const quint64 number : {quint64{0}, quint64{9007199254740993}, quint64{0x7FFFFFFFFFFFFFFF},
-                               quint64{0x8000000000000000}, quint64{0xFFFFFFFFFFFFF800}}) {
+                               quint64{0x8000000000000000}, quint64{0x8000000000000001},
+                               quint64{0xFFFFFFFFFFFFF800}, quint64{0xFFFFFFFFFFFFFFFF}}) {
     const QJsonObject object{{u"n"_s, jsonNumber(number)}};
     JsonObjectReader reader(parsed(writeJson(object)));
     EXPECT_EQ(reader.unsigned64(u"n", 0), number);
     EXPECT_EQ(errorOf(reader), QString());
   }
-  JsonObjectReader reader(QJsonObject{{u"n"_s, jsonNumber(std::numeric_limits<quint64>::max())}});
-  EXPECT_EQ(reader.unsigned64(u"n", 0), 0xFFFFFFFFFFFFF800U);
-  EXPECT_EQ(errorOf(reader), QString());
+}
+
+// It is a number to every other question too.
+TEST(JsonObjectReader, TakesALargeNumberForANumber) {
+  const QJsonValue object = parsed("{\"n\":18446744073709551615}");
+  JsonObjectReader number(object);
+  EXPECT_EQ(number.number(u"n"), 0x1p64);
+  EXPECT_EQ(errorOf(number), QString());
+  JsonObjectReader integer(object);
+  EXPECT_EQ(integer.integer(u"n"), 0);
+  EXPECT_EQ(errorOf(integer), u"key \"n\" is not a whole number of 64 bits"_s);
+  JsonObjectReader string(object);
+  EXPECT_EQ(string.string(u"n"), QString());
+  EXPECT_EQ(errorOf(string), u"key \"n\" is a number and not a string"_s);
 }
 
 TEST(JsonObjectReader, KeepsTheFirstFailure) {

@@ -126,6 +126,18 @@ TEST(JsonText, KeepsNumbersExactly) {
   }
 }
 
+TEST(JsonText, KeepsLargeNumbersWhereverTheyStand) {
+  for (const QByteArray& text :
+       {QByteArray("[\n  9223372036854775808,\n  18446744073709551615\n]"),
+        QByteArray("{\n  \"18446744073709551615\" : 18446744073709551615\n}"),
+        QByteArray("[\n  \"9223372036854775809\",\n  \"\\\"9223372036854775809\",\n"
+                   "  9223372036854775809\n]")}) {
+    const auto read = parseJson(text);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(writeJson(read.value()), text);
+  }
+}
+
 TEST(JsonText, IsReadInAnyLayout) {
   for (const QByteArray& text : {QByteArray("[]"), QByteArray("[\n\n]"), QByteArray(" [ ] "),
                                  QByteArray("\xEF\xBB\xBF[]")}) {

@@ -29,6 +29,21 @@ TEST(Settings, AreWrittenWithEveryField) {
                                                        "}"));
 }
 
+TEST(Settings, KeepEveryModifierMask) {
+  for (const QByteArray mask : {"9223372036854775808", "9223372036854775809",
+                                "18446744073709551614", "18446744073709551615"}) {
+    const auto text = parseJson(
+        "{\"soundEnabled\":false,\"iCloudSyncEnabled\":true,\"launchAtLogin\":true,"
+        "\"hideDockIcon\":true,\"quickSearchModifiers\":" +
+        mask + "}");
+    ASSERT_TRUE(text);
+    const auto read = Settings::fromJson(text.value());
+    ASSERT_TRUE(read) << read.error().description().toStdString();
+    EXPECT_EQ(read.value().quickSearchModifiers, mask.toULongLong());
+    EXPECT_TRUE(writeJson(read.value().toJson()).contains(": " + mask + ','));
+  }
+}
+
 TEST(Settings, ReadBackWhatWasWritten) {
   Settings settings;
   settings.soundEnabled = false;

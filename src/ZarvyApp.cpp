@@ -51,6 +51,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_sound(m_soundWorkers, soundFile()),
       m_region(RegionalSettings::ofUser()),
       m_dates(m_region),
+      m_pasteboard(m_othersClipboard),
       m_shell(m_childReaper),
       m_javaScript(m_output, m_childReaper, scriptWorkerFor(m_region)),
       m_engine(m_output, placeholderServices()),

@@ -25,6 +25,7 @@
 #include "platform/freedesktop/SyncedFolderDrive.h"
 #include "platform/freedesktop/XdgLoginItem.h"
 #include "platform/freedesktop/inputmethod/DesktopInputMethod.h"
+#include "platform/x11/clipboard/X11Pasteboard.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DataStore.h"
@@ -94,6 +95,7 @@ class ZarvyApp {
   CanberraSoundOutput m_sound;
   const RegionalSettings m_region;
   DateFormatters m_dates;
+  x11::X11Pasteboard m_othersClipboard;
   QtPasteboard m_pasteboard;
   ChildReaper m_childReaper;
   ShellEvaluator m_shell;

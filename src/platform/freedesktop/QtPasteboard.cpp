@@ -6,7 +6,8 @@
 namespace zarvy {
 
 QString QtPasteboard::text() const {
-  return QGuiApplication::clipboard()->text(QClipboard::Clipboard);
+  const QClipboard* const clipboard = QGuiApplication::clipboard();
+  return clipboard->ownsClipboard() ? clipboard->text(QClipboard::Clipboard) : m_others.text();
 }
 
 }  // namespace zarvy

@@ -44,4 +44,11 @@ Atoms Atoms::intern(xcb_connection_t* xcb) {
   return atoms;
 }
 
+xcb_atom_t internAtom(xcb_connection_t* xcb, std::string_view name) {
+  const XcbPtr<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+      xcb, xcb_intern_atom(xcb, 0, static_cast<uint16_t>(name.size()), name.data()), nullptr));
+  if (!reply) return XCB_ATOM_NONE;
+  return reply->atom;
+}
+
 }  // namespace zarvy::x11

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include <xcb/xcb.h>
 
 namespace zarvy::x11 {
@@ -28,5 +30,8 @@ struct Atoms {
 
   [[nodiscard]] static Atoms intern(xcb_connection_t* xcb);
 };
+
+// One that is used now and then.
+[[nodiscard]] xcb_atom_t internAtom(xcb_connection_t* xcb, std::string_view name);
 
 }  // namespace zarvy::x11

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/UtcZone.h"
+
 namespace zarvy {
 namespace {
 
@@ -78,7 +80,7 @@ QDateTime CalendarDays::startOf(qint64 day) const {
     // the clocks have been moved.
     if (byFormer >= change) start = std::max(change, byLatter);
   }
-  return QDateTime::fromMSecsSinceEpoch(start * 1000, Qt::UTC);
+  return QDateTime::fromMSecsSinceEpoch(start * 1000, utcZone);
 }
 
 }  // namespace zarvy

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QtGui/qguiapplication_platform.h>
 
+#include "platform/x11/connection/DisplayProbe.h"
 #include "platform/x11/windows/WindowOwner.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,25 +29,8 @@ xcb_connection_t* toolkitConnection() {
 }  // namespace
 
 Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
-    : m_output(output),
-      m_session(x11::X11Session::open(
-          scheduler, output,
-          {.ownBundleIdentifier = QCoreApplication::applicationName(),
-           .isOwnWindow = [toolkit = toolkitConnection()](
-                              quint32 window) { return toolkit && x11::isMadeOn(toolkit, window); },
-           .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
-           .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
-           .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
-           .onConnectionLost =
-               [this, onLost = std::move(onLost)] {
-                 sayThatDisplayHasGone();
-                 onLost();
-               }},
-          &m_reason)) {
-  if (!m_session) return;
-  m_secureInput.emplace(m_session->secureInput(), m_passwordFields);
-  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); },
-                         [this] { m_session->fenceKeys(); });
+    : m_scheduler(scheduler), m_output(output), m_onLost(std::move(onLost)) {
+  openSession();
 }
 
 // Its thread calls the session.
@@ -54,34 +38,33 @@ Desktop::~Desktop() {
   m_passwordFields.stop();
 }
 
-KeyEventSource& Desktop::keyEventSource() {
-  if (m_session) return m_session->keyEventSource();
-  return m_absent;
+void Desktop::openSession() {
+  m_session = x11::X11Session::open(
+      m_scheduler, m_output,
+      {.ownBundleIdentifier = QCoreApplication::applicationName(),
+       .isOwnWindow = [toolkit = toolkitConnection()](
+                          quint32 window) { return toolkit && x11::isMadeOn(toolkit, window); },
+       .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
+       .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
+       .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
+       .onConnectionLost =
+           [this] {
+             sayThatDisplayHasGone();
+             m_onLost();
+           }},
+      &m_reason);
+  if (!m_session) return;
+  m_secureInput.emplace(m_session->secureInput(), m_passwordFields);
+  m_parts.emplace(DesktopParts{m_session->keyEventSource(), m_session->keyEventPoster(),
+                               m_session->workspace(), *m_secureInput, m_session->hotKeys(),
+                               m_session->activationPolicy()});
+  m_desktop.come(*m_parts);
+  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); },
+                         [this] { m_session->fenceKeys(); });
 }
 
-KeyEventPoster& Desktop::keyEventPoster() {
-  if (m_session) return m_session->keyEventPoster();
-  return m_absent;
-}
-
-Workspace& Desktop::workspace() {
-  if (m_session) return m_session->workspace();
-  return m_absent;
-}
-
-SecureInput& Desktop::secureInput() {
-  if (m_secureInput) return *m_secureInput;
-  return m_absent;
-}
-
-HotKeys& Desktop::hotKeys() {
-  if (m_session) return m_session->hotKeys();
-  return m_absent;
-}
-
-ActivationPolicy& Desktop::activationPolicy() {
-  if (m_session) return m_session->activationPolicy();
-  return m_absent;
+void Desktop::lookAgain() {
+  if (!m_session && !m_isClosed) openSession();
 }
 
 bool Desktop::hasCompositor() const {
@@ -94,7 +77,10 @@ void Desktop::abandonTyping() {
 
 void Desktop::close() {
   if (m_session && !m_session->isAlive()) sayThatDisplayHasGone();
+  m_isClosed = true;
   m_passwordFields.stop();
+  m_desktop.leave();
+  m_parts.reset();
   m_secureInput.reset();
   m_session.reset();
 }
@@ -110,6 +96,14 @@ bool Desktop::isTrusted() const {
 QString Desktop::reasonForMissing() const {
   if (isTrusted()) return {};
   return m_session ? displayHasGone() : m_reason;
+}
+
+QString Desktop::remedy() const {
+  if (isTrusted()) return {};
+  if (x11::canReachDisplay())
+    return u"Turn that on where the X server is started, and log in again."_s;
+  return u"Let Zarvy reach the display, for example by the command \"xhost +si:localuser:$USER\", "
+         "and click \"Check Permission\"."_s;
 }
 
 }  // namespace zarvy

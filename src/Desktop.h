@@ -9,15 +9,16 @@
 #include "EitherSecureInput.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
-#include "platform/AbsentDesktop.h"
 #include "platform/AccessibilityPermission.h"
+#include "platform/LateDesktop.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
 #include "platform/x11/X11Session.h"
 
 namespace zarvy {
 
-// The desktop that the program has found: the X display, or none. Made and dropped on the main
-// thread, after everything that types has ended; dropping it gives the keyboard mapping back.
+// The desktop that the program has found: the X display, or none, or one that is found later. Made
+// and dropped on the main thread, after everything that types has ended; dropping it gives the
+// keyboard mapping back.
 class Desktop final : public AccessibilityPermission {
  public:
   // `onLost` is called on the main thread if the display goes away.
@@ -26,12 +27,8 @@ class Desktop final : public AccessibilityPermission {
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
-  [[nodiscard]] KeyEventSource& keyEventSource();
-  [[nodiscard]] KeyEventPoster& keyEventPoster();
-  [[nodiscard]] Workspace& workspace();
-  [[nodiscard]] SecureInput& secureInput();
-  [[nodiscard]] HotKeys& hotKeys();
-  [[nodiscard]] ActivationPolicy& activationPolicy();
+  // What the display offers; nothing until there is one.
+  [[nodiscard]] LateDesktop& parts() { return m_desktop; }
 
   // Whether windows may let through what is behind them.
   [[nodiscard]] bool hasCompositor() const;
@@ -45,20 +42,30 @@ class Desktop final : public AccessibilityPermission {
 
   [[nodiscard]] bool isTrusted() const override;
   [[nodiscard]] QString reasonForMissing() const override;
+  // Tries once more where there is no display yet.
+  void lookAgain() override;
   // A display has what the program needs or has not: there is nobody to ask, and nothing to grant.
+  [[nodiscard]] bool canBeAskedFor() const override { return false; }
+  [[nodiscard]] QString remedy() const override;
   void ask() override {}
   void openSettings() override {}
 
  private:
+  void openSession();
   void sayThatDisplayHasGone();
 
+  Scheduler& m_scheduler;
   LineOutput& m_output;
+  const std::function<void()> m_onLost;
   bool m_hasSaidSo = false;
   QString m_reason;                 // why there is no session
   PasswordFields m_passwordFields;  // listens only where there is a session
   std::unique_ptr<x11::X11Session> m_session;
-  std::optional<EitherSecureInput> m_secureInput;  // present exactly while there is a session
-  AbsentDesktop m_absent;
+  // These are present exactly while there is a session.
+  std::optional<EitherSecureInput> m_secureInput;
+  std::optional<DesktopParts> m_parts;
+  LateDesktop m_desktop;
+  bool m_isClosed = false;
 };
 
 }  // namespace zarvy

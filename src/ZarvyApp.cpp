@@ -55,17 +55,17 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_shell(m_childReaper),
       m_javaScript(m_output, m_childReaper, scriptWorkerFor(m_region)),
       m_engine(m_output, placeholderServices()),
-      m_monitor(m_desktop.keyEventSource(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
-      m_injector(TextInjector::make(m_desktop.keyEventPoster(), m_desktop.workspace(),
-                                    m_inputMethod, m_sleeper, m_workers, m_scheduler)),
-      m_secureInputWatch(m_desktop.secureInput(), m_desktop.workspace(), m_scheduler),
+      m_monitor(m_desktop.parts(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
+      m_injector(TextInjector::make(m_desktop.parts(), m_desktop.parts(), m_inputMethod, m_sleeper,
+                                    m_workers, m_scheduler)),
+      m_secureInputWatch(m_desktop.parts(), m_desktop.parts(), m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
-      m_ownWindows([this](quint64 window) { m_desktop.activationPolicy().windowOpened(window); },
-                   [this](quint64 window) { m_desktop.activationPolicy().windowClosed(window); }),
+      m_ownWindows([this](quint64 window) { m_desktop.parts().windowOpened(window); },
+                   [this](quint64 window) { m_desktop.parts().windowClosed(window); }),
       m_fillInWindow(fillInServices()),
       m_quickSearchWindow(quickSearchServices()),
       m_state(expansionServices(), libraryServices(), presenceServices()),
-      m_windows(m_state, m_desktop.workspace()),
+      m_windows(m_state, m_desktop.parts()),
       m_menu(
           m_state, [this](const QString& id) { m_windows.comeForwardWith(id); },
           &QCoreApplication::quit),
@@ -114,21 +114,10 @@ PlaceholderServices ZarvyApp::placeholderServices() {
 }
 
 ExpansionServices ZarvyApp::expansionServices() {
-  return {m_monitor,
-          m_engine,
-          *m_injector,
-          m_desktop.keyEventPoster(),
-          m_desktop.workspace(),
-          m_sound,
-          m_workers,
-          m_stats,
-          m_secureInputWatch,
-          m_desktop,
-          m_fillInWindow,
-          m_quickSearchWindow,
-          m_desktop.hotKeys(),
-          m_scheduler,
-          m_output};
+  return {m_monitor,          m_engine,    *m_injector,    m_desktop.parts(),
+          m_desktop.parts(),  m_sound,     m_workers,      m_stats,
+          m_secureInputWatch, m_desktop,   m_fillInWindow, m_quickSearchWindow,
+          m_desktop.parts(),  m_scheduler, m_output};
 }
 
 LibraryServices ZarvyApp::libraryServices() {
@@ -137,15 +126,15 @@ LibraryServices ZarvyApp::libraryServices() {
 }
 
 FillInServices ZarvyApp::fillInServices() {
-  return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_desktop.workspace()};
+  return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_desktop.parts()};
 }
 
 QuickSearchServices ZarvyApp::quickSearchServices() {
-  return {m_scheduler, m_desktop.workspace(), [this] { return m_desktop.hasCompositor(); }};
+  return {m_scheduler, m_desktop.parts(), [this] { return m_desktop.hasCompositor(); }};
 }
 
 PresenceServices ZarvyApp::presenceServices() {
-  return {m_desktop.activationPolicy(), m_loginItem, m_ownWindows, m_scheduler, m_output};
+  return {m_desktop.parts(), m_loginItem, m_ownWindows, m_scheduler, m_output};
 }
 
 }  // namespace zarvy

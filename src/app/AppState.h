@@ -127,6 +127,13 @@ class AppState final : public QObject {
   [[nodiscard]] QString reasonForMissingPermission() const {
     return m_expansionServices.permission.reasonForMissing();
   }
+  // Whether the user can be led to where it is granted, and what they can do where they cannot.
+  [[nodiscard]] bool permissionCanBeAskedFor() const {
+    return m_expansionServices.permission.canBeAskedFor();
+  }
+  [[nodiscard]] QString remedyForMissingPermission() const {
+    return m_expansionServices.permission.remedy();
+  }
   // The application that keeps expansion from working, by having the keyboard for itself.
   [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
     return m_expansionServices.secureInputWatch.secureInputAppName();

@@ -139,23 +139,39 @@ QWidget* PermissionRequestView::makeGranted() {
   return part;
 }
 
+// Where nobody can be asked, the words say what is to be done instead.
 QWidget* PermissionRequestView::makeMissing() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, innerSpacing);
   auto* const request = new QPushButton(u"Request Permission"_s, part);
-  request->setDefault(true);
   connect(request, &QPushButton::clicked, &m_state, &AppState::requestAccessibilityPermission);
   auto* const check = new QPushButton(u"Check Permission"_s, part);
-  connect(check, &QPushButton::clicked, &m_state, &AppState::refreshAccessibilityPermission);
+  connect(check, &QPushButton::clicked, this, &PermissionRequestView::check);
+  auto* const caption =
+      makeText(u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s, part);
+  m_reason = makeText({}, part);
+  m_remedy = makeText({}, part);
   column->addWidget(request, 0, Qt::AlignCenter);
   column->addWidget(check, 0, Qt::AlignCenter);
-  column->addWidget(
-      makeText(u"Click \"Request Permission\", then enable Zarvy in the list that opens."_s, part));
-  column->addWidget(makeText(m_state.reasonForMissingPermission(), part));
+  column->addWidget(caption);
+  column->addWidget(m_reason);
+  column->addWidget(m_remedy);
+  const bool canAsk = m_state.permissionCanBeAskedFor();
+  (canAsk ? request : check)->setDefault(true);
+  request->setVisible(canAsk);
+  caption->setVisible(canAsk);
+  m_remedy->setVisible(!canAsk);
   return part;
 }
 
+void PermissionRequestView::check() {
+  m_state.refreshAccessibilityPermission();
+  showWhatHolds();
+}
+
 void PermissionRequestView::showWhatHolds() {
+  m_reason->setText(m_state.reasonForMissingPermission());
+  m_remedy->setText(m_state.remedyForMissingPermission());
   m_granted->setVisible(m_state.hasAccessibilityPermission());
   m_missing->setVisible(!m_state.hasAccessibilityPermission());
   layout()->invalidate();

@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+class QLabel;
 class QVBoxLayout;
 
 namespace zarvy {
@@ -26,10 +27,13 @@ class PermissionRequestView final : public QWidget {
   void addExplanation(QVBoxLayout& column);
   [[nodiscard]] QWidget* makeGranted();
   [[nodiscard]] QWidget* makeMissing();
+  void check();
   void showWhatHolds();
 
   AppState& m_state;
   const std::function<void()> m_getStarted;
+  QLabel* m_reason = nullptr;  // those are of m_missing
+  QLabel* m_remedy = nullptr;
   QWidget* m_granted;
   QWidget* m_missing;
 };

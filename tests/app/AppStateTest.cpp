@@ -267,6 +267,17 @@ TEST_F(AppStateTest, StartsExpansionWhenThePermissionIsFound) {
   EXPECT_EQ(*changes, 1);
 }
 
+TEST_F(AppStateTest, LooksAnewForThePermissionWhenToldTo) {
+  m_harness.permission.setTrusted(false);
+  m_harness.makeState();
+  m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  m_harness.permission.comesAtNextLook = true;
+  EXPECT_FALSE(state().hasAccessibilityPermission());
+  state().refreshAccessibilityPermission();
+  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_EQ(m_harness.takeJournal(), startedLine);
+}
+
 TEST_F(AppStateTest, DoesNotStartExpansionByALookAtThePermissionWhilePaused) {
   startWith(u";ty"_s, u"x"_s);
   state().togglePause();

@@ -17,10 +17,17 @@ class FakePermission final : public AccessibilityPermission {
   [[nodiscard]] QString reasonForMissing() const override {
     return m_trusted ? QString() : QStringLiteral("the test took it away");
   }
+  [[nodiscard]] QString remedy() const override { return QStringLiteral("give it back"); }
+  [[nodiscard]] bool canBeAskedFor() const override { return isAskable; }
+  void lookAgain() override {
+    if (comesAtNextLook) m_trusted = true;
+  }
   void ask() override { calls.append(QStringLiteral("ask")); }
   void openSettings() override { calls.append(QStringLiteral("settings")); }
 
   QStringList calls;
+  bool isAskable = true;
+  bool comesAtNextLook = false;
 
  private:
   bool m_trusted;

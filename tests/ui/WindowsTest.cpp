@@ -196,6 +196,24 @@ TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
   EXPECT_EQ(openTitles(), QStringList());
 }
 
+TEST_F(Windows, SayWhatToDoWhereNobodyCanBeAskedForThePermission) {
+  losePermission();
+  m_harness.permission.isAskable = false;
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(scene::permissionRequest);
+  QApplication::sendPostedEvents();
+  QWidget* const setup = openWindow();
+  ASSERT_TRUE(setup);
+  EXPECT_EQ(visibleTexts(*setup).sliced(5),
+            (QStringList{u"Check Permission"_s, u"the test took it away"_s, u"give it back"_s}));
+  expectNoTextCut(*setup);
+  m_harness.permission.comesAtNextLook = true;
+  buttonWith(*setup, u"Check Permission"_s)->click();
+  QApplication::sendPostedEvents();
+  EXPECT_EQ(visibleTexts(*setup).sliced(5),
+            (QStringList{u"Permission Granted"_s, u"Get Started"_s}));
+}
+
 TEST_F(Windows, LeaveTheSetupRoomForAllItsWords) {
   losePermission();
   SceneWindows windows(state(), m_harness.workspace);

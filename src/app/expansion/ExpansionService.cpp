@@ -107,6 +107,7 @@ void ExpansionService::handlePotentialTrigger(const QString& buffer) {
 }
 
 void ExpansionService::refreshAccessibilityPermission() {
+  m_services.permission.lookAgain();
   if (assignIfChanged(m_hasAccessibilityPermission, m_services.permission.isTrusted())) {
     Q_EMIT hasAccessibilityPermissionChanged();
   }

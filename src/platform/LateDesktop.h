@@ -1,0 +1,93 @@
+#pragma once
+
+#include <atomic>
+
+#include "platform/AbsentDesktop.h"
+
+namespace zarvy {
+
+// What a desktop offers the program.
+struct DesktopParts {
+  KeyEventSource& keyEventSource;
+  KeyEventPoster& keyEventPoster;
+  Workspace& workspace;
+  SecureInput& secureInput;
+  HotKeys& hotKeys;
+  ActivationPolicy& activationPolicy;
+};
+
+// A desktop that may come after those who stand on it have been made: absent until it has come, and
+// again once it has gone. Each call goes to where its port says that it may be made.
+class LateDesktop final : public KeyEventSource,
+                          public KeyEventPoster,
+                          public Workspace,
+                          public SecureInput,
+                          public HotKeys,
+                          public ActivationPolicy {
+ public:
+  // `parts`, and what they name, outlive this object or its next leave(). Main thread.
+  void come(const DesktopParts& parts) { m_parts = &parts; }
+
+  // After everything that hears and types has ended. Main thread.
+  void leave() { m_parts = &m_absentParts; }
+
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override {
+    return now().keyEventSource.addGlobalMonitor(std::move(handler));
+  }
+  [[nodiscard]] std::optional<Token> addLocalMonitor(Handler handler) override {
+    return now().keyEventSource.addLocalMonitor(std::move(handler));
+  }
+  void removeMonitor(Token token) override { now().keyEventSource.removeMonitor(token); }
+
+  [[nodiscard]] std::unique_ptr<TypingSession> beginTyping(const QString& text) override {
+    return now().keyEventPoster.beginTyping(text);
+  }
+  void prepare(const QString& characters) override { now().keyEventPoster.prepare(characters); }
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    return now().workspace.frontmostApplication();
+  }
+  [[nodiscard]] std::optional<RunningApplication> runningApplication(
+      qint64 processIdentifier) const override {
+    return now().workspace.runningApplication(processIdentifier);
+  }
+  [[nodiscard]] bool isActive(const RunningApplication& application) const override {
+    return now().workspace.isActive(application);
+  }
+  bool activate(const RunningApplication& application) override {
+    return now().workspace.activate(application);
+  }
+  [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override {
+    return now().workspace.ownBundleIdentifier();
+  }
+
+  [[nodiscard]] bool isSecureEventInputEnabled() const override {
+    return now().secureInput.isSecureEventInputEnabled();
+  }
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override {
+    return now().secureInput.ownerProcessIdentifier();
+  }
+
+  [[nodiscard]] bool isTakenByAnother(const HotKey& key) const override {
+    return now().hotKeys.isTakenByAnother(key);
+  }
+
+  void setActivationPolicy(ActivationPolicy::Kind kind) override {
+    now().activationPolicy.setActivationPolicy(kind);
+  }
+  void windowOpened(quint64 nativeWindow) override {
+    now().activationPolicy.windowOpened(nativeWindow);
+  }
+  void windowClosed(quint64 nativeWindow) override {
+    now().activationPolicy.windowClosed(nativeWindow);
+  }
+
+ private:
+  [[nodiscard]] const DesktopParts& now() const { return *m_parts.load(); }
+
+  AbsentDesktop m_absent;
+  const DesktopParts m_absentParts{m_absent, m_absent, m_absent, m_absent, m_absent, m_absent};
+  std::atomic<const DesktopParts*> m_parts = &m_absentParts;
+};
+
+}  // namespace zarvy

@@ -11,7 +11,7 @@ namespace zarvy {
 namespace {
 
 struct Name {
-  quint16 keyCode;
+  quint16 keyCode = 0;
   QStringView text;
 };
 

@@ -84,6 +84,8 @@ int main(int argc, char* argv[]) {
   auto argumentCount = static_cast<int>(arguments.size());
   QApplication application(argumentCount, arguments.data());
   QApplication::setApplicationName(QStringLiteral("Zarvy"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("zarvy"));
+  QApplication::setWindowIcon(QIcon(QStringLiteral(":/icons/zarvy.svg")));
   QApplication::setQuitOnLastWindowClosed(false);
   // A desktop that restores its session would start it beside the login item.
   QObject::connect(

@@ -130,7 +130,8 @@ FillInServices ZarvyApp::fillInServices() {
 }
 
 QuickSearchServices ZarvyApp::quickSearchServices() {
-  return {m_scheduler, m_desktop.parts(), [this] { return m_desktop.hasCompositor(); }};
+  return {m_scheduler, m_desktop.parts(), [this] { return m_desktop.hasCompositor(); },
+          [this](quint64 window) { m_desktop.parts().leaveOut(window); }};
 }
 
 PresenceServices ZarvyApp::presenceServices() {

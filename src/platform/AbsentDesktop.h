@@ -36,6 +36,7 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
     return std::nullopt;
   }
+  [[nodiscard]] std::optional<QRect> frontmostWindowArea() const override { return std::nullopt; }
   [[nodiscard]] std::optional<RunningApplication> runningApplication(
       qint64 /*processIdentifier*/) const override {
     return std::nullopt;
@@ -56,6 +57,7 @@ class AbsentDesktop final : public KeyEventSource,
   void setActivationPolicy(ActivationPolicy::Kind /*kind*/) override {}
   void windowOpened(quint64 /*nativeWindow*/) override {}
   void windowClosed(quint64 /*nativeWindow*/) override {}
+  void leaveOut(quint64 /*nativeWindow*/) override {}
 
  private:
   class DeafSession final : public TypingSession {

@@ -47,6 +47,9 @@ class LateDesktop final : public KeyEventSource,
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
     return now().workspace.frontmostApplication();
   }
+  [[nodiscard]] std::optional<QRect> frontmostWindowArea() const override {
+    return now().workspace.frontmostWindowArea();
+  }
   [[nodiscard]] std::optional<RunningApplication> runningApplication(
       qint64 processIdentifier) const override {
     return now().workspace.runningApplication(processIdentifier);
@@ -81,6 +84,7 @@ class LateDesktop final : public KeyEventSource,
   void windowClosed(quint64 nativeWindow) override {
     now().activationPolicy.windowClosed(nativeWindow);
   }
+  void leaveOut(quint64 nativeWindow) override { now().activationPolicy.leaveOut(nativeWindow); }
 
  private:
   [[nodiscard]] const DesktopParts& now() const { return *m_parts.load(); }

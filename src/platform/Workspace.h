@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include <QRect>
+
 #include "platform/RunningApplication.h"
 
 namespace zarvy {
@@ -13,6 +15,10 @@ class Workspace {
 
   // Absent where nothing, or nothing that can be told, has the keyboard.
   [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() const = 0;
+  // Where the window in front is, in pixels of the display, without what is drawn around it. Absent
+  // where no window has the keyboard.
+  [[nodiscard]] virtual std::optional<QRect> frontmostWindowArea() const = 0;
+
   [[nodiscard]] virtual std::optional<RunningApplication> runningApplication(
       qint64 processIdentifier) const = 0;
 

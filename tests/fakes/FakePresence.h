@@ -21,6 +21,7 @@ class FakePresence final : public ActivationPolicy, public LoginItem, public Ope
     m_journal.add(kind == Kind::regular ? QStringLiteral("regular") : QStringLiteral("accessory"));
   }
 
+  void leaveOut(quint64 /*nativeWindow*/) override {}
   void windowOpened(quint64 /*nativeWindow*/) override {}
   void windowClosed(quint64 /*nativeWindow*/) override {}
 

@@ -20,6 +20,11 @@ class FakeWorkspace final : public Workspace {
     return m_frontmost;
   }
 
+  [[nodiscard]] std::optional<QRect> frontmostWindowArea() const override {
+    const std::scoped_lock guard(m_lock);
+    return m_area;
+  }
+
   [[nodiscard]] std::optional<RunningApplication> runningApplication(
       qint64 processIdentifier) const override {
     const auto frontmost = frontmostApplication();
@@ -48,6 +53,12 @@ class FakeWorkspace final : public Workspace {
     m_frontmost = std::move(application);
   }
 
+  // Where the window of the application in front is; nowhere at first.
+  void setFrontmostArea(std::optional<QRect> area) {
+    const std::scoped_lock guard(m_lock);
+    m_area = area;
+  }
+
   // From now on that application runs no more.
   void setGone(const RunningApplication& application) {
     const std::scoped_lock guard(m_lock);
@@ -68,6 +79,7 @@ class FakeWorkspace final : public Workspace {
   Journal& m_journal;
   mutable std::mutex m_lock;
   std::optional<RunningApplication> m_frontmost;
+  std::optional<QRect> m_area;
   std::optional<RunningApplication> m_gone;
   std::optional<QString> m_own = QStringLiteral("zarvy");
 };

@@ -55,7 +55,11 @@ class Complaints final : public testing::EmptyTestEventListener {
 // The tests of the windows want an application around them, and no display.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+#ifdef ZARVY_TEST_SCREENS
+  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" ZARVY_TEST_SCREENS);
+#else
   qputenv("QT_QPA_PLATFORM", qEnvironmentVariableIsSet("ZARVY_TEST_DISPLAY") ? "xcb" : "offscreen");
+#endif
   const QApplication application(argc, argv);
   qInstallMessageHandler(&Complaints::note);
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<Complaints>().release());

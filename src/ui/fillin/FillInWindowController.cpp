@@ -7,6 +7,7 @@
 #include "ui/fillin/FillInPanel.h"
 #include "ui/fillin/StandaloneFillInForm.h"
 #include "ui/window/BringForward.h"
+#include "ui/window/UserScreen.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -27,7 +28,7 @@ void FillInWindowController::show(const Snippet& snippet, FolderColor folderColo
   m_window = makePanel<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title);
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{onCloseOf(onCancel)});
   m_window->setDelegate(m_windowDelegate);
-  m_window->center();
+  m_window->centerOn(screenOfUser(m_services.workspace));
   showInFront(*m_window, m_services.workspace);
 }
 

@@ -2,6 +2,8 @@
 
 #include <functional>
 
+#include <QtGlobal>
+
 namespace zarvy {
 
 class Scheduler;
@@ -15,6 +17,10 @@ struct QuickSearchServices {
   // A compositor runs, so that a window may let through what is behind it. Asked each time that
   // the panel opens.
   std::function<bool()> hasCompositor = [] { return false; };
+
+  // The panel is there for a moment: taskbars and pagers have no entry for it. Called with its
+  // native window before this comes to the screen.
+  std::function<void(quint64 nativeWindow)> keepOutOfTaskbar = [](quint64) {};
 };
 
 }  // namespace zarvy

@@ -12,6 +12,7 @@
 #include "ui/quicksearch/FloatingPanel.h"
 #include "ui/quicksearch/QuickSearchView.h"
 #include "ui/window/BringForward.h"
+#include "ui/window/UserScreen.h"
 
 namespace zarvy {
 namespace {
@@ -58,7 +59,8 @@ void QuickSearchWindowController::show(const QList<Snippet>& snippets, const QLi
   m_panel = makePanel<FloatingPanel>(std::move(view), m_services.hasCompositor());
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{[this] { hide(); }});
   m_panel->setDelegate(m_windowDelegate);
-  m_panel->center();
+  m_panel->centerOn(screenOfUser(m_services.workspace));
+  m_services.keepOutOfTaskbar(m_panel->winId());
   shown.focusSearch();
   showInFront(*m_panel, m_services.workspace);
   m_secondRequest = m_services.scheduler.postAfter(

@@ -4,7 +4,6 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QCursor>
 #include <QMouseEvent>
 #include <QScreen>
 #include <QWindow>
@@ -21,10 +20,9 @@ void Panel::setDelegate(std::weak_ptr<const WindowDelegate> delegate) {
   m_delegate = std::move(delegate);
 }
 
-void Panel::center() {
-  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-  if (screen == nullptr) screen = QGuiApplication::primaryScreen();
-  fitInto(screen->availableGeometry());
+void Panel::centerOn(QScreen& screen) {
+  setScreen(&screen);
+  fitInto(screen.availableGeometry());
 }
 
 void Panel::fitInto(const QRect& desk) {

@@ -8,6 +8,8 @@
 
 #include "ui/window/WindowDelegate.h"
 
+class QScreen;
+
 namespace zarvy {
 
 // A window that comes up where the user is, above all others, and goes when it has been answered.
@@ -19,8 +21,8 @@ class Panel : public QWidget {
   // Told of the closing; not kept alive.
   void setDelegate(std::weak_ptr<const WindowDelegate> delegate);
 
-  // Moves to the middle of the screen that the pointer is on, and fits into it.
-  void center();
+  // Moves to the middle of `screen`, and fits into it.
+  void centerOn(QScreen& screen);
 
   // The same for `desk`, what a screen has to offer, in logical pixels. Where that is too small the
   // panel is smaller than it would be at least, with its frame; one of a fixed size remains so.

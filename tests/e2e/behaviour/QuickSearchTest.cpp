@@ -108,6 +108,22 @@ INSTANTIATE_TEST_SUITE_P(, QuickSearchUnder,
                          testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4),
                          nameOfWindowManager);
 
+// Also once the program has told the window manager of its other windows.
+TEST_P(QuickSearchUnder, hasAnIconAndNoEntryInTaskbarsAndPagers) {
+  startWithLibrary(TargetKind::qt6);
+  for (int round = 0; round < 2; ++round) {
+    openPanel();
+    const xcb_window_t panel = activeWindow(stage().connection());
+    for (const ManagedWindow& window : managedWindows(stage().connection())) {
+      EXPECT_EQ(window.isInTaskbar, window.id != panel) << window.title;
+      EXPECT_EQ(window.isInPager, window.id != panel) << window.title;
+      EXPECT_TRUE(window.hasIcon || window.id != panel);
+    }
+    person().tap(XKB_KEY_Escape);
+    expectPanelGone();
+  }
+}
+
 TEST_F(QuickSearch, goesDownTheListWithTheArrows) {
   startWithLibrary(TargetKind::qt6);
   openPanel();

@@ -43,11 +43,18 @@ void askWindowManager(const XConnection& connection, xcb_window_t window,
 
 std::vector<ManagedWindow> managedWindows(const XConnection& connection) {
   const xcb_atom_t skipTaskbar = connection.atom("_NET_WM_STATE_SKIP_TASKBAR");
+  const xcb_atom_t skipPager = connection.atom("_NET_WM_STATE_SKIP_PAGER");
   std::vector<ManagedWindow> windows;
   for (const xcb_window_t id : connection.property(connection.root(), "_NET_CLIENT_LIST")) {
     const auto states = connection.property(id, "_NET_WM_STATE");
-    windows.push_back({id, titleOf(connection, id),
-                       std::find(states.begin(), states.end(), skipTaskbar) == states.end()});
+    const auto has = [&states](xcb_atom_t state) {
+      return std::find(states.begin(), states.end(), state) != states.end();
+    };
+    windows.push_back({.id = id,
+                       .title = titleOf(connection, id),
+                       .isInTaskbar = !has(skipTaskbar),
+                       .isInPager = !has(skipPager),
+                       .hasIcon = !connection.property(id, "_NET_WM_ICON").empty()});
   }
   return windows;
 }

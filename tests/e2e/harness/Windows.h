@@ -12,6 +12,8 @@ struct ManagedWindow {
   xcb_window_t id = XCB_WINDOW_NONE;
   std::string title;
   bool isInTaskbar = true;
+  bool isInPager = true;
+  bool hasIcon = false;
 };
 
 [[nodiscard]] std::vector<ManagedWindow> managedWindows(const XConnection& connection);

@@ -1,3 +1,4 @@
+#include <array>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -74,6 +75,17 @@ class Activation : public testing::Test {
   BareWindow m_window{connection()};
   BareWindow m_other{connection()};
 };
+
+TEST_F(Activation, TellsWhereTheWindowInFrontIs) {
+  const std::array<uint32_t, 4> place{120, 80, 300, 200};
+  m_window.focus();
+  xcb_configure_window(connection().get(), m_window.id(),
+                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                           XCB_CONFIG_WINDOW_HEIGHT,
+                       place.data());
+  connection().synchronise();
+  EXPECT_EQ(workspace().frontmostWindowArea(), QRect(120, 80, 300, 200));
+}
 
 TEST_F(Activation, GivesTheFocusWhereNoWindowManagerDoes) {
   setIdentity(m_window.id(), 17, "Editor");

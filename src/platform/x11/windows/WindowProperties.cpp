@@ -102,6 +102,17 @@ xcb_window_t WindowProperties::rootOf(xcb_window_t window) const {
   return tree ? tree->root : m_connection.root();
 }
 
+std::optional<QRect> WindowProperties::areaOf(xcb_window_t window) const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  const XcbPtr<xcb_get_geometry_reply_t> geometry(
+      xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, window), nullptr));
+  if (!geometry) return std::nullopt;
+  const XcbPtr<xcb_translate_coordinates_reply_t> origin(xcb_translate_coordinates_reply(
+      xcb, xcb_translate_coordinates(xcb, window, geometry->root, 0, 0), nullptr));
+  if (!origin) return std::nullopt;
+  return QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height);
+}
+
 // Without a window manager the focus may follow the pointer.
 xcb_window_t WindowProperties::focusedTopLevel() const {
   xcb_connection_t* xcb = m_connection.xcb();

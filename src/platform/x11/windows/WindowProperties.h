@@ -3,6 +3,7 @@
 #include <optional>
 #include <vector>
 
+#include <QRect>
 #include <QString>
 
 #include <xcb/xcb.h>
@@ -44,6 +45,9 @@ class WindowProperties {
 
   [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
   [[nodiscard]] bool answersPing(xcb_window_t window) const;
+
+  // Where it is on its screen, without its border; absent for one that has gone.
+  [[nodiscard]] std::optional<QRect> areaOf(xcb_window_t window) const;
 
   // The root window of the screen that `window` is on; that of the screen which the environment
   // names where the window has gone.

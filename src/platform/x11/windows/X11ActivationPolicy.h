@@ -16,8 +16,9 @@ class X11ActivationPolicy final : public ActivationPolicy {
       : m_connection(connection), m_properties(windows) {}
 
   void setActivationPolicy(Kind kind) override;
+  void leaveOut(quint64 nativeWindow) override;
   void windowOpened(quint64 nativeWindow) override;
-  void windowClosed(quint64 nativeWindow) override { m_windows.remove(nativeWindow); }
+  void windowClosed(quint64 nativeWindow) override;
 
  private:
   void ask(quint64 nativeWindow) const;
@@ -26,6 +27,7 @@ class X11ActivationPolicy final : public ActivationPolicy {
   const WindowProperties& m_properties;
   Kind m_kind = Kind::regular;
   QSet<quint64> m_windows;
+  QSet<quint64> m_leftOut;  // none of these is among the others
 };
 
 }  // namespace zarvy::x11

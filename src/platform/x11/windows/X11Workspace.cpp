@@ -45,6 +45,12 @@ std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
   return applicationOf(window);
 }
 
+std::optional<QRect> X11Workspace::frontmostWindowArea() const {
+  const xcb_window_t window = m_windows.activeWindow();
+  if (window == XCB_WINDOW_NONE) return std::nullopt;
+  return m_windows.areaOf(window);
+}
+
 std::optional<RunningApplication> X11Workspace::runningApplication(qint64 processIdentifier) const {
   const xcb_window_t window = m_windows.windowOfProcess(processIdentifier);
   if (window != XCB_WINDOW_NONE) return applicationOf(window);

@@ -14,6 +14,7 @@ class X11Workspace final : public Workspace {
   X11Workspace(Connection& connection, QString ownBundleIdentifier);
 
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override;
+  [[nodiscard]] std::optional<QRect> frontmostWindowArea() const override;
   [[nodiscard]] std::optional<RunningApplication> runningApplication(
       qint64 processIdentifier) const override;
   [[nodiscard]] bool isActive(const RunningApplication& application) const override;

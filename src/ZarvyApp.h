@@ -37,6 +37,7 @@
 #include "ui/TrayIcon.h"
 #include "ui/fillin/FillInWindowController.h"
 #include "ui/quicksearch/QuickSearchWindowController.h"
+#include "ui/style/DesktopColors.h"
 #include "ui/window/OwnWindows.h"
 
 namespace zarvy {
@@ -105,6 +106,7 @@ class ZarvyApp {
   std::shared_ptr<TextInjector> m_injector;
   SecureInputWatch m_secureInputWatch;
   XdgLoginItem m_loginItem;
+  DesktopColors m_colors;
   OwnWindows m_ownWindows;
   FillInWindowController m_fillInWindow;
   QuickSearchWindowController m_quickSearchWindow;

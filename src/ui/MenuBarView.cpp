@@ -11,6 +11,7 @@
 #include "app/AppState.h"
 #include "ui/MenuCircumstancesOf.h"
 #include "ui/Scenes.h"
+#include "ui/style/QuietEntries.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -34,6 +35,7 @@ MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)>
                             &AppState::secureInputAppNameChanged, &AppState::takenHotKeyChanged}) {
     connect(&state, signal, this, &MenuBarView::showWhatHolds);
   }
+  new QuietEntries(*this);
   for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(state))) makeRow(entry);
   followOpening();
   showWhatHolds();

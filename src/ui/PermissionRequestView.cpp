@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "app/AppState.h"
+#include "ui/style/ToneKeeper.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -24,14 +25,13 @@ constexpr int innerSpacing = 12;
 constexpr QSize symbolSize(64, 64);
 constexpr QSize checkMarkSize(16, 16);
 constexpr double subheadline = 0.92;
-constexpr QColor granted(0x2F, 0xA8, 0x4F);
 const QString checkMark = u":/icons/check-circle.svg"_s;
 
-QLabel* makeText(const QString& text, QWidget* parent) {
-  auto* const label = new QLabel(text, parent);
+// In a font of that share of the desktop's.
+QLabel* makeText(const QString& text, QWidget* parent, double scale = 1) {
+  auto* const label = inTone(new QLabel(text, parent), {Tone::Color::secondary, scale});
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignCenter);
-  label->setForegroundRole(QPalette::PlaceholderText);
   return label;
 }
 
@@ -56,10 +56,7 @@ QWidget* makePoint(const QString& text, double scale, QWidget* parent) {
   auto* const point = new QWidget(parent);
   auto* const row = new QHBoxLayout(point);
   row->setContentsMargins(0, 0, 0, 0);
-  auto* const label = makeText(text, point);
-  QFont font = label->font();
-  font.setPointSizeF(font.pointSizeF() * scale);
-  label->setFont(font);
+  auto* const label = makeText(text, point, scale);
   label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   row->addWidget(makeSymbol(checkMark, checkMarkSize, point));
   row->addWidget(label, 1);
@@ -119,10 +116,8 @@ QWidget* PermissionRequestView::makeGranted() {
   auto* const column = makeColumn(part, spacing);
   auto* const row = new QHBoxLayout;
   row->setSpacing(innerSpacing / 2);
-  QLabel* const headline = makeHeadline(u"Permission Granted"_s, 1, part);
-  QPalette green = headline->palette();
-  green.setColor(QPalette::WindowText, granted);
-  headline->setPalette(green);
+  auto* const headline =
+      inTone(new QLabel(u"Permission Granted"_s, part), {Tone::Color::granted, 1, QFont::DemiBold});
   row->addStretch();
   row->addWidget(makeSymbol(checkMark, checkMarkSize, part));
   row->addWidget(headline);

@@ -61,6 +61,7 @@ QuickSearchView::QuickSearchView(const QList<Snippet>& snippets, const QList<Fol
   column->addWidget(new Divider(this));
   column->addWidget(makeFooter());
   scaleSearchField();
+  colorSearchField();
   showResults();
 }
 
@@ -86,9 +87,6 @@ QWidget* QuickSearchView::makeSearchBar() {
   m_search->setPlaceholderText(u"Search snippets..."_s);
   m_search->setAccessibleName(u"Search snippets"_s);
   m_search->setFrame(false);
-  QPalette clear;
-  clear.setColor(QPalette::Base, Qt::transparent);
-  m_search->setPalette(clear);
   connect(m_search, &QLineEdit::textChanged, this, &QuickSearchView::filter);
   connect(m_search, &QLineEdit::returnPressed, this, [this] { choose(m_selectedIndex); });
   line->addWidget(m_search, 1);
@@ -137,11 +135,22 @@ QWidget* QuickSearchView::makeFooter() {
 // A font with a size of its own does not change with that of the desktop.
 void QuickSearchView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) scaleSearchField();
+  if (event->type() == QEvent::PaletteChange) colorSearchField();
   QWidget::changeEvent(event);
 }
 
 void QuickSearchView::scaleSearchField() {
   m_search->setFont(scaledFont(font(), searchScale));
+}
+
+// It is written on the window itself.
+void QuickSearchView::colorSearchField() {
+  const QColor ground = activeColor(palette(), QPalette::Window);
+  QPalette own;
+  own.setColor(QPalette::Base, Qt::transparent);
+  own.setColor(QPalette::Text, activeColor(palette(), QPalette::WindowText));
+  own.setColor(QPalette::PlaceholderText, tertiaryColor(palette(), ground));
+  m_search->setPalette(own);
 }
 
 // What the search field has no use for.

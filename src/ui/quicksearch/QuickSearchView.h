@@ -57,6 +57,7 @@ class QuickSearchView final : public QWidget {
   [[nodiscard]] QWidget* makeNothingFound();
   [[nodiscard]] QWidget* makeFooter();
   void scaleSearchField();
+  void colorSearchField();
   void filter();
   void showResults();
   void setSelectedIndex(int row);

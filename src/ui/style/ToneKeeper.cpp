@@ -18,6 +18,8 @@ QColor colorOf(const Tone& tone, const QPalette& palette) {
       return tertiaryColor(palette, ground);
     case Tone::Color::required:
       return requiredColor(palette, ground);
+    case Tone::Color::granted:
+      return grantedColor(palette, ground);
     case Tone::Color::primary:
       break;
   }

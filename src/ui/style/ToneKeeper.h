@@ -10,7 +10,7 @@ namespace zarvy {
 
 // Text apart from the desktop's usual one.
 struct Tone {
-  enum class Color { primary, secondary, tertiary, required };
+  enum class Color { primary, secondary, tertiary, required, granted };
 
   Color color = Color::primary;
   double scale = 1;  // in relation to the desktop's usual text

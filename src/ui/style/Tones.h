@@ -37,7 +37,7 @@ namespace zarvy {
   return withOpacity(activeColor(palette, QPalette::WindowText), 0.18);
 }
 
-// How far apart two colours are for the eye, from 1 to 21; small text wants 4.5.
+// How far apart two colours are for the eye, from 1 to 21.
 [[nodiscard]] inline double contrastBetween(const QColor& a, const QColor& b) {
   const auto linear = [](double part) {
     return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
@@ -50,13 +50,17 @@ namespace zarvy {
   return (lighter + 0.05) / (darker + 0.05);
 }
 
+// What a small text wants of its contrast, and what a line or a mark does.
+inline constexpr double textContrast = 4.5;
+inline constexpr double lineContrast = 3;
+
 // `color` as text on `background`: moved towards `text` only as far as it takes to be read.
 [[nodiscard]] inline QColor legible(const QColor& color, const QColor& background,
-                                    const QColor& text) {
+                                    const QColor& text, double contrast = textContrast) {
   constexpr int steps = 20;
   for (int step = 0; step < steps; ++step) {
     const QColor candidate = blended(color, text, static_cast<double>(step) / steps);
-    if (contrastBetween(candidate, background) >= 4.5) return candidate;
+    if (contrastBetween(candidate, background) >= contrast) return candidate;
   }
   return text;
 }
@@ -64,6 +68,9 @@ namespace zarvy {
 // As text on `background`.
 [[nodiscard]] inline QColor requiredColor(const QPalette& palette, const QColor& background) {
   return legible(tintOf(FolderColor::red), background, activeColor(palette, QPalette::Text));
+}
+[[nodiscard]] inline QColor grantedColor(const QPalette& palette, const QColor& background) {
+  return legible(tintOf(FolderColor::green), background, activeColor(palette, QPalette::Text));
 }
 [[nodiscard]] inline QColor accentColor(const QPalette& palette, const QColor& background) {
   return legible(activeColor(palette, QPalette::Highlight), background,
@@ -81,6 +88,20 @@ namespace zarvy {
 }
 [[nodiscard]] inline QColor tertiaryColor(const QPalette& palette, const QColor& background) {
   return fadedColor(palette, background, 0.58);
+}
+
+// The outline of a control, on a window as well as on an input.
+[[nodiscard]] inline QColor visibleLine(const QPalette& palette, const QColor& line) {
+  const QColor text = activeColor(palette, QPalette::WindowText);
+  const QColor onWindow = legible(line, activeColor(palette, QPalette::Window), text, lineContrast);
+  return legible(onWindow, activeColor(palette, QPalette::Base), text, lineContrast);
+}
+[[nodiscard]] inline QColor outlineColor(const QPalette& palette) {
+  return visibleLine(palette, blended(activeColor(palette, QPalette::Window),
+                                      activeColor(palette, QPalette::WindowText), 0.4));
+}
+[[nodiscard]] inline QColor focusColor(const QPalette& palette) {
+  return visibleLine(palette, activeColor(palette, QPalette::Highlight));
 }
 
 // Sizes in relation to the desktop's own text.

@@ -15,6 +15,7 @@
 #include "ui/fillin/OptionPicker.h"
 #include "ui/fillin/RoundedBox.h"
 #include "ui/fillin/WrappedLabel.h"
+#include "ui/style/ControlOutline.h"
 #include "ui/style/ToneKeeper.h"
 #include "ui/style/Tones.h"
 
@@ -67,8 +68,15 @@ FieldRow::FieldRow(const FillInField& field, QWidget* parent) : QWidget(parent),
   }
 }
 
+// From the end to the beginning, which is what is to be seen of a long text.
 void FieldRow::takeFocus() {
   m_input->setFocus(Qt::OtherFocusReason);
+  if (auto* const line = qobject_cast<QLineEdit*>(m_input)) {
+    const auto length = static_cast<int>(line->text().size());
+    line->setSelection(length, -length);
+  } else if (auto* const editor = qobject_cast<MultiLineEditor*>(m_input)) {
+    editor->selectAllFromTheEnd();
+  }
 }
 
 bool FieldRow::hasFocusInside() const {
@@ -86,7 +94,7 @@ void FieldRow::setNameWidth(int width) {
 }
 
 void FieldRow::addText(QVBoxLayout& column) {
-  auto* const input = new QLineEdit(this);
+  auto* const input = outlined(new QLineEdit(this));
   input->setMaxLength(std::numeric_limits<int>::max());
   input->setText(m_field.value);
   input->setCursorPosition(0);
@@ -95,7 +103,7 @@ void FieldRow::addText(QVBoxLayout& column) {
 }
 
 void FieldRow::addDropdown(QVBoxLayout& column) {
-  auto* const input = new OptionPicker(m_field.type.options, m_field.value, this);
+  auto* const input = outlined(new OptionPicker(m_field.type.options, m_field.value, this));
   connect(input, &OptionPicker::picked, this, &FieldRow::setValue);
   addBesideName(column, *input);
 }
@@ -112,14 +120,14 @@ void FieldRow::addTextArea(QVBoxLayout& column) {
   connect(input, &MultiLineEditor::edited, this, [this, input] { setValue(input->value()); });
   name->setBuddy(input);
   adopt(*input);
-  auto* const box = new RoundedBox(*input, {QPalette::Base, boxPadding}, this);
+  auto* const box = new RoundedBox(*input, {QPalette::Base, boxPadding, true}, this);
   box->setFixedHeight(editorHeight);
   column.addWidget(box);
   addRemember(column);
 }
 
 void FieldRow::addSection(QVBoxLayout& column) {
-  auto* const input = new ElidedCheckBox(m_field.name, this);
+  auto* const input = outlined(new ElidedCheckBox(m_field.name, this));
   input->setChecked(m_field.isChecked);
   adopt(*input);
   column.addWidget(input);
@@ -150,7 +158,7 @@ void FieldRow::addBesideName(QVBoxLayout& column, QWidget& input) {
 }
 
 void FieldRow::addRemember(QVBoxLayout& column) {
-  auto* const remember = inTone(new QCheckBox(u"Remember"_s, this), remark);
+  auto* const remember = outlined(inTone(new QCheckBox(u"Remember"_s, this), remark));
   remember->setAccessibleName(u"Remember "_s + m_field.name);
   remember->setChecked(m_field.shouldRemember);
   connect(remember, &QCheckBox::toggled, this, [this](bool isChecked) {

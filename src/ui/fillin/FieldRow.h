@@ -20,6 +20,7 @@ class FieldRow final : public QWidget {
   // As the user has left it.
   [[nodiscard]] const FillInField& field() const { return m_field; }
 
+  // Gives it the keyboard, with its text selected, so that what is typed replaces that.
   void takeFocus();
   [[nodiscard]] bool hasFocusInside() const;
 

@@ -21,4 +21,11 @@ QString MultiLineEditor::value() const {
   return text;
 }
 
+void MultiLineEditor::selectAllFromTheEnd() {
+  QTextCursor selection = textCursor();
+  selection.movePosition(QTextCursor::End);
+  selection.movePosition(QTextCursor::Start, QTextCursor::KeepAnchor);
+  setTextCursor(selection);
+}
+
 }  // namespace zarvy

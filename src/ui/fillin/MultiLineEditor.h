@@ -14,6 +14,9 @@ class MultiLineEditor final : public QPlainTextEdit {
   // The text with line feeds, otherwise as it was typed.
   [[nodiscard]] QString value() const;
 
+  // With the caret at the beginning, which stays in sight.
+  void selectAllFromTheEnd();
+
  Q_SIGNALS:
   void edited();
 };

@@ -14,6 +14,7 @@ namespace {
 
 constexpr int handleHeight = 9;  // what the mouse can take hold of
 constexpr QSizeF gripSize(28, 3);
+constexpr QSizeF focusedGripSize(44, 7);
 constexpr int keyStep = 16;
 
 class PaneDivider final : public QSplitterHandle {
@@ -30,13 +31,11 @@ class PaneDivider final : public QSplitterHandle {
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor line = separatorColor(palette());
     drawRule(painter, {0, height() / 2, width(), 1}, line);
-    QRectF grip({}, gripSize);
+    QRectF grip({}, hasFocus() ? focusedGripSize : gripSize);
     grip.moveCenter(QRectF(rect()).center());
     painter.setPen(Qt::NoPen);
-    painter.setBrush(hasFocus() ? palette().color(QPalette::Highlight)
-                                : blended(palette().color(QPalette::Base),
-                                          palette().color(QPalette::Text), 0.4));
-    painter.drawRoundedRect(grip, gripSize.height() / 2, gripSize.height() / 2);
+    painter.setBrush(hasFocus() ? focusColor(palette()) : outlineColor(palette()));
+    painter.drawRoundedRect(grip, grip.height() / 2, grip.height() / 2);
   }
 
   void keyPressEvent(QKeyEvent* event) override {

@@ -119,6 +119,12 @@ void PreviewView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) formatAnew();
 }
 
+// Whoever reads it with the keyboard keeps the place.
+void PreviewView::resizeEvent(QResizeEvent* event) {
+  QPlainTextEdit::resizeEvent(event);
+  if (hasFocus()) ensureCursorVisible();
+}
+
 QMimeData* PreviewView::createMimeDataFromSelection() const {
   const QTextCursor selection = textCursor();
   QString text;

@@ -23,6 +23,7 @@ class PreviewView final : public QPlainTextEdit {
 
  protected:
   void changeEvent(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   [[nodiscard]] QMimeData* createMimeDataFromSelection() const override;
 
  private:

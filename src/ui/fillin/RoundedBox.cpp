@@ -11,7 +11,8 @@ namespace zarvy {
 namespace {
 
 constexpr double radius = 4;
-constexpr int strokeWidth = 1;  // at most
+constexpr int strokeWidth = 1;  // at most, without the keyboard
+constexpr double focusWidth = 2;
 
 }  // namespace
 
@@ -33,8 +34,13 @@ void RoundedBox::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(palette().color(m_look.background));
-  const QColor line =
-      m_content.hasFocus() ? palette().color(QPalette::Highlight) : separatorColor(palette());
+  if (m_content.hasFocus()) {
+    constexpr double inset = focusWidth / 2;
+    painter.setPen(QPen(focusColor(palette()), focusWidth));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    return;
+  }
+  const QColor line = m_look.isInput ? outlineColor(palette()) : separatorColor(palette());
   painter.setPen(QPen(line, lineWidth(painter)));
   painter.drawRoundedRect(outlineWithin(painter, rect()), radius, radius);
 }

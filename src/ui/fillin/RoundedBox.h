@@ -13,7 +13,8 @@ class RoundedBox final : public QWidget {
  public:
   struct Look {
     QPalette::ColorRole background = QPalette::Base;
-    int padding = 0;  // inside the line, in logical pixels as everywhere
+    int padding = 0;       // inside the line, in logical pixels as everywhere
+    bool isInput = false;  // whose outline is to be found also without the keyboard
   };
 
   // Takes `content` over.

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPointer>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
 
@@ -24,7 +24,9 @@
 #include "ui/fillin/PreviewView.h"
 #include "ui/fillin/ProminentButton.h"
 #include "ui/fillin/RoundedBox.h"
+#include "ui/fillin/RowsArea.h"
 #include "ui/fillin/TriggerBadge.h"
+#include "ui/style/ControlOutline.h"
 #include "ui/style/Divider.h"
 #include "ui/style/FolderTint.h"
 #include "ui/style/ToneKeeper.h"
@@ -139,9 +141,9 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
 QWidget* StandaloneFillInForm::makeButtons() {
   auto* const bar = new QWidget(this);
   auto* const line = makePadded<QHBoxLayout>(bar, barPadding);
-  m_cancel = new QPushButton(u"Cancel"_s, bar);
+  m_cancel = outlined(new QPushButton(u"Cancel"_s, bar));
   connect(m_cancel, &QPushButton::clicked, this, [this] { m_onCancel(); });
-  m_expand = new ProminentButton(u"Expand"_s, bar);
+  m_expand = outlined(new ProminentButton(u"Expand"_s, bar));
   connect(m_expand, &QPushButton::clicked, this, &StandaloneFillInForm::expand);
   line->addWidget(m_cancel);
   line->addStretch(1);
@@ -167,20 +169,33 @@ void StandaloneFillInForm::showEvent(QShowEvent* event) {
   if (!std::exchange(m_hasAppeared, true)) appear();
 }
 
+// Until the first field has the keyboard.
+bool StandaloneFillInForm::event(QEvent* event) {
+  return m_earlyKeys.keeps(*event) || QWidget::event(event);
+}
+
 void StandaloneFillInForm::appear() {
   m_fields = m_services.engine.parseFillInFields(m_snippet.replacement);
   m_upperPane->addWidget(makeRows());
   m_expand->setEnabled(!isIncomplete(m_fields));
   rebuildPreview();
   setFocus();  // until the first field has it
+  if (m_list) {
+    m_earlyKeys.begin();
+    setAttribute(Qt::WA_InputMethodEnabled);
+  }
   const QPointer<StandaloneFillInForm> form(this);
   m_services.scheduler.postAfter(focusDelay, [form] {
     if (auto* const shown = form.data()) shown->focusFirstField();
   });
 }
 
+// Return among the keys of before expands as it does later on.
 void StandaloneFillInForm::focusFirstField() {
-  if (m_list) m_list->takeFocus(m_fields.constFirst().id);
+  if (!m_list) return;
+  setAttribute(Qt::WA_InputMethodEnabled, false);
+  m_list->takeFocus(m_fields.constFirst().id);
+  m_earlyKeys.handOn(*this, [this] { m_expand->click(); });
 }
 
 QWidget* StandaloneFillInForm::makeRows() {
@@ -193,21 +208,13 @@ QWidget* StandaloneFillInForm::makeRows() {
     none->setWordWrap(true);
     return none;
   }
-  auto* const area = new QScrollArea(this);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setWidgetResizable(true);
-  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->viewport()->setAutoFillBackground(false);
-  auto* const rows = new QWidget(area);
+  auto* const rows = new QWidget(this);
   auto* const column = makePadded<QVBoxLayout>(rows, rowsPadding);
   m_list = new FieldList(m_fields, rows);
   connect(m_list, &FieldList::changed, this, &StandaloneFillInForm::setField);
   column->addWidget(m_list);
   column->addStretch(1);
-  area->setWidget(rows);
-  rows->setAutoFillBackground(false);
-  return area;
+  return new RowsArea(rows, this);
 }
 
 std::optional<QUuid> StandaloneFillInForm::focusedFieldID() const {

@@ -13,6 +13,7 @@
 #include "core/FillInField.h"
 #include "core/model/FolderColor.h"
 #include "core/model/Snippet.h"
+#include "ui/fillin/EarlyKeys.h"
 #include "ui/fillin/FillInServices.h"
 
 class QPushButton;
@@ -52,6 +53,7 @@ class StandaloneFillInForm final : public QWidget {
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
+  bool event(QEvent* event) override;
   void showEvent(QShowEvent* event) override;
 
  private:
@@ -74,6 +76,7 @@ class StandaloneFillInForm final : public QWidget {
   const OnCancel m_onCancel;
   QList<FillInField> m_fields;
   bool m_hasAppeared = false;
+  EarlyKeys m_earlyKeys;
   QVBoxLayout* m_upperPane = nullptr;
   FieldList* m_list = nullptr;  // null where there are no fields
   PreviewView* m_preview = nullptr;

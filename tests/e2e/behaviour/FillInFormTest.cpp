@@ -51,6 +51,12 @@ class FillInForm : public BehaviourTest {
         << text.toStdString();
   }
 
+  // Of the field that has the focus; empty where none has.
+  [[nodiscard]] QString fieldText() {
+    if (!m_field.find(program().process().pid())) return {};
+    return m_field.state(PositionUnit::utf16).text;
+  }
+
   void expectFormGone() {
     EXPECT_TRUE(waitUntil(
         [&] {
@@ -128,6 +134,24 @@ TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
   fillIn(u"Rome"_s);
   person().tap(XKB_KEY_Return);
   expectLetter(target(), u""_s, u"Ada"_s, u"Rome"_s);
+}
+
+// What reaches the application before the form has the keyboard is the application's; all that
+// comes after it is the first field's, in place of its default.
+TEST_P(FillInFormUnder, losesNoKeyOfSomebodyWhoTypesOn) {
+  start(TargetKind::qt6, {{u";d"_s, u"Dear {{field:Name:Somebody}}"_s}});
+  const QString name = u"Ada Lovelace"_s;
+  person().type(u";d"_s + name, {.interval = std::chrono::milliseconds(60)});
+  ASSERT_TRUE(waitForWindow(stage().connection(), title).has_value());
+  QString typed;
+  EXPECT_TRUE(waitUntil(
+      [&] {
+        typed = target().state().text + u'|' + fieldText();
+        return QString(typed).remove(u'|') == u";d"_s + name;
+      },
+      std::chrono::seconds(10)))
+      << typed.toStdString();
+  EXPECT_TRUE(typed.endsWith(u"ace"_s)) << "the field has had none: " << typed.toStdString();
 }
 
 TEST_P(FillInFormUnder, leavesTheTriggerWhereItIsWhenItIsCancelled) {

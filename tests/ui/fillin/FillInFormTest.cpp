@@ -2,6 +2,7 @@
 #include <optional>
 
 #include <QAbstractItemView>
+#include <QInputMethodEvent>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QWheelEvent>
@@ -112,6 +113,128 @@ TEST_F(FillInForm, GivesTheFirstFieldTheKeyboardAfterATenthOfASecond) {
   QTest::keyClick(focused(), Qt::Key_Tab);  // Remember
   QTest::keyClick(focused(), Qt::Key_Tab);
   EXPECT_EQ(m_form->focusedFieldID(), m_form->fields().back().id);
+}
+
+TEST_F(FillInForm, SelectsTheTextOfTheFirstFieldSoThatTypingReplacesIt) {
+  m_harness.fieldDefaults.replaceAll({{u"B"_s, u"remembered\ntext"_s}});
+  for (const QString& replacement :
+       {u"{{field:A:default}} {{field:C:other}}"_s, u"{{textarea:B}}"_s}) {
+    open(replacement);
+    giveFocus();
+    EXPECT_FALSE(m_form->fields().front().value.isEmpty());
+    QTest::keyClicks(focused(), u"new"_s);
+    EXPECT_EQ(m_form->fields().front().value, u"new"_s);
+  }
+}
+
+TEST_F(FillInForm, KeepsWhatIsTypedBeforeTheFirstFieldHasTheKeyboard) {
+  open(u"{{field:A:default}} {{field:B:b}} {{field:C:c}}"_s);
+  const auto press = [this](int key, const QString& text = {},
+                            Qt::KeyboardModifiers modifiers = {}) {
+    QTest::sendKeyEvent(QTest::Click, m_form.get(), static_cast<Qt::Key>(key), text, modifiers);
+  };
+  press(Qt::Key_A, u"A"_s, Qt::ShiftModifier);
+  press(Qt::Key_D, u"d"_s);
+  press(Qt::Key_Q, u"@"_s, Qt::GroupSwitchModifier);
+  press(Qt::Key_Backspace, u"\b"_s);
+  QInputMethodEvent composed;
+  composed.setCommitString(u"\u00e9"_s);
+  QApplication::sendEvent(m_form.get(), &composed);
+  EXPECT_EQ(m_form->fields().front().value, u"default"_s) << "the field has not got the keyboard";
+  giveFocus();
+  EXPECT_EQ(m_form->fields().front().value, u"Ad\u00e9"_s);
+  EXPECT_EQ(m_form->focusedFieldID(), m_form->fields().front().id);
+  QTest::keyClicks(focused(), u"a"_s);
+  EXPECT_EQ(m_form->fields().front().value, u"Ad\u00e9a"_s);
+  EXPECT_EQ(m_expansions + m_cancellations, 0);
+}
+
+TEST_F(FillInForm, GoesOnFromFieldToFieldWithTheKeysOfBefore) {
+  open(u"{{field:A:a}} {{field:B:b}}"_s);
+  QTest::keyClicks(m_form.get(), u"1"_s);
+  QTest::keyClick(m_form.get(), Qt::Key_Tab);
+  QTest::keyClick(m_form.get(), Qt::Key_Tab);
+  QTest::keyClicks(m_form.get(), u"2"_s);
+  QTest::keyClick(m_form.get(), Qt::Key_Return);
+  QTest::keyClicks(m_form.get(), u"3"_s);
+  EXPECT_EQ(m_expansions, 0);
+  giveFocus();
+  EXPECT_EQ(m_expansions, 1);
+  EXPECT_EQ(m_values, (Values{{u"A"_s, u"1"_s}, {u"B"_s, u"2"_s}}));
+}
+
+TEST_F(FillInForm, BeginsALineWithAReturnOfBefore) {
+  open(u"{{textarea:A:default}}"_s);
+  QTest::keyClicks(m_form.get(), u"a"_s);
+  QTest::keyClick(m_form.get(), Qt::Key_Return);
+  QTest::keyClicks(m_form.get(), u"b"_s);
+  giveFocus();
+  EXPECT_EQ(m_form->fields().front().value, u"a\nb"_s);
+  EXPECT_EQ(m_expansions, 0);
+}
+
+TEST_F(FillInForm, CancelsAtOnceOnAnEscapeOfBefore) {
+  open(u"{{field:A}}"_s);
+  QTest::keyClicks(m_form.get(), u"a"_s);
+  QTest::keyClick(m_form.get(), Qt::Key_Escape);
+  EXPECT_EQ(m_cancellations, 1);
+}
+
+// Of `widget` or a part of it, in the area that the rows scroll in.
+bool isInSight(const QWidget& widget, const QRect& part) {
+  const QWidget* viewport = &widget;
+  while (!qobject_cast<const QScrollArea*>(viewport->parentWidget())) {
+    viewport = viewport->parentWidget();
+  }
+  return viewport->rect().contains(QRect(widget.mapTo(viewport, part.topLeft()), part.size()));
+}
+
+TEST_F(FillInForm, ScrollsToWhateverTabReaches) {
+  QString replacement;
+  for (const QChar name : u"ABCDEFGHIJKL"_s) {
+    replacement += u"{{field:%1}}{{textarea:%2}}"_s.arg(name, name.toLower());
+  }
+  open(replacement);
+  giveFocus();
+  for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+    int inRows = 0;
+    const QWidget* const first = focused();
+    do {
+      QTest::keyClick(focused(), key);
+      const bool isInRow = [this] {
+        for (const QWidget* above = focused(); above; above = above->parentWidget()) {
+          if (qobject_cast<const FieldRow*>(above)) return true;
+        }
+        return false;
+      }();
+      if (!isInRow) continue;
+      ++inRows;
+      EXPECT_TRUE(isInSight(*focused(), focused()->rect())) << spokenName(*focused()).toStdString();
+    } while (focused() != first);
+    EXPECT_EQ(inRows, 48);
+  }
+}
+
+TEST_F(FillInForm, KeepsTheCaretInSightInALowPane) {
+  open(u"{{field:A}} {{field:B}} {{textarea:Text}}"_s);
+  giveFocus();
+  auto& text = named<QPlainTextEdit>(*m_form, u"Text"_s);
+  text.setFocus(Qt::TabFocusReason);
+  const auto caretIsInSight = [&text] {
+    return isInSight(text, text.inputMethodQuery(Qt::ImCursorRectangle).toRect());
+  };
+  m_form->setMinimumSize(100, 100);
+  for (const int height : {550, 400, 300, 240}) {
+    m_form->resize(350, height);
+    QApplication::processEvents();
+    EXPECT_TRUE(caretIsInSight()) << height;
+    for (int line = 0; line < 6; ++line) {
+      QTest::keyClick(&text, Qt::Key_Return);
+      EXPECT_TRUE(caretIsInSight()) << height;
+    }
+    QTest::keyClick(&text, Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_TRUE(caretIsInSight()) << height;
+  }
 }
 
 TEST_F(FillInForm, ForgetsTheKeyboardWhereItIsGoneByThen) {

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QGuiApplication>
 
 #include "ui/Scenes.h"
 
@@ -21,6 +22,12 @@ constexpr int statusWithoutDisplay = 1;
 // The program's own sound, where builds and packages put it.
 QString soundFile() {
   return QCoreApplication::applicationDirPath() + u"/../share/zarvy/tink.wav"_s;
+}
+
+// Without a display nobody sees a colour.
+QDBusConnection sessionOfWindows() {
+  const bool hasWindows = QGuiApplication::platformName() != u"offscreen";
+  return hasWindows ? QDBusConnection::sessionBus() : QDBusConnection(QString());
 }
 
 // Scripts write dates as the placeholders do.
@@ -60,6 +67,8 @@ ZarvyApp::ZarvyApp(LineOutput& output)
                                     m_workers, m_scheduler)),
       m_secureInputWatch(m_desktop.parts(), m_desktop.parts(), m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
+      m_colorScheme(sessionOfWindows(),
+                    [this](ColorScheme scheme) { m_colors.setColorScheme(scheme); }),
       m_ownWindows([this](quint64 window) { m_desktop.parts().windowOpened(window); },
                    [this](quint64 window) { m_desktop.parts().windowClosed(window); }),
       m_fillInWindow(fillInServices()),

@@ -20,6 +20,7 @@
 #include "core/injection/TextInjector.h"
 #include "core/placeholders/DateFormatters.h"
 #include "platform/freedesktop/CanberraSoundOutput.h"
+#include "platform/freedesktop/PortalColorScheme.h"
 #include "platform/freedesktop/QSettingsUserDefaults.h"
 #include "platform/freedesktop/QtPasteboard.h"
 #include "platform/freedesktop/SyncedFolderDrive.h"
@@ -107,6 +108,7 @@ class ZarvyApp {
   SecureInputWatch m_secureInputWatch;
   XdgLoginItem m_loginItem;
   DesktopColors m_colors;
+  PortalColorScheme m_colorScheme;
   OwnWindows m_ownWindows;
   FillInWindowController m_fillInWindow;
   QuickSearchWindowController m_quickSearchWindow;

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QObject>
+#include <QString>
+
+#include "platform/ColorScheme.h"
+
+namespace zarvy {
+
+// Light or dark, as the settings portal of the desktop tells it (org.freedesktop.appearance). Main
+// thread.
+class PortalColorScheme final : public QObject {
+  Q_OBJECT
+
+ public:
+  using Listener = std::function<void(ColorScheme scheme)>;
+
+  // `onScheme` is called whenever the portal tells one: soon after the making of this object, and
+  // at each change. Never where `session` is not connected, or nobody there has such settings. No
+  // call waits for an answer.
+  PortalColorScheme(const QDBusConnection& session, Listener onScheme);
+
+ private:
+  void ask(const QDBusConnection& session);
+  void tell(const QVariant& value) const;
+
+ private Q_SLOTS:
+  void settingChanged(const QDBusMessage& message);
+
+ private:
+  const Listener m_onScheme;
+};
+
+}  // namespace zarvy

@@ -66,13 +66,14 @@ void setEngineZone(std::shared_ptr<const LocalTime> time, const std::string& nam
 #define NAME_OF(function) TEXT_OF(function)
 #define TEXT_OF(name) #name
 
+// NOLINTNEXTLINE(readability-non-const-parameter): it is written to, and the type is ICU's
 U_CAPI int32_t U_EXPORT2 ucal_getHostTimeZone(UChar* result, int32_t capacity, UErrorCode* status) {
   return zarvy::engineZone().name.extract(result, capacity, *status);
 }
 
 U_CAPI UCalendar* U_EXPORT2 ucal_open(const UChar* zone, int32_t length, const char* locale,
                                       UCalendarType type, UErrorCode* status) {
-  static auto* const next = zarvy::nextOf(&ucal_open, NAME_OF(ucal_open));
+  auto* const next = zarvy::nextOf(&ucal_open, NAME_OF(ucal_open));
   UCalendar* const calendar = next(zone, length, locale, type, status);
   if (calendar && zarvy::isEngineZone(zone, length)) {
     // What the C interface hands out is the C++ object.
@@ -85,7 +86,7 @@ U_CAPI UDateFormat* U_EXPORT2 udat_open(UDateFormatStyle time, UDateFormatStyle 
                                         const char* locale, const UChar* zone, int32_t length,
                                         const UChar* pattern, int32_t patternLength,
                                         UErrorCode* status) {
-  static auto* const next = zarvy::nextOf(&udat_open, NAME_OF(udat_open));
+  auto* const next = zarvy::nextOf(&udat_open, NAME_OF(udat_open));
   UDateFormat* const format =
       next(time, date, locale, zone, length, pattern, patternLength, status);
   if (format && zarvy::isEngineZone(zone, length)) {
@@ -97,7 +98,7 @@ U_CAPI UDateFormat* U_EXPORT2 udat_open(UDateFormatStyle time, UDateFormatStyle 
 U_CAPI UDateIntervalFormat* U_EXPORT2 udtitvfmt_open(const char* locale, const UChar* skeleton,
                                                      int32_t skeletonLength, const UChar* zone,
                                                      int32_t length, UErrorCode* status) {
-  static auto* const next = zarvy::nextOf(&udtitvfmt_open, NAME_OF(udtitvfmt_open));
+  auto* const next = zarvy::nextOf(&udtitvfmt_open, NAME_OF(udtitvfmt_open));
   UDateIntervalFormat* const format = next(locale, skeleton, skeletonLength, zone, length, status);
   if (format && zarvy::isEngineZone(zone, length)) {
     reinterpret_cast<icu::DateIntervalFormat*>(format)->setTimeZone(*zarvy::engineZone().zone);

@@ -78,6 +78,7 @@ int32_t LocalTimeZone::getOffset(uint8_t era, int32_t year, int32_t month, int32
   return getOffset(era, year, month, dayOfMonth, dayOfWeek, milliseconds, 0, status);
 }
 
+// NOLINTNEXTLINE(readability-function-size): as many parameters as ICU has
 int32_t LocalTimeZone::getOffset(uint8_t era, int32_t year, int32_t month, int32_t dayOfMonth,
                                  uint8_t, int32_t milliseconds, int32_t, UErrorCode& status) const {
   icu::GregorianCalendar calendar(*getGMT(), status);

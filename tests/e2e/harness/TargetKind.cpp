@@ -44,12 +44,20 @@ Maker terminal(std::vector<std::string> command, Environment further = {}) {
   return reporting(std::move(command), std::move(further));
 }
 
+std::vector<std::string> behindInputMethod(const std::vector<std::string>& command) {
+  std::vector<std::string> whole = {script("behind_input_method.sh")};
+  for (const std::string& word : command) whole.push_back(word);
+  return whole;
+}
+
 template <typename Target>
 Maker made() {
   return [](TargetSetting setting) { return std::make_unique<Target>(std::move(setting)); };
 }
 
 const std::vector<Entry>& entries() {
+  static const std::vector<std::string> xterm = {
+      "xterm", "-u8", "-fa", "DejaVu Sans Mono", "-fs", "9", "-geometry", "100x40", "-e"};
   static const std::vector<Entry> all = {
       {TargetKind::xterm, "xterm",
        terminal(
@@ -70,6 +78,7 @@ const std::vector<Entry>& entries() {
       {TargetKind::sakura, "sakura", terminal({"sakura", "-e"})},
       {TargetKind::kitty, "kitty",
        terminal({"kitty", "--config", "NONE"}, {{"LIBGL_ALWAYS_SOFTWARE", "1"}})},
+      {TargetKind::xim, "xim", terminal(behindInputMethod(xterm))},
   };
   return all;
 }

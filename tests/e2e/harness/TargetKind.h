@@ -22,7 +22,8 @@ enum class TargetKind {
   gvim,
   emacs,
   sakura,
-  kitty
+  kitty,
+  xim
 };
 
 [[nodiscard]] const std::vector<TargetKind>& allTargetKinds();

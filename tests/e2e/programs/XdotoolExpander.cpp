@@ -31,7 +31,7 @@ void expandByXdotool(Stage& stage, const Turn& turn, Script script) {
 }
 
 bool canXdotoolPlay(const Scenario& scenario) {
-  return !scenario.goingOn &&
+  return !scenario.goingOn && !scenario.focusMove &&
          std::none_of(scenario.turns.begin(), scenario.turns.end(), [](const Turn& turn) {
            const EditorState after = expectedAfter({}, turn);
            return after.caret != after.text.size();

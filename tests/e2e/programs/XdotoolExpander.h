@@ -8,8 +8,8 @@ namespace zarvy::e2e {
 // the defaults that it has for a user. Throws std::runtime_error where it fails.
 void expandByXdotool(Stage& stage, const Turn& turn, Script script);
 
-// False for a scenario that moves the caret back, or goes on typing, which that tool has no notion
-// of.
+// False for a scenario that moves the caret back, goes on typing or turns away, which that tool has
+// no notion of.
 [[nodiscard]] bool canXdotoolPlay(const Scenario& scenario);
 
 }  // namespace zarvy::e2e

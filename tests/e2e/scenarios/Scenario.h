@@ -9,6 +9,7 @@
 #include "e2e/harness/EditorState.h"
 #include "e2e/harness/KeyboardLayout.h"
 #include "e2e/harness/Person.h"
+#include "e2e/harness/TargetKind.h"
 #include "e2e/harness/TestSnippet.h"
 
 namespace zarvy::e2e {
@@ -64,6 +65,13 @@ struct GoingOn {
   qsizetype leastKeys = 12;  // goes on for as long as the text is under way, and for so many keys
 };
 
+// The person turns to another application so long after the trigger's last key.
+struct FocusMove {
+  std::string snippet;
+  TargetKind to = TargetKind::xterm;
+  std::chrono::milliseconds after{30};
+};
+
 enum class ScenarioForm {
   usual,    // in every run
   thorough  // in the long form only
@@ -74,7 +82,8 @@ struct Scenario {
   ScenarioForm form = ScenarioForm::usual;
   std::vector<Turn> turns = {};
   bool inSecondGroup = false;           // played only on layouts that have one
-  std::optional<GoingOn> goingOn = {};  // in place of turns
+  std::optional<GoingOn> goingOn = {};  // in place of turns, as the next
+  std::optional<FocusMove> focusMove = {};
 };
 
 [[nodiscard]] const std::vector<Scenario>& scenarioTable();

@@ -1,6 +1,7 @@
 #include "e2e/scenarios/ScenarioPlayer.h"
 
 #include "e2e/scenarios/Complaints.h"
+#include "e2e/scenarios/FocusMovePlayer.h"
 #include "e2e/scenarios/GoingOnPlayer.h"
 #include "e2e/scenarios/TextDifference.h"
 
@@ -71,6 +72,7 @@ std::string complaintAbout(const EditorState& expected, const EditorState& actua
 ScenarioOutcome play(const Scenario& scenario, const MatrixLayout& layout, Stage& stage,
                      const Expander& expander) {
   if (scenario.goingOn) return playGoingOn(*scenario.goingOn, layout, stage);
+  if (scenario.focusMove) return playFocusMove(*scenario.focusMove, layout, stage);
   ScenarioOutcome outcome;
   stage.target().clear();
   const int expansionsBefore = stage.program() ? stage.program()->expansionCount() : 0;

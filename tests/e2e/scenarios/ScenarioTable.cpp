@@ -124,6 +124,13 @@ const std::vector<Scenario>& scenarioTable() {
       goesOn("sixty", 110),
       goesOn("two-hundred-and-forty", 50, false),
       goesOn("two-hundred-and-forty", 90),
+      {.name = "two-hundred-and-forty",
+       .form = ScenarioForm::thorough,
+       .turns = {{.snippet = "two-hundred-and-forty"},
+                 {.snippet = "two-hundred-and-forty", .style = hardware}}},
+      {.name = "focus-moves-to-xterm",
+       .form = ScenarioForm::thorough,
+       .focusMove = FocusMove{.snippet = "two-hundred-and-forty", .to = TargetKind::xterm}},
   };
   return table;
 }

@@ -5,9 +5,8 @@
 
 #include <unicode/calendar.h>
 
-#include "base/text/CurrentZone.h"
-
 #include "base/UtcZone.h"
+#include "base/text/CurrentZone.h"
 
 namespace zarvy {
 namespace {

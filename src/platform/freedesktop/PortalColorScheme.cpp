@@ -13,7 +13,7 @@ namespace zarvy {
 namespace {
 
 const QString service = u"org.freedesktop.portal.Desktop"_s;
-const QString path = u"/org/freedesktop/portal/desktop"_s;
+const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 const QString settings = u"org.freedesktop.portal.Settings"_s;
 const QString appearance = u"org.freedesktop.appearance"_s;
 const QString colorScheme = u"color-scheme"_s;
@@ -30,13 +30,13 @@ PortalColorScheme::PortalColorScheme(const QDBusConnection& session, Listener on
     : m_onScheme(std::move(onScheme)) {
   if (!session.isConnected()) return;
   QDBusConnection bus = session;
-  bus.connect(service, path, settings, u"SettingChanged"_s, this,
+  bus.connect(service, portalPath, settings, u"SettingChanged"_s, this,
               SLOT(settingChanged(QDBusMessage)));
   ask(session);
 }
 
 void PortalColorScheme::ask(const QDBusConnection& session) {
-  auto question = QDBusMessage::createMethodCall(service, path, settings, u"Read"_s);
+  auto question = QDBusMessage::createMethodCall(service, portalPath, settings, u"Read"_s);
   question << appearance << colorScheme;
   auto* const watcher = new QDBusPendingCallWatcher(session.asyncCall(question), this);
   connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/text/CalendarDays.h"
 #include "base/text/DateFormatter.h"
 #include "support/EnvironmentVariable.h"
@@ -34,7 +35,7 @@ TEST(TimeZones, AreThoseOfTheSystem) {
     CalendarDays days;
     int wrong = 0;
     for (const qint64 second : manyInstants()) {
-      const auto instant = QDateTime::fromSecsSinceEpoch(second, Qt::UTC);
+      const auto instant = QDateTime::fromSecsSinceEpoch(second, utcZone);
       const QString expected = shownByTheSystem(second);
       const QString shown = formatter.format(instant);
       EXPECT_EQ(shown, expected) << second;

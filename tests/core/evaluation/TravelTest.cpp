@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/UtcZone.h"
 #include "base/text/CalendarDays.h"
 #include "base/text/DateFormatter.h"
 #include "core/evaluation/JSEvaluator.h"
@@ -66,7 +67,7 @@ int travel() {
   JSEvaluator evaluator(output, reaper, ScriptWorkerCommand::besideThisProgram(),
                         {patience, patience});
   const DateFormatter formatter(u"H VV"_s, {"en_US"});
-  const QDateTime noon(QDate(2026, 7, 1), QTime(12, 0), Qt::UTC);
+  const QDateTime noon(QDate(2026, 7, 1), QTime(12, 0), utcZone);
   bool isRight = true;
   const auto expectIn = [&](const std::string& zone, const Shown& expected) {
     machine.arriveIn(zone);

@@ -127,7 +127,7 @@ Shown setupGranted() {
 }
 
 Shown coming() {
-  auto window = std::make_unique<ComingWindow>(scene::settings);
+  auto window = std::make_unique<ComingWindow>(scene::settings, *program().state);
   window->resize(500, 200);
   window->show();
   return {std::move(window), {}};

@@ -16,31 +16,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
-namespace {
-
-// A connection of this object's own, or that of the whole process.
-class BusConnection {
- public:
-  explicit BusConnection(QDBusConnection shared) : m_connection(std::move(shared)) {}
-  explicit BusConnection(const QString& address)
-      : m_ownName(u"zarvy-input-method-"_s + QUuid::createUuid().toString()),
-        m_connection(QDBusConnection::connectToBus(address, m_ownName)) {}
-  ~BusConnection() {
-    if (!m_ownName.isEmpty()) QDBusConnection::disconnectFromBus(m_ownName);
-  }
-  BusConnection(const BusConnection&) = delete;
-  BusConnection& operator=(const BusConnection&) = delete;
-
-  [[nodiscard]] const QDBusConnection& get() const { return m_connection; }
-  [[nodiscard]] bool isConnected() const { return m_connection.isConnected(); }
-
- private:
-  QString m_ownName;
-  QDBusConnection m_connection;
-};
-
-}  // namespace
-
 class DesktopInputMethod::Services {
  public:
   explicit Services(Options options) : m_options(std::move(options)) {}
@@ -60,6 +35,27 @@ class DesktopInputMethod::Services {
   [[nodiscard]] bool isThere() const { return m_isThere; }
 
  private:
+  // A connection of this object's own, or that of the whole process.
+  class BusConnection {
+   public:
+    explicit BusConnection(QDBusConnection shared) : m_connection(std::move(shared)) {}
+    explicit BusConnection(const QString& address)
+        : m_ownName(u"zarvy-input-method-"_s + QUuid::createUuid().toString()),
+          m_connection(QDBusConnection::connectToBus(address, m_ownName)) {}
+    ~BusConnection() {
+      if (!m_ownName.isEmpty()) QDBusConnection::disconnectFromBus(m_ownName);
+    }
+    BusConnection(const BusConnection&) = delete;
+    BusConnection& operator=(const BusConnection&) = delete;
+
+    [[nodiscard]] const QDBusConnection& get() const { return m_connection; }
+    [[nodiscard]] bool isConnected() const { return m_connection.isConnected(); }
+
+   private:
+    QString m_ownName;
+    QDBusConnection m_connection;
+  };
+
   const QDBusConnection& session() {
     if (!m_session && m_options.sessionAddress.isEmpty()) {
       m_session.emplace(QDBusConnection::sessionBus());

@@ -6,13 +6,10 @@
 #include <poll.h>
 
 #include "platform/x11/connection/Atoms.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace zarvy::x11 {
 namespace {
-
-uint8_t typeOf(const xcb_generic_event_t& event) {
-  return event.response_type & 0x7F;
-}
 
 xcb_window_t makeWindow(xcb_connection_t* connection) {
   const xcb_window_t window = xcb_generate_id(connection);

@@ -1,6 +1,7 @@
 #include "base/text/CalendarDays.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "base/UtcZone.h"
 
@@ -44,8 +45,15 @@ QDateTime CalendarDays::startOfDay(const QDateTime& instant) {
   return m_dayStart;
 }
 
+// A zone that has changed sides of the date line on the way is about a day ahead or behind there.
 QDateTime CalendarDays::startOfDay(const QDateTime& instant, int days) const {
-  return startOf(dayOf(instant) + days);
+  qint64 day = dayOf(instant) + days;
+  const double ahead =
+      m_time.offsetAt(secondsOf(instant)) - m_time.offsetAt(secondsOf(startOf(day)));
+  day -= std::lround(ahead / static_cast<double>(secondsInADay));
+  const bool isLeftOut = startOf(day) == startOf(day + 1);
+  if (isLeftOut) day += days < 0 ? -1 : 1;
+  return startOf(day);
 }
 
 int CalendarDays::hour(const QDateTime& instant) const {

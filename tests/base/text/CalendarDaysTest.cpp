@@ -96,6 +96,12 @@ TEST(CalendarDays, AreCountedByTheCalendarAndNotByHours) {
        u"2018-02-18T03:00:00Z"_s},
       {"into a day that was left out", u"Pacific/Apia"_s, u"2011-12-29T20:00:00Z"_s, 1,
        u"2011-12-30T10:00:00Z"_s},
+      {"over a day that was left out", u"Pacific/Apia"_s, u"2011-12-29T20:00:00Z"_s, 2,
+       u"2011-12-31T10:00:00Z"_s},
+      {"back to the day before one that was left out", u"Pacific/Apia"_s, u"2011-12-31T20:00:00Z"_s,
+       -2, u"2011-12-29T10:00:00Z"_s},
+      {"back over a day that was left out", u"Pacific/Apia"_s, u"2011-12-31T20:00:00Z"_s, -3,
+       u"2011-12-28T10:00:00Z"_s},
       {"90 days", u"Europe/Berlin"_s, u"2026-05-01T10:00:00Z"_s, -89, u"2026-01-31T23:00:00Z"_s},
   };
   for (const Row& row : table) {

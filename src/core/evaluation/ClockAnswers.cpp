@@ -11,7 +11,7 @@ struct Stretch {
 };
 
 constexpr std::int64_t hour = 3600;
-constexpr Stretch stretches[] = {{32 * 24 * hour, 24 * hour}, {hour / 4, hour / 4}, {1, 1}};
+constexpr Stretch stretches[] = {{hour * 24 * 32, hour * 24}, {hour / 4, hour / 4}, {1, 1}};
 
 std::int64_t beginOf(const Stretch& stretch, std::int64_t instant) {
   const std::int64_t rest = instant % stretch.length;

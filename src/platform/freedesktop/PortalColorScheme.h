@@ -24,14 +24,13 @@ class PortalColorScheme final : public QObject {
   // call waits for an answer.
   PortalColorScheme(const QDBusConnection& session, Listener onScheme);
 
+  // Called by the bus.
+  Q_SLOT void settingChanged(const QDBusMessage& message);
+
  private:
   void ask(const QDBusConnection& session);
   void tell(const QVariant& value) const;
 
- private Q_SLOTS:
-  void settingChanged(const QDBusMessage& message);
-
- private:
   const Listener m_onScheme;
 };
 

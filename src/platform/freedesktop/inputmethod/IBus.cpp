@@ -16,7 +16,7 @@ namespace {
 
 // The file is named after the machine and the display, which is HOST:NUMBER.SCREEN.
 QString addressFile() {
-  if (const QString chosen = qEnvironmentVariable("IBUS_ADDRESS_FILE"); !chosen.isEmpty()) {
+  if (QString chosen = qEnvironmentVariable("IBUS_ADDRESS_FILE"); !chosen.isEmpty()) {
     return chosen;
   }
   const QString display = qEnvironmentVariable("DISPLAY");
@@ -44,7 +44,7 @@ QString nameOfEngine(const QVariant& description) {
 }  // namespace
 
 QString ibusAddress() {
-  if (const QString chosen = qEnvironmentVariable("IBUS_ADDRESS"); !chosen.isEmpty()) return chosen;
+  if (QString chosen = qEnvironmentVariable("IBUS_ADDRESS"); !chosen.isEmpty()) return chosen;
   QFile file(addressFile());
   if (!file.open(QIODevice::ReadOnly)) return {};
   const QByteArray key = "IBUS_ADDRESS=";

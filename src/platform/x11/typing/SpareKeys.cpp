@@ -80,7 +80,10 @@ bool SpareKeys::tryToMakeRoom(std::span<const char32_t> wanted) {
   if (plan.changes.empty()) return true;
   if (plan.replacesUnread) awaitReaders();
   const auto outcome = m_writer.write(symbolsOfChangedKeys(plan));
-  if (outcome == SpareKeyWriter::Outcome::written) m_pool.apply(plan);
+  if (outcome == SpareKeyWriter::Outcome::written) {
+    m_pool.apply(plan);
+    m_barrier.letKeymapBeRead();
+  }
   return outcome != SpareKeyWriter::Outcome::notFree;
 }
 

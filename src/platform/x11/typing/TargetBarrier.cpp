@@ -27,6 +27,9 @@ constexpr int restsInARow = 8;
 constexpr auto samplingInterval = 5ms;
 constexpr auto shortestSettling = 60ms;
 
+// A browser was seen to type by the former keymap without it.
+constexpr auto readingOfKeymap = 20ms;
+
 }  // namespace
 
 TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& windows)
@@ -63,6 +66,12 @@ bool TargetBarrier::waitFor(std::unique_lock<std::mutex>& lock, Clock::duration 
     m_answered.wait_until(lock, std::min(limit, m_deadline));
   }
   return true;
+}
+
+void TargetBarrier::letKeymapBeRead() {
+  std::unique_lock lock(m_mutex);
+  if (!m_hurried) m_deadline = Clock::now() + longestWait;
+  static_cast<void>(waitFor(lock, readingOfKeymap, [] { return false; }));
 }
 
 TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {

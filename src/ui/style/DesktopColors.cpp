@@ -1,5 +1,8 @@
 #include "ui/style/DesktopColors.h"
 
+#include <algorithm>
+#include <array>
+
 #include <QApplication>
 #include <QEvent>
 #include <QStyle>
@@ -14,11 +17,11 @@ namespace {
 constexpr QRgb accent = 0xFF308CC6;
 
 bool isSame(const QPalette& one, const QPalette& other) {
-  for (const auto role : {QPalette::Window, QPalette::WindowText, QPalette::Base, QPalette::Text,
-                          QPalette::Button, QPalette::Highlight}) {
-    if (activeColor(one, role) != activeColor(other, role)) return false;
-  }
-  return true;
+  constexpr std::array roles = {QPalette::Window, QPalette::WindowText, QPalette::Base,
+                                QPalette::Text,   QPalette::Button,     QPalette::Highlight};
+  return std::all_of(roles.begin(), roles.end(), [&](QPalette::ColorRole role) {
+    return activeColor(one, role) == activeColor(other, role);
+  });
 }
 
 bool isDark(const QPalette& palette) {

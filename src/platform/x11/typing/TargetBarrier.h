@@ -28,8 +28,8 @@ class TargetBarrier {
   // on tomorrow, and is not waited for.
   void waitUntilRead(const std::set<xcb_window_t>& windows);
 
-  // Gives applications time to take over a change of the keymap: some read it on another thread than
-  // their keys. Any thread but the reader's.
+  // Gives applications time to take over a change of the keymap: some read it on another thread
+  // than their keys. Any thread but the reader's.
   void letKeymapBeRead();
 
   // On the reader's thread.

@@ -67,14 +67,16 @@ std::array<uint32_t, 256> PersonsKeys::releases() const {
   return m_releases;
 }
 
-void PersonsKeys::awaitUnused(const KeycodeSet& modifiers, uint64_t presses) {
+bool PersonsKeys::awaitUnused(const KeycodeSet& modifiers, uint64_t presses) {
   std::unique_lock lock(m_mutex);
   const auto deadline = Clock::now() + longestWait;
   while (!m_isAbandoned && m_presses != presses && (heldUnderLock() & modifiers).any()) {
-    const auto limit = std::min(deadline, m_lastPress + longestPause);
-    if (Clock::now() >= limit) return;
-    m_changed.wait_until(lock, limit);
+    const auto now = Clock::now();
+    if (now >= deadline) return false;
+    if (now >= m_lastPress + longestPause) return true;
+    m_changed.wait_until(lock, std::min(deadline, m_lastPress + longestPause));
   }
+  return true;
 }
 
 bool PersonsKeys::awaitHeard(const KeycodeSet& keys) {

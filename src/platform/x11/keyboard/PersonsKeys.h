@@ -38,8 +38,9 @@ class PersonsKeys {
 
   // Waits while one of `modifiers` is held and has been pressed, or any key together with it, since
   // there were `presses` presses: somebody types with it. One that has been held for long with
-  // nothing typed meanwhile is not waited for, nor one that is in use for very long.
-  void awaitUnused(const KeycodeSet& modifiers, uint64_t presses);
+  // nothing typed meanwhile is not waited for. False where one is in use for so long that nobody
+  // should wait any more.
+  [[nodiscard]] bool awaitUnused(const KeycodeSet& modifiers, uint64_t presses);
 
   // Waits, not for long, until all of `keys`, which the server says are down, have been heard to
   // be. False where one was not.

@@ -20,7 +20,9 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
 void Typist::beginSession() {
   m_modifiers.awaitShortcutModifiersReleased(m_keyboard.keymap.current()->modifiers());
   const std::lock_guard lock(m_mutex);
-  if (m_sessions++ == 0) m_pressesBefore = m_keyboard.persons.presses();
+  if (m_sessions++ > 0) return;
+  m_pressesBefore = m_keyboard.persons.presses();
+  m_isPatient = true;
 }
 
 void Typist::endSession() {
@@ -128,7 +130,7 @@ Typist::Look Typist::lookOnceModifiersAreUnused() {
   PersonsKeys& persons = m_keyboard.persons;
   const KeycodeSet modifiers = m_keyboard.keymap.current()->modifiers().momentary;
   for (;;) {
-    persons.awaitUnused(modifiers, m_pressesBefore);
+    m_isPatient = m_isPatient && persons.awaitUnused(modifiers, m_pressesBefore);
     const Look seen = look();
     m_silentModifiers &= seen.server.down;
     const KeycodeSet unheard = seen.server.down & modifiers & ~m_silentModifiers & ~persons.held();

@@ -105,6 +105,7 @@ class Typist {
   SpareKeys m_spareKeys;
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
+  bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_reportedNoSpareKeys = false;
 

@@ -16,9 +16,9 @@ class OwnMapChanges;
 
 // The keymap of one keyboard, read anew whenever somebody else changes it.
 //
-// There are two that matter. Applications read keys by the keymap of the union of all keyboards,
-// and that becomes the keymap of whichever keyboard is used: the user's while they type, that of
-// the keyboard for faked keys while this program does. The two may have different layouts.
+// The one that matters is that of the union of all keyboards: applications read keys by it. It
+// becomes the keymap of whichever keyboard is used, and this program types on the one that the user
+// does.
 class FollowedKeymap {
  public:
   // Null where the server does not give the keymap of the keyboard with this XInput number.

@@ -23,7 +23,8 @@ class LateX11Desktop : public testing::Test {
   LateX11Desktop() {
     qunsetenv("DISPLAY");
     qputenv("HOME", m_folder.path().toLocal8Bit());
-    qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    // Without an address a bus would be started for the display.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
   }
 
   [[nodiscard]] std::optional<KeyEventSource::Token> listen(Desktop& desktop) {

@@ -30,6 +30,8 @@ class ProgramWithoutDisplay : public testing::Test {
       environment.remove(QString::fromLatin1(name));
     }
     environment.insert(u"HOME"_s, m_home.path());
+    // Without an address a bus would be started for the display.
+    environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, u"unix:path=/dev/null"_s);
     environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.path());
     m_program.setProcessEnvironment(environment);
     m_program.setProgram(QStringLiteral(ZARVY_PROGRAM));

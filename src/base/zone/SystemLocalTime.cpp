@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <ctime>
+#include <mutex>
 #include <string_view>
 #include <unistd.h>
 
@@ -43,7 +44,10 @@ std::string nameIn(std::string_view path) {
 
 }  // namespace
 
+// The C library has a lock of its own for this, which ThreadSanitizer does not see.
 SystemLocalTime::SystemLocalTime() {
+  static std::mutex mutex;
+  const std::lock_guard lock(mutex);
   tzset();
 }
 

@@ -38,6 +38,7 @@ QString nameOfEngine(const QVariant& description) {
   QString name;
   structure.beginStructure();
   structure >> type >> additions >> name;
+  structure.endStructure();  // which frees what beginStructure() has made
   return name;
 }
 

@@ -46,6 +46,7 @@ void Desktop::openSession() {
                           quint32 window) { return toolkit && x11::isMadeOn(toolkit, window); },
        .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
        .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
+       .keyDetour = &m_passwordFields.keyDetour(),
        .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
        .onConnectionLost =
            [this] {

@@ -73,7 +73,7 @@ struct X11Session::Parts {
                 }),
         sender(*connection, posts),
         windows(*connection),
-        barrier(*connection, windows),
+        barrier(*connection, windows, options.keyDetour),
         modifiers(*connection, sender, *keyboards->persons),
         typist(*connection, {.keymap = *keyboards->keymap, .persons = *keyboards->persons},
                keyboards->ownChanges, sender, modifiers, barrier, windows),

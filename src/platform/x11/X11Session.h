@@ -10,6 +10,7 @@
 namespace zarvy {
 class ActivationPolicy;
 class HotKeys;
+class KeyDetour;
 class KeyEventPoster;
 class KeyEventSource;
 class LineOutput;
@@ -34,6 +35,8 @@ class X11Session {
     // Whether keys that go down now are to stay unknown to everybody, for a reason that the display
     // does not know of. Asked for each key, on a thread of the session's own.
     std::function<bool()> mustNotBeHeard = [] { return false; };
+    // What holds up the keys of some applications; null where nothing does. Outlives the session.
+    KeyDetour* keyDetour = nullptr;
     // The keyboard has gone to another window. On a thread of the session's own.
     std::function<void()> onFocusMoved = [] {};
     // The display went away; called once, on the main thread.

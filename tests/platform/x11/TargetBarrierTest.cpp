@@ -1,9 +1,11 @@
 // Whom the barrier waits for, on a real X server.
 
+#include <atomic>
 #include <csignal>
 #include <memory>
 #include <string>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 #include <QTemporaryDir>
@@ -13,6 +15,7 @@
 #include "e2e/harness/ChildProcess.h"
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/XConnection.h"
+#include "platform/KeyDetour.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/typing/ProcessActivity.h"
 #include "platform/x11/typing/TargetBarrier.h"
@@ -55,6 +58,15 @@ TEST(ProcessActivity, KnowsAStoppedProcess) {
   EXPECT_FALSE(ProcessActivity(0).isStopped());
 }
 
+class FakeDetour final : public KeyDetour {
+ public:
+  std::atomic<qint64> theProcess = 0;
+  std::atomic<int> passages = 0;
+
+  [[nodiscard]] qint64 process() override { return theProcess; }
+  void awaitPassage() override { ++passages; }
+};
+
 class TargetBarrierOnServer : public testing::Test {
  protected:
   TargetBarrierOnServer()
@@ -62,7 +74,7 @@ class TargetBarrierOnServer : public testing::Test {
         m_theirs(m_server.display()),
         m_ours(connect(m_server.display())),
         m_windows(*m_ours),
-        m_barrier(*m_ours, m_windows),
+        m_barrier(*m_ours, m_windows, &m_detour),
         m_window(xcb_generate_id(m_theirs.get())) {
     xcb_create_window(m_theirs.get(), XCB_COPY_FROM_PARENT, m_window, m_theirs.root(), 0, 0, 10, 10,
                       0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
@@ -94,6 +106,17 @@ class TargetBarrierOnServer : public testing::Test {
     return pinged;
   }
 
+  // As the window manager's root window would pass it on.
+  void answerFirstPing() {
+    xcb_client_message_event_t answer{};
+    answer.response_type = XCB_CLIENT_MESSAGE;
+    answer.format = 32;
+    answer.type = m_theirs.atom("WM_PROTOCOLS");
+    answer.data.data32[0] = m_theirs.atom("_NET_WM_PING");
+    answer.data.data32[1] = 1;
+    m_barrier.handleEvent(reinterpret_cast<const xcb_generic_event_t&>(answer));
+  }
+
   [[nodiscard]] static std::string thisMachine() {
     std::array<char, 256> name{};
     gethostname(name.data(), name.size() - 1);
@@ -105,6 +128,7 @@ class TargetBarrierOnServer : public testing::Test {
   e2e::XConnection m_theirs;
   std::unique_ptr<Connection> m_ours;
   WindowProperties m_windows;
+  FakeDetour m_detour;
   TargetBarrier m_barrier;
   xcb_window_t m_window;
 
@@ -131,6 +155,28 @@ TEST_F(TargetBarrierOnServer, DoesNotWaitForAStoppedProcess) {
   claimToAnswerPings();
   m_barrier.waitUntilRead({m_window});
   EXPECT_FALSE(wasPinged());
+}
+
+TEST_F(TargetBarrierOnServer, DoesNotAskForADetourThatAnotherProcessTakes) {
+  Sleeper sleeper;
+  belongTo(sleeper.pid(), thisMachine());
+  claimToAnswerPings();
+  m_detour.theProcess = getpid();
+  EXPECT_FALSE(m_barrier.awaitKeyDetour(m_window));
+  EXPECT_FALSE(wasPinged());
+  EXPECT_EQ(m_detour.passages, 0);
+}
+
+TEST_F(TargetBarrierOnServer, AwaitsADetourOnceTheWindowHasReadItsKeys) {
+  belongTo(getpid(), thisMachine());
+  claimToAnswerPings();
+  m_detour.theProcess = getpid();
+  std::thread waiting([this] { EXPECT_TRUE(m_barrier.awaitKeyDetour(m_window)); });
+  while (!wasPinged()) std::this_thread::yield();
+  EXPECT_EQ(m_detour.passages, 0);
+  answerFirstPing();
+  waiting.join();
+  EXPECT_EQ(m_detour.passages, 1);
 }
 
 TEST_F(TargetBarrierOnServer, KnowsNothingOfProcessesOnOtherMachines) {

@@ -56,9 +56,9 @@ QString freshName() {
 
 }  // namespace
 
-AccessibilityBus::AccessibilityBus(FieldSecrecy& secrecy, const FocusFollower::Options& options,
-                                   QString sessionAddress)
-    : m_secrecy(secrecy), m_options(options), m_sessionAddress(std::move(sessionAddress)) {}
+AccessibilityBus::AccessibilityBus(const FocusFollower::Told& told,
+                                   const FocusFollower::Options& options, QString sessionAddress)
+    : m_told(told), m_options(options), m_sessionAddress(std::move(sessionAddress)) {}
 
 AccessibilityBus::~AccessibilityBus() {
   close();
@@ -128,7 +128,7 @@ void AccessibilityBus::followBus() {
   if (!m_bus->isConnected()) return dropBus();
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                  u"Disconnected"_s, this, SLOT(dropBus()));
-  m_follower = std::make_unique<FocusFollower>(*m_bus, m_secrecy, m_options);
+  m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options);
   announceListener();
 }
 

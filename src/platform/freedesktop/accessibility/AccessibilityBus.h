@@ -20,7 +20,7 @@ class AccessibilityBus final : public QObject {
 
  public:
   // See PasswordFields.
-  AccessibilityBus(FieldSecrecy& secrecy, const FocusFollower::Options& options,
+  AccessibilityBus(const FocusFollower::Told& told, const FocusFollower::Options& options,
                    QString sessionAddress);
   ~AccessibilityBus() override;
 
@@ -43,7 +43,7 @@ class AccessibilityBus final : public QObject {
   void takeBackAnnouncement();
   void ask(const QDBusMessage& question, AnswerHandler handler);
 
-  FieldSecrecy& m_secrecy;
+  const FocusFollower::Told m_told;
   const FocusFollower::Options m_options;
   const QString m_sessionAddress;
   std::optional<QDBusConnection> m_session;

@@ -8,6 +8,7 @@
 #include "platform/freedesktop/accessibility/AsyncQuestion.h"
 #include "platform/freedesktop/accessibility/FieldSecrecy.h"
 #include "platform/freedesktop/accessibility/FocusSearch.h"
+#include "platform/freedesktop/accessibility/ToolkitKeyDetour.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -36,8 +37,11 @@ std::optional<uint> numberIn(const QDBusMessage& answer) {
 
 }  // namespace
 
-FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const Options& options)
-    : m_bus(std::move(bus)), m_secrecy(secrecy), m_ownProcess(options.ownProcess) {
+FocusFollower::FocusFollower(QDBusConnection bus, const Told& told, const Options& options)
+    : m_bus(std::move(bus)),
+      m_secrecy(told.secrecy),
+      m_detour(told.detour),
+      m_ownProcess(options.ownProcess) {
   m_patience.setSingleShot(true);
   m_patience.setInterval(options.patience);
   connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
@@ -48,6 +52,7 @@ FocusFollower::FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const O
 
 FocusFollower::~FocusFollower() {
   m_secrecy.setOpen();
+  m_detour.forget();
 }
 
 void FocusFollower::listen() {
@@ -155,7 +160,9 @@ void FocusFollower::askForProcess() {
 void FocusFollower::learnProcess(const AccessibleObject& field, qint64 process) {
   const bool isHere = m_field && m_field->peer == field.peer;
   if (process != m_ownProcess) {
-    if (isHere) m_secrecy.setProcess(static_cast<qint32>(process));
+    if (!isHere) return;
+    m_secrecy.setProcess(static_cast<qint32>(process));
+    m_detour.follow(m_bus, field.peer, process, this);
     return;
   }
   m_ownPeer = field.peer;

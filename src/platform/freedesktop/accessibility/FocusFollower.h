@@ -16,6 +16,7 @@ namespace zarvy {
 
 class FieldSecrecy;
 class FocusSearch;
+class ToolkitKeyDetour;
 
 // Follows the keyboard's focus from field to field, as applications tell it on one accessibility
 // bus, and asks each field for its role; the first is looked for. Every question is asynchronous:
@@ -24,6 +25,12 @@ class FocusFollower final : public QObject {
   Q_OBJECT
 
  public:
+  // What it keeps up to date. Both outlive it.
+  struct Told {
+    FieldSecrecy& secrecy;
+    ToolkitKeyDetour& detour;
+  };
+
   struct Options {
     // For how long a field counts as secret that has not said what it is.
     std::chrono::milliseconds patience;
@@ -32,7 +39,7 @@ class FocusFollower final : public QObject {
   };
 
   // `bus` is connected.
-  FocusFollower(QDBusConnection bus, FieldSecrecy& secrecy, const Options& options);
+  FocusFollower(QDBusConnection bus, const Told& told, const Options& options);
   ~FocusFollower() override;  // nothing is secret any more
 
   // The keyboard has gone to another window: is the field still the one that has it? An application
@@ -64,6 +71,7 @@ class FocusFollower final : public QObject {
 
   QDBusConnection m_bus;
   FieldSecrecy& m_secrecy;
+  ToolkitKeyDetour& m_detour;
   const qint64 m_ownProcess;
   QTimer m_patience;
   // Absent once anything is told of the focus, which is newer.

@@ -20,7 +20,7 @@ constexpr auto patienceWithBuses = 1s;
 
 PasswordFields::PasswordFields(const Options& options)
     : m_bus(std::make_unique<AccessibilityBus>(
-          m_secrecy,
+          FocusFollower::Told{.secrecy = m_secrecy, .detour = m_detour},
           FocusFollower::Options{.patience = options.patience, .ownProcess = options.ownProcess},
           options.sessionBusAddress)) {
   m_thread.setObjectName(u"zarvy-focus"_s);

@@ -11,6 +11,7 @@
 
 #include "platform/SecureInput.h"
 #include "platform/freedesktop/accessibility/FieldSecrecy.h"
+#include "platform/freedesktop/accessibility/ToolkitKeyDetour.h"
 
 namespace zarvy {
 
@@ -57,6 +58,9 @@ class PasswordFields final : public SecureInput {
   // To be called when the keyboard goes to another window. Any thread, as long as this lives.
   void lookAgain();
 
+  // What the same bus does to the keys of some applications. Lives as long as this.
+  [[nodiscard]] KeyDetour& keyDetour() { return m_detour; }
+
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
   [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
 
@@ -64,6 +68,7 @@ class PasswordFields final : public SecureInput {
   [[nodiscard]] std::function<void()> unlessAbandoned(std::function<void()> call);
 
   FieldSecrecy m_secrecy;
+  ToolkitKeyDetour m_detour;
   std::mutex m_mutex;
   bool m_isAbandoned = false;  // under m_mutex: its thread waits for a bus and cannot end
   std::unique_ptr<AccessibilityBus> m_bus;  // lives on m_thread once that runs

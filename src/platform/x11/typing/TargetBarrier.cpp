@@ -4,6 +4,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/KeyDetour.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/typing/ProcessActivity.h"
@@ -32,8 +33,9 @@ constexpr auto readingOfKeymap = 20ms;
 
 }  // namespace
 
-TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& windows)
-    : m_connection(connection), m_windows(windows) {}
+TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& windows,
+                             KeyDetour* keyDetour)
+    : m_connection(connection), m_windows(windows), m_keyDetour(keyDetour) {}
 
 void TargetBarrier::waitUntilRead(const std::set<xcb_window_t>& windows) {
   {
@@ -53,6 +55,19 @@ void TargetBarrier::waitForOne(xcb_window_t window) {
   const bool hasAnswered =
       window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read;
   if (!hasAnswered || processes.size() > 1) settle(std::move(processes));
+}
+
+bool TargetBarrier::awaitKeyDetour(xcb_window_t window) {
+  if (!m_keyDetour || window == XCB_WINDOW_NONE) return false;
+  const qint64 process = m_keyDetour->process();
+  if (process == 0 || process != m_windows.localProcess(window)) return false;
+  {
+    const std::lock_guard lock(m_mutex);
+    if (m_released) return false;
+    if (!m_hurried) m_deadline = Clock::now() + longestWait;
+  }
+  if (m_windows.answersPing(window) && ping(window) == Answer::read) m_keyDetour->awaitPassage();
+  return true;
 }
 
 template <typename Condition>

@@ -9,6 +9,10 @@
 
 #include <xcb/xcb.h>
 
+namespace zarvy {
+class KeyDetour;
+}
+
 namespace zarvy::x11 {
 
 class Connection;
@@ -21,12 +25,18 @@ class WindowProperties;
 // may be on their way through an input method, together with that.
 class TargetBarrier {
  public:
-  TargetBarrier(Connection& connection, const WindowProperties& windows);
+  // `keyDetour` may be null.
+  TargetBarrier(Connection& connection, const WindowProperties& windows, KeyDetour* keyDetour);
 
   // Any thread but the reader's. Waits for a bounded time for all the windows together. A window
   // that has gone has read all that it will ever read; one whose process has been stopped may read
   // on tomorrow, and is not waited for.
   void waitUntilRead(const std::set<xcb_window_t>& windows);
+
+  // Waits until the text typed so far cannot be overtaken by a key that the application behind the
+  // window acts on at once; false where that cannot happen, without delay. Any thread but the
+  // reader's.
+  bool awaitKeyDetour(xcb_window_t window);
 
   // Gives applications time to take over a change of the keymap: some read it on another thread
   // than their keys. Any thread but the reader's.
@@ -56,6 +66,7 @@ class TargetBarrier {
 
   Connection& m_connection;
   const WindowProperties& m_windows;
+  KeyDetour* const m_keyDetour;
   std::mutex m_mutex;
   std::condition_variable m_answered;
   uint32_t m_lastPing = 0;

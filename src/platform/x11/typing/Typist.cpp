@@ -1,9 +1,11 @@
 #include "platform/x11/typing/Typist.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
+#include "platform/x11/typing/TargetBarrier.h"
 #include "platform/x11/typing/TypingRun.h"
 
 namespace zarvy::x11 {
@@ -15,6 +17,7 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
       m_keyboard(keyboard),
       m_sender(sender),
       m_modifiers(modifiers),
+      m_barrier(barrier),
       m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows) {}
 
 void Typist::beginSession() {
@@ -23,6 +26,7 @@ void Typist::beginSession() {
   if (m_sessions++ > 0) return;
   m_pressesBefore = m_keyboard.persons.presses();
   m_isPatient = true;
+  m_textWasTyped = true;
 }
 
 void Typist::endSession() {
@@ -34,7 +38,11 @@ bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
   if (m_isAbandoned) return false;
   // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
-  const Layout layout = takeKeyboard(look());
+  Look seen = look();
+  if (std::exchange(m_textWasTyped, false) && m_barrier.awaitKeyDetour(seen.server.focus)) {
+    seen = look();
+  }
+  const Layout layout = takeKeyboard(seen);
   const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
   if (!keycode || !m_connection.isAlive()) return false;
   TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
@@ -72,6 +80,7 @@ std::size_t Typist::typeWhatHasAKey(const Layout& layout, std::span<const char32
     if (m_spareKeys.keycodes()[stroke->keycode]) m_spareKeys.markUsed(character, layout.focus);
   }
   if (strokes.empty()) return 0;
+  m_textWasTyped = true;
   TypingRun run(m_connection, m_sender, m_modifiers, layout.keyboard);
   for (const KeyStroke& stroke : strokes) run.type(stroke);
   return strokes.size();

@@ -97,6 +97,7 @@ class Typist {
   Keyboard m_keyboard;
   KeySender& m_sender;
   HeldModifiers& m_modifiers;
+  TargetBarrier& m_barrier;
   std::function<void()> m_onNoSpareKeys;
 
   std::atomic<bool> m_isAbandoned = false;
@@ -107,6 +108,7 @@ class Typist {
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
   bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
+  bool m_textWasTyped = false;   // by the user or by sessions, since the last key
   bool m_reportedNoSpareKeys = false;
 
   struct LayoutKey {

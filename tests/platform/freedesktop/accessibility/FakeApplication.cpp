@@ -99,6 +99,9 @@ QDBusMessage FakeApplication::answerTo(const QDBusMessage& question) const {
     }
     return question.createReply(answerOf(children));
   }
+  if (question.arguments() == QVariantList{u"org.a11y.atspi.Application"_s, u"ToolkitName"_s}) {
+    return question.createReply(QVariant::fromValue(QDBusVariant(m_toolkit)));
+  }
   return question.createErrorReply(QDBusError::UnknownMethod, u"no such method"_s);
 }
 

@@ -20,6 +20,9 @@ class FakeApplication final : public QDBusVirtualObject {
   // The field that has the keyboard, by what it answers when asked.
   void setFocused(const QString& field) { m_focused = field; }
 
+  // What it says that its windows are made with.
+  void setToolkit(const QString& name) { m_toolkit = name; }
+
   // Whether its window is in front.
   void setActive(bool isActive) { m_isActive = isActive; }
 
@@ -55,6 +58,7 @@ class FakeApplication final : public QDBusVirtualObject {
 
   QMap<QString, QVariant> m_roles;
   QString m_focused;
+  QString m_toolkit;
   bool m_isActive = false;
   bool m_isHanging = false;
   int m_questionCount = 0;

@@ -16,6 +16,9 @@ class FakeRegistry final : public QDBusVirtualObject {
   // In the order of the requests.
   [[nodiscard]] const QStringList& wantedEvents() const { return m_wantedEvents; }
 
+  // How often it was asked for them.
+  [[nodiscard]] int questionCount() const { return m_questionCount; }
+
   // The applications of the desktop, by their names on the bus.
   void setApplications(const QStringList& names) { m_applications = names; }
 
@@ -24,6 +27,7 @@ class FakeRegistry final : public QDBusVirtualObject {
 
  private:
   QStringList m_wantedEvents;
+  int m_questionCount = 0;
   QStringList m_applications;
   BusConnection m_bus;
 };

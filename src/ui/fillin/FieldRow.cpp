@@ -27,7 +27,6 @@ namespace {
 constexpr int spacing = 4;
 constexpr int gapBehindName = 8;
 constexpr int editorHeight = 80;
-constexpr int boxPadding = 1;  // keeps scroll bars off the rounded corners
 constexpr int sectionPadding = 6;
 constexpr qsizetype shownContentLength = 100;  // in user-perceived characters
 
@@ -120,7 +119,8 @@ void FieldRow::addTextArea(QVBoxLayout& column) {
   connect(input, &MultiLineEditor::edited, this, [this, input] { setValue(input->value()); });
   name->setBuddy(input);
   adopt(*input);
-  auto* const box = new RoundedBox(*input, {QPalette::Base, boxPadding, true}, this);
+  auto* const box =
+      new RoundedBox(*input, {QPalette::Base, RoundedBox::scrollBarPadding, true}, this);
   box->setFixedHeight(editorHeight);
   column.addWidget(box);
   addRemember(column);

@@ -11,6 +11,9 @@ class RoundedBox final : public QWidget {
   Q_OBJECT
 
  public:
+  // Keeps scroll bars off the rounded corners.
+  static constexpr int scrollBarPadding = 1;
+
   struct Look {
     QPalette::ColorRole background = QPalette::Base;
     int padding = 0;       // inside the line, in logical pixels as everywhere

@@ -39,12 +39,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr QSize leastSize(350, 400);
+constexpr QSize leastFormSize(350, 400);
 constexpr QSize idealSize(450, 550);
 constexpr int barPadding = 12;
 constexpr int panePadding = 8;
 constexpr int rowsPadding = 8;
-constexpr int boxPadding = 1;  // keeps scroll bars off the rounded corners
 constexpr int leastRowsHeight = 120;
 constexpr int leastPreviewHeight = 100;
 constexpr int rowsShare = 3;  // of the height, to previewShare
@@ -93,7 +92,7 @@ QSize StandaloneFillInForm::sizeHint() const {
 }
 
 QSize StandaloneFillInForm::minimumSizeHint() const {
-  return leastSize;
+  return leastFormSize;
 }
 
 QWidget* StandaloneFillInForm::makeHeader() {
@@ -134,7 +133,8 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane),
                            {Tone::Color::secondary, captionScale, QFont::Normal, QPalette::Base}));
   m_preview = new PreviewView(pane);
-  column->addWidget(new RoundedBox(*m_preview, {QPalette::Base, boxPadding}, pane), 1);
+  column->addWidget(
+      new RoundedBox(*m_preview, {QPalette::Base, RoundedBox::scrollBarPadding}, pane), 1);
   return pane;
 }
 

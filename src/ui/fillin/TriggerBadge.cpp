@@ -18,14 +18,14 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr int horizontalPadding = 10;
-constexpr int verticalPadding = 5;
+constexpr int badgePaddingX = 10;
+constexpr int badgePaddingY = 5;
 constexpr int gap = 4;  // behind the prefix
 constexpr int greatestWidth = 220;
 constexpr int leastTextWidth = 24;
 constexpr double fillOpacity = 0.12;
 constexpr double strokeOpacity = 0.35;
-constexpr double strokeWidth = 0.5;
+constexpr double badgeStrokeWidth = 0.5;
 
 // With room for what rounding takes away.
 int widthOf(const QString& text, const QFont& font) {
@@ -59,18 +59,18 @@ int TriggerBadge::prefixWidth() const {
 
 QSize TriggerBadge::sizeHint() const {
   const QFont triggerFont = textFont(QFont::Medium);
-  const int width = prefixWidth() + widthOf(m_shown, triggerFont) + 2 * horizontalPadding;
-  return {std::min(width, greatestWidth), QFontMetrics(triggerFont).height() + 2 * verticalPadding};
+  const int width = prefixWidth() + widthOf(m_shown, triggerFont) + 2 * badgePaddingX;
+  return {std::min(width, greatestWidth), QFontMetrics(triggerFont).height() + 2 * badgePaddingY};
 }
 
 QSize TriggerBadge::minimumSizeHint() const {
   const QSize wanted = sizeHint();
-  const int width = prefixWidth() + leastTextWidth + 2 * horizontalPadding;
+  const int width = prefixWidth() + leastTextWidth + 2 * badgePaddingX;
   return {std::min(width, wanted.width()), wanted.height()};
 }
 
 QRect TriggerBadge::textArea() const {
-  return rect().adjusted(horizontalPadding + prefixWidth(), 0, -horizontalPadding, 0);
+  return rect().adjusted(badgePaddingX + prefixWidth(), 0, -badgePaddingX, 0);
 }
 
 QString TriggerBadge::fitting() const {
@@ -88,9 +88,9 @@ void TriggerBadge::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(withOpacity(m_color, fillOpacity));
-  painter.setPen(QPen(withOpacity(m_color, strokeOpacity), strokeWidth));
-  const QRectF capsule =
-      QRectF(rect()).adjusted(strokeWidth, strokeWidth, -strokeWidth, -strokeWidth);
+  painter.setPen(QPen(withOpacity(m_color, strokeOpacity), badgeStrokeWidth));
+  const QRectF capsule = QRectF(rect()).adjusted(badgeStrokeWidth, badgeStrokeWidth,
+                                                 -badgeStrokeWidth, -badgeStrokeWidth);
   painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
 
   const QRect area = textArea();

@@ -9,8 +9,8 @@
 namespace zarvy {
 namespace {
 
-constexpr int extent = 12;
-constexpr int margin = 3;
+constexpr int scrollBarExtent = 12;
+constexpr int handleMargin = 3;
 
 }  // namespace
 
@@ -20,7 +20,7 @@ SlimScrollBar::SlimScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent)
 }
 
 QSize SlimScrollBar::sizeHint() const {
-  return {extent, QScrollBar::sizeHint().height()};
+  return {scrollBarExtent, QScrollBar::sizeHint().height()};
 }
 
 // Where the style has the handle, the pointer finds it.
@@ -30,7 +30,7 @@ void SlimScrollBar::paintEvent(QPaintEvent* /*event*/) {
   initStyleOption(&option);
   const QRect handle =
       style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
-  const QRectF shown(margin, handle.top(), width() - 2 * margin, handle.height());
+  const QRectF shown(handleMargin, handle.top(), width() - 2 * handleMargin, handle.height());
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);

@@ -10,7 +10,7 @@ using namespace std::chrono_literals;
 
 // From one key to the next of somebody who types with a modifier held.
 constexpr auto longestPause = 500ms;
-constexpr auto longestWait = 3s;
+constexpr auto longestUse = 3s;
 
 // From an event to its being read, on a busy machine.
 constexpr auto longestLag = 200ms;
@@ -69,7 +69,7 @@ std::array<uint32_t, 256> PersonsKeys::releases() const {
 
 bool PersonsKeys::awaitUnused(const KeycodeSet& modifiers, uint64_t presses) {
   std::unique_lock lock(m_mutex);
-  const auto deadline = Clock::now() + longestWait;
+  const auto deadline = Clock::now() + longestUse;
   while (!m_isAbandoned && m_presses != presses && (heldUnderLock() & modifiers).any()) {
     const auto now = Clock::now();
     if (now >= deadline) return false;

@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 constexpr auto longestPing = 1000ms;
 
 // All windows that are waited for together.
-constexpr auto longestWait = 4000ms;
+constexpr auto longestWaitForAll = 4000ms;
 constexpr auto longestWaitInAHurry = 500ms;
 
 // An application that answers no ping must have been found asleep so many times in a row; it gets
@@ -40,7 +40,7 @@ TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& win
 void TargetBarrier::waitUntilRead(const std::set<xcb_window_t>& windows) {
   {
     const std::lock_guard lock(m_mutex);
-    if (!m_hurried) m_deadline = Clock::now() + longestWait;
+    if (!m_hurried) m_deadline = Clock::now() + longestWaitForAll;
   }
   m_connection.synchronize();
   for (const xcb_window_t window : windows) waitForOne(window);
@@ -64,7 +64,7 @@ bool TargetBarrier::awaitKeyDetour(xcb_window_t window) {
   {
     const std::lock_guard lock(m_mutex);
     if (m_released) return false;
-    if (!m_hurried) m_deadline = Clock::now() + longestWait;
+    if (!m_hurried) m_deadline = Clock::now() + longestWaitForAll;
   }
   if (m_windows.answersPing(window) && ping(window) == Answer::read) m_keyDetour->awaitPassage();
   return true;
@@ -85,7 +85,7 @@ bool TargetBarrier::waitFor(std::unique_lock<std::mutex>& lock, Clock::duration 
 
 void TargetBarrier::letKeymapBeRead() {
   std::unique_lock lock(m_mutex);
-  if (!m_hurried) m_deadline = Clock::now() + longestWait;
+  if (!m_hurried) m_deadline = Clock::now() + longestWaitForAll;
   static_cast<void>(waitFor(lock, readingOfKeymap, [] { return false; }));
 }
 

@@ -121,6 +121,7 @@ class Grabs : public testing::Test {
 
   void type(const QString& text, e2e::Body body = e2e::Body::xtest) {
     m_desk.person().type(text, {.body = body, .interval = 2ms});
+    connection().synchronise();  // else the server may do what the adapters ask for first
   }
 
   [[nodiscard]] const SecureInput& secureInput() { return m_desk.session().secureInput(); }

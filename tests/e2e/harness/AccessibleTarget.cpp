@@ -51,8 +51,9 @@ ProcessSpecification MousepadTarget::program() {
           .descriptors = {}};
 }
 
+// The aids of these two for programmers would add to what is typed.
+
 ProcessSpecification FeatherpadTarget::program() {
-  // Its aids for programmers would add to what is typed.
   const std::filesystem::path folder = setting().folder + "/config/featherpad";
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "fp.conf") << "[text]\nnoIndent=true\nautoBracket=false\n"
@@ -67,9 +68,16 @@ ProcessSpecification FeatherpadTarget::program() {
 }
 
 ProcessSpecification KwriteTarget::program() {
+  const std::filesystem::path folder = setting().folder + "/config";
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "kwriterc") << "[KTextEditor Document]\nIndentation Mode=none\n"
+                                        "[KTextEditor View]\nAuto Brackets=false\n"
+                                        "Auto Completion=false\n";
+  Environment environment = setting().environment;
+  environment["XDG_CONFIG_HOME"] = folder;
   return {.program = "kwrite",
           .arguments = {file()},
-          .environment = setting().environment,
+          .environment = environment,
           .errorFile = setting().folder + "/error.log",
           .descriptors = {}};
 }

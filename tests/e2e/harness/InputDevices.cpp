@@ -6,6 +6,8 @@
 
 #include <xcb/xinput.h>
 
+#include "e2e/harness/Xkb.h"
+
 namespace zarvy::e2e {
 
 namespace {
@@ -70,6 +72,16 @@ std::set<std::uint8_t> heldKeys(const XConnection& connection) {
     }
   }
   return held;
+}
+
+void delayKeyRepeat(const XConnection& connection) {
+  constexpr std::uint16_t delay = 3000;  // milliseconds, as the next
+  constexpr std::uint16_t interval = 200;
+  const std::uint8_t keysThatRepeat[32] = {};  // not changed
+  xcb_xkb_set_controls(connection.get(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+                       0, 0, XCB_XKB_BOOL_CTRL_REPEAT_KEYS, delay, interval, 0, 0, 0, 0, 0, 0, 0, 0,
+                       0, 0, 0, 0, keysThatRepeat);
+  connection.synchronise();
 }
 
 }  // namespace zarvy::e2e

@@ -20,4 +20,8 @@ namespace zarvy::e2e {
 // lost.
 [[nodiscard]] std::set<std::uint8_t> heldKeys(const XConnection& connection);
 
+// Keys repeat from now on only after three seconds. The hand of a test is a process like any other:
+// on a busy machine it lets go of a key far later than a finger would.
+void delayKeyRepeat(const XConnection& connection);
+
 }  // namespace zarvy::e2e

@@ -1,5 +1,6 @@
 #include "e2e/scenarios/GoingOnPlayer.h"
 
+#include "e2e/harness/InputDevices.h"
 #include "e2e/harness/WaitUntil.h"
 #include "e2e/scenarios/Complaints.h"
 #include "e2e/scenarios/Interleaving.h"
@@ -68,6 +69,7 @@ void judge(const Sequences& all, const QString& actual, ScenarioOutcome& outcome
 ScenarioOutcome playGoingOn(const GoingOn& goingOn, const MatrixLayout& layout, Stage& stage) {
   TargetApplication& target = stage.target();
   target.clear();
+  delayKeyRepeat(stage.connection());
   const int expansionsBefore = stage.program()->expansionCount();
   std::mt19937 random(static_cast<std::uint32_t>(expansionsBefore));
   const Turn turn{.snippet = goingOn.snippet};

@@ -1,6 +1,7 @@
 #include "platform/x11/typing/SpareKeys.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/FollowedKeymap.h"
@@ -12,11 +13,12 @@ namespace zarvy::x11 {
 
 SpareKeys::SpareKeys(Connection& connection, OwnMapChanges& ownChanges,
                      const FollowedKeymap& keymap, TargetBarrier& barrier,
-                     const WindowProperties& windows)
+                     const WindowProperties& windows, std::function<void()> awaitModifiersUnused)
     : m_connection(connection),
       m_keymap(keymap),
       m_barrier(barrier),
       m_windows(windows),
+      m_awaitModifiersUnused(std::move(awaitModifiersUnused)),
       m_writer(connection, ownChanges, keymap) {}
 
 // The keymap is new each time another keyboard is used. Looking at it costs nothing; the server is
@@ -79,6 +81,7 @@ bool SpareKeys::tryToMakeRoom(std::span<const char32_t> wanted) {
   const SpareKeyPool::Plan plan = m_pool.fit(wanted);
   if (plan.changes.empty()) return true;
   if (plan.replacesUnread) awaitReaders();
+  m_awaitModifiersUnused();
   const auto outcome = m_writer.write(symbolsOfChangedKeys(plan));
   if (outcome == SpareKeyWriter::Outcome::written) {
     m_pool.apply(plan);

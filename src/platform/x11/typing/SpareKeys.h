@@ -23,9 +23,13 @@ class WindowProperties;
 // The characters that the layout lacks, put on the keys that it leaves free. One thread at a time.
 class SpareKeys {
  public:
-  // `keymap` is that of the union of all keyboards.
+  // `keymap` is that of the union of all keyboards. `awaitModifiersUnused` is called just ahead of
+  // each change of the mapping: an application of Qt 5 that reads the new one asks the server which
+  // modifiers are held then, and gets a letter that was typed with Shift just before as a small
+  // one.
   SpareKeys(Connection& connection, OwnMapChanges& ownChanges, const FollowedKeymap& keymap,
-            TargetBarrier& barrier, const WindowProperties& windows);
+            TargetBarrier& barrier, const WindowProperties& windows,
+            std::function<void()> awaitModifiersUnused);
 
   // Makes the book-keeping agree with the server's keymap, which someone else may have replaced.
   // To be called ahead of the other operations whenever a run begins.
@@ -69,6 +73,7 @@ class SpareKeys {
   const FollowedKeymap& m_keymap;
   TargetBarrier& m_barrier;
   const WindowProperties& m_windows;
+  const std::function<void()> m_awaitModifiersUnused;
   SpareKeyWriter m_writer;
   SpareKeyPool m_pool;
   SpareKeyWriter::Kind m_kind;  // of each key in the pool

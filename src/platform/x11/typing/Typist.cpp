@@ -18,7 +18,8 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
       m_sender(sender),
       m_modifiers(modifiers),
       m_barrier(barrier),
-      m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows) {}
+      m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows,
+                  [this] { static_cast<void>(lookOnceModifiersAreUnused()); }) {}
 
 void Typist::beginSession() {
   m_modifiers.awaitShortcutModifiersReleased(m_keyboard.keymap.current()->modifiers());
@@ -99,6 +100,7 @@ void Typist::prepare(std::span<const char32_t> characters) {
   if (m_isAbandoned) return;
   const auto snapshot = m_keyboard.keymap.current();
   m_spareKeys.follow();
+  if (m_sessions == 0) m_isPatient = true;
   const KeyboardState state = KeyboardState::query(m_connection);
   std::vector<char32_t> wanted;
   for (uint32_t i = 0; i < snapshot->layoutCount(); ++i) {

@@ -85,6 +85,7 @@ ModifierKeys ModifierKeys::read(Connection& connection, uint16_t device, xkb_key
 
 void ModifierKeys::addBoundKey(uint32_t realModifiers, uint8_t keycode, xkb_keymap* keymap) {
   all.set(keycode);
+  unused &= ~realModifiers;
   const Role role = roleOfKey(keymap, keycode);
   if (role == Role::option) option |= realModifiers;
   if (role == Role::command) command |= realModifiers;

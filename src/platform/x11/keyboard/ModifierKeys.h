@@ -23,6 +23,7 @@ struct ModifierKeys {
   uint32_t command = 0;  // Super, Hyper
   uint32_t numLock = 0;
   uint32_t levelThree = 0;  // AltGr
+  uint32_t unused = 0xf8;   // Mod1 to Mod5 as far as no key is bound to them
 
   std::vector<uint8_t> shiftKeys;       // keys that hold Shift
   std::vector<uint8_t> levelThreeKeys;  // keys that hold LevelThree

@@ -64,6 +64,7 @@ class SpareKeyWriter {
   using Edit = std::function<void(KeySymbolTable&)>;
   [[nodiscard]] std::vector<uint16_t> everyKeyboard() const;
   [[nodiscard]] bool editEveryKeyboard(const Edit& edit);
+  void tellState();
   [[nodiscard]] bool put(const Keys& keys);
   [[nodiscard]] bool areOurs(const Keys& keys, const Keys& record) const;
   [[nodiscard]] Keys readRecord() const;

@@ -58,7 +58,7 @@ void registerMatrix(LazyStage& stage) {
   for (const MatrixLayout& layout : matrixLayouts()) {
     for (const TargetKind kind : allTargetKinds()) {
       for (const Scenario& scenario : scenarioTable()) {
-        if (!isPlayedOn(scenario, layout) || !isInShortForm(scenario)) continue;
+        if (!isPlayedIn(scenario, kind, layout) || !isInShortForm(scenario)) continue;
         registerCell(stage, {.kind = kind, .layout = layout, .scenario = scenario});
       }
     }

@@ -56,7 +56,8 @@ SoakRequest readRequest(const QCoreApplication& application) {
 void playCell(const SoakRequest& request, LazyStage& lazyStage, TargetKind kind,
               const MatrixLayout& layout, SoakReport& report) {
   for (const Scenario& scenario : scenarioTable()) {
-    if (!isPlayedOn(scenario, layout) || !isWanted(request.scenarios, scenario.name)) continue;
+    if (!isPlayedIn(scenario, kind, layout) || !isWanted(request.scenarios, scenario.name))
+      continue;
     if (request.withXdotool && !canXdotoolPlay(scenario)) continue;
     Stage& stage = lazyStage.stageFor(kind, layout);
     const ScenarioOutcome outcome =

@@ -87,7 +87,8 @@ struct Scenario {
 };
 
 [[nodiscard]] const std::vector<Scenario>& scenarioTable();
-[[nodiscard]] bool isPlayedOn(const Scenario& scenario, const MatrixLayout& layout);
+[[nodiscard]] bool isPlayedIn(const Scenario& scenario, TargetKind kind,
+                              const MatrixLayout& layout);
 [[nodiscard]] bool isInShortForm(const Scenario& scenario);
 
 // What `before` becomes by `turn` if nothing goes wrong: `typed` goes in at the caret, the trigger

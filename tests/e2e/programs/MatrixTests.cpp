@@ -47,7 +47,8 @@ class StageEnder : public testing::EmptyTestEventListener {
 };
 
 void registerCell(LazyStage& stage, const MatrixCell& cell) {
-  const std::string suite = nameOf(cell.kind) + "_" + cell.layout.name;
+  std::string suite = nameOf(cell.kind) + "_" + cell.layout.name;
+  if (!isInShortForm(cell.scenario)) suite += "_thorough";
   testing::RegisterTest(suite.c_str(), cell.scenario.name.c_str(), nullptr, nullptr, __FILE__,
                         __LINE__, [&stage, cell]() -> MatrixTest* {
                           return std::make_unique<MatrixTest>(stage, cell).release();
@@ -58,7 +59,7 @@ void registerMatrix(LazyStage& stage) {
   for (const MatrixLayout& layout : matrixLayouts()) {
     for (const TargetKind kind : allTargetKinds()) {
       for (const Scenario& scenario : scenarioTable()) {
-        if (!isPlayedIn(scenario, kind, layout) || !isInShortForm(scenario)) continue;
+        if (!isPlayedIn(scenario, kind, layout)) continue;
         registerCell(stage, {.kind = kind, .layout = layout, .scenario = scenario});
       }
     }

@@ -16,9 +16,9 @@ class KeyDetour {
   // is known of it. Any thread.
   [[nodiscard]] virtual qint64 process() = 0;
 
-  // Returns once the keys that this process has read so far are with its widgets, or after half a
-  // second. Any thread but the main one.
-  virtual void awaitPassage() = 0;
+  // Returns once the keys that this process has read so far are with its widgets; false where that
+  // takes longer than a fifth of a second. Any thread but the main one.
+  [[nodiscard]] virtual bool awaitPassage() = 0;
 };
 
 }  // namespace zarvy

@@ -188,6 +188,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   parts->reader.start([raw, &scheduler, onLost = std::move(onLost)] {
     raw->barrier.release();
     raw->modifiers.abandonWaits();
+    raw->keyboards->persons->abandonWaits();
     if (onLost) scheduler.post(onLost);
   });
   return std::unique_ptr<X11Session>(new X11Session(std::move(parts)));

@@ -212,6 +212,25 @@ TEST_F(HeldModifiersOnServer, AreLeftAloneWhereTheyWereHeldBeforeTheRunAndHeardA
   EXPECT_EQ(held(), Keys());
 }
 
+// Whichever it is: of what is pressed in the middle of a run at most a few strokes see anything.
+TEST_F(HeldModifiersOnServer, GoUpWithinALongRunThatDoesNotKnowOfThem) {
+  const HeldModifiers::RunKeyboard keyboard = found();
+  constexpr std::array<xkb_keysym_t, 4> symbols = {XKB_KEY_Shift_L, XKB_KEY_Control_L,
+                                                   XKB_KEY_Alt_L, XKB_KEY_Super_L};
+  for (const xkb_keysym_t symbol : symbols) {
+    m_person.press(symbol, e2e::Body::serverKeyboard);
+    m_theirs.synchronise();
+    ASSERT_NE(KeyboardLook::take(*m_ours).state.heldModifiers, 0U) << symbol;
+    {
+      TypingRun run(*m_ours, m_sender, m_modifiers, keyboard);
+      for (int stroke = 0; stroke < 4; ++stroke) run.type({.keycode = keyOfNoMeaning});
+    }
+    m_ours->synchronize();
+    EXPECT_EQ(KeyboardLook::take(*m_ours).state.heldModifiers, 0U) << symbol;
+    m_person.releaseAll();
+  }
+}
+
 TEST_F(HeldModifiersOnServer, AreUnlockedForARunAndLockedAgain) {
   lockShift();
   const HeldModifiers::RunKeyboard keyboard = found();

@@ -64,7 +64,10 @@ class FakeDetour final : public KeyDetour {
   std::atomic<int> passages = 0;
 
   [[nodiscard]] qint64 process() override { return theProcess; }
-  void awaitPassage() override { ++passages; }
+  [[nodiscard]] bool awaitPassage() override {
+    ++passages;
+    return true;
+  }
 };
 
 class TargetBarrierOnServer : public testing::Test {
@@ -177,6 +180,17 @@ TEST_F(TargetBarrierOnServer, AwaitsADetourOnceTheWindowHasReadItsKeys) {
   answerFirstPing();
   waiting.join();
   EXPECT_EQ(m_detour.passages, 1);
+}
+
+TEST_F(TargetBarrierOnServer, DoesNotAwaitADetourAgainAtOnceWhereTheWindowIsSilent) {
+  belongTo(getpid(), thisMachine());
+  claimToAnswerPings();
+  m_detour.theProcess = getpid();
+  EXPECT_TRUE(m_barrier.awaitKeyDetour(m_window));
+  EXPECT_TRUE(wasPinged());
+  EXPECT_FALSE(m_barrier.awaitKeyDetour(m_window));
+  EXPECT_FALSE(wasPinged());
+  EXPECT_EQ(m_detour.passages, 0);
 }
 
 TEST_F(TargetBarrierOnServer, KnowsNothingOfProcessesOnOtherMachines) {

@@ -63,21 +63,16 @@ qint64 ToolkitKeyDetour::process() {
 
 // The application answers once the bus has its keys; the registry, once it has sent them back; the
 // application again, once it has got them.
-void ToolkitKeyDetour::awaitPassage() {
+bool ToolkitKeyDetour::awaitPassage() {
   const auto there = onDetour();
-  if (!there) return;
+  if (!there) return true;
   const QDeadlineTimer limit(m_longestPassage);
   for (const QDBusMessage& question :
        {toolkitQuestion(there->peer), questionToRegistry(), toolkitQuestion(there->peer)}) {
     there->bus.call(question, QDBus::Block, static_cast<int>(limit.remainingTime()));
-    if (limit.hasExpired()) return giveUpOn(there->peer);
+    if (limit.hasExpired()) return false;
   }
-}
-
-// An application that does not answer must not hold up each text that is typed into it.
-void ToolkitKeyDetour::giveUpOn(const QString& peer) {
-  const std::lock_guard lock(m_mutex);
-  if (m_application && m_application->peer == peer) m_application->takesDetour = false;
+  return true;
 }
 
 }  // namespace zarvy

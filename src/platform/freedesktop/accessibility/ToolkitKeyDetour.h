@@ -17,7 +17,7 @@ namespace zarvy {
 class ToolkitKeyDetour final : public KeyDetour {
  public:
   explicit ToolkitKeyDetour(
-      std::chrono::milliseconds longestPassage = std::chrono::milliseconds(500))
+      std::chrono::milliseconds longestPassage = std::chrono::milliseconds(200))
       : m_longestPassage(longestPassage) {}
 
   // The keyboard is with `process`, which `peer` is on the accessibility bus. Learns its toolkit
@@ -29,7 +29,7 @@ class ToolkitKeyDetour final : public KeyDetour {
   void forget();
 
   [[nodiscard]] qint64 process() override;
-  void awaitPassage() override;
+  [[nodiscard]] bool awaitPassage() override;
 
  private:
   struct Application {
@@ -41,7 +41,6 @@ class ToolkitKeyDetour final : public KeyDetour {
 
   void learnToolkit(const QString& peer, const QDBusMessage& answer);
   [[nodiscard]] std::optional<Application> onDetour();
-  void giveUpOn(const QString& peer);
 
   const std::chrono::milliseconds m_longestPassage;
   std::mutex m_mutex;

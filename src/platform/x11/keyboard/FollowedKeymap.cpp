@@ -51,9 +51,11 @@ std::shared_ptr<const KeymapSnapshot> FollowedKeymap::current() const {
 
 std::shared_ptr<const KeymapSnapshot> FollowedKeymap::named(xcb_atom_t name) const {
   std::unique_lock lock(m_mutex);
-  m_read.wait_for(lock, longestWait, [&] {
-    return name == XCB_ATOM_NONE || m_snapshot->name() == name || !m_connection.isAlive();
+  const bool isThere = m_read.wait_for(lock, longestWait, [&] {
+    return name == XCB_ATOM_NONE || name == m_nameInVain || m_snapshot->name() == name ||
+           !m_connection.isAlive();
   });
+  if (!isThere) m_nameInVain = name;
   return m_snapshot;
 }
 
@@ -74,6 +76,7 @@ void FollowedKeymap::reload() {
   {
     const std::lock_guard lock(m_mutex);
     m_snapshot = std::move(snapshot);
+    m_nameInVain = XCB_ATOM_NONE;
   }
   m_read.notify_all();
 }

@@ -33,7 +33,8 @@ class FollowedKeymap {
   [[nodiscard]] std::shared_ptr<const KeymapSnapshot> current() const;
 
   // The keymap of this name, as KeymapName tells it. Waits until it has been read, but not for
-  // ever: then, and for XCB_ATOM_NONE, the one in force. Any thread but the reader's.
+  // ever, and only once where nothing is read meanwhile: then, and for XCB_ATOM_NONE, the one in
+  // force. Any thread but the reader's.
   [[nodiscard]] std::shared_ptr<const KeymapSnapshot> named(xcb_atom_t name) const;
 
   // True where the event made a new keymap. On the reader's thread.
@@ -51,7 +52,8 @@ class FollowedKeymap {
   const uint16_t m_device;
   mutable std::mutex m_mutex;
   mutable std::condition_variable m_read;
-  std::shared_ptr<const KeymapSnapshot> m_snapshot;  // guarded by m_mutex
+  std::shared_ptr<const KeymapSnapshot> m_snapshot;  // guarded by m_mutex, as the next
+  mutable xcb_atom_t m_nameInVain = XCB_ATOM_NONE;   // waited for already
 };
 
 }  // namespace zarvy::x11

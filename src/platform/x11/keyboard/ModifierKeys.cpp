@@ -4,6 +4,7 @@
 
 #include "platform/ModifierFlags.h"
 #include "platform/x11/connection/XkbProtocol.h"
+#include "platform/x11/keyboard/KeyPositions.h"
 #include "platform/x11/keyboard/KeyboardMap.h"
 
 namespace zarvy::x11 {
@@ -104,6 +105,9 @@ void ModifierKeys::addBySymbol(uint8_t keycode, xkb_keymap* keymap) {
   if (!isLock(role)) momentary.set(keycode);
   if (role == Role::shift) shiftKeys.push_back(keycode);
   if (role == Role::levelThree) levelThreeKeys.push_back(keycode);
+  const char* const name = xkb_keymap_key_get_name(keymap, keycode);
+  const bool isOnKeyboards = name && virtualKeyOfPosition(name).has_value();
+  if (isOnKeyboards && !isLock(role) && role != Role::shift) otherHandKeys.push_back(keycode);
 }
 
 quint64 ModifierKeys::flagsOf(uint32_t realMask) const {

@@ -27,6 +27,7 @@ struct ModifierKeys {
 
   std::vector<uint8_t> shiftKeys;       // keys that hold Shift
   std::vector<uint8_t> levelThreeKeys;  // keys that hold LevelThree
+  std::vector<uint8_t> otherHandKeys;   // keys that people have for all modifiers but Shift
 
   KeycodeSet momentary;  // keys that hold a modifier while they are down; not Caps or Num Lock
   KeycodeSet all;        // every key that holds or locks a modifier

@@ -38,6 +38,9 @@ void PersonsKeys::keepKeyboards(const std::vector<uint16_t>& keyboards) {
   std::erase_if(m_held, [&](const auto& held) {
     return std::find(keyboards.begin(), keyboards.end(), held.first) == keyboards.end();
   });
+  if (std::find(keyboards.begin(), keyboards.end(), m_lastKeyboard) == keyboards.end()) {
+    m_lastKeyboard = m_firstKeyboard;
+  }
   m_changed.notify_all();
 }
 

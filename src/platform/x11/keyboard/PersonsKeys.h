@@ -18,12 +18,13 @@ namespace zarvy::x11 {
 class PersonsKeys {
  public:
   // `keyboard` is the one to type on until somebody has used one; an XInput number, as all here.
-  explicit PersonsKeys(uint16_t keyboard) : m_lastKeyboard(keyboard) {}
+  explicit PersonsKeys(uint16_t keyboard) : m_firstKeyboard(keyboard), m_lastKeyboard(keyboard) {}
 
   void press(uint16_t keyboard, uint8_t keycode);
   void release(uint16_t keyboard, uint8_t keycode);
 
-  // Those are the keyboards there are now: what was held on others is not held any more.
+  // Those are the keyboards there are now: what was held on others is not held any more, and nobody
+  // types on them.
   void keepKeyboards(const std::vector<uint16_t>& keyboards);
 
   // The keyboard that somebody pressed a key of last.
@@ -55,6 +56,7 @@ class PersonsKeys {
 
   mutable std::mutex m_mutex;
   std::condition_variable m_changed;
+  const uint16_t m_firstKeyboard;
   std::map<uint16_t, KeycodeSet> m_held;  // by keyboard
   uint16_t m_lastKeyboard;
   uint64_t m_presses = 0;

@@ -57,6 +57,10 @@ void HeldModifiers::holdOffShift(const RunKeyboard& keyboard) {
   for (const uint8_t keycode : keyboard.keys.shiftKeys) release(keyboard.number, keycode);
 }
 
+void HeldModifiers::holdOffOthers(const RunKeyboard& keyboard) {
+  for (const uint8_t keycode : keyboard.keys.otherHandKeys) release(keyboard.number, keycode);
+}
+
 // What the server said was down, and what has been heard to be: either may be ahead of the other.
 // A release that has not been heard yet will be put right by keyReleased(). A key that means
 // something else on the keyboard that is typed on cannot be pressed again there.

@@ -39,7 +39,7 @@ class HeldModifiers {
     uint32_t locked = 0;                   // to be unlocked until the end of the run
   };
 
-  // While this is held nobody else here posts a key. The three functions below are called under it,
+  // While this is held nobody else here posts a key. The functions below are called under it,
   // and what they post is buffered.
   [[nodiscard]] std::unique_lock<std::mutex> lockForRun() { return std::unique_lock(m_mutex); }
 
@@ -47,8 +47,12 @@ class HeldModifiers {
   void beginRun(const RunKeyboard& keyboard);
 
   // Releases Shift once more, ahead of a key that must be without it: somebody may have pressed it
-  // since the run began.
+  // since the run began. The same for Control, Alt, AltGr and Super.
   void holdOffShift(const RunKeyboard& keyboard);
+  void holdOffOthers(const RunKeyboard& keyboard);
+
+  // Ends a modifier that a stroke has held for itself.
+  void release(uint16_t keyboard, uint8_t keycode);
 
   // Presses again what the run has released and somebody holds, and locks again what it unlocked.
   void endRun(const RunKeyboard& keyboard);
@@ -71,7 +75,6 @@ class HeldModifiers {
   void abandonWaits();
 
  private:
-  void release(uint16_t keyboard, uint8_t keycode);
   void pressAgain(uint16_t keyboard, uint8_t keycode);
 
   Connection& m_connection;

@@ -37,6 +37,8 @@ class SpareKeyPool {
   [[nodiscard]] const std::vector<Slot>& slots() const { return m_slots; }
   [[nodiscard]] std::size_t capacity() const { return m_slots.size(); }
 
+  [[nodiscard]] bool isEmpty() const { return m_slotOf.empty(); }
+
   // The slot that types `character` now.
   [[nodiscard]] std::optional<Slot> find(char32_t character) const;
 

@@ -170,13 +170,14 @@ bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {
 
 // Applications of Qt 5 that read a new mapping forget which layout is locked, and Caps Lock, until
 // they are told of any change of the state. A modifier that no key has is locked for a moment, or
-// AltGr where each has one; no other client can act meanwhile.
+// any that is not where each has one; no other client can act meanwhile.
 void SpareKeyWriter::tellState() {
   const KeyboardState state = KeyboardState::query(m_connection);
   if (state.lockedModifiers == 0 && state.lockedLayout == 0) return;
-  const ModifierKeys& modifiers = m_keymap.current()->modifiers();
-  const uint32_t leastMeaning = modifiers.unused != 0 ? modifiers.unused : modifiers.levelThree;
-  const auto changed = static_cast<uint8_t>(leastMeaning & ~state.lockedModifiers);
+  constexpr uint32_t modOneToFive = 0xf8;
+  const uint32_t unused = m_keymap.current()->modifiers().unused;
+  const uint32_t candidates = (unused != 0 ? unused : modOneToFive) & ~state.lockedModifiers;
+  const auto changed = static_cast<uint8_t>(candidates & -candidates);
   for (const uint8_t locks : {changed, uint8_t{0}}) {
     xcb_xkb_latch_lock_state(m_connection.xcb(), XCB_XKB_ID_USE_CORE_KBD, changed, locks, 0, 0, 0,
                              0, 0);

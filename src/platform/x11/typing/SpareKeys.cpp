@@ -120,6 +120,7 @@ bool SpareKeys::reclaim() {
 
 void SpareKeys::giveBack() {
   awaitReaders();
+  if (!m_pool.isEmpty()) m_awaitModifiersUnused();
   m_writer.giveBack();
 }
 

@@ -51,6 +51,11 @@ class SpareKeys {
   // most once, and not before every window that still has to read an old use of a key has done so.
   void makeRoom(std::span<const char32_t> wanted);
 
+  // Whether makeRoom() would have to wait for an application.
+  [[nodiscard]] bool mustAwaitReaders(std::span<const char32_t> wanted) const {
+    return m_pool.fit(wanted).replacesUnread;
+  }
+
   // `character` is about to be typed from its spare key while `focus` has the input focus.
   void markUsed(char32_t character, xcb_window_t focus);
 

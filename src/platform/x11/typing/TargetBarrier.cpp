@@ -18,6 +18,10 @@ using namespace std::chrono_literals;
 
 constexpr auto longestPing = 1000ms;
 
+// The same ahead of a key that letters must not be overtaken by, and the rest after a failure.
+constexpr auto longestDetour = 200ms;
+constexpr auto restFromDetours = 5s;
+
 // All windows that are waited for together.
 constexpr auto longestWaitForAll = 4000ms;
 constexpr auto longestWaitInAHurry = 500ms;
@@ -52,8 +56,8 @@ void TargetBarrier::waitForOne(xcb_window_t window) {
   processes.emplace_back(process == getpid() ? 0 : process);  // which never rests while it asks
   if (processes.front().isStopped()) return;
   for (const qint64 server : m_windows.inputMethodProcesses()) processes.emplace_back(server);
-  const bool hasAnswered =
-      window != XCB_WINDOW_NONE && m_windows.answersPing(window) && ping(window) == Answer::read;
+  const bool hasAnswered = window != XCB_WINDOW_NONE && m_windows.answersPing(window) &&
+                           ping(window, longestPing) == Answer::read;
   if (!hasAnswered || processes.size() > 1) settle(std::move(processes));
 }
 
@@ -63,10 +67,14 @@ bool TargetBarrier::awaitKeyDetour(xcb_window_t window) {
   if (process == 0 || process != m_windows.localProcess(window)) return false;
   {
     const std::lock_guard lock(m_mutex);
-    if (m_released) return false;
+    if (m_released || Clock::now() < m_noDetourUntil) return false;
     if (!m_hurried) m_deadline = Clock::now() + longestWaitForAll;
   }
-  if (m_windows.answersPing(window) && ping(window) == Answer::read) m_keyDetour->awaitPassage();
+  const bool hasPassed = m_windows.answersPing(window) &&
+                         ping(window, longestDetour) == Answer::read && m_keyDetour->awaitPassage();
+  if (hasPassed) return true;
+  const std::lock_guard lock(m_mutex);
+  m_noDetourUntil = Clock::now() + restFromDetours;
   return true;
 }
 
@@ -89,7 +97,7 @@ void TargetBarrier::letKeymapBeRead() {
   static_cast<void>(waitFor(lock, readingOfKeymap, [] { return false; }));
 }
 
-TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {
+TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window, Clock::duration longest) {
   std::unique_lock lock(m_mutex);
   const uint32_t token = ++m_lastPing;
   xcb_client_message_event_t message{};
@@ -103,7 +111,7 @@ TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window) {
   xcb_send_event(m_connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
                  reinterpret_cast<const char*>(&message));
   m_connection.flush();
-  const bool answered = waitFor(lock, longestPing, [&] { return m_lastAnswer >= token; });
+  const bool answered = waitFor(lock, longest, [&] { return m_lastAnswer >= token; });
   return answered ? Answer::read : Answer::silent;
 }
 

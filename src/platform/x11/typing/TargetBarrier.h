@@ -34,8 +34,9 @@ class TargetBarrier {
   void waitUntilRead(const std::set<xcb_window_t>& windows);
 
   // Waits until the text typed so far cannot be overtaken by a key that the application behind the
-  // window acts on at once; false where that cannot happen, without delay. Any thread but the
-  // reader's.
+  // window acts on at once; false where that cannot happen, without delay, and for some seconds
+  // after an application has not answered in time: what is typed while this waits ahead of
+  // backspaces is deleted in place of the trigger. Any thread but the reader's.
   bool awaitKeyDetour(xcb_window_t window);
 
   // Gives applications time to take over a change of the keymap: some read it on another thread
@@ -55,7 +56,7 @@ class TargetBarrier {
   using Clock = std::chrono::steady_clock;
   enum class Answer { read, silent };
   void waitForOne(xcb_window_t window);
-  [[nodiscard]] Answer ping(xcb_window_t window);
+  [[nodiscard]] Answer ping(xcb_window_t window, Clock::duration longest);
   void settle(std::vector<ProcessActivity> processes);
 
   // Waits for `condition` or a time limit, that of all waits included; false in the latter case.
@@ -72,6 +73,7 @@ class TargetBarrier {
   uint32_t m_lastPing = 0;
   uint32_t m_lastAnswer = 0;
   Clock::time_point m_deadline = Clock::time_point::max();
+  Clock::time_point m_noDetourUntil;
   bool m_hurried = false;
   bool m_released = false;
 };

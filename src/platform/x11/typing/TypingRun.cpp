@@ -22,6 +22,14 @@ TypingRun::~TypingRun() {
   m_sender.flush();
 }
 
+// Shift goes with most of what people type, and is held off at each stroke. The others belong to
+// shortcuts and rare characters: a few strokes may pass, since there are many such keys.
+void TypingRun::holdOffModifiers() {
+  constexpr int strokesBetween = 4;
+  m_modifiers.holdOffShift(m_keyboard);
+  if (m_strokes++ % strokesBetween == strokesBetween - 1) m_modifiers.holdOffOthers(m_keyboard);
+}
+
 // A key that somebody holds, on whichever keyboard, types nothing when it is pressed once more, so
 // each is released first; that does nothing to one that is up.
 void TypingRun::type(const KeyStroke& stroke) {
@@ -29,13 +37,13 @@ void TypingRun::type(const KeyStroke& stroke) {
   const ModifierKeys& keys = m_keyboard.keys;
   const bool shift = stroke.shift && !keys.shiftKeys.empty();
   const bool levelThree = stroke.levelThree && !keys.levelThreeKeys.empty();
-  m_modifiers.holdOffShift(m_keyboard);
+  holdOffModifiers();
   m_sender.release(keyboard, stroke.keycode);
   if (levelThree) m_sender.press(keyboard, keys.levelThreeKeys.front());
   if (shift) m_sender.press(keyboard, keys.shiftKeys.front());
   m_sender.tap(keyboard, stroke.keycode);
-  if (shift) m_sender.release(keyboard, keys.shiftKeys.front());
-  if (levelThree) m_sender.release(keyboard, keys.levelThreeKeys.front());
+  if (shift) m_modifiers.release(keyboard, keys.shiftKeys.front());
+  if (levelThree) m_modifiers.release(keyboard, keys.levelThreeKeys.front());
 }
 
 }  // namespace zarvy::x11

@@ -24,11 +24,14 @@ class TypingRun {
   void type(const KeyStroke& stroke);
 
  private:
+  void holdOffModifiers();
+
   Connection& m_connection;
   KeySender& m_sender;
   HeldModifiers& m_modifiers;
   const HeldModifiers::RunKeyboard m_keyboard;
   const std::unique_lock<std::mutex> m_lock;
+  int m_strokes = 0;
 };
 
 }  // namespace zarvy::x11

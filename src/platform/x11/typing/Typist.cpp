@@ -39,11 +39,13 @@ bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
   if (m_isAbandoned) return false;
   // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
+  // For the same reason the spare keys are left alone here.
   Look seen = look();
-  if (std::exchange(m_textWasTyped, false) && m_barrier.awaitKeyDetour(seen.server.focus)) {
+  if (m_textWasTyped && m_barrier.awaitKeyDetour(seen.server.focus)) {
+    m_textWasTyped = false;
     seen = look();
   }
-  const Layout layout = takeKeyboard(seen);
+  const Layout layout = keysOf(seen);
   const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
   if (!keycode || !m_connection.isAlive()) return false;
   TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
@@ -57,7 +59,7 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
   std::optional<std::size_t> roomMadeAt;
   for (std::size_t at = 0; at < characters.size();) {
     if (m_isAbandoned) return false;
-    const Layout layout = takeKeyboard(lookOnceModifiersAreUnused());
+    const Layout layout = charactersOf(lookOnceModifiersAreUnused());
     at += typeWhatHasAKey(layout, characters.subspan(at));
     if (at == characters.size()) break;
     if (roomMadeAt == at) {
@@ -97,10 +99,10 @@ void Typist::makeRoomFor(const Layout& layout, std::span<const char32_t> text) {
 
 void Typist::prepare(std::span<const char32_t> characters) {
   const std::lock_guard lock(m_mutex);
-  if (m_isAbandoned) return;
   const auto snapshot = m_keyboard.keymap.current();
+  const bool isInUse = (m_keyboard.persons.held() & snapshot->modifiers().momentary).any();
+  if (m_isAbandoned || isInUse) return;
   m_spareKeys.follow();
-  if (m_sessions == 0) m_isPatient = true;
   const KeyboardState state = KeyboardState::query(m_connection);
   std::vector<char32_t> wanted;
   for (uint32_t i = 0; i < snapshot->layoutCount(); ++i) {
@@ -109,7 +111,7 @@ void Typist::prepare(std::span<const char32_t> characters) {
     std::copy_if(characters.begin(), characters.end(), std::back_inserter(wanted),
                  [&](char32_t character) { return !strokes->contains(character); });
   }
-  m_spareKeys.makeRoom(wanted);
+  if (!m_spareKeys.mustAwaitReaders(wanted)) m_spareKeys.makeRoom(wanted);
 }
 
 void Typist::abandonSessions() {
@@ -151,10 +153,9 @@ Typist::Look Typist::lookOnceModifiersAreUnused() {
 }
 
 // The keyboard as it is for the next run.
-Typist::Layout Typist::takeKeyboard(const Look& seen) {
+Typist::Layout Typist::keysOf(const Look& seen) const {
   const KeyboardLook& look = seen.server;
   const auto snapshot = m_keyboard.keymap.named(look.keymap);
-  m_spareKeys.follow();
   const KeyboardState& state = look.state;
   const ModifierKeys& keys = snapshot->modifiers();
   uint32_t unwanted = keys.shift | keys.levelThree | keys.control | keys.option | keys.command;
@@ -162,8 +163,8 @@ Typist::Layout Typist::takeKeyboard(const Look& seen) {
   const uint32_t unlocked = state.lockedModifiers & unwanted & ~keys.numLock;
   const uint32_t locked = state.lockedModifiers & ~unlocked;
   return {.snapshot = snapshot,
-          // Layout keys that are held will have been released.
-          .strokes = strokesOf(snapshot, state.lockedLayout, locked),
+          .strokes = nullptr,
+          .locked = locked,
           .capsLock = (locked & keys.lock) != 0,
           .keyboard = {.number = m_keyboard.persons.lastKeyboard(),
                        .keys = keys,
@@ -172,6 +173,15 @@ Typist::Layout Typist::takeKeyboard(const Look& seen) {
                        .latched = state.latchedModifiers,
                        .locked = unlocked},
           .focus = look.focus};
+}
+
+Typist::Layout Typist::charactersOf(const Look& seen) {
+  static_cast<void>(m_keyboard.keymap.named(seen.server.keymap));  // which is followed
+  m_spareKeys.follow();
+  Layout layout = keysOf(seen);
+  // Layout keys that are held will have been released.
+  layout.strokes = strokesOf(layout.snapshot, seen.server.state.lockedLayout, layout.locked);
+  return layout;
 }
 
 std::shared_ptr<const CharacterStrokes> Typist::strokesOf(

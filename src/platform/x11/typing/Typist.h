@@ -54,7 +54,7 @@ class Typist {
   bool typeCharacters(std::span<const char32_t> characters, std::span<const char32_t> upcoming);
 
   // Puts the likely characters of sessions to come on spare keys, those first that the layout in
-  // force lacks.
+  // force lacks. Does nothing where it would have to wait, and a session with it.
   void prepare(std::span<const char32_t> characters);
 
   // Gives back what an earlier run of this program left behind. Before the reader starts.
@@ -67,10 +67,11 @@ class Typist {
   void leaveNoTrace();
 
  private:
-  // How characters are typed right now.
+  // How keys are typed right now; and characters, where there are strokes.
   struct Layout {
     std::shared_ptr<const KeymapSnapshot> snapshot;
     std::shared_ptr<const CharacterStrokes> strokes;
+    uint32_t locked = 0;  // modifiers that stay so
     bool capsLock = false;
     HeldModifiers::RunKeyboard keyboard;
     xcb_window_t focus = XCB_WINDOW_NONE;
@@ -83,7 +84,8 @@ class Typist {
   };
   [[nodiscard]] Look look() const;
   [[nodiscard]] Look lookOnceModifiersAreUnused();
-  [[nodiscard]] Layout takeKeyboard(const Look& seen);
+  [[nodiscard]] Layout keysOf(const Look& seen) const;
+  [[nodiscard]] Layout charactersOf(const Look& seen);
   [[nodiscard]] std::shared_ptr<const CharacterStrokes> strokesOf(
       const std::shared_ptr<const KeymapSnapshot>& snapshot, uint32_t layout, uint32_t locked);
   [[nodiscard]] std::vector<char32_t> lacking(const Layout& layout,

@@ -1,5 +1,6 @@
 " Makes a Vim that does nothing but insert tell each change of its text over a local socket.
 set nocompatible encoding=utf-8 backspace=indent,eol,start noautoindent textwidth=0 maxcombine=6
+set whichwrap+=[,]  " the arrows go on at the end of a line
 set noswapfile shortmess+=I
 
 let s:clear_count = 0

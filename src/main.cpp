@@ -95,7 +95,8 @@ int main(int argc, char* argv[]) {
 
   zarvy::StandardLineOutput output;
   zarvy::SingleInstance instance(
-      zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()));
+      zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()) +
+      QStringLiteral("/Zarvy"));
   if (!instance.becomeOnlyOne()) {
     output.print(QStringLiteral("Zarvy is running already."));
     return 0;

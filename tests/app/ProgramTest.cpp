@@ -165,8 +165,12 @@ TEST_F(ProgramWithoutDisplay, IsTheOnlyOneHoweverTheFolderOfTheDocumentsIsWritte
   other.setProgram(m_program.program());
   startWith(m_program, home.filePath(u"data"_s));
   ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
-  for (const QString& spelling : {u"data/"_s, u"/data"_s, u"data/./inner//.."_s, u"link"_s,
-                                  u"link/"_s, u"link/inner/.."_s, u"not-there/../data"_s}) {
+  ASSERT_TRUE(waitForLibrary(u"data"_s));
+  ASSERT_TRUE(home.mkpath(u"elsewhere"_s));
+  ASSERT_TRUE(QFile::link(home.filePath(u"data/Zarvy"_s), home.filePath(u"elsewhere/Zarvy"_s)));
+  for (const QString& spelling :
+       {u"data/"_s, u"/data"_s, u"data/./inner//.."_s, u"link"_s, u"link/"_s, u"link/inner/.."_s,
+        u"not-there/../data"_s, u"elsewhere"_s}) {
     startWith(other, home.path() + u'/' + spelling);
     ASSERT_TRUE(other.waitForFinished(deadline)) << spelling.toStdString();
     EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n")

@@ -12,14 +12,25 @@ use_utf8_locale() {
   fi
 }
 
+# debian_release: prints the number of the Debian that this is, a high one where it is not released.
+debian_release() {
+  local number
+  number=$(. /etc/os-release 2>/dev/null && printf '%s' "${VERSION_ID:-}")
+  number=${number%%.*}
+  printf '%d' "${number:-99}"
+}
+
 # choose_packages [<purpose>...]: sets the array `wanted` to the lines of packages.txt without a
-# purpose and those of the purposes given.
+# purpose, those of the purposes given, and those of this release of Debian.
 choose_packages() {
-  local name _ purpose
+  local name _ purpose release
+  release=$(debian_release)
   wanted=()
   while read -r name _ purpose || [[ -n $name ]]; do
     if [[ -z $name || $name == \#* ]]; then
       continue
+    elif [[ $purpose =~ ^[0-9]+$ ]]; then
+      ((release < purpose)) || wanted+=("$name")
     elif [[ -z $purpose || " $* " == *" $purpose "* ]]; then
       wanted+=("$name")
     fi

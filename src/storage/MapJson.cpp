@@ -37,7 +37,8 @@ template <typename Value>
 QByteArray toJson(const QMap<QString, Value>& map) {
   QJsonObject object;
   for (auto member = map.begin(); member != map.end(); ++member) {
-    object.insert(member.key(), member.value());
+    // Qt 6.8 reads through the null pointer of a null key.
+    object.insert(member.key().isNull() ? u""_s : member.key(), member.value());
   }
   return writeJson(object);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <QByteArray>
+#include <QFile>
 #include <QString>
 
 // Instants and time zones, and what the C library makes of them: the same as all other programs of
@@ -71,6 +72,13 @@ namespace zarvy::timezones {
   char text[40];
   strftime(text, sizeof(text), "%Y-%m-%d %H:%M:%S", &fields);
   return QString::fromLatin1(text);
+}
+
+// Newer systems keep some spellings in a package of its own, which is mostly not there.
+[[nodiscard]] inline bool isOfThisSystem(const char* zone) {
+  const QString name = QString::fromLatin1(zone);
+  const bool isSpecial = name.startsWith(u"posix/") || name.startsWith(u"right/");
+  return !isSpecial || QFile::exists(QStringLiteral("/usr/share/zoneinfo/") + name);
 }
 
 struct KnownTime {

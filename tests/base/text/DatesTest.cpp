@@ -7,6 +7,7 @@
 #include "base/text/RegionalSettings.h"
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
+#include "support/TimeZones.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -116,6 +117,7 @@ TEST(DateFormatter, HasWordsForTheZone) {
   };
   const DateFormatter formatter(u"zzzz, XXX"_s, english);
   for (const Row& row : table) {
+    if (!timezones::isOfThisSystem(row.zone)) continue;
     const QDateTime date = inBerlin(row.date);
     const EnvironmentVariable zone("TZ", row.zone);
     EXPECT_EQ(formatter.format(date), row.expected) << row.zone;

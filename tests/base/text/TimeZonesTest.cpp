@@ -19,6 +19,7 @@ const RegionalSettings english{"en_US"};
 TEST(TimeZones, AreByTheRulesOfToday) {
   const DateFormatter formatter(u"yyyy-MM-dd HH:mm:ss"_s, english);
   for (const KnownTime& known : knownTimes) {
+    if (!isOfThisSystem(known.zone)) continue;
     const EnvironmentVariable zone("TZ", known.zone);
     const auto instant = QDateTime::fromString(QLatin1StringView(known.instant), Qt::ISODate);
     EXPECT_EQ(formatter.format(instant), QLatin1StringView(known.shown)) << known.zone;

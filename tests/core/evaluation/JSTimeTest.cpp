@@ -43,6 +43,7 @@ class JSTime : public testing::Test {
 
 TEST_F(JSTime, IsByTheRulesOfToday) {
   for (const KnownTime& known : knownTimes) {
+    if (!isOfThisSystem(known.zone)) continue;
     const EnvironmentVariable zone("TZ", known.zone);
     EXPECT_EQ(shownAt(known.instant), QLatin1StringView(known.shown)) << known.zone;
   }

@@ -81,20 +81,25 @@ std::vector<uint8_t> SpareKeyWriter::freeKeys() const {
 
 // The record is written ahead of the keys: a crash in between leaves too much on record, which the
 // next start sees, and never too little.
-SpareKeyWriter::Outcome SpareKeyWriter::write(const Keys& keys) {
+SpareKeyWriter::Outcome SpareKeyWriter::write(const Keys& keys, bool always) {
   const ServerGrab grab(m_connection);
   const Keys before = readRecord();
   if (!areOurs(keys, before)) return Outcome::notFree;
   Keys record = before;
   for (const auto& [keycode, symbols] : keys) record[keycode] = symbols;
   writeRecord(record);
-  if (put(keys)) return Outcome::written;
+  const auto tables = tablesWith(keys);
+  if (!always && KeyboardState::query(m_connection).heldModifiers != 0) {
+    writeRecord(before);
+    return Outcome::modifierIsHeld;
+  }
+  if (writeTables(tables)) return Outcome::written;
   Keys former;
   for (const auto& [keycode, symbols] : keys) {
     const auto known = before.find(keycode);
     former[keycode] = known != before.end() ? known->second : SpareKeySymbols{};
   }
-  static_cast<void>(put(former));
+  static_cast<void>(writeTables(tablesWith(former)));
   writeRecord(before);
   return Outcome::refused;
 }
@@ -116,9 +121,9 @@ bool SpareKeyWriter::areOurs(const Keys& keys, const Keys& record) const {
   return true;
 }
 
-bool SpareKeyWriter::put(const Keys& keys) {
+std::vector<KeySymbolTable> SpareKeyWriter::tablesWith(const Keys& keys) const {
   const uint32_t levelThree = m_keymap.current()->modifiers().usableLevelThree();
-  return editEveryKeyboard([&](KeySymbolTable& table) {
+  return editedTables([&](KeySymbolTable& table) {
     const auto type = table.slotType(levelThree);
     for (const auto& [keycode, symbols] : keys) {
       if (isEmpty(symbols)) {
@@ -134,12 +139,12 @@ void SpareKeyWriter::giveBack() {
   const Keys record = readRecord();
   if (!record.empty()) {
     const ServerGrab grab(m_connection);
-    const bool givenBack = editEveryKeyboard([&](KeySymbolTable& table) {
+    const auto tables = editedTables([&](KeySymbolTable& table) {
       for (const auto& [keycode, symbols] : record) {
         if (holds(table.symbols(keycode), symbols)) table.setSymbols(keycode, {}, {});
       }
     });
-    if (!givenBack) return;
+    if (!writeTables(tables)) return;
   }
   xcb_delete_property(m_connection.xcb(), m_connection.roots().front(),
                       m_connection.atoms().zarvySpareKeys);
@@ -153,16 +158,22 @@ std::vector<uint16_t> SpareKeyWriter::everyKeyboard() const {
   return HeldKeys(m_connection).allKeyboards();
 }
 
-bool SpareKeyWriter::editEveryKeyboard(const Edit& edit) {
-  bool complete = true;
+std::vector<KeySymbolTable> SpareKeyWriter::editedTables(const Edit& edit) const {
+  std::vector<KeySymbolTable> tables;
   for (const uint16_t device : everyKeyboard()) {
     auto table = KeySymbolTable::read(m_connection, device);
-    if (!table) {
-      complete = false;
-      continue;
-    }
+    if (!table) continue;
     edit(*table);
-    complete = table->write(m_connection, m_ownChanges) && complete;
+    tables.push_back(std::move(*table));
+  }
+  return tables;
+}
+
+// False where a keyboard is missing among the tables or the server has refused one.
+bool SpareKeyWriter::writeTables(const std::vector<KeySymbolTable>& tables) {
+  bool complete = tables.size() == everyKeyboard().size();
+  for (const KeySymbolTable& table : tables) {
+    complete = table.write(m_connection, m_ownChanges) && complete;
   }
   tellState();
   return complete;

@@ -44,13 +44,14 @@ class SpareKeyWriter {
 
   enum class Outcome {
     written,
-    notFree,  // somebody else has given one of the keys a meaning; nothing has been changed
-    refused   // by the server, for one of the keyboards; nothing of it is left on the others
+    modifierIsHeld,  // nothing has been changed, as for the next
+    notFree,         // somebody else has given one of the keys a meaning
+    refused          // by the server, for one of the keyboards; nothing of it is left on the others
   };
 
   // Puts the symbols on the keys; a key with no symbol at all becomes empty again. Returns once the
-  // server has done it.
-  [[nodiscard]] Outcome write(const std::map<uint8_t, SpareKeySymbols>& keys);
+  // server has done it. Where a modifier is held at the last moment it does so only if `always`.
+  [[nodiscard]] Outcome write(const std::map<uint8_t, SpareKeySymbols>& keys, bool always);
 
   // Empties the keys that the record names, where they still hold what was written, and removes the
   // record.
@@ -63,9 +64,10 @@ class SpareKeyWriter {
   using Keys = std::map<uint8_t, SpareKeySymbols>;
   using Edit = std::function<void(KeySymbolTable&)>;
   [[nodiscard]] std::vector<uint16_t> everyKeyboard() const;
-  [[nodiscard]] bool editEveryKeyboard(const Edit& edit);
+  [[nodiscard]] std::vector<KeySymbolTable> editedTables(const Edit& edit) const;
+  [[nodiscard]] std::vector<KeySymbolTable> tablesWith(const Keys& keys) const;
+  [[nodiscard]] bool writeTables(const std::vector<KeySymbolTable>& tables);
   void tellState();
-  [[nodiscard]] bool put(const Keys& keys);
   [[nodiscard]] bool areOurs(const Keys& keys, const Keys& record) const;
   [[nodiscard]] Keys readRecord() const;
   void writeRecord(const Keys& keys);

@@ -11,6 +11,13 @@
 
 namespace zarvy::x11 {
 
+namespace {
+
+// To change the mapping while nobody types with Shift.
+constexpr int mostAttempts = 5;
+
+}  // namespace
+
 SpareKeys::SpareKeys(Connection& connection, OwnMapChanges& ownChanges,
                      const FollowedKeymap& keymap, TargetBarrier& barrier,
                      const WindowProperties& windows, std::function<void()> awaitModifiersUnused)
@@ -81,8 +88,12 @@ bool SpareKeys::tryToMakeRoom(std::span<const char32_t> wanted) {
   const SpareKeyPool::Plan plan = m_pool.fit(wanted);
   if (plan.changes.empty()) return true;
   if (plan.replacesUnread) awaitReaders();
-  m_awaitModifiersUnused();
-  const auto outcome = m_writer.write(symbolsOfChangedKeys(plan));
+  const auto symbols = symbolsOfChangedKeys(plan);
+  auto outcome = SpareKeyWriter::Outcome::modifierIsHeld;
+  for (int attempt = 1; outcome == SpareKeyWriter::Outcome::modifierIsHeld; ++attempt) {
+    m_awaitModifiersUnused();
+    outcome = m_writer.write(symbols, attempt == mostAttempts);
+  }
   if (outcome == SpareKeyWriter::Outcome::written) {
     m_pool.apply(plan);
     m_barrier.letKeymapBeRead();

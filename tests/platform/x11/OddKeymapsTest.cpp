@@ -11,6 +11,8 @@
 #include "platform/KeyEventPoster.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/KeyboardDesk.h"
+#include "platform/x11/connection/Connection.h"
+#include "platform/x11/keyboard/KeymapSnapshot.h"
 
 namespace zarvy::x11 {
 namespace {
@@ -250,6 +252,22 @@ TEST(KeymapsWithoutShift, TypeWhatTheyHaveAndTheRestByOneCharacterAKey) {
   const QString text = u"small LETTERS, жук!"_s;
   desk.type(text);
   EXPECT_EQ(desk.witness().text(), text);
+}
+
+// The degree sign is above a dead key there.
+TEST(KeymapOfGermany, TypesNothingByADeadKeyWithModifiers) {
+  constexpr uint8_t keyOfCircumflex = 49;
+  const KeyboardDesk desk({.layouts = "de"});
+  QString reason;
+  const auto connection = Connection::open(&reason);
+  ASSERT_TRUE(connection) << reason.toStdString();
+  const auto keymap =
+      KeymapSnapshot::read(*connection, static_cast<uint16_t>(connection->coreKeyboard()));
+  const auto strokes = keymap->strokes(0, 0, {});
+  EXPECT_TRUE(strokes->contains(U'!'));
+  for (const auto& [character, stroke] : *strokes) {
+    EXPECT_NE(stroke.keycode, keyOfCircumflex) << static_cast<uint32_t>(character);
+  }
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include <xkbcommon/xkbcommon-keysyms.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include "platform/x11/connection/Connection.h"
@@ -19,6 +20,14 @@ bool survivesCapsLock(xkb_state* state, xkb_keycode_t key, uint32_t lock, uint32
   if (!(locked & lock)) return true;
   const xkb_mod_mask_t consumed = xkb_state_key_get_consumed_mods(state, key);
   return (consumed & lock) || xkb_keysym_to_upper(symbol) == symbol;
+}
+
+// Whether the key by itself is a dead one. An input method that reads the keys for an application
+// was seen to look at the modifiers some time later, when Shift was up again, and to compose.
+bool isDeadKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout) {
+  const xkb_keysym_t* symbols = nullptr;
+  return xkb_keymap_key_get_syms_by_level(keymap, key, layout, 0, &symbols) == 1 &&
+         symbols[0] >= XKB_KEY_dead_grave && symbols[0] <= XKB_KEY_dead_greek;
 }
 
 }  // namespace
@@ -123,6 +132,7 @@ void KeymapSnapshot::collectStrokes(xkb_state* state, uint32_t layout, uint32_t 
     if (excluded[keycode] || m_isKeypad[keycode] || m_modifiers.all[keycode]) continue;
     const xkb_layout_index_t keyLayout = xkb_state_key_get_layout(state, keycode);
     if (keyLayout == XKB_LAYOUT_INVALID) continue;
+    if (held != 0 && isDeadKey(m_keymap, keycode, keyLayout)) continue;
     const xkb_keysym_t* symbols = nullptr;
     const xkb_level_index_t level = xkb_state_key_get_level(state, keycode, keyLayout);
     if (level == XKB_LEVEL_INVALID) continue;

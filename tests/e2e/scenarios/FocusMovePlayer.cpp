@@ -11,8 +11,9 @@ namespace zarvy::e2e {
 
 namespace {
 
-// How long both may show no change before they are taken to be done.
-constexpr auto patience = std::chrono::seconds(4);
+// How long both may show no change before they are taken to be done. The program may wait for each
+// for four seconds.
+constexpr auto patience = std::chrono::seconds(8);
 
 void comeBackTo(const XConnection& connection, xcb_window_t window) {
   turnTo(connection, window);

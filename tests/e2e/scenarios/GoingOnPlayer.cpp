@@ -11,8 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// How long a target may show no change before it is taken to be done.
-constexpr auto patience = std::chrono::seconds(4);
+// How long a target may show no change before it is taken to be done. The program may wait for it
+// for four seconds.
+constexpr auto patience = std::chrono::seconds(8);
 
 // However slow the target is, nobody types on for longer.
 constexpr qsizetype mostKeys = 250;

@@ -11,8 +11,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// How long a target may show no change before it is taken to be done.
-constexpr auto patience = std::chrono::seconds(4);
+// How long a target may show no change before it is taken to be done. The program may wait for it
+// for four seconds.
+constexpr auto patience = std::chrono::seconds(8);
 
 // The person's hand for `turn`.
 TypingStyle handFor(const Turn& turn, const MatrixLayout& layout) {

@@ -67,12 +67,12 @@ bool ToolkitKeyDetour::awaitPassage() {
   const auto there = onDetour();
   if (!there) return true;
   const QDeadlineTimer limit(m_longestPassage);
-  for (const QDBusMessage& question :
-       {toolkitQuestion(there->peer), questionToRegistry(), toolkitQuestion(there->peer)}) {
+  const auto isAnswered = [&](const QDBusMessage& question) {
     there->bus.call(question, QDBus::Block, static_cast<int>(limit.remainingTime()));
-    if (limit.hasExpired()) return false;
-  }
-  return true;
+    return !limit.hasExpired();
+  };
+  return isAnswered(toolkitQuestion(there->peer)) && isAnswered(questionToRegistry()) &&
+         isAnswered(toolkitQuestion(there->peer));
 }
 
 }  // namespace zarvy

@@ -14,6 +14,7 @@
 
 #include "e2e/harness/ChildProcess.h"
 #include "e2e/harness/PrivateXServer.h"
+#include "e2e/harness/WaitUntil.h"
 #include "e2e/harness/XConnection.h"
 #include "platform/KeyDetour.h"
 #include "platform/x11/connection/Connection.h"
@@ -110,14 +111,14 @@ class TargetBarrierOnServer : public testing::Test {
   }
 
   // As the window manager's root window would pass it on.
-  void answerFirstPing() {
+  void answerFirstPing(TargetBarrier& barrier) {
     xcb_client_message_event_t answer{};
     answer.response_type = XCB_CLIENT_MESSAGE;
     answer.format = 32;
     answer.type = m_theirs.atom("WM_PROTOCOLS");
     answer.data.data32[0] = m_theirs.atom("_NET_WM_PING");
     answer.data.data32[1] = 1;
-    m_barrier.handleEvent(reinterpret_cast<const xcb_generic_event_t&>(answer));
+    barrier.handleEvent(reinterpret_cast<const xcb_generic_event_t&>(answer));
   }
 
   [[nodiscard]] static std::string thisMachine() {
@@ -174,10 +175,11 @@ TEST_F(TargetBarrierOnServer, AwaitsADetourOnceTheWindowHasReadItsKeys) {
   belongTo(getpid(), thisMachine());
   claimToAnswerPings();
   m_detour.theProcess = getpid();
-  std::thread waiting([this] { EXPECT_TRUE(m_barrier.awaitKeyDetour(m_window)); });
-  while (!wasPinged()) std::this_thread::yield();
+  TargetBarrier barrier(*m_ours, m_windows, &m_detour, std::chrono::seconds(10));
+  std::thread waiting([&] { EXPECT_TRUE(barrier.awaitKeyDetour(m_window)); });
+  EXPECT_TRUE(e2e::waitUntil([&] { return wasPinged(); }, std::chrono::seconds(10)));
   EXPECT_EQ(m_detour.passages, 0);
-  answerFirstPing();
+  answerFirstPing(barrier);
   waiting.join();
   EXPECT_EQ(m_detour.passages, 1);
 }

@@ -52,10 +52,10 @@ std::shared_ptr<const KeymapSnapshot> FollowedKeymap::current() const {
 std::shared_ptr<const KeymapSnapshot> FollowedKeymap::named(xcb_atom_t name) const {
   std::unique_lock lock(m_mutex);
   const bool isThere = m_read.wait_for(lock, longestWait, [&] {
-    return name == XCB_ATOM_NONE || name == m_nameInVain || m_snapshot->name() == name ||
+    return name == XCB_ATOM_NONE || name == m_unreadName || m_snapshot->name() == name ||
            !m_connection.isAlive();
   });
-  if (!isThere) m_nameInVain = name;
+  if (!isThere) m_unreadName = name;
   return m_snapshot;
 }
 
@@ -76,7 +76,7 @@ void FollowedKeymap::reload() {
   {
     const std::lock_guard lock(m_mutex);
     m_snapshot = std::move(snapshot);
-    m_nameInVain = XCB_ATOM_NONE;
+    m_unreadName = XCB_ATOM_NONE;
   }
   m_read.notify_all();
 }

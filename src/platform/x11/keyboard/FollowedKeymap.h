@@ -53,7 +53,7 @@ class FollowedKeymap {
   mutable std::mutex m_mutex;
   mutable std::condition_variable m_read;
   std::shared_ptr<const KeymapSnapshot> m_snapshot;  // guarded by m_mutex, as the next
-  mutable xcb_atom_t m_nameInVain = XCB_ATOM_NONE;   // waited for already
+  mutable xcb_atom_t m_unreadName = XCB_ATOM_NONE;   // waited for already
 };
 
 }  // namespace zarvy::x11

@@ -107,7 +107,7 @@ void ModifierKeys::addBySymbol(uint8_t keycode, xkb_keymap* keymap) {
   if (role == Role::levelThree) levelThreeKeys.push_back(keycode);
   const char* const name = xkb_keymap_key_get_name(keymap, keycode);
   const bool isOnKeyboards = name && virtualKeyOfPosition(name).has_value();
-  if (isOnKeyboards && !isLock(role) && role != Role::shift) otherHandKeys.push_back(keycode);
+  if (isOnKeyboards && !isLock(role) && role != Role::shift) otherModifierKeys.push_back(keycode);
 }
 
 quint64 ModifierKeys::flagsOf(uint32_t realMask) const {

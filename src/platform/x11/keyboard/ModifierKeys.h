@@ -25,9 +25,9 @@ struct ModifierKeys {
   uint32_t levelThree = 0;  // AltGr
   uint32_t unused = 0xf8;   // Mod1 to Mod5 as far as no key is bound to them
 
-  std::vector<uint8_t> shiftKeys;       // keys that hold Shift
-  std::vector<uint8_t> levelThreeKeys;  // keys that hold LevelThree
-  std::vector<uint8_t> otherHandKeys;   // keys that people have for all modifiers but Shift
+  std::vector<uint8_t> shiftKeys;          // keys that hold Shift
+  std::vector<uint8_t> levelThreeKeys;     // keys that hold LevelThree
+  std::vector<uint8_t> otherModifierKeys;  // keys that people have for all modifiers but Shift
 
   KeycodeSet momentary;  // keys that hold a modifier while they are down; not Caps or Num Lock
   KeycodeSet all;        // every key that holds or locks a modifier

@@ -58,7 +58,7 @@ void HeldModifiers::holdOffShift(const RunKeyboard& keyboard) {
 }
 
 void HeldModifiers::holdOffOthers(const RunKeyboard& keyboard) {
-  for (const uint8_t keycode : keyboard.keys.otherHandKeys) release(keyboard.number, keycode);
+  for (const uint8_t keycode : keyboard.keys.otherModifierKeys) release(keyboard.number, keycode);
 }
 
 // What the server said was down, and what has been heard to be: either may be ahead of the other.

@@ -9,7 +9,6 @@
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeyboardMap.h"
 #include "platform/x11/keyboard/KeyboardState.h"
-#include "platform/x11/typing/KeySymbolTable.h"
 
 namespace zarvy::x11 {
 
@@ -87,12 +86,11 @@ SpareKeyWriter::Outcome SpareKeyWriter::write(const Keys& keys, bool always) {
   if (!areOurs(keys, before)) return Outcome::notFree;
   Keys record = before;
   for (const auto& [keycode, symbols] : keys) record[keycode] = symbols;
-  writeRecord(record);
-  const auto tables = tablesWith(keys);
+  const Tables tables = tablesWith(keys);
   if (!always && KeyboardState::query(m_connection).heldModifiers != 0) {
-    writeRecord(before);
     return Outcome::modifierIsHeld;
   }
+  writeRecord(record);
   if (writeTables(tables)) return Outcome::written;
   Keys former;
   for (const auto& [keycode, symbols] : keys) {
@@ -121,7 +119,7 @@ bool SpareKeyWriter::areOurs(const Keys& keys, const Keys& record) const {
   return true;
 }
 
-std::vector<KeySymbolTable> SpareKeyWriter::tablesWith(const Keys& keys) const {
+SpareKeyWriter::Tables SpareKeyWriter::tablesWith(const Keys& keys) const {
   const uint32_t levelThree = m_keymap.current()->modifiers().usableLevelThree();
   return editedTables([&](KeySymbolTable& table) {
     const auto type = table.slotType(levelThree);
@@ -139,7 +137,7 @@ void SpareKeyWriter::giveBack() {
   const Keys record = readRecord();
   if (!record.empty()) {
     const ServerGrab grab(m_connection);
-    const auto tables = editedTables([&](KeySymbolTable& table) {
+    const Tables tables = editedTables([&](KeySymbolTable& table) {
       for (const auto& [keycode, symbols] : record) {
         if (holds(table.symbols(keycode), symbols)) table.setSymbols(keycode, {}, {});
       }
@@ -158,21 +156,24 @@ std::vector<uint16_t> SpareKeyWriter::everyKeyboard() const {
   return HeldKeys(m_connection).allKeyboards();
 }
 
-std::vector<KeySymbolTable> SpareKeyWriter::editedTables(const Edit& edit) const {
-  std::vector<KeySymbolTable> tables;
+SpareKeyWriter::Tables SpareKeyWriter::editedTables(const Edit& edit) const {
+  Tables edited;
   for (const uint16_t device : everyKeyboard()) {
     auto table = KeySymbolTable::read(m_connection, device);
-    if (!table) continue;
+    if (!table) {
+      edited.areAll = false;
+      continue;
+    }
     edit(*table);
-    tables.push_back(std::move(*table));
+    edited.tables.push_back(std::move(*table));
   }
-  return tables;
+  return edited;
 }
 
-// False where a keyboard is missing among the tables or the server has refused one.
-bool SpareKeyWriter::writeTables(const std::vector<KeySymbolTable>& tables) {
-  bool complete = tables.size() == everyKeyboard().size();
-  for (const KeySymbolTable& table : tables) {
+// False where a table is missing or the server has refused one.
+bool SpareKeyWriter::writeTables(const Tables& edited) {
+  bool complete = edited.areAll;
+  for (const KeySymbolTable& table : edited.tables) {
     complete = table.write(m_connection, m_ownChanges) && complete;
   }
   tellState();

@@ -9,11 +9,12 @@
 
 #include <xkbcommon/xkbcommon.h>
 
+#include "platform/x11/typing/KeySymbolTable.h"
+
 namespace zarvy::x11 {
 
 class Connection;
 class FollowedKeymap;
-class KeySymbolTable;
 class OwnMapChanges;
 
 inline constexpr int spareKeyLevels = 4;
@@ -64,9 +65,14 @@ class SpareKeyWriter {
   using Keys = std::map<uint8_t, SpareKeySymbols>;
   using Edit = std::function<void(KeySymbolTable&)>;
   [[nodiscard]] std::vector<uint16_t> everyKeyboard() const;
-  [[nodiscard]] std::vector<KeySymbolTable> editedTables(const Edit& edit) const;
-  [[nodiscard]] std::vector<KeySymbolTable> tablesWith(const Keys& keys) const;
-  [[nodiscard]] bool writeTables(const std::vector<KeySymbolTable>& tables);
+  // One for each keyboard.
+  struct Tables {
+    std::vector<KeySymbolTable> tables;
+    bool areAll = true;  // else some could not be read
+  };
+  [[nodiscard]] Tables editedTables(const Edit& edit) const;
+  [[nodiscard]] Tables tablesWith(const Keys& keys) const;
+  [[nodiscard]] bool writeTables(const Tables& edited);
   void tellState();
   [[nodiscard]] bool areOurs(const Keys& keys, const Keys& record) const;
   [[nodiscard]] Keys readRecord() const;

@@ -18,8 +18,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestPing = 1000ms;
 
-// The same ahead of a key that letters must not be overtaken by, and the rest after a failure.
-constexpr auto longestDetour = 200ms;
+// After a detour that took too long.
 constexpr auto restFromDetours = 5s;
 
 // All windows that are waited for together.
@@ -38,8 +37,11 @@ constexpr auto readingOfKeymap = 20ms;
 }  // namespace
 
 TargetBarrier::TargetBarrier(Connection& connection, const WindowProperties& windows,
-                             KeyDetour* keyDetour)
-    : m_connection(connection), m_windows(windows), m_keyDetour(keyDetour) {}
+                             KeyDetour* keyDetour, std::chrono::milliseconds longestDetour)
+    : m_connection(connection),
+      m_windows(windows),
+      m_keyDetour(keyDetour),
+      m_longestDetour(longestDetour) {}
 
 void TargetBarrier::waitUntilRead(const std::set<xcb_window_t>& windows) {
   {
@@ -71,7 +73,8 @@ bool TargetBarrier::awaitKeyDetour(xcb_window_t window) {
     if (!m_hurried) m_deadline = Clock::now() + longestWaitForAll;
   }
   const bool hasPassed = m_windows.answersPing(window) &&
-                         ping(window, longestDetour) == Answer::read && m_keyDetour->awaitPassage();
+                         ping(window, m_longestDetour) == Answer::read &&
+                         m_keyDetour->awaitPassage();
   if (hasPassed) return true;
   const std::lock_guard lock(m_mutex);
   m_noDetourUntil = Clock::now() + restFromDetours;

@@ -25,8 +25,9 @@ class WindowProperties;
 // may be on their way through an input method, together with that.
 class TargetBarrier {
  public:
-  // `keyDetour` may be null.
-  TargetBarrier(Connection& connection, const WindowProperties& windows, KeyDetour* keyDetour);
+  // `keyDetour` may be null. A window gets `longestDetour` to answer ahead of one.
+  TargetBarrier(Connection& connection, const WindowProperties& windows, KeyDetour* keyDetour,
+                std::chrono::milliseconds longestDetour = std::chrono::milliseconds(200));
 
   // Any thread but the reader's. Waits for a bounded time for all the windows together. A window
   // that has gone has read all that it will ever read; one whose process has been stopped may read
@@ -68,6 +69,7 @@ class TargetBarrier {
   Connection& m_connection;
   const WindowProperties& m_windows;
   KeyDetour* const m_keyDetour;
+  const std::chrono::milliseconds m_longestDetour;
   std::mutex m_mutex;
   std::condition_variable m_answered;
   uint32_t m_lastPing = 0;

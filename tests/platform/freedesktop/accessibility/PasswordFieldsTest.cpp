@@ -5,10 +5,10 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
 #include <gtest/gtest.h>
 
+#include "platform/freedesktop/accessibility/ComesTrue.h"
 #include "platform/freedesktop/accessibility/FakeApplication.h"
 #include "platform/freedesktop/accessibility/FakeBus.h"
 #include "platform/freedesktop/accessibility/FakeLauncher.h"
@@ -40,18 +40,6 @@ class PasswordFieldsTest : public testing::Test {
     s_application = std::make_unique<QCoreApplication>(count, arguments);
   }
   static void TearDownTestSuite() { s_application.reset(); }
-
-  // The fakes answer on this thread, so that it has to run an event loop.
-  template <typename Condition>
-  [[nodiscard]] static bool comesTrue(Condition condition) {
-    const QDeadlineTimer deadline(10s);
-    while (!condition()) {
-      if (deadline.hasExpired()) return false;
-      QCoreApplication::processEvents();
-      std::this_thread::sleep_for(1ms);
-    }
-    return true;
-  }
 
   void expectSecret() {
     EXPECT_TRUE(comesTrue([&] { return m_fields->isSecureEventInputEnabled(); }));

@@ -3,11 +3,11 @@
 #include <thread>
 
 #include <QCoreApplication>
-#include <QDeadlineTimer>
 
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/accessibility/BusDaemon.h"
+#include "platform/freedesktop/accessibility/ComesTrue.h"
 #include "platform/freedesktop/accessibility/FakeApplication.h"
 #include "platform/freedesktop/accessibility/FakeRegistry.h"
 #include "platform/freedesktop/accessibility/ToolkitKeyDetour.h"
@@ -24,18 +24,6 @@ constexpr qint64 process = 4711;
 class ToolkitKeyDetourTest : public testing::Test {
  protected:
   ~ToolkitKeyDetourTest() override { m_detour.forget(); }
-
-  // The fakes answer on this thread, so that it has to run an event loop.
-  template <typename Condition>
-  [[nodiscard]] static bool comesTrue(Condition condition) {
-    const QDeadlineTimer deadline(10s);
-    while (!condition()) {
-      if (deadline.hasExpired()) return false;
-      QCoreApplication::processEvents();
-      std::this_thread::sleep_for(1ms);
-    }
-    return true;
-  }
 
   // Returns once the application has been asked for its toolkit, and its answer been read.
   void follow(const QString& toolkit) {

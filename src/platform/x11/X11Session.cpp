@@ -98,10 +98,17 @@ struct X11Session::Parts {
     hearing.onForeignKey([this](const auto& key) { followKey(key); });
     hearing.onKeyboardsChanged(
         [this] { keyboards->persons->keepKeyboards(HeldKeys(*connection).allKeyboards()); });
+    reader.pauseBetweenReads([this] { return pauseForOwnKeys(); });
     reader.addListener([this](const auto& event) { fence.handleEvent(event); });
     reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
     reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
+  }
+
+  [[nodiscard]] std::chrono::microseconds pauseForOwnKeys() {
+    const std::chrono::microseconds pause = posts.timeToCome();
+    if (pause.count() == 0) source.deliverOwnKeys();
+    return pause;
   }
 
   void followKey(const KeyHearing::ForeignKey& key) {

@@ -1,3 +1,6 @@
+#include <atomic>
+#include <thread>
+
 #include <gtest/gtest.h>
 
 #include "platform/x11/hearing/OwnPosts.h"
@@ -48,6 +51,39 @@ TEST_F(OwnPostsTest, CountsOnAcrossTheWrapOfSequenceNumbers) {
   record(1, 39, true);
   EXPECT_TRUE(posts.take(0xffffffff, 38, false));
   EXPECT_TRUE(posts.take(1, 39, true));
+}
+
+TEST_F(OwnPostsTest, TimesWhatIsStillToComeAsLongAsItComes) {
+  using namespace std::chrono_literals;
+  EXPECT_EQ(posts.timeToCome(), 0us);
+  for (uint32_t sequence = 10; sequence < 20; ++sequence) record(sequence, 38, true);
+  const auto ten = posts.timeToCome();
+  EXPECT_GT(ten, 0us);
+  EXPECT_TRUE(posts.take(14, 38, true));
+  EXPECT_LT(posts.timeToCome(), ten);
+  EXPECT_EQ(posts.timeToCome(), 0us) << "nothing has come meanwhile";
+  EXPECT_TRUE(posts.take(19, 38, true));
+  EXPECT_EQ(posts.timeToCome(), 0us);
+}
+
+TEST_F(OwnPostsTest, AwaitsTheEventsOfAllPosts) {
+  record(10, 38, true);
+  record(11, 38, false);
+  std::atomic<bool> allCame = false;
+  std::thread reader([&] {
+    EXPECT_TRUE(posts.take(10, 38, true));
+    allCame = true;
+    EXPECT_TRUE(posts.take(11, 38, false));
+  });
+  posts.awaitEvents();
+  EXPECT_TRUE(allCame);
+  reader.join();
+}
+
+TEST_F(OwnPostsTest, AwaitsNoEventThatDoesNotCome) {
+  record(10, 38, true);
+  posts.awaitEvents();
+  EXPECT_TRUE(posts.take(10, 38, true));
 }
 
 }  // namespace

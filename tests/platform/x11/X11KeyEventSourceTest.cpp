@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fakes/ManualScheduler.h"
+#include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
 #include "platform/x11/hearing/X11KeyEventSource.h"
 
@@ -11,11 +12,14 @@ namespace {
 
 class KeyEventSourceTest : public testing::Test {
  protected:
-  void press(quint16 keyCode) {
+  void press(quint16 keyCode, double locationX = 0) {
     KeyEvent event;
     event.keyCode = keyCode;
+    event.locationX = locationX;
     m_source.deliver(event, m_ownWindowHasFocus);
   }
+
+  void pressOwn(quint16 keyCode) { press(keyCode, syntheticEventMarkerX); }
 
   [[nodiscard]] KeyEventSource::Handler writeDown() {
     return [this](const KeyEvent& event) { m_heard.push_back(event.keyCode); };
@@ -37,6 +41,26 @@ TEST_F(KeyEventSourceTest, TellsOnTheMainThreadInTheOrderOfThePresses) {
   EXPECT_EQ(m_heard, KeyCodes());
   m_scheduler.runPending();
   EXPECT_EQ(m_heard, (KeyCodes{1, 2}));
+}
+
+TEST_F(KeyEventSourceTest, BringsItsOwnKeysOverTogether) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  pressOwn(1);
+  pressOwn(2);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, KeyCodes());
+  m_source.deliverOwnKeys();
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, (KeyCodes{1, 2}));
+}
+
+TEST_F(KeyEventSourceTest, KeepsItsOwnKeysInTheirPlaceAmongOthers) {
+  ASSERT_TRUE(m_source.addGlobalMonitor(writeDown()));
+  pressOwn(1);
+  press(2);
+  pressOwn(3);
+  m_scheduler.runPending();
+  EXPECT_EQ(m_heard, (KeyCodes{1, 2, 3}));
 }
 
 TEST_F(KeyEventSourceTest, PassesOverWhatIsTypedIntoAWindowOfThisProgram) {

@@ -27,9 +27,18 @@ void EventReader::start(std::function<void()> onConnectionLost) {
   pthread_setname_np(m_thread.native_handle(), "x11-events");
 }
 
+xcb_generic_event_t* EventReader::nextEvent() {
+  if (xcb_generic_event_t* event = xcb_poll_for_queued_event(m_connection.xcb())) return event;
+  if (m_pause) {
+    const std::chrono::microseconds pause = m_pause();
+    if (pause.count() > 0) std::this_thread::sleep_for(pause);
+  }
+  return xcb_wait_for_event(m_connection.xcb());
+}
+
 void EventReader::run() {
   for (;;) {
-    const XcbPtr<xcb_generic_event_t> event(xcb_wait_for_event(m_connection.xcb()));
+    const XcbPtr<xcb_generic_event_t> event(nextEvent());
     if (!event) {
       m_onConnectionLost();
       return;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <xcb/xcb.h>
@@ -30,14 +32,22 @@ class EventReader {
   // Before start() only. Listeners are called in the order in which they were added.
   void addListener(Listener listener);
 
+  // Before start() only. `pause` is asked on the reader's thread when all events there were have been
+  // handed over, and says how long to leave those to come where they are.
+  void pauseBetweenReads(std::function<std::chrono::microseconds()> pause) {
+    m_pause = std::move(pause);
+  }
+
   // `onConnectionLost` is called on the reader's thread, once, if the server goes away.
   void start(std::function<void()> onConnectionLost);
 
  private:
   void run();
+  [[nodiscard]] xcb_generic_event_t* nextEvent();
 
   Connection& m_connection;
   std::vector<Listener> m_listeners;
+  std::function<std::chrono::microseconds()> m_pause;
   std::function<void()> m_onConnectionLost;
   const HiddenWindow m_wakeUp;  // for the end of the thread
   std::thread m_thread;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <condition_variable>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -21,6 +23,15 @@ class OwnPosts {
   // True, once, for the event of a recorded post. Events must be asked about in their order.
   [[nodiscard]] bool take(uint32_t sequence, uint8_t keycode, bool press);
 
+  // How long the server needs, at least, for the events that are still to come: whoever reads them
+  // as they come wakes up for each. Zero where none are to come, or where none has come since this
+  // was asked last. On the reader's thread, between two reads.
+  [[nodiscard]] std::chrono::microseconds timeToCome();
+
+  // Waits, for a bounded time, until the events of all posts have come: whoever asks the server
+  // before would be woken up by each of them.
+  void awaitEvents();
+
  private:
   struct Post {
     uint32_t sequence;
@@ -29,7 +40,9 @@ class OwnPosts {
   };
 
   std::mutex m_mutex;
+  std::condition_variable m_allCame;
   std::deque<Post> m_posts;
+  std::size_t m_toComeBefore = 0;  // when timeToCome() was asked last
 };
 
 }  // namespace zarvy::x11

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/Scheduler.h"
+#include "platform/SyntheticEvent.h"
 #include "platform/x11/hearing/ForgettingKey.h"
 
 namespace zarvy::x11 {
@@ -19,13 +20,18 @@ struct X11KeyEventSource::Monitors {
   std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
 
   std::mutex mutex;
-  std::vector<Report> waiting;  // under the mutex
+  std::vector<Report> waiting;   // under the mutex
+  bool isAboutToReport = false;  // under the mutex
 
-  // True where nobody is on the way to take it yet.
-  [[nodiscard]] bool enqueue(Report report) {
+  void enqueue(Report report) {
     const std::lock_guard lock(mutex);
     waiting.push_back(std::move(report));
-    return waiting.size() == 1;
+  }
+
+  // True where reportWaiting() is to be called on the main thread.
+  [[nodiscard]] bool mustReport() {
+    const std::lock_guard lock(mutex);
+    return !waiting.empty() && !std::exchange(isAboutToReport, true);
   }
 
   void reportWaiting() {
@@ -33,6 +39,7 @@ struct X11KeyEventSource::Monitors {
     {
       const std::lock_guard lock(mutex);
       reports.swap(waiting);
+      isAboutToReport = false;
     }
     for (const Report& report : reports) report(*this);
   }
@@ -72,18 +79,25 @@ void X11KeyEventSource::removeMonitor(Token token) {
 }
 
 void X11KeyEventSource::deliver(const KeyEvent& event, bool ownWindowHasFocus) {
-  post([event, ownWindowHasFocus](const Monitors& monitors) {
+  if (m_monitors->isEmpty) return;
+  m_monitors->enqueue([event, ownWindowHasFocus](const Monitors& monitors) {
     monitors.report(event, ownWindowHasFocus || monitors.ownMenuIsOpen());
   });
+  if (!isSyntheticLocation(event.locationX)) wakeMainThread();
+}
+
+void X11KeyEventSource::deliverOwnKeys() {
+  wakeMainThread();
 }
 
 void X11KeyEventSource::deliverForgetting() {
-  post([](const Monitors& monitors) { monitors.report(forgettingKey(), false); });
+  if (m_monitors->isEmpty) return;
+  m_monitors->enqueue([](const Monitors& monitors) { monitors.report(forgettingKey(), false); });
+  wakeMainThread();
 }
 
-// A burst of keys, this program's own for the most part, wakes up the main thread once.
-void X11KeyEventSource::post(std::function<void(const Monitors& monitors)> report) {
-  if (m_monitors->isEmpty || !m_monitors->enqueue(std::move(report))) return;
+void X11KeyEventSource::wakeMainThread() {
+  if (!m_monitors->mustReport()) return;
   m_scheduler.post([monitors = std::weak_ptr(m_monitors)] {
     if (const auto alive = monitors.lock()) alive->reportWaiting();
   });

@@ -24,8 +24,12 @@ class X11KeyEventSource final : public KeyEventSource {
   void removeMonitor(Token token) override;
 
   // A key went down, while a window of this program's own or another had the focus. On the reader's
-  // thread.
+  // thread. The program's own keys wait there for deliverOwnKeys() or a key of somebody else.
   void deliver(const KeyEvent& event, bool ownWindowHasFocus);
+
+  // Now is the time to bring over the program's own keys: they come in bursts, and each wakes up the
+  // main thread. On the reader's thread.
+  void deliverOwnKeys();
 
   // Has the global monitors forget what was typed until now, whoever has the keyboard. Any thread.
   void deliverForgetting();
@@ -38,7 +42,7 @@ class X11KeyEventSource final : public KeyEventSource {
   struct Monitors;
 
   [[nodiscard]] Token add(Monitor monitor);
-  void post(std::function<void(const Monitors& monitors)> report);
+  void wakeMainThread();
 
   Scheduler& m_scheduler;
   std::shared_ptr<Monitors> m_monitors;  // tasks on their way hold it weakly

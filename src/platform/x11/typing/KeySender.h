@@ -2,10 +2,11 @@
 
 #include <cstdint>
 
+#include "platform/x11/hearing/OwnPosts.h"
+
 namespace zarvy::x11 {
 
 class Connection;
-class OwnPosts;
 
 // Fakes key presses and releases through XTEST and puts each on record as this program's own. The
 // events are buffered until flush(). Any thread; whoever posts a run that must not be torn keeps
@@ -24,6 +25,9 @@ class KeySender {
   uint32_t tap(uint16_t keyboard, uint8_t keycode);
 
   void flush();
+
+  // Waits, for a bounded time, until the server has carried out all that was posted.
+  void awaitPosted() { m_posts.awaitEvents(); }
 
  private:
   uint32_t post(uint16_t keyboard, uint8_t keycode, bool press);

@@ -37,8 +37,8 @@ void TypingRun::type(const KeyStroke& stroke) {
   const ModifierKeys& keys = m_keyboard.keys;
   const bool shift = stroke.shift && !keys.shiftKeys.empty();
   const bool levelThree = stroke.levelThree && !keys.levelThreeKeys.empty();
-  holdOffModifiers();
   m_sender.release(keyboard, stroke.keycode);
+  holdOffModifiers();
   if (levelThree) m_sender.press(keyboard, keys.levelThreeKeys.front());
   if (shift) m_sender.press(keyboard, keys.shiftKeys.front());
   m_sender.tap(keyboard, stroke.keycode);

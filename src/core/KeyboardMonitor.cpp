@@ -19,6 +19,13 @@ constexpr quint64 shortcutMask = modifier::command | modifier::control;
 // Typed characters that end a word.
 constexpr QStringView bufferResetCharacters = u" \n\t";
 
+// One that shows in the text, and moves the caret by one. Control characters and those of function
+// keys, in the private area, may do anything.
+bool isVisible(QChar character) {
+  const QChar::Category category = character.category();
+  return category != QChar::Other_Control && category != QChar::Other_PrivateUse;
+}
+
 }  // namespace
 
 KeyboardMonitor::KeyboardMonitor(KeyEventSource& source, const AccessibilityPermission& permission,
@@ -29,7 +36,7 @@ KeyboardMonitor::KeyboardMonitor(KeyEventSource& source, const AccessibilityPerm
       m_scheduler(scheduler),
       m_processingQueue(processingQueue),
       m_output(output),
-      m_buffer(std::make_shared<RollingBuffer>(maxBufferLength)),
+      m_typed(std::make_shared<Typed>()),
       m_life(std::make_shared<Life>()) {}
 
 KeyboardMonitor::~KeyboardMonitor() {
@@ -56,7 +63,7 @@ void KeyboardMonitor::start() {
 
 void KeyboardMonitor::stop() {
   removeMonitor();
-  m_buffer->clear();
+  m_typed->buffer.clear();
   onPotentialTrigger = nullptr;
   onQuickSearchTriggered = nullptr;
   onQuickSearchTriggeredHere = nullptr;
@@ -75,11 +82,19 @@ void KeyboardMonitor::handleEvent(const KeyEvent& event) {
   if (isQuickSearchHotKey(event)) {
     return announceHotKey(&KeyboardMonitor::onQuickSearchTriggered);
   }
-  if ((event.modifierFlags & shortcutMask) != 0) return;
-  m_processingQueue.post([buffer = std::weak_ptr(m_buffer), keyCode = event.keyCode,
-                          characters = event.charactersIgnoringModifiers,
-                          offer = offerOnMainThread()] {
-    if (const auto alive = buffer.lock()) processKey(*alive, keyCode, characters, offer);
+  if ((event.modifierFlags & shortcutMask) != 0) {
+    if (event.charactersIgnoringModifiers) queue([](Typed& typed) { typed.since.lose(); });
+    return;
+  }
+  queue([keyCode = event.keyCode, characters = event.charactersIgnoringModifiers,
+         offer = offerOnMainThread()](Typed& typed) {
+    processKey(typed, keyCode, characters, offer);
+  });
+}
+
+void KeyboardMonitor::queue(std::function<void(Typed&)> work) {
+  m_processingQueue.post([typed = std::weak_ptr(m_typed), work = std::move(work)] {
+    if (const auto alive = typed.lock()) work(*alive);
   });
 }
 
@@ -103,40 +118,56 @@ bool KeyboardMonitor::isQuickSearchHotKey(const KeyEvent& event) const {
 
 // The result may be called on any thread, also after this object has ended: it only posts.
 KeyboardMonitor::OfferCopy KeyboardMonitor::offerOnMainThread() {
-  return [this, scheduler = &m_scheduler, life = std::weak_ptr(m_life)](QString copy) {
-    scheduler->post([this, life, copy = std::move(copy)]() mutable {
-      if (const auto callback = life.expired() ? nullptr : onPotentialTrigger) callback(copy);
+  return [this, scheduler = &m_scheduler, life = std::weak_ptr(m_life)](
+             QString copy, std::shared_ptr<TypedSince> since) {
+    scheduler->post([this, life, copy = std::move(copy), since = std::move(since)]() mutable {
+      if (const auto callback = life.expired() ? nullptr : onPotentialTrigger) {
+        m_typedSinceOffer = std::move(since);
+        callback(copy);
+        if (!life.expired()) m_typedSinceOffer.reset();
+      }
       wipe(copy);
     });
   };
 }
 
-void KeyboardMonitor::processKey(RollingBuffer& buffer, quint16 keyCode,
+void KeyboardMonitor::processKey(Typed& typed, quint16 keyCode,
                                  const std::optional<QString>& characters, const OfferCopy& offer) {
-  if (handleSpecialKey(buffer, keyCode)) return;
+  if (handleSpecialKey(typed, keyCode)) return;
   if (!characters) return;
   for (const QStringView character : graphemes(*characters)) {
-    if (bufferResetCharacters.contains(character)) {
-      buffer.clear();
+    if (isVisible(character.front())) {
+      typed.since.append(character);
     } else {
-      offer(buffer.append(character));
+      typed.since.lose();
+    }
+    if (bufferResetCharacters.contains(character)) {
+      typed.buffer.clear();
+    } else {
+      offer(typed.buffer.append(character), typed.since.begin());
     }
   }
 }
 
-bool KeyboardMonitor::handleSpecialKey(RollingBuffer& buffer, quint16 keyCode) {
+bool KeyboardMonitor::handleSpecialKey(Typed& typed, quint16 keyCode) {
   switch (keyCode) {
     case virtualkey::deleteBackward:
-      buffer.removeLast();
+      typed.buffer.removeLast();
+      typed.since.removeLast();
+      return true;
+    // Also what stands for a change of the window or a secret.
+    case virtualkey::escape:
+      typed.buffer.clear();
+      typed.since.end();
       return true;
     case virtualkey::returnKey:
     case virtualkey::tab:
-    case virtualkey::escape:
     case virtualkey::leftArrow:
     case virtualkey::rightArrow:
     case virtualkey::downArrow:
     case virtualkey::upArrow:
-      buffer.clear();
+      typed.buffer.clear();
+      typed.since.lose();
       return true;
     default:
       return false;

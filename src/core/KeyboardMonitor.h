@@ -10,6 +10,7 @@
 #include "base/Scheduler.h"
 #include "base/TaskQueue.h"
 #include "core/RollingBuffer.h"
+#include "core/injection/TypedSince.h"
 #include "platform/AccessibilityPermission.h"
 #include "platform/KeyEventSource.h"
 #include "platform/ModifierFlags.h"
@@ -38,6 +39,10 @@ class KeyboardMonitor {
   // A copy that was queued before the buffer was emptied may still arrive afterwards.
   std::function<void(const QString& buffer)> onPotentialTrigger;
 
+  // While onPotentialTrigger runs: what is typed behind that copy, for as long as somebody keeps
+  // it.
+  [[nodiscard]] std::shared_ptr<TypedSince> typedSinceOffer() const { return m_typedSinceOffer; }
+
   // Called on the main thread when the hot key was pressed.
   std::function<void()> onQuickSearchTriggered;
 
@@ -59,12 +64,16 @@ class KeyboardMonitor {
   [[nodiscard]] bool isMonitoring() const { return m_globalMonitor.has_value(); }
 
   // A copy of the buffer.
-  [[nodiscard]] QString buffer() const { return m_buffer->text(); }
-  void clearBuffer() { m_buffer->clear(); }
+  [[nodiscard]] QString buffer() const { return m_typed->buffer.text(); }
+  void clearBuffer() { m_typed->buffer.clear(); }
 
  private:
   struct Life {};
-  using OfferCopy = std::function<void(QString)>;
+  struct Typed {
+    RollingBuffer buffer{maxBufferLength};
+    TypedSinceNow since;  // on the queue
+  };
+  using OfferCopy = std::function<void(QString, std::shared_ptr<TypedSince>)>;
 
   void handleEvent(const KeyEvent& event);
   void handleOwnEvent(const KeyEvent& event);
@@ -72,9 +81,10 @@ class KeyboardMonitor {
   void removeMonitor();
   [[nodiscard]] bool isQuickSearchHotKey(const KeyEvent& event) const;
   [[nodiscard]] OfferCopy offerOnMainThread();
-  static void processKey(RollingBuffer& buffer, quint16 keyCode,
-                         const std::optional<QString>& characters, const OfferCopy& offer);
-  [[nodiscard]] static bool handleSpecialKey(RollingBuffer& buffer, quint16 keyCode);
+  void queue(std::function<void(Typed&)> work);
+  static void processKey(Typed& typed, quint16 keyCode, const std::optional<QString>& characters,
+                         const OfferCopy& offer);
+  [[nodiscard]] static bool handleSpecialKey(Typed& typed, quint16 keyCode);
 
   KeyEventSource& m_source;
   const AccessibilityPermission& m_permission;
@@ -83,7 +93,8 @@ class KeyboardMonitor {
   LineOutput& m_output;
   std::optional<KeyEventSource::Token> m_globalMonitor;  // present exactly while listening
   std::optional<KeyEventSource::Token> m_localMonitor;
-  std::shared_ptr<RollingBuffer> m_buffer;  // queued work holds it weakly
+  std::shared_ptr<Typed> m_typed;  // queued work holds it weakly
+  std::shared_ptr<TypedSince> m_typedSinceOffer;
   std::shared_ptr<Life> m_life;  // main-thread tasks hold it weakly to learn that this is gone
 };
 

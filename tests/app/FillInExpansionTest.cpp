@@ -69,6 +69,28 @@ TEST_F(FillInExpansion, CallsTheApplicationBackThatWasInFront) {
   EXPECT_EQ(typed(), "form closes; activate ; sleep 50000; " + typedDear);
 }
 
+// On a slow machine somebody types on before the form has the keyboard.
+TEST_F(FillInExpansion, DeletesWhatWasTypedAheadOfTheFormAndGivesItToTheForm) {
+  m_harness.source.type(u"A"_s);
+  m_harness.source.type(u"d"_s);
+  EXPECT_EQ(form().takeTypedAhead(), u"Ad"_s);
+  form().pressExpand({{u"Name"_s, u"Ada"_s}});
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(),
+            "form closes; begin 'Dear Ada'; key 51; sleep 2000; key 51; sleep 2000; sleep 10000; "
+            "key 51; sleep 2000; key 51; sleep 2000; text 'Dear Ada'; sleep 1000; end");
+}
+
+TEST_F(FillInExpansion, TypesAgainWhatWasTypedAheadOfTheFormButCameTooLateForIt) {
+  EXPECT_EQ(form().takeTypedAhead(), u""_s);
+  m_harness.source.type(u"A"_s);
+  form().pressExpand({{u"Name"_s, u"Ada"_s}});
+  m_harness.scheduler.advance(delay);
+  EXPECT_EQ(typed(),
+            "form closes; begin 'Dear Ada'; key 51; sleep 2000; key 51; sleep 2000; sleep 10000; "
+            "key 51; sleep 2000; text 'Dear Ada'; sleep 1000; text 'A'; sleep 1000; end");
+}
+
 TEST_F(FillInExpansion, DeletesNothingAndTypesNothingWhereItIsCancelled) {
   form().pressCancel();
   EXPECT_EQ(state().pendingExpansion(), std::nullopt);

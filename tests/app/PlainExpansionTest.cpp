@@ -51,6 +51,30 @@ TEST_F(PlainExpansion, TakesTheCaretBackToWhereTheReplacementWantsIt) {
   EXPECT_EQ(m_harness.stats.summary().totalCharactersSaved, 8 - 2);
 }
 
+// On a busy machine letters reach the application ahead of the first backspace.
+TEST_F(PlainExpansion, DeletesTheTriggerBehindWhichSomebodyHasTypedOn) {
+  startWith(u";ty"_s, u"Thank you"_s);
+  m_harness.type(u";ty"_s);
+  m_harness.type(u" s"_s);
+  m_harness.workers.drain();
+  EXPECT_EQ(m_harness.takeJournal(),
+            "print EXPANDING to: 'Thank you...'; "
+            "begin 'Thank you'; key 51; sleep 2000; key 51; sleep 2000; key 51; sleep 2000; "
+            "sleep 10000; key 51; sleep 2000; key 51; sleep 2000; text 'Thank you'; sleep 1000; "
+            "text ' s'; sleep 1000; end");
+}
+
+TEST_F(PlainExpansion, LeavesASecondTriggerBehindTheFirstToItsOwnExpansion) {
+  startWith(u";a"_s, u"one"_s);
+  m_harness.type(u";a;a"_s);
+  m_harness.workers.drain();
+  const std::string once =
+      "begin 'one'; key 51; sleep 2000; key 51; sleep 2000; sleep 10000; text 'one'; sleep 1000; "
+      "end";
+  EXPECT_EQ(m_harness.takeJournal(),
+            "print EXPANDING to: 'one...'; print EXPANDING to: 'one...'; " + once + "; " + once);
+}
+
 TEST_F(PlainExpansion, DoesNothingForTypingThatCompletesNoTrigger) {
   startWith(u";ty"_s, u"Thank you"_s);
   m_harness.type(u"nothing ;t y"_s);

@@ -386,6 +386,57 @@ TEST_F(KeyboardMonitorTest, WorksOnTheQueueAndOffersOnTheMainThreadOnly) {
   EXPECT_EQ(m_quickSearches, 1);
 }
 
+class TypedSinceOffers : public KeyboardMonitorTest {
+ protected:
+  // What is heard to be typed behind the offer of ";s", before anybody has looked at it.
+  [[nodiscard]] QString typedBehind(const std::vector<KeyEvent>& events) {
+    std::shared_ptr<TypedSince> kept;
+    m_monitor.onPotentialTrigger = [&](const QString& buffer) {
+      if (buffer == u";s"_s) kept = m_monitor.typedSinceOffer();
+    };
+    m_monitor.start();
+    for (const KeyEvent& event : typedOneByOne(u";s"_s)) m_source.send(event);
+    for (const KeyEvent& event : events) m_source.send(event);
+    runQueues();
+    EXPECT_EQ(m_monitor.typedSinceOffer(), nullptr) << "outside of the callback";
+    return kept ? kept->text().all : u"none"_s;
+  }
+};
+
+TEST_F(TypedSinceOffers, FollowTheLettersBehindACopy) {
+  EXPECT_EQ(typedBehind(typedOneByOne(u"a b"_s)), u"a b"_s);
+}
+
+TEST_F(TypedSinceOffers, FollowBackspaces) {
+  EXPECT_EQ(typedBehind({typed(u"a"_s), typed(u"b"_s), pressed(virtualkey::deleteBackward)}),
+            u"a"_s);
+}
+
+TEST_F(TypedSinceOffers, EndWithEscape) {
+  EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(virtualkey::escape), typed(u"b"_s)}), u"a"_s);
+}
+
+TEST_F(TypedSinceOffers, DoNotSeeTheProgramsOwnKeys) {
+  EXPECT_EQ(typedBehind({typed(u"a"_s), synthetic(u"b"_s)}), u"a"_s);
+}
+
+TEST_F(TypedSinceOffers, StandModifierKeys) {
+  EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(0, shift), pressed(0, control)}), u"a"_s);
+}
+
+TEST_F(TypedSinceOffers, AreLostWhereTheCaretMayHaveMoved) {
+  for (const quint16 key : {virtualkey::returnKey, virtualkey::tab, virtualkey::leftArrow,
+                            virtualkey::rightArrow, virtualkey::downArrow, virtualkey::upArrow}) {
+    EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(key)}), u""_s) << key;
+    m_monitor.stop();
+  }
+  EXPECT_EQ(typedBehind({typed(u"a"_s), typed(u"v"_s, control)}), u""_s);
+  m_monitor.stop();
+  EXPECT_EQ(typedBehind({typed(u"a"_s), typed(u"\uF728"_s)}), u""_s);
+  m_monitor.stop();
+  EXPECT_EQ(typedBehind({typed(u"a"_s), typed(u"\n"_s)}), u""_s);
+}
+
 TEST_F(KeyboardMonitorTest, WithoutListenersHearsAllTheSame) {
   m_monitor.quickSearchKeyCode = virtualkey::space;
   m_monitor.start();

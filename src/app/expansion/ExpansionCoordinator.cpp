@@ -32,13 +32,23 @@ void ExpansionCoordinator::handlePotentialTrigger(const QString& buffer) {
   const auto match = m_services.engine.findMatch(buffer);
   if (!match) return;
   m_services.monitor.clearBuffer();
+  followTyping();
   const qsizetype matchLength = graphemeCount(match->matchedString);
   setPendingMatchLength(matchLength);
   const auto expanded = m_services.engine.processSnippet(match->snippet, match->captures);
+  const auto typedSince = std::exchange(m_typedSince, nullptr);
   if (!expanded) return;
   const QString beginning = firstGraphemes(expanded->text, printedLength).toString();
   m_services.output.print(u"EXPANDING to: '"_s + beginning + u"...'"_s);
-  type({match->snippet, {}, std::nullopt, matchLength}, *expanded);
+  type({match->snippet, {}, std::nullopt, matchLength, typedSince}, *expanded);
+}
+
+// What is typed behind this trigger. Of an earlier one that is being expanded still, this trigger
+// is a part of what was typed behind it, and two hands cannot put it right.
+void ExpansionCoordinator::followTyping() {
+  if (const auto last = m_lastTypedSince.lock()) last->lose();
+  m_typedSince = m_services.monitor.typedSinceOffer();
+  m_lastTypedSince = m_typedSince;
 }
 
 // The application is asked for now: the form is about to take its place in front. One that was
@@ -47,15 +57,19 @@ void ExpansionCoordinator::handleNeedsFillIn(const Snippet& snippet,
                                              const QList<FillInField>& fields) {
   const auto target =
       m_calledBackApp ? m_calledBackApp : m_services.workspace.frontmostApplication();
-  m_services.scheduler.post([weak = QPointer(this), snippet, fields, target] {
-    if (weak) weak->openForm({snippet, fields, target, weak->m_pendingMatchLength});
-  });
+  m_services.scheduler.post(
+      [weak = QPointer(this), snippet, fields, target, typedSince = m_typedSince] {
+        if (weak) weak->openForm({snippet, fields, target, weak->m_pendingMatchLength, typedSince});
+      });
 }
 
 void ExpansionCoordinator::openForm(const PendingExpansion& pending) {
   m_services.fillInWindow
       .close();  // of an earlier one, whose end must not take this one for its own
   setPending(pending);
+  m_services.fillInWindow.takeTypedAhead = [typedSince = pending.typedSince] {
+    return typedSince ? typedSince->takeForForm() : QString();
+  };
   const QPointer weak(this);
   m_services.fillInWindow.show(
       pending.snippet, folderColorOf(pending.snippet, m_library.folders()),
@@ -103,7 +117,7 @@ void ExpansionCoordinator::expandFromQuickSearch(
   const auto expanded = m_services.engine.processSnippet(snippet, {});
   m_calledBackApp.reset();
   if (!expanded) return;
-  typeLater(delayAfterQuickSearch, {snippet, {}, targetApp, 0}, *expanded);
+  typeLater(delayAfterQuickSearch, {snippet, {}, targetApp, 0, nullptr}, *expanded);
 }
 
 void ExpansionCoordinator::typeLater(std::chrono::milliseconds delay,
@@ -117,7 +131,7 @@ void ExpansionCoordinator::typeLater(std::chrono::milliseconds delay,
 // Counted at once: nobody hears whether the text arrives.
 void ExpansionCoordinator::type(const PendingExpansion& expansion, const ExpandedText& expanded) {
   m_services.injector.inject(expanded.text, expansion.matchLength, expansion.targetApp,
-                             expanded.cursorOffset);
+                             expanded.cursorOffset, expansion.typedSince);
   m_services.stats.recordExpansion(expansion.snippet, graphemeCount(expanded.text));
 }
 

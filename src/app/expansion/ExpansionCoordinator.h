@@ -64,6 +64,7 @@ class ExpansionCoordinator final : public QObject {
 
  private:
   void openForm(const PendingExpansion& pending);
+  void followTyping();
   void setPending(const std::optional<PendingExpansion>& pending);
   void setPendingMatchLength(qsizetype length);
   void typeLater(std::chrono::milliseconds delay, const PendingExpansion& expansion,
@@ -76,6 +77,8 @@ class ExpansionCoordinator final : public QObject {
   std::optional<PendingExpansion> m_pendingExpansion;
   bool m_showingFillInForm = false;
   std::optional<RunningApplication> m_calledBackApp;  // while a pick is being processed
+  std::shared_ptr<TypedSince> m_typedSince;           // the trigger being processed
+  std::weak_ptr<TypedSince> m_lastTypedSince;
 };
 
 }  // namespace zarvy

@@ -18,6 +18,11 @@ class FillInWindow {
   using OnComplete = std::function<void(const QMap<QString, QString>& values)>;
   using OnCancel = std::function<void()>;
 
+  // Gives what somebody has typed into the application between the trigger and the form: the first
+  // keys of the first field. Asked once for a form, when that field has the keyboard. To be set
+  // ahead of show().
+  std::function<QString()> takeTypedAhead;
+
   virtual ~FillInWindow() = default;
 
   // Closes the form that is open, and opens one for `snippet`, whose trigger stands in a badge of

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include <QList>
 
 #include "core/FillInField.h"
+#include "core/injection/TypedSince.h"
 #include "core/model/Snippet.h"
 #include "platform/RunningApplication.h"
 
@@ -16,6 +18,7 @@ struct PendingExpansion {
   QList<FillInField> fields;
   std::optional<RunningApplication> targetApp;  // in front when the form was asked for
   qsizetype matchLength = 0;  // user-perceived characters to delete in front of the caret
+  std::shared_ptr<TypedSince> typedSince;  // the trigger; none where nothing was typed
 
   bool operator==(const PendingExpansion&) const = default;
 };

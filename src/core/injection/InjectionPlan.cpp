@@ -11,7 +11,7 @@ namespace zarvy {
 
 namespace {
 
-void sendKeyPresses(InjectionPlan& plan, qsizetype count, quint16 keyCode,
+void sendKeyPresses(InjectionActions& plan, qsizetype count, quint16 keyCode,
                     std::chrono::microseconds delay) {
   if (count < 0) {
     endProcess("TextInjector: cannot press a key " + QByteArray::number(count) + " times");
@@ -22,14 +22,14 @@ void sendKeyPresses(InjectionPlan& plan, qsizetype count, quint16 keyCode,
   }
 }
 
-void typeChunked(InjectionPlan& plan, QStringView line) {
+void typeChunked(InjectionActions& plan, QStringView line) {
   for (qsizetype start = 0; start < line.size(); start += injection::maxChunkSize) {
     plan.emplace_back(TextRun{line.mid(start, injection::maxChunkSize).toString()});
     plan.emplace_back(Pause{injection::charDelay});
   }
 }
 
-void typeText(InjectionPlan& plan, QStringView text) {
+void typeText(InjectionActions& plan, QStringView text) {
   qsizetype start = 0;
   for (qsizetype end = text.indexOf(u'\n'); end >= 0; end = text.indexOf(u'\n', start)) {
     typeChunked(plan, text.sliced(start, end - start));
@@ -55,14 +55,24 @@ qsizetype leftArrowsFor(QStringView text, qsizetype cursorOffset) {
 
 InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
                             std::optional<qsizetype> cursorOffset) {
-  InjectionPlan plan;
-  sendKeyPresses(plan, backspaceCount, virtualkey::deleteBackward, injection::backspaceDelay);
-  plan.emplace_back(Pause{injection::phaseGap});
-  typeText(plan, text);
+  InjectionPlan plan{.deletion = planBackspaces(backspaceCount), .typing = planText(text)};
+  plan.deletion.emplace_back(Pause{injection::phaseGap});
   if (const qsizetype arrows = leftArrowsFor(text, cursorOffset.value_or(0)); arrows >= 1) {
-    plan.emplace_back(Pause{injection::phaseGap});
-    sendKeyPresses(plan, arrows, virtualkey::leftArrow, injection::charDelay);
+    plan.typing.emplace_back(Pause{injection::phaseGap});
+    sendKeyPresses(plan.typing, arrows, virtualkey::leftArrow, injection::charDelay);
   }
+  return plan;
+}
+
+InjectionActions planBackspaces(qsizetype count) {
+  InjectionActions plan;
+  sendKeyPresses(plan, count, virtualkey::deleteBackward, injection::backspaceDelay);
+  return plan;
+}
+
+InjectionActions planText(const QString& text) {
+  InjectionActions plan;
+  typeText(plan, text);
   return plan;
 }
 

@@ -40,14 +40,23 @@ struct Pause {
 };
 
 using InjectionAction = std::variant<KeyPress, TextRun, Pause>;
-using InjectionPlan = std::vector<InjectionAction>;
+using InjectionActions = std::vector<InjectionAction>;
 
-// What an injection does once its target is in front, in order: `backspaceCount` backspaces, the
-// text with a Return for each line feed, and left arrows that put the caret `cursorOffset`
-// characters before the end; a control character that is not typed takes none. A text run is cut
-// purely by its count of UTF-16 units, also within a surrogate pair. A negative `backspaceCount` is
-// a programming error and ends the process. Pure; any thread.
+struct InjectionPlan {
+  InjectionActions deletion;
+  InjectionActions typing;
+};
+
+// What an injection does once its target is in front. First the deletion: `backspaceCount`
+// backspaces. Then the typing: the text with a Return for each line feed, and left arrows that put
+// the caret `cursorOffset` characters before the end; a control character that is not typed takes
+// none. A text run is cut purely by its count of UTF-16 units, also within a surrogate pair. A
+// negative `backspaceCount` is a programming error and ends the process. Pure; any thread.
 [[nodiscard]] InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
                                           std::optional<qsizetype> cursorOffset);
+
+// `count` backspaces, and `text` with a Return for each line feed. Pure; any thread.
+[[nodiscard]] InjectionActions planBackspaces(qsizetype count);
+[[nodiscard]] InjectionActions planText(const QString& text);
 
 }  // namespace zarvy

@@ -2,9 +2,15 @@
 
 #include <utility>
 
+#include "base/text/Graphemes.h"
+#include "base/text/Wipe.h"
+
 namespace zarvy {
 
 namespace {
+
+// Nobody types so much within the two milliseconds of a backspace, again and again.
+constexpr int mostRoundsOfDeletion = 8;
 
 // Performs one action of a plan.
 class ActionPerformer {
@@ -41,17 +47,21 @@ TextInjector::TextInjector(KeyEventPoster& poster, Workspace& workspace, InputMe
 
 void TextInjector::inject(const QString& text, qsizetype backspaceCount,
                           const std::optional<RunningApplication>& targetApp,
-                          std::optional<qsizetype> cursorOffset) {
+                          std::optional<qsizetype> cursorOffset,
+                          std::shared_ptr<const TypedSince> typedSince) {
   const auto target = targetApp ? targetApp : m_workspace.frontmostApplication();
   if (!target) return;
   // Two absent identifiers are equal: a target that cannot be told from this program is refused.
   if (target->bundleIdentifier == m_workspace.ownBundleIdentifier()) return;
 
-  m_workers.post([weak = weak_from_this(), target = *target, text, backspaceCount, cursorOffset] {
+  m_workers.post([weak = weak_from_this(), target = *target, text, backspaceCount, cursorOffset,
+                  typedSince = std::move(typedSince)] {
     auto self = weak.lock();
     if (!self) return;
     const bool takesKeys = self->takesKeys(target);
-    if (takesKeys) self->type(text, backspaceCount, cursorOffset);
+    if (takesKeys) {
+      self->type(text, planInjection(text, backspaceCount, cursorOffset), typedSince.get());
+    }
     // The last reference may be this one, and it is to go on the main thread.
     Scheduler& scheduler = self->m_scheduler;
     scheduler.post([self = std::move(self), takesKeys] {
@@ -74,17 +84,37 @@ bool TextInjector::bringToFront(const RunningApplication& target) {
   return true;
 }
 
-void TextInjector::type(const QString& text, qsizetype backspaceCount,
-                        std::optional<qsizetype> cursorOffset) {
-  const InjectionPlan plan = planInjection(text, backspaceCount, cursorOffset);
+void TextInjector::type(const QString& text, const InjectionPlan& plan,
+                        const TypedSince* typedSince) {
   if (m_isCutShort) return;
   const std::unique_ptr<TypingSession> session = m_poster.beginTyping(text);
-  run(plan, *session);
+  run(plan.deletion, *session);
+  QString typedAhead = typedSince != nullptr ? deleteTyped(*typedSince, *session) : QString();
+  run(plan.typing, *session);
+  run(planText(typedAhead), *session);
+  wipe(typedAhead);
 }
 
-void TextInjector::run(const InjectionPlan& plan, TypingSession& session) {
+// Each letter that comes ahead of a backspace is deleted in place of one before it, so the deleting
+// goes on until nothing more has come. Gives what is to be typed again.
+QString TextInjector::deleteTyped(const TypedSince& typedSince, TypingSession& session) {
+  QString toTypeAgain;
+  qsizetype deleted = 0;
+  for (int round = 0; round < mostRoundsOfDeletion && !m_isCutShort; ++round) {
+    TypedSince::Text typed = typedSince.text();
+    const qsizetype count = graphemeCount(typed.all);
+    wipe(typed.all);
+    if (count <= deleted) break;
+    run(planBackspaces(count - deleted), session);
+    deleted = count;
+    toTypeAgain = std::move(typed.rest);
+  }
+  return toTypeAgain;
+}
+
+void TextInjector::run(const InjectionActions& actions, TypingSession& session) {
   const ActionPerformer perform(session, m_sleeper);
-  for (const InjectionAction& action : plan) {
+  for (const InjectionAction& action : actions) {
     if (m_isCutShort) return;
     std::visit(perform, action);
   }

@@ -11,6 +11,7 @@
 #include "base/Sleeper.h"
 #include "base/TaskQueue.h"
 #include "core/injection/InjectionPlan.h"
+#include "core/injection/TypedSince.h"
 #include "platform/InputMethod.h"
 #include "platform/KeyEventPoster.h"
 #include "platform/Workspace.h"
@@ -44,9 +45,13 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   // program itself or has gone: what is in front then is none of the user's choice. Nor while an
   // input method composes: it would take the keys for its own, and some of what the user typed is
   // not in the application yet. A negative `backspaceCount` ends the process. Main thread.
+  //
+  // What was `typedSince` the characters that are to be deleted, and reached the application ahead
+  // of the backspaces, is deleted as well and typed again at the caret, but for what a form has.
   void inject(const QString& text, qsizetype backspaceCount,
               const std::optional<RunningApplication>& targetApp,
-              std::optional<qsizetype> cursorOffset);
+              std::optional<qsizetype> cursorOffset,
+              std::shared_ptr<const TypedSince> typedSince = nullptr);
 
   // Injections end before their next action, without a half-pressed key. For the end of the
   // program, which cannot wait for a long text. Any thread.
@@ -58,8 +63,9 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
 
   [[nodiscard]] bool takesKeys(const RunningApplication& target);
   [[nodiscard]] bool bringToFront(const RunningApplication& target);
-  void type(const QString& text, qsizetype backspaceCount, std::optional<qsizetype> cursorOffset);
-  void run(const InjectionPlan& plan, TypingSession& session);
+  void type(const QString& text, const InjectionPlan& plan, const TypedSince* typedSince);
+  [[nodiscard]] QString deleteTyped(const TypedSince& typedSince, TypingSession& session);
+  void run(const InjectionActions& actions, TypingSession& session);
 
   KeyEventPoster& m_poster;
   Workspace& m_workspace;

@@ -1,5 +1,6 @@
 #include "ui/fillin/EarlyKeys.h"
 
+#include <iterator>
 #include <utility>
 
 #include <QCoreApplication>
@@ -7,6 +8,8 @@
 #include <QKeyEvent>
 #include <QPointer>
 #include <QWidget>
+
+#include "base/text/Graphemes.h"
 
 namespace zarvy {
 namespace {
@@ -54,6 +57,16 @@ bool EarlyKeys::keeps(QEvent& event) {
   }
   event.accept();
   return true;
+}
+
+void EarlyKeys::putAhead(QStringView text) {
+  std::vector<std::unique_ptr<QEvent>> events;
+  for (const QStringView character : graphemes(text)) {
+    events.push_back(std::make_unique<QKeyEvent>(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier,
+                                                 character.toString()));
+  }
+  m_events.insert(m_events.begin(), std::make_move_iterator(events.begin()),
+                  std::make_move_iterator(events.end()));
 }
 
 void EarlyKeys::handOn(QWidget& form, const std::function<void()>& onReturn) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <QEvent>
+#include <QStringView>
 
 class QWidget;
 
@@ -19,6 +20,9 @@ class EarlyKeys {
   // Whether `event`, which has come to the form, was kept and is done with. Chords and Escape go
   // their own way.
   [[nodiscard]] bool keeps(QEvent& event);
+
+  // Has `text` handed on as if it had been typed ahead of what was kept.
+  void putAhead(QStringView text);
 
   // Gives what was kept to whatever has the keyboard in `form`, key by key, as Tab moves it on.
   // `onReturn` is called for a Return that it does not want for itself, and is the end: it may

@@ -25,6 +25,7 @@ void FillInWindowController::show(const Snippet& snippet, FolderColor folderColo
   ++m_opening;
   auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
                                                      wrapped(onComplete), wrapped(onCancel));
+  form->takeTypedAhead = takeTypedAhead;
   m_window = makePanel<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title);
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{onCloseOf(onCancel)});
   m_window->setDelegate(m_windowDelegate);

@@ -38,6 +38,9 @@ class StandaloneFillInForm final : public QWidget {
   StandaloneFillInForm(Snippet snippet, FolderColor folderColor, const FillInServices& services,
                        OnExpand onExpand, OnCancel onCancel);
 
+  // As FillInWindow's. May be unset.
+  std::function<QString()> takeTypedAhead;
+
   // Empty until the form has appeared, then as the user has left them.
   [[nodiscard]] const QList<FillInField>& fields() const { return m_fields; }
 

@@ -31,7 +31,9 @@ class ActionWriter {
 
 QString written(const InjectionPlan& plan) {
   QStringList words;
-  for (const InjectionAction& action : plan) words += std::visit(ActionWriter(), action);
+  for (const InjectionActions& actions : {plan.deletion, plan.typing}) {
+    for (const InjectionAction& action : actions) words += std::visit(ActionWriter(), action);
+  }
   return words.join(u' ');
 }
 

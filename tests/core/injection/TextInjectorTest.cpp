@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/injection/TextInjector.h"
+#include "core/injection/TypedSince.h"
 #include "fakes/FakeInputMethod.h"
 #include "fakes/FakeWorkspace.h"
 #include "fakes/ManualQueue.h"
@@ -203,6 +204,57 @@ TEST_F(TextInjectorTest, LetsTheCompletionUnsetItself) {
   m_injector->inject(u""_s, 0, {}, {});
   finish();
   EXPECT_EQ(m_journal.entries().count(u"once"_s), 1);
+}
+
+TEST_F(TextInjectorTest, DeletesWhatCameAheadOfTheBackspacesAndTypesItAgainAtTheCaret) {
+  TypedSinceNow typing;
+  const auto typed = typing.begin();
+  typing.append(u"x");
+  typing.append(u" ");
+  m_injector->inject(u"abc"_s, 1, {}, 2, typed);
+  finish();
+  EXPECT_EQ(takeJournal(),
+            "begin 'abc'; key 51; sleep 2000; sleep 10000; key 51; sleep 2000; key 51; sleep 2000; "
+            "text 'abc'; sleep 1000; sleep 10000; key 123; sleep 1000; key 123; sleep 1000; "
+            "text 'x '; sleep 1000; end; complete");
+}
+
+TEST_F(TextInjectorTest, DeletesWhatCameWhileItDeleted) {
+  TypedSinceNow typing;
+  const auto typed = typing.begin();
+  typing.append(u"x");
+  int pauses = 0;
+  m_sleeper.setOnSleep([&] {
+    if (++pauses == 3) typing.append(u"y");  // behind the deletion of the other
+    if (pauses == 5) typing.append(u"z");    // within the text
+  });
+  m_injector->inject(u"abc"_s, 1, {}, {}, typed);
+  finish();
+  EXPECT_EQ(takeJournal(),
+            "begin 'abc'; key 51; sleep 2000; sleep 10000; key 51; sleep 2000; key 51; sleep 2000; "
+            "text 'abc'; sleep 1000; text 'xy'; sleep 1000; end; complete");
+}
+
+TEST_F(TextInjectorTest, DoesNotTypeWhatAFormHas) {
+  TypedSinceNow typing;
+  const auto typed = typing.begin();
+  typing.append(u"x");
+  EXPECT_EQ(typed->takeForForm(), u"x"_s);
+  typing.append(u"y");
+  m_injector->inject(u"abc"_s, 1, {}, {}, typed);
+  finish();
+  EXPECT_EQ(takeJournal(),
+            "begin 'abc'; key 51; sleep 2000; sleep 10000; key 51; sleep 2000; key 51; sleep 2000; "
+            "text 'abc'; sleep 1000; text 'y'; sleep 1000; end; complete");
+}
+
+TEST_F(TextInjectorTest, DoesNotDeleteForEverWhereSomebodyTypesForEver) {
+  TypedSinceNow typing;
+  const auto typed = typing.begin();
+  m_sleeper.setOnSleep([&] { typing.append(u"x"); });
+  m_injector->inject(u"abc"_s, 1, {}, {}, typed);
+  finish();
+  EXPECT_EQ(m_journal.entries().filter(u"complete"_s).size(), 1);
 }
 
 TEST_F(TextInjectorTest, StopsBeforeItsFirstKeyIfTheInjectorIsGone) {

@@ -51,12 +51,6 @@ class FillInForm : public BehaviourTest {
         << text.toStdString();
   }
 
-  // Of the field that has the focus; empty where none has.
-  [[nodiscard]] QString fieldText() {
-    if (!m_field.find(program().process().pid())) return {};
-    return m_field.state(PositionUnit::utf16).text;
-  }
-
   void expectFormGone() {
     EXPECT_TRUE(waitUntil(
         [&] {
@@ -136,22 +130,28 @@ TEST_F(FillInForm, goesFromFieldToFieldWithTheKeyboard) {
   expectLetter(target(), u""_s, u"Ada"_s, u"Rome"_s);
 }
 
-// What reaches the application before the form has the keyboard is the application's; all that
-// comes after it is the first field's, in place of its default.
+// What reaches the application before the form has the keyboard is moved to the first field, in
+// place of its default, and all that comes after it follows.
 TEST_P(FillInFormUnder, losesNoKeyOfSomebodyWhoTypesOn) {
   start(TargetKind::qt6, {{u";d"_s, u"Dear {{field:Name:Somebody}}"_s}});
   const QString name = u"Ada Lovelace"_s;
   person().type(u";d"_s + name, {.interval = std::chrono::milliseconds(60)});
   ASSERT_TRUE(waitForWindow(stage().connection(), title).has_value());
-  QString typed;
-  EXPECT_TRUE(waitUntil(
-      [&] {
-        typed = target().state().text + u'|' + fieldText();
-        return QString(typed).remove(u'|') == u";d"_s + name;
-      },
-      std::chrono::seconds(10)))
-      << typed.toStdString();
-  EXPECT_TRUE(typed.endsWith(u"ace"_s)) << "the field has had none: " << typed.toStdString();
+  expectField(name);
+  person().tap(XKB_KEY_Return);
+  expectText(u"Dear "_s + name);
+}
+
+// As on a machine that is too busy to open the form before the next letters come.
+TEST_P(FillInFormUnder, takesOverWhatWasTypedIntoTheApplicationBeforeItCame) {
+  startWithLetter(TargetKind::qt6);
+  program().process().sendSignal(SIGSTOP);
+  person().type(u"x ;dAda L"_s);
+  program().process().sendSignal(SIGCONT);
+  ASSERT_TRUE(waitForWindow(stage().connection(), title).has_value());
+  expectField(u"Ada L"_s);
+  person().tap(XKB_KEY_Return);
+  expectLetter(target(), u"x "_s, u"Ada L"_s);
 }
 
 TEST_P(FillInFormUnder, leavesTheTriggerWhereItIsWhenItIsCancelled) {

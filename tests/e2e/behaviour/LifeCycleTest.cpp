@@ -176,6 +176,18 @@ TEST_F(LifeCycle, goesOnAfterItWasStopped) {
   expectExpansion();
 }
 
+// As on a machine that is too busy to expand a trigger before the next letters come.
+TEST_F(LifeCycle, deletesTheTriggerBehindWhichSomebodyTypedOnWhileItWasStopped) {
+  for (const TargetKind kind : {TargetKind::xterm, TargetKind::qt6}) {
+    start(kind, {{u";ok"_s, u"Ωk{{cursor}}!"_s}});
+    program().process().sendSignal(SIGSTOP);
+    person().type(u"so ;ok and"_s);
+    program().process().sendSignal(SIGCONT);
+    const EditorState expected{.text = u"so Ωk and!"_s, .caret = 9};
+    EXPECT_TRUE(settlesAt(target(), expected)) << complaintAbout(expected, target().state());
+  }
+}
+
 // Takes the server's own keyboard away, as pulling its plug does, and puts it back.
 class Replugging {
  public:

@@ -41,13 +41,18 @@ class Session final : public TypingSession {
   }
 
  private:
+  // What was not announced comes last.
+  [[nodiscard]] std::span<const char32_t> upcoming(std::span<const char32_t> characters) const {
+    const auto announced = std::span(m_upcoming).subspan(m_typed);
+    return announced.size() < characters.size() ? characters : announced;
+  }
+
   bool type(const std::vector<TypedText::Piece>& pieces) {
     bool complete = true;
     std::vector<char32_t> characters;
     const auto typeCharacters = [&] {
       if (characters.empty()) return;
-      complete =
-          m_typist.typeCharacters(characters, std::span(m_upcoming).subspan(m_typed)) && complete;
+      complete = m_typist.typeCharacters(characters, upcoming(characters)) && complete;
       m_typed = std::min(m_typed + characters.size(), m_upcoming.size());
       characters.clear();
     };

@@ -120,7 +120,7 @@ bool SingleInstance::claim() {
 
 // The order to end may have come ahead of the other start, and is then to be heard first: therefore
 // the queue.
-void SingleInstance::listen(std::function<void()> onOtherStart) {
+void SingleInstance::listen(std::function<bool()> onOtherStart) {
   m_server = std::make_unique<QLocalServer>();
   m_server->setSocketOptions(QLocalServer::AbstractNamespaceOption);
   QObject::connect(
@@ -129,8 +129,7 @@ void SingleInstance::listen(std::function<void()> onOtherStart) {
         while (QLocalSocket* const other = server->nextPendingConnection()) {
           other->deleteLater();
           if (!isOfThisUser(static_cast<int>(other->socketDescriptor()))) continue;
-          onOtherStart();
-          answer(*other);
+          if (onOtherStart()) answer(*other);
         }
       },
       Qt::QueuedConnection);

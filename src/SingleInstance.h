@@ -29,9 +29,10 @@ class SingleInstance {
   // start would be the greater harm.
   [[nodiscard]] bool becomeOnlyOne();
 
-  // Calls `onOtherStart` whenever the program is started again. For the only one; once, within the
-  // life of the QCoreApplication.
-  void listen(std::function<void()> onOtherStart);
+  // Calls `onOtherStart` whenever the program is started again. It says whether this one goes on;
+  // where it does not, the other one waits for its end and takes its place. For the only one; once,
+  // within the life of the QCoreApplication.
+  void listen(std::function<bool()> onOtherStart);
 
   // A program that is started from now on waits for the end of this one. As soon as the event loop
   // has ended: nobody would answer.

@@ -13,6 +13,7 @@
 #include "SingleInstance.h"
 #include "ZarvyApp.h"
 #include "base/StandardDescriptors.h"
+#include "base/StandardErrorMessages.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
 #include "platform/freedesktop/accessibility/ToolkitBridge.h"
@@ -31,6 +32,14 @@ QByteArray platformPlugins() {
   const bool wantsX = chosen.isEmpty() || chosen.startsWith("xcb");
   if (wantsX && !zarvy::x11::canReachDisplay()) return "offscreen";
   return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
+}
+
+// No display was there when it started, and none can be added; somebody who starts the program
+// again on a display wants it there.
+bool isWithoutDisplay() {
+  const QString offscreen = QStringLiteral("offscreen");
+  return QGuiApplication::platformName() == offscreen &&
+         qEnvironmentVariable("QT_QPA_PLATFORM") != offscreen;
 }
 
 struct Running {
@@ -71,6 +80,7 @@ int runToTheEnd(const Running& program) {
 
 int main(int argc, char* argv[]) {
   zarvy::openMissingStandardDescriptors();
+  zarvy::writeToolkitMessagesWithoutWaiting();
   // Whoever reads the output, or a child process, may end before this program does.
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
@@ -105,6 +115,13 @@ int main(int argc, char* argv[]) {
   const zarvy::TerminationSignals signals(&QCoreApplication::quit);
   zarvy::ZarvyApp app(output);
   app.start();
-  instance.listen([&app] { app.openManageSnippets(); });
+  instance.listen([&app] {
+    if (isWithoutDisplay()) {
+      QCoreApplication::quit();
+      return false;
+    }
+    app.openManageSnippets();
+    return true;
+  });
   return runToTheEnd({.app = app, .instance = instance, .output = output});
 }

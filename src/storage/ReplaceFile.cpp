@@ -71,6 +71,13 @@ bool isTemporaryOf(const std::filesystem::path& place, const std::string& name) 
          name.starts_with(start) && name.ends_with(temporaryEnd);
 }
 
+// Somebody has put the file there, and decided who may read it.
+void keepMode(const std::filesystem::path& place, int descriptor) {
+  struct stat status {};
+  if (::stat(place.c_str(), &status) != 0) return;
+  static_cast<void>(::fchmod(descriptor, status.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO)));
+}
+
 bool isOldFile(int descriptor) {
   constexpr time_t oldAge = 3600;  // seconds
   struct stat status {};
@@ -91,6 +98,7 @@ void removeIfLeftBehind(const std::filesystem::path& file) {
 std::optional<QString> replaceFile(const QString& path, const QByteArray& content) {
   const std::filesystem::path place = behindLinks(path);
   const std::filesystem::path folder = place.parent_path();
+  const bool isBehindLink = place != QFile::encodeName(path).toStdString();
   while (true) {
     std::string temporary = folder / temporaryStart(place).append(unique).append(temporaryEnd);
     // Made with mode 0600 whatever the umask; locked as long as it is open.
@@ -100,6 +108,7 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
     static_cast<void>(::flock(descriptor.get(), LOCK_EX));
     // Before it was locked another process may have removed it as one that was left behind.
     if (::access(temporary.c_str(), F_OK) != 0 && errno == ENOENT) continue;
+    if (isBehindLink) keepMode(place, descriptor.get());
     if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
         std::rename(temporary.c_str(), place.c_str()) != 0) {
       const QString error = lastError();

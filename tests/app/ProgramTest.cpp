@@ -90,6 +90,21 @@ class ProgramWithoutDisplay : public testing::Test {
   QByteArray m_printed;
 };
 
+// Somebody has started it where there is no display, and starts it again on one, or not.
+TEST_F(ProgramWithoutDisplay, GivesItsPlaceToOneThatIsStartedLater) {
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  QProcess later;
+  later.setProcessEnvironment(m_program.processEnvironment());
+  later.start(m_program.program(), QStringList());
+  expectCleanEnd();
+  ASSERT_TRUE(later.waitForReadyRead(deadline));
+  EXPECT_EQ(later.readAllStandardOutput(), "No X display can be reached.\n");
+  later.terminate();
+  EXPECT_TRUE(later.waitForFinished(deadline));
+}
+
 class EndedBySignal : public ProgramWithoutDisplay, public testing::WithParamInterface<int> {};
 
 TEST_P(EndedBySignal, StaysUpWithOneLineAndEndsCleanly) {
@@ -150,7 +165,17 @@ TEST_F(ProgramWithoutDisplay, EndsCleanlyWhenTheSignalComesBeforeItIsUp) {
 }
 
 // The folder of the documents may be written in many ways.
-TEST_F(ProgramWithoutDisplay, IsTheOnlyOneHoweverTheFolderOfTheDocumentsIsWritten) {
+// One that goes on where another is started: whoever wants no display has one that is as good.
+class ProgramThatWantsNoDisplay : public ProgramWithoutDisplay {
+ protected:
+  ProgramThatWantsNoDisplay() {
+    QProcessEnvironment environment = m_program.processEnvironment();
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
+    m_program.setProcessEnvironment(environment);
+  }
+};
+
+TEST_F(ProgramThatWantsNoDisplay, IsTheOnlyOneHoweverTheFolderOfTheDocumentsIsWritten) {
   const QDir home(m_home.path());
   ASSERT_TRUE(home.mkpath(u"data/inner"_s));
   ASSERT_TRUE(QFile::link(home.filePath(u"data"_s), home.filePath(u"link"_s)));
@@ -181,7 +206,7 @@ TEST_F(ProgramWithoutDisplay, IsTheOnlyOneHoweverTheFolderOfTheDocumentsIsWritte
 }
 
 // The folder comes into being with the first instance, and the one that comes then is the same.
-TEST_F(ProgramWithoutDisplay, IsTheOnlyOneAlsoWhereTheFolderWasNotThereWhenItStarted) {
+TEST_F(ProgramThatWantsNoDisplay, IsTheOnlyOneAlsoWhereTheFolderWasNotThereWhenItStarted) {
   QProcessEnvironment environment = m_program.processEnvironment();
   environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"new//data/"_s));
   m_program.setProcessEnvironment(environment);

@@ -92,6 +92,19 @@ TEST_F(ReplaceFileTest, WritesThroughSymbolicLinks) {
   EXPECT_EQ(namesIn(path(u"target"_s)), (QStringList{u"b.json"_s, u"c.json"_s}));
 }
 
+// Who may read it is decided by whoever has put it there.
+TEST_F(ReplaceFileTest, LeavesTheModeOfAFileBehindALink) {
+  const QString target = path(u"target.json"_s);
+  ASSERT_EQ(replaceFile(target, "one"), std::nullopt);
+  const QFile::Permissions readable =
+      QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser | QFile::ReadGroup;
+  ASSERT_TRUE(QFile::setPermissions(target, readable));
+  ASSERT_TRUE(QFile::link(target, path(u"a.json"_s)));
+  ASSERT_EQ(replaceFile(path(u"a.json"_s), "two"), std::nullopt);
+  EXPECT_EQ(contentOf(target), "two");
+  EXPECT_EQ(QFile::permissions(target), readable);
+}
+
 TEST_F(ReplaceFileTest, TellsThatALinkLeadsNowhere) {
   ASSERT_TRUE(QFile::link(u"missing/b.json"_s, path(u"a.json"_s)));
   EXPECT_EQ(replaceFile(path(u"a.json"_s), "one"), u"No such file or directory"_s);

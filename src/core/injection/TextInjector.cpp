@@ -12,6 +12,10 @@ namespace {
 // Nobody types so much within the two milliseconds of a backspace, again and again.
 constexpr int mostRoundsOfDeletion = 8;
 
+// UTF-16 units. So much is typed before somebody presses the next key; behind a longer text, what
+// was typed ahead of it would come behind what is typed meanwhile.
+constexpr qsizetype longestTextAheadOfTyped = 60;
+
 // Performs one action of a plan.
 class ActionPerformer {
  public:
@@ -90,8 +94,10 @@ void TextInjector::type(const QString& text, const InjectionPlan& plan,
   const std::unique_ptr<TypingSession> session = m_poster.beginTyping(text);
   run(plan.deletion, *session);
   QString typedAhead = typedSince != nullptr ? deleteTyped(*typedSince, *session) : QString();
+  const bool isShort = text.size() <= longestTextAheadOfTyped;
+  if (!isShort) run(planText(typedAhead), *session);
   run(plan.typing, *session);
-  run(planText(typedAhead), *session);
+  if (isShort) run(planText(typedAhead), *session);
   wipe(typedAhead);
 }
 

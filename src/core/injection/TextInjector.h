@@ -47,7 +47,8 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   // not in the application yet. A negative `backspaceCount` ends the process. Main thread.
   //
   // What was `typedSince` the characters that are to be deleted, and reached the application ahead
-  // of the backspaces, is deleted as well and typed again at the caret, but for what a form has.
+  // of the backspaces, is deleted as well and typed again, but for what a form has: at the caret,
+  // or ahead of a long text, so that what is typed meanwhile comes behind it.
   void inject(const QString& text, qsizetype backspaceCount,
               const std::optional<RunningApplication>& targetApp,
               std::optional<qsizetype> cursorOffset,

@@ -226,13 +226,24 @@ TEST_F(TextInjectorTest, DeletesWhatCameWhileItDeleted) {
   int pauses = 0;
   m_sleeper.setOnSleep([&] {
     if (++pauses == 3) typing.append(u"y");  // behind the deletion of the other
-    if (pauses == 5) typing.append(u"z");    // within the text
+    if (pauses == 5) typing.append(u"z");    // behind the last look
   });
   m_injector->inject(u"abc"_s, 1, {}, {}, typed);
   finish();
   EXPECT_EQ(takeJournal(),
             "begin 'abc'; key 51; sleep 2000; sleep 10000; key 51; sleep 2000; key 51; sleep 2000; "
             "text 'abc'; sleep 1000; text 'xy'; sleep 1000; end; complete");
+}
+
+TEST_F(TextInjectorTest, TypesItAgainAheadOfALongText) {
+  const QString twenty = u"abcdefghijklmnopqrst"_s;
+  TypedSinceNow typing;
+  const auto typed = typing.begin();
+  typing.append(u"x");
+  m_injector->inject(twenty + twenty + twenty + u'!', 0, {}, {}, typed);
+  finish();
+  EXPECT_EQ(m_journal.entries().filter(u"text"_s).join(u' '),
+            u"text 'x' text '%1' text '%1' text '%1' text '!'"_s.arg(twenty));
 }
 
 TEST_F(TextInjectorTest, DoesNotTypeWhatAFormHas) {

@@ -86,7 +86,7 @@ void FocusFollower::askForEvents() {
 
 void FocusFollower::searchFocus() {
   m_search =
-      std::make_unique<FocusSearch>(m_bus, [this](const AccessibleObject& field) { enter(field); });
+      std::make_unique<FocusSearch>(m_bus, [this](const AccessibleObject& field) { find(field); });
 }
 
 void FocusFollower::handleFocus(const QDBusMessage& signal) {
@@ -117,14 +117,27 @@ void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
 }
 
 void FocusFollower::enter(const AccessibleObject& field) {
-  if (field.peer == m_ownPeer) return;
+  if (!turnTo(field)) return;
+  begin();
+  askForRole();
+}
+
+// What is typed into it has been heard all the time, until it says that it is secret.
+void FocusFollower::find(const AccessibleObject& field) {
+  if (!turnTo(field)) return;
+  m_isSettled = false;
+  askForProcess();
+  askForRole();
+}
+
+bool FocusFollower::turnTo(const AccessibleObject& field) {
+  if (field.peer == m_ownPeer) return false;
   if (!m_field || m_field->peer != field.peer) {
     m_before = m_field;
     m_secrecy.setProcess(0);
   }
   m_field = field;
-  begin();
-  askForRole();
+  return true;
 }
 
 void FocusFollower::begin() {

@@ -57,6 +57,8 @@ class FocusFollower final : public QObject {
   void askForEvents();
   void searchFocus();
   void enter(const AccessibleObject& field);
+  void find(const AccessibleObject& field);
+  [[nodiscard]] bool turnTo(const AccessibleObject& field);
   void begin();
   void learnProcess(const AccessibleObject& field, qint64 process);
   void leave();

@@ -60,9 +60,10 @@ void FakeApplication::tell(const QString& path, const QString& interface, const 
 bool FakeApplication::handleMessage(const QDBusMessage& message,
                                     const QDBusConnection& connection) {
   ++m_questionCount;
-  if (message.member() == u"GetRole") m_rolesAsked.append(message.path());
+  const bool isAboutRole = message.member() == u"GetRole";
+  if (isAboutRole) m_rolesAsked.append(message.path());
   message.setDelayedReply(true);
-  if (m_isHanging) {
+  if (m_isHanging || (isAboutRole && m_isHangingAtRoles)) {
     m_unanswered.append(message);
   } else {
     connection.send(answerTo(message));

@@ -31,6 +31,7 @@ class FakeApplication final : public QDBusVirtualObject {
 
   // Whether it leaves questions unanswered until it is asked to answer them.
   void setHanging(bool isHanging) { m_isHanging = isHanging; }
+  void setHangingAtRoles() { m_isHangingAtRoles = true; }
   void answerAll();
 
   // Number of questions that have come.
@@ -61,6 +62,7 @@ class FakeApplication final : public QDBusVirtualObject {
   QString m_toolkit;
   bool m_isActive = false;
   bool m_isHanging = false;
+  bool m_isHangingAtRoles = false;
   int m_questionCount = 0;
   QStringList m_rolesAsked;
   QList<QDBusMessage> m_unanswered;

@@ -152,6 +152,17 @@ TEST_F(OlderPasswordFieldsTest, AreNotMadeUp) {
   EXPECT_EQ(m_secretCount, 0);
 }
 
+// They were heard all the time; on a slow machine the first trigger would be missed.
+TEST_F(OlderPasswordFieldsTest, AreHeardUntilTheySayWhatTheyAre) {
+  m_app.setFocused(secretField);
+  m_app.setHangingAtRoles();
+  listen();
+  EXPECT_TRUE(comesTrue([&] { return m_app.rolesAsked() == QStringList{secretField}; }));
+  EXPECT_FALSE(m_fields->mustNotBeHeard());
+  m_app.answerAll();
+  expectSecret();
+}
+
 TEST_F(OlderPasswordFieldsTest, AreNotLookedForOnceTheFocusIsTold) {
   m_app.setFocused(secretField);
   m_app.setHanging(true);

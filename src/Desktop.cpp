@@ -45,9 +45,16 @@ void Desktop::openSession() {
        .isOwnWindow = [toolkit = toolkitConnection()](
                           quint32 window) { return toolkit && x11::isMadeOn(toolkit, window); },
        .ownMenuIsOpen = [] { return QApplication::activePopupWidget() != nullptr; },
-       .mustNotBeHeard = [this] { return m_passwordFields.mustNotBeHeard(); },
+       .mustNotBeHeard =
+           [this] {
+             return m_passwordFields.mustNotBeHeard() || m_terminalPasswords.mustNotBeHeard();
+           },
        .keyDetour = &m_passwordFields.keyDetour(),
-       .onFocusMoved = [this] { m_passwordFields.lookAgain(); },
+       .onFocusMoved =
+           [this](qint64 process) {
+             m_passwordFields.lookAgain();
+             m_terminalPasswords.follow(process);
+           },
        .onConnectionLost =
            [this] {
              sayThatDisplayHasGone();
@@ -55,13 +62,14 @@ void Desktop::openSession() {
            }},
       &m_reason);
   if (!m_session) return;
-  m_secureInput.emplace(m_session->secureInput(), m_passwordFields);
+  m_secureInput.emplace(m_session->secureInput(), m_passwords);
   m_parts.emplace(DesktopParts{m_session->keyEventSource(), m_session->keyEventPoster(),
                                m_session->workspace(), *m_secureInput, m_session->hotKeys(),
                                m_session->activationPolicy()});
   m_desktop.come(*m_parts);
   m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); },
                          [this] { m_session->fenceKeys(); });
+  m_terminalPasswords.start([this] { m_session->fenceKeys(); });
 }
 
 void Desktop::lookAgain() {

@@ -12,6 +12,7 @@
 #include "platform/AccessibilityPermission.h"
 #include "platform/LateDesktop.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
+#include "platform/posix/TerminalPasswords.h"
 #include "platform/x11/X11Session.h"
 
 namespace zarvy {
@@ -58,8 +59,11 @@ class Desktop final : public AccessibilityPermission {
   LineOutput& m_output;
   const std::function<void()> m_onLost;
   bool m_hasSaidSo = false;
-  QString m_reason;                 // why there is no session
-  PasswordFields m_passwordFields;  // listens only where there is a session
+  QString m_reason;  // why there is no session
+  // These listen only where there is a session.
+  PasswordFields m_passwordFields;
+  TerminalPasswords m_terminalPasswords;
+  EitherSecureInput m_passwords{m_passwordFields, m_terminalPasswords};
   std::unique_ptr<x11::X11Session> m_session;
   // These are present exactly while there is a session.
   std::optional<EitherSecureInput> m_secureInput;

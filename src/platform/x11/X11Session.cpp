@@ -86,7 +86,7 @@ struct X11Session::Parts {
     grabs.onFocusMoved([this, isOwnWindow = std::move(options.isOwnWindow),
                         tell = std::move(options.onFocusMoved)](xcb_window_t window) {
       ownWindowHasFocus = isOwnWindow(window);
-      tell();
+      tell(window == XCB_WINDOW_NONE ? 0 : windows.localProcess(window));
     });
   }
 
@@ -187,6 +187,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   parts->listenOnRoots();
   parts->modifiers.releaseLeftovers(parts->keyboards->keymap->current()->modifiers());
   parts->lookAtHeldKeys();
+  parts->grabs.tellFocus();
   parts->typist.reclaimSpareKeys();
   parts->typist.onNoSpareKeys([&output] {
     output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);

@@ -58,7 +58,7 @@ void KeyboardDesk::openSession() {
                                {.ownBundleIdentifier = u"zarvy-test"_s,
                                 .isOwnWindow = isOwnWindow,
                                 .mustNotBeHeard = [this] { return m_isSecret.load(); },
-                                .onFocusMoved = tellFocusMove,
+                                .onFocusMoved = [tellFocusMove](qint64) { tellFocusMove(); },
                                 .onConnectionLost = [this] { m_connectionLost = true; }},
                                &reason);
   if (!m_session) throw std::runtime_error(reason.toStdString());

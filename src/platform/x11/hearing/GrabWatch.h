@@ -43,6 +43,10 @@ class GrabWatch {
     m_onFocusMoved = std::move(handler);
   }
 
+  // Has onFocusMoved()'s handler told of the window that has the focus now. Before the reader
+  // starts.
+  void tellFocus() const { m_onFocusMoved(m_window); }
+
   // On the reader's thread.
   void handleEvent(const xcb_generic_event_t& event);
 

@@ -1,0 +1,73 @@
+#include "platform/posix/TerminalPasswords.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/posix/PseudoTerminals.h"
+
+namespace zarvy {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Between a new tab and the first password in it somebody types a command. Few programs that have
+// no terminal open one later.
+constexpr auto lookAgainIntoTerminal = 300ms;
+constexpr auto lookAgainIntoOthers = 2000ms;
+
+}  // namespace
+
+void TerminalPasswords::start(std::function<void()> onEnd) {
+  const std::lock_guard lock(m_mutex);
+  m_onEnd = std::move(onEnd);
+  findTerminals();
+}
+
+void TerminalPasswords::follow(qint64 process) {
+  const std::lock_guard lock(m_mutex);
+  if (process == m_process) return;
+  m_process = process;
+  findTerminals();
+  if (m_onEnd) static_cast<void>(ask());
+}
+
+bool TerminalPasswords::mustNotBeHeard() const {
+  const std::lock_guard lock(m_mutex);
+  if (m_process == 0 || !m_onEnd) return false;
+  const auto patience = m_terminals.empty() ? lookAgainIntoOthers : lookAgainIntoTerminal;
+  if (Clock::now() - m_lastLook >= patience) findTerminals();
+  return ask();
+}
+
+void TerminalPasswords::findTerminals() const {
+  m_lastLook = Clock::now();
+  m_terminals.clear();
+  if (m_process == 0) return;
+  const auto process = static_cast<pid_t>(m_process);
+  m_terminals = pseudoTerminalsOf(process);
+  if (m_terminals.empty()) return;
+  for (const pid_t server : m_multiplexers.serversBehind(process)) {
+    const std::vector<int> panes = pseudoTerminalsOf(server);
+    m_terminals.insert(m_terminals.end(), panes.begin(), panes.end());
+  }
+}
+
+// A key that is asked about when the prompt has just ended may have been typed before that.
+bool TerminalPasswords::ask() const {
+  const bool isSecret = std::any_of(m_terminals.begin(), m_terminals.end(), &readsHiddenLine);
+  const bool wasSecret = std::exchange(m_isSecret, isSecret);
+  if (wasSecret && !isSecret) m_onEnd();
+  return wasSecret || isSecret;
+}
+
+bool TerminalPasswords::isSecureEventInputEnabled() const {
+  return mustNotBeHeard();
+}
+
+std::optional<qint32> TerminalPasswords::ownerProcessIdentifier() const {
+  const std::lock_guard lock(m_mutex);
+  return m_process > 0 ? std::optional(static_cast<qint32>(m_process)) : std::nullopt;
+}
+
+}  // namespace zarvy

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <vector>
+
+#include "platform/SecureInput.h"
+#include "platform/posix/TerminalMultiplexers.h"
+
+namespace zarvy {
+
+// Takes a prompt for a password in a terminal for secure input: a program that reads a line there
+// has turned off that it is shown. All tabs of the terminal count, also those that are not in
+// front, and the panes of terminal multiplexers that are shown in it.
+//
+// Not seen are prompts that read key by key (with asterisks for what is typed) and those on the far
+// side of a connection, whose terminal is another machine's.
+class TerminalPasswords final : public SecureInput {
+ public:
+  // Begins to ask the terminals, once. `onEnd` is called when a prompt turns out to have ended, on
+  // the thread that has asked: what was typed until now is to stay unknown though it may not have
+  // been read yet. Any thread.
+  void start(std::function<void()> onEnd);
+
+  // The keyboard has gone to a window of that process of this machine; 0 where it is not known. Any
+  // thread.
+  void follow(qint64 process);
+
+  // Whether what is typed now is to be heard by nobody. Asks the terminals: some 5 us for each tab.
+  // Looks for new tabs now and then. Any thread.
+  [[nodiscard]] bool mustNotBeHeard() const;
+
+  [[nodiscard]] bool isSecureEventInputEnabled() const override;
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override;
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  void findTerminals() const;
+  [[nodiscard]] bool ask() const;
+
+  mutable std::mutex m_mutex;     // guards all below
+  std::function<void()> m_onEnd;  // empty before start()
+  qint64 m_process = 0;
+  mutable TerminalMultiplexers m_multiplexers;
+  mutable std::vector<int> m_terminals;  // the pseudoterminals of the process
+  mutable Clock::time_point m_lastLook;  // for those
+  mutable bool m_isSecret = false;
+};
+
+}  // namespace zarvy

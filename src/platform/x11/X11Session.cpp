@@ -86,6 +86,7 @@ struct X11Session::Parts {
     grabs.onFocusMoved([this, isOwnWindow = std::move(options.isOwnWindow),
                         tell = std::move(options.onFocusMoved)](xcb_window_t window) {
       ownWindowHasFocus = isOwnWindow(window);
+      source.deliverForgetting();  // the caret is another one
       tell(window == XCB_WINDOW_NONE ? 0 : windows.localProcess(window));
     });
   }
@@ -94,6 +95,7 @@ struct X11Session::Parts {
     grabs.onGrab([this] { source.deliverForgetting(); });
     hearing.onPress([this](const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); });
     hearing.onHiddenPress([this] { source.deliverForgetting(); });
+    hearing.onPointerPress([this] { source.deliverForgetting(); });
     hearing.onStateChange([this] { modifiers.stateChanged(); });
     hearing.onForeignKey([this](const auto& key) { followKey(key); });
     hearing.onKeyboardsChanged(

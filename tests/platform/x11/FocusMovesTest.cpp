@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/harness/WaitUntil.h"
+#include "platform/VirtualKey.h"
 #include "platform/x11/BareWindow.h"
 #include "platform/x11/KeyboardDesk.h"
 #include "platform/x11/windows/WindowOwner.h"
@@ -37,6 +38,21 @@ TEST_F(FocusMoves, AreToldFromWindowToWindowAndOutOfNowhere) {
   BareWindow second(connection());
   second.focus();
   EXPECT_TRUE(hasMoved(4));
+}
+
+// What was typed before stands in front of another caret.
+TEST_F(FocusMoves, HaveWhatWasTypedForgotten) {
+  BareWindow first(connection());
+  BareWindow second(connection());
+  first.focus();
+  ASSERT_TRUE(hasMoved(2));
+  m_desk.person().type(u"a"_s);
+  second.focus();
+  ASSERT_TRUE(hasMoved(3));
+  m_desk.person().type(u"s"_s);
+  std::vector<quint16> keys;
+  for (const KeyEvent& event : m_desk.heard(4)) keys.push_back(event.keyCode);
+  EXPECT_EQ(keys, (std::vector<quint16>{virtualkey::escape, 0, virtualkey::escape, 1}));
 }
 
 TEST_F(FocusMoves, AreOfWindowsThatSayOnWhichConnectionTheyWereMade) {

@@ -177,15 +177,15 @@ TEST_F(Grabs, TellTheProcessThatHasTheKeyboard) {
 }
 
 TEST_F(Grabs, AreFollowedFromWindowToWindow) {
-  TypingWitness second(m_desk.server().display());
+  TypingWitness second(m_desk.server().display());  // another caret
   type(u"a"_s);
-  expectTold(u"a"_s);
+  expectTold(u"*a"_s);
   {
     const KeyboardGrab prompt(connection());
     type(u"s"_s);
   }
   type(u"b"_s);
-  expectTold(u"a*b"_s);
+  expectTold(u"*a*b"_s);
   EXPECT_EQ(second.text(), u"ab"_s);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <xcb/xtest.h>
 
 #include "platform/ModifierFlags.h"
 #include "platform/SyntheticEvent.h"
@@ -59,6 +60,26 @@ TEST(Hearing, FollowsANewLayout) {
   desk.changeLayout({.layouts = "de"});
   desk.person().type(u"üz"_s, {.interval = 2ms});
   EXPECT_EQ(desk.heardText(4), u";züz"_s);
+}
+
+// Which may have moved the caret.
+TEST(Hearing, HasWhatWasTypedForgottenAtAClickButNotWhileScrolling) {
+  KeyboardDesk desk({.layouts = "us"});
+  const auto pressButton = [&](uint8_t button) {
+    for (const uint8_t type : {uint8_t{XCB_BUTTON_PRESS}, uint8_t{XCB_BUTTON_RELEASE}}) {
+      xcb_test_fake_input(desk.connection().get(), type, button, XCB_CURRENT_TIME, XCB_WINDOW_NONE,
+                          0, 0, 0);
+    }
+    desk.connection().synchronise();
+  };
+  desk.person().type(u"a"_s, {.interval = 2ms});
+  for (uint8_t wheel = 4; wheel <= 7; ++wheel) pressButton(wheel);
+  desk.person().type(u"s"_s, {.interval = 2ms});
+  pressButton(1);
+  desk.person().type(u"d"_s, {.interval = 2ms});
+  std::vector<quint16> keys;
+  for (const KeyEvent& event : desk.heard(4)) keys.push_back(event.keyCode);
+  EXPECT_EQ(keys, (std::vector<quint16>{0, 1, virtualkey::escape, 2}));
 }
 
 TEST(Hearing, NamesKeysByTheirPlaceAndModifiersByTheirFlags) {

@@ -14,6 +14,15 @@
 
 namespace zarvy::x11 {
 
+namespace {
+
+// Up, down, left and right. The event of a button has the form of a key's.
+bool isOfWheel(uint32_t button) {
+  return button >= XCB_BUTTON_INDEX_4 && button <= 7;
+}
+
+}  // namespace
+
 KeyHearing::KeyHearing(Connection& connection, OwnPosts& posts, FollowedKeymap& keymap,
                        std::function<bool(xcb_timestamp_t time)> mustNotBeHeard)
     : m_connection(connection),
@@ -34,7 +43,8 @@ void KeyHearing::selectEvents() {
   for (const xcb_window_t window : m_connection.roots()) {
     uint32_t mask = XCB_INPUT_XI_EVENT_MASK_FOCUS_IN | XCB_INPUT_XI_EVENT_MASK_FOCUS_OUT;
     if (window == root) {
-      mask |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE;
+      mask |= XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
+              XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_TOUCH_BEGIN;
     }
     selectInputEvents(m_connection, window, XCB_INPUT_DEVICE_ALL_MASTER, mask);
   }
@@ -74,6 +84,10 @@ void KeyHearing::handleEvent(const xcb_generic_event_t& event) {
   const auto& key = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
   if (generic.event_type == XCB_INPUT_RAW_KEY_PRESS) handleRawKey(key, true);
   if (generic.event_type == XCB_INPUT_RAW_KEY_RELEASE) handleRawKey(key, false);
+  if (generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS && !isOfWheel(key.detail)) {
+    m_onPointerPress();
+  }
+  if (generic.event_type == XCB_INPUT_RAW_TOUCH_BEGIN) m_onPointerPress();
   if (generic.event_type == XCB_INPUT_HIERARCHY) {
     selectAutorepeat();
     m_onKeyboardsChanged();

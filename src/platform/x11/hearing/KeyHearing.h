@@ -36,6 +36,10 @@ class KeyHearing {
   // Called on the reader's thread for each key-down that is nobody's business.
   void onHiddenPress(std::function<void()> handler) { m_onHiddenPress = std::move(handler); }
 
+  // Called on the reader's thread for each press of the pointer that may move the caret: of a
+  // button that does not scroll, and of a finger. In its order among the keys.
+  void onPointerPress(std::function<void()> handler) { m_onPointerPress = std::move(handler); }
+
   // Called on the reader's thread for each modifier or layout that changes.
   void onStateChange(std::function<void()> handler) { m_onStateChange = std::move(handler); }
 
@@ -77,6 +81,7 @@ class KeyHearing {
   KeyDecoder m_decoder;
   PressHandler m_onPress;
   std::function<void()> m_onHiddenPress;
+  std::function<void()> m_onPointerPress;
   std::function<void()> m_onStateChange;
   std::function<void(const ForeignKey&)> m_onForeignKey;
   std::function<void()> m_onKeyboardsChanged;

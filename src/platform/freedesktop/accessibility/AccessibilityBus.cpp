@@ -1,5 +1,6 @@
 #include "platform/freedesktop/accessibility/AccessibilityBus.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QDBusMessage>
@@ -22,6 +23,8 @@ constexpr int farewellMilliseconds = 500;
 
 // For a bus to say its first words.
 constexpr std::chrono::milliseconds patienceWithBus{500};
+
+constexpr std::chrono::milliseconds longestPauseWithoutBus{60'000};
 
 QString launcherName() {
   return u"org.a11y.Bus"_s;
@@ -56,9 +59,12 @@ QString freshName() {
 
 }  // namespace
 
-AccessibilityBus::AccessibilityBus(const FocusFollower::Told& told,
-                                   const FocusFollower::Options& options, QString sessionAddress)
-    : m_told(told), m_options(options), m_sessionAddress(std::move(sessionAddress)) {}
+// The timer goes to the thread of this object with it.
+AccessibilityBus::AccessibilityBus(const FocusFollower::Told& told, Options options)
+    : m_told(told), m_options(std::move(options)), m_later(this) {
+  m_later.setSingleShot(true);
+  connect(&m_later, &QTimer::timeout, this, &AccessibilityBus::askForAnotherBus);
+}
 
 AccessibilityBus::~AccessibilityBus() {
   close();
@@ -74,6 +80,7 @@ void AccessibilityBus::open() {
 }
 
 void AccessibilityBus::close() {
+  m_later.stop();
   dropBus();
   if (m_session) takeBackAnnouncement();
   disconnectFrom(m_session);
@@ -85,8 +92,8 @@ void AccessibilityBus::lookAgain() {
 }
 
 QDBusConnection AccessibilityBus::sessionBus() const {
-  if (!m_sessionAddress.isEmpty()) {
-    return QDBusConnection::connectToBus(m_sessionAddress, freshName());
+  if (!m_options.sessionAddress.isEmpty()) {
+    return QDBusConnection::connectToBus(m_options.sessionAddress, freshName());
   }
   return QDBusConnection::connectToBus(QDBusConnection::SessionBus, freshName());
 }
@@ -127,9 +134,21 @@ void AccessibilityBus::followBus() {
   m_bus = QDBusConnection::connectToBus(*answering, freshName());
   if (!m_bus->isConnected()) return dropBus();
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
-                 u"Disconnected"_s, this, SLOT(dropBus()));
-  m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options);
+                 u"Disconnected"_s, this, SLOT(loseBus()));
+  m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options.follower);
   announceListener();
+}
+
+// Applications connect to the next bus by themselves; somebody has to ask for it.
+void AccessibilityBus::loseBus() {
+  dropBus();
+  m_later.start(m_options.pauseWithoutBus);
+}
+
+void AccessibilityBus::askForAnotherBus() {
+  if (m_bus) return;
+  findBus();
+  m_later.start(std::min(2 * m_later.intervalAsDuration(), longestPauseWithoutBus));
 }
 
 void AccessibilityBus::dropBus() {

@@ -1,27 +1,34 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 
 #include <QDBusConnection>
 #include <QObject>
+#include <QTimer>
 
 #include "platform/freedesktop/accessibility/FocusFollower.h"
 
 namespace zarvy {
 
 // Finds the accessibility bus of the user's session and follows the focus on it. Where there is no
-// such bus it waits for one; where it goes away, for the next; where it does not answer, it tries
-// again with each lookAgain(). Toolkits that speak on the bus only if somebody listens are told
-// that somebody does, until close(). One thread, which runs an event loop and may wait for the
-// buses: for half a second where one does not say its first words.
+// such bus it waits for one; where it goes away, it asks for another one, which starts it, after a
+// pause that grows from one question to the next; where it does not answer, it tries again with
+// each lookAgain(). Toolkits that speak on the bus only if somebody listens are told that somebody
+// does, until close(). One thread, which runs an event loop and may wait for the buses: for half a
+// second where one does not say its first words.
 class AccessibilityBus final : public QObject {
   Q_OBJECT
 
  public:
   // See PasswordFields.
-  AccessibilityBus(const FocusFollower::Told& told, const FocusFollower::Options& options,
-                   QString sessionAddress);
+  struct Options {
+    FocusFollower::Options follower;
+    QString sessionAddress;
+    std::chrono::milliseconds pauseWithoutBus;
+  };
+  AccessibilityBus(const FocusFollower::Told& told, Options options);
   ~AccessibilityBus() override;
 
   void open();
@@ -35,7 +42,9 @@ class AccessibilityBus final : public QObject {
 
   [[nodiscard]] QDBusConnection sessionBus() const;
   void findBus();
-  Q_SLOT void dropBus();
+  Q_SLOT void loseBus();
+  void dropBus();
+  void askForAnotherBus();
   void useBus(const QDBusMessage& addressAnswer);
   void followBus();
   void announceListener();
@@ -44,13 +53,13 @@ class AccessibilityBus final : public QObject {
   void ask(const QDBusMessage& question, AnswerHandler handler);
 
   const FocusFollower::Told m_told;
-  const FocusFollower::Options m_options;
-  const QString m_sessionAddress;
+  const Options m_options;
   std::optional<QDBusConnection> m_session;
   std::optional<QDBusConnection> m_bus;  // present exactly while it is connected
   QString m_address;                     // of m_bus, or of one that has not answered
   std::unique_ptr<FocusFollower> m_follower;
   bool m_hasAnnounced = false;  // nobody had before
+  QTimer m_later;               // for the next question for a bus
 };
 
 }  // namespace zarvy

@@ -21,8 +21,10 @@ constexpr auto patienceWithBuses = 1s;
 PasswordFields::PasswordFields(const Options& options)
     : m_bus(std::make_unique<AccessibilityBus>(
           FocusFollower::Told{.secrecy = m_secrecy, .detour = m_detour},
-          FocusFollower::Options{.patience = options.patience, .ownProcess = options.ownProcess},
-          options.sessionBusAddress)) {
+          AccessibilityBus::Options{
+              .follower = {.patience = options.patience, .ownProcess = options.ownProcess},
+              .sessionAddress = options.sessionBusAddress,
+              .pauseWithoutBus = options.pauseWithoutBus})) {
   m_thread.setObjectName(u"zarvy-focus"_s);
 }
 

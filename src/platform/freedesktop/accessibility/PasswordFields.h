@@ -31,6 +31,8 @@ class PasswordFields final : public SecureInput {
     // an application that hangs does not go on for long.
     std::chrono::milliseconds patience{1000};
     QString sessionBusAddress;  // that of the user's session where it is empty
+    // From the end of the accessibility bus to the question for another one.
+    std::chrono::milliseconds pauseWithoutBus{1000};
     // The program's own: what it says of its menus is none of its business.
     qint64 ownProcess = QCoreApplication::applicationPid();
   };

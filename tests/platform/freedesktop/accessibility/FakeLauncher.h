@@ -16,6 +16,9 @@ class FakeLauncher final : public QDBusVirtualObject {
   [[nodiscard]] bool isEnabled() const { return m_isEnabled; }
   [[nodiscard]] const QList<bool>& settings() const { return m_settings; }
 
+  // Where the bus is from now on.
+  void setAddress(const QString& address) { m_accessibilityAddress = address; }
+
   // How often somebody has asked where the bus is.
   [[nodiscard]] int addressQuestionCount() const { return m_addressQuestionCount; }
 
@@ -23,7 +26,7 @@ class FakeLauncher final : public QDBusVirtualObject {
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override;
 
  private:
-  const QString m_accessibilityAddress;
+  QString m_accessibilityAddress;
   bool m_isEnabled;
   QList<bool> m_settings;
   int m_addressQuestionCount = 0;

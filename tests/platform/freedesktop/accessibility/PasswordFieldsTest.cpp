@@ -61,8 +61,10 @@ class PasswordFieldsTest : public testing::Test {
   }
 
   void startListening(std::chrono::milliseconds patience = endless) {
-    m_fields.emplace(PasswordFields::Options{
-        .patience = patience, .sessionBusAddress = m_address, .ownProcess = m_ownProcess});
+    m_fields.emplace(PasswordFields::Options{.patience = patience,
+                                             .sessionBusAddress = m_address,
+                                             .pauseWithoutBus = std::chrono::milliseconds(10),
+                                             .ownProcess = m_ownProcess});
     m_fields->start([this] { ++m_secretCount; },
                     [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); });
   }
@@ -421,6 +423,24 @@ TEST_F(PasswordFieldsTest, EndWithTheBusAndAreFoundOnTheNextOne) {
   m_registry.emplace(m_accessibility->address());
   makeApplication(m_application);
   m_launcher.emplace(m_session->address(), m_accessibility->address(), true);
+  ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
+  enter(m_app, secretField);
+  expectSecret();
+}
+
+// The launcher is there all the time, and starts a bus only when it is asked for one.
+TEST_F(PasswordFieldsTest, AreFoundOnABusThatIsAskedForWhenTheLastOneHasDied) {
+  listen();
+  const int questions = m_launcher->addressQuestionCount();
+  m_registry.reset();
+  m_application.reset();
+  m_accessibility.reset();
+  // The first answers are those of a launcher that has not noticed yet.
+  ASSERT_TRUE(comesTrue([&] { return m_launcher->addressQuestionCount() >= questions + 2; }));
+  m_accessibility.emplace();
+  m_registry.emplace(m_accessibility->address());
+  makeApplication(m_application);
+  m_launcher->setAddress(m_accessibility->address());
   ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
   enter(m_app, secretField);
   expectSecret();

@@ -3,10 +3,12 @@
 #include <array>
 #include <utility>
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
+#include "storage/DocumentBackups.h"
 #include "storage/DocumentFile.h"
 #include "storage/MapJson.h"
 #include "storage/PrivateFolder.h"
@@ -44,6 +46,12 @@ constexpr std::array allDocuments{
     syncMetadataDocument, globalVariablesDocument, countersDocument, statsEventsDocument,
     statsSummaryDocument, fieldDefaultsDocument};
 
+QStringList documentNames() {
+  QStringList names;
+  for (const DocumentKind& kind : allDocuments) names += kind.fileName.toString();
+  return names;
+}
+
 }  // namespace
 
 // By the base directory rules of the desktops, where a path that is not absolute does not count.
@@ -58,7 +66,11 @@ std::optional<QString> DataStore::desktopApplicationSupport() {
 DataStore::DataStore(LineOutput& output) : DataStore(output, desktopApplicationSupport) {}
 
 DataStore::DataStore(LineOutput& output, ApplicationSupportLookup applicationSupport)
-    : m_output(output), m_applicationSupport(std::move(applicationSupport)) {}
+    : m_output(output),
+      m_applicationSupport(std::move(applicationSupport)),
+      m_backups(std::make_unique<DocumentBackups>(documentNames(), output)) {}
+
+DataStore::~DataStore() = default;
 
 QString DataStore::dataDirectory() const {
   const auto applicationSupport = m_applicationSupport();
@@ -75,6 +87,10 @@ QString DataStore::dataDirectory() const {
   return path;
 }
 
+void DataStore::keepBackupBeforeSync() const {
+  m_backups->beforeSync(dataDirectory(), QDateTime::currentDateTimeUtc());
+}
+
 void DataStore::removeUnfinishedSaves() const {
   const QString folder = dataDirectory();
   for (const DocumentKind& kind : allDocuments) {
@@ -83,7 +99,7 @@ void DataStore::removeUnfinishedSaves() const {
 }
 
 DocumentFile DataStore::document(const DocumentKind& kind) const {
-  return {kind, dataDirectory(), m_output};
+  return {kind, dataDirectory(), m_output, m_backups.get()};
 }
 
 QList<Snippet> DataStore::loadSnippets() const {

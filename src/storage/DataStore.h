@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <optional>
 
 #include <QList>
@@ -19,6 +20,7 @@
 
 namespace zarvy {
 
+class DocumentBackups;
 class DocumentFile;
 struct DocumentKind;
 
@@ -42,9 +44,16 @@ class DataStore {
   // Looks there.
   explicit DataStore(LineOutput& output);
   DataStore(LineOutput& output, ApplicationSupportLookup applicationSupport);
+  ~DataStore();
+  DataStore(const DataStore&) = delete;
+  DataStore& operator=(const DataStore&) = delete;
 
   // The folder of the documents, found anew and made where it is missing, for the user alone.
   [[nodiscard]] QString dataDirectory() const;
+
+  // Keeps the documents as they are, ahead of a sync that replaces the library. Each other write
+  // keeps them by itself: see DocumentBackups.
+  void keepBackupBeforeSync() const;
 
   // Deletes what saves left behind whose process was killed in the middle.
   void removeUnfinishedSaves() const;
@@ -88,6 +97,7 @@ class DataStore {
 
   LineOutput& m_output;
   ApplicationSupportLookup m_applicationSupport;
+  const std::unique_ptr<DocumentBackups> m_backups;
 };
 
 }  // namespace zarvy

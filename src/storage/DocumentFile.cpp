@@ -1,19 +1,27 @@
 #include "storage/DocumentFile.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
+#include "storage/DocumentBackups.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
-DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output)
-    : m_kind(kind), m_path(folder + u'/' + kind.fileName.toString()), m_output(output) {}
+DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
+                           DocumentBackups* backups)
+    : m_kind(kind),
+      m_folder(folder),
+      m_path(folder + u'/' + kind.fileName.toString()),
+      m_output(output),
+      m_backups(backups) {}
 
 bool DocumentFile::save(const QByteArray& text) const {
+  if (m_backups) m_backups->beforeWrite(m_folder, QDateTime::currentDateTimeUtc());
   const auto error = replaceFile(m_path, text);
   if (error) m_output.print(m_kind.saveFailure.toString() + *error);
   return !error;
@@ -33,6 +41,7 @@ std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {
 
 void DocumentFile::printLoadFailure(const JsonError& error) const {
   m_output.print(m_kind.loadFailure.toString() + error.description());
+  if (m_backups) m_backups->foundUnreadable();
 }
 
 }  // namespace zarvy

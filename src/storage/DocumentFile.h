@@ -13,6 +13,8 @@
 
 namespace zarvy {
 
+class DocumentBackups;
+
 // What tells one document from another.
 struct DocumentKind {
   QStringView fileName;
@@ -23,7 +25,9 @@ struct DocumentKind {
 // One document in a folder. Same thread rules as DataStore.
 class DocumentFile {
  public:
-  DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output);
+  // `backups` are those of the folder's documents, and outlive this; null where none are kept.
+  DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
+               DocumentBackups* backups = nullptr);
 
   // The decoded document; absent where there is none or where it could not be read. `decode` takes
   // a QJsonValue and gives a JsonResult.
@@ -53,8 +57,10 @@ class DocumentFile {
   void printLoadFailure(const JsonError& error) const;
 
   DocumentKind m_kind;
+  QString m_folder;
   QString m_path;
   LineOutput& m_output;
+  DocumentBackups* m_backups;
 };
 
 // An array of records. One record that cannot be decoded fails the whole.

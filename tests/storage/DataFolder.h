@@ -5,6 +5,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -22,7 +23,7 @@ class DataFolder : public testing::Test {
   }
 
   void write(const QString& name, const QByteArray& content) const {
-    ASSERT_TRUE(QDir().mkpath(path(QString())));
+    ASSERT_TRUE(QDir().mkpath(QFileInfo(path(name)).path()));
     QFile file(path(name));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(content);

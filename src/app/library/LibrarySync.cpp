@@ -29,6 +29,9 @@ void LibrarySync::performSync() {
 
 void LibrarySync::applySyncResult(const SyncResult& result) {
   setStatus(result.status);
+  if (result.snippets || result.folders || result.globalVariables) {
+    m_documents.post([](const DataStore& store) { store.keepBackupBeforeSync(); });
+  }
   if (result.snippets) {
     m_library.setSnippets(*result.snippets);
     m_engine.setSnippets(m_library.snippets());

@@ -31,9 +31,13 @@ class QtPasteboardTest : public testing::Test {
     s_server = std::make_unique<e2e::PrivateXServer>(s_folder->path().toStdString());
     qputenv("QT_QPA_PLATFORM", "xcb");
     qputenv("DISPLAY", s_server->display().c_str());
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");  // else one is started
     s_application = std::make_unique<QGuiApplication>(count, arguments);
   }
+  // Of Qt 6.8 and later there is a question to the session bus whose end frees what waits for it.
   static void TearDownTestSuite() {
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     s_application.reset();
     s_server.reset();
     s_folder.reset();

@@ -1,0 +1,119 @@
+#include "storage/DocumentBackups.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include "storage/CopyFile.h"
+#include "storage/PrivateFolder.h"
+#include "storage/ReplaceFile.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const QString& unfinishedName() {
+  static const QString name = u".unfinished"_s;
+  return name;
+}
+
+// Whatever else somebody puts there is left alone.
+bool isSet(const fs::directory_entry& entry) {
+  const QString name = QFile::decodeName(entry.path().filename().c_str());
+  return entry.is_directory() && !entry.is_symlink() &&
+         QDate::fromString(name.left(10), Qt::ISODate).isValid();
+}
+
+// The oldest first.
+std::vector<fs::path> setsIn(const fs::path& backups) {
+  std::vector<fs::path> sets;
+  std::error_code error;
+  for (const fs::directory_entry& entry : fs::directory_iterator(backups, error)) {
+    if (isSet(entry)) sets.push_back(entry.path());
+  }
+  std::sort(sets.begin(), sets.end());
+  return sets;
+}
+
+qint64 sizeOf(const fs::path& set) {
+  qint64 size = 0;
+  std::error_code error;
+  for (const fs::directory_entry& file : fs::directory_iterator(set, error)) {
+    const std::uintmax_t bytes = file.file_size(error);
+    if (!error) size += static_cast<qint64>(bytes);
+  }
+  return size;
+}
+
+void removeOldest(const fs::path& backups, const DocumentBackups::Limits& limits) {
+  std::vector<fs::path> sets = setsIn(backups);
+  qsizetype kept = 0;
+  qint64 bytes = 0;
+  for (auto set = sets.rbegin(); set != sets.rend(); ++set) {
+    bytes += sizeOf(*set);
+    const bool isNewest = kept == 0;
+    std::error_code error;
+    if (isNewest || (kept < limits.sets && bytes <= limits.bytes)) {
+      ++kept;
+    } else {
+      fs::remove_all(*set, error);
+    }
+  }
+}
+
+QString second(const QDateTime& now) {
+  return now.toUTC().toString(u"yyyy-MM-dd'T'HHmmss'Z'"_s);
+}
+
+}  // namespace
+
+DocumentBackups::DocumentBackups(QStringList names, LineOutput& output, Limits limits)
+    : m_names(std::move(names)), m_output(output), m_limits(limits) {}
+
+void DocumentBackups::beforeWrite(const QString& folder, const QDateTime& now) {
+  const bool isFirst = !std::exchange(m_hasWritten, true);
+  if (std::exchange(m_foundUnreadable, false)) return keep(folder, second(now) + u" unreadable"_s);
+  if (isFirst) keep(folder, now.toUTC().toString(u"yyyy-MM-dd"_s));
+}
+
+void DocumentBackups::beforeSync(const QString& folder, const QDateTime& now) {
+  keep(folder, second(now) + u" before sync"_s);
+}
+
+// The set is made under another name and renamed once all of it is on the disk.
+void DocumentBackups::keep(const QString& folder, const QString& setName) const {
+  const QString backups = folder + u"/Backups"_s;
+  const QString set = backups + u'/' + setName;
+  const QString unfinished = backups + u'/' + unfinishedName();
+  if (QFile::exists(set)) return;
+  QStringList present;
+  std::copy_if(m_names.begin(), m_names.end(), std::back_inserter(present),
+               [&](const QString& name) { return QFileInfo(folder + u'/' + name).isFile(); });
+  if (present.isEmpty()) return;
+  std::error_code ignored;
+  fs::remove_all(QFile::encodeName(unfinished).toStdString(), ignored);
+  const auto fail = [&](const QString& reason) {
+    m_output.print(u"Error keeping a backup: "_s + reason);
+  };
+  for (const QString& made : {backups, unfinished}) {
+    if (const auto error = makePrivateFolder(made)) return fail(*error);
+  }
+  for (const QString& name : std::as_const(present)) {
+    const auto error = copyFile(folder + u'/' + name, unfinished + u'/' + name);
+    if (error) fail(name + u": "_s + *error);  // the others are kept all the same
+  }
+  if (const auto error = synchronizeFolder(unfinished)) return fail(*error);
+  if (!QFile::rename(unfinished, set)) return fail(setName);
+  if (const auto error = synchronizeFolder(backups)) fail(*error);
+  removeOldest(QFile::encodeName(backups).toStdString(), m_limits);
+}
+
+}  // namespace zarvy

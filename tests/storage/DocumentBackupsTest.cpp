@@ -1,0 +1,160 @@
+#include <QDir>
+#include <QFileInfo>
+
+#include <gtest/gtest.h>
+
+#include "storage/DataFolder.h"
+#include "storage/DocumentBackups.h"
+#include "support/QtPrinters.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+const QDateTime morning = QDateTime::fromString(u"2026-03-01T08:00:00Z"_s, Qt::ISODate);
+const QDateTime evening = QDateTime::fromString(u"2026-03-01T20:30:05Z"_s, Qt::ISODate);
+
+class DocumentBackupsTest : public DataFolder {
+ protected:
+  DocumentBackupsTest() {
+    write(u"a.json"_s, "one");
+    write(u"b.json"_s, "two");
+    write(u"other.txt"_s, "no document");
+  }
+
+  [[nodiscard]] DocumentBackups backups(const DocumentBackups::Limits& limits = {}) {
+    return {{u"a.json"_s, u"b.json"_s, u"missing.json"_s}, m_output, limits};
+  }
+
+  void beforeWrite(DocumentBackups& backups, const QDateTime& now = morning) const {
+    backups.beforeWrite(path(QString()), now);
+  }
+
+  [[nodiscard]] QStringList sets() const {
+    return QDir(path(u"Backups"_s))
+        .entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+  }
+
+  [[nodiscard]] QStringList filesOf(const QString& set) const {
+    return QDir(path(u"Backups/"_s + set)).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+  }
+};
+
+TEST_F(DocumentBackupsTest, KeepAllDocumentsAsTheyWereBeforeTheFirstWrite) {
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  write(u"a.json"_s, "new");
+  beforeWrite(kept, evening);
+  EXPECT_EQ(sets(), QStringList{u"2026-03-01"_s});
+  EXPECT_EQ(filesOf(u"2026-03-01"_s), (QStringList{u"a.json"_s, u"b.json"_s}));
+  EXPECT_EQ(content(u"Backups/2026-03-01/a.json"_s), "one");
+  EXPECT_EQ(content(u"Backups/2026-03-01/b.json"_s), "two");
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DocumentBackupsTest, AreForTheUserAlone) {
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  EXPECT_EQ(mode(u"Backups"_s), 0700U);
+  EXPECT_EQ(mode(u"Backups/2026-03-01"_s), 0700U);
+  EXPECT_EQ(mode(u"Backups/2026-03-01/a.json"_s), 0600U);
+}
+
+TEST_F(DocumentBackupsTest, AreMadeOnceADayHoweverOftenTheProgramIsStarted) {
+  DocumentBackups first = backups();
+  beforeWrite(first);
+  write(u"a.json"_s, "later");
+  DocumentBackups second = backups();
+  beforeWrite(second, evening);
+  EXPECT_EQ(sets(), QStringList{u"2026-03-01"_s});
+  EXPECT_EQ(content(u"Backups/2026-03-01/a.json"_s), "one");
+  DocumentBackups third = backups();
+  beforeWrite(third, evening.addDays(1));
+  EXPECT_EQ(sets(), (QStringList{u"2026-03-01"_s, u"2026-03-02"_s}));
+}
+
+TEST_F(DocumentBackupsTest, AreMadeInAnyCaseWhereADocumentCouldNotBeRead) {
+  DocumentBackups first = backups();
+  beforeWrite(first);
+  write(u"a.json"_s, "one comma, too many,");
+  DocumentBackups second = backups();
+  second.foundUnreadable();
+  beforeWrite(second, evening);
+  beforeWrite(second, evening.addSecs(1));
+  const QString set = u"2026-03-01T203005Z unreadable"_s;
+  EXPECT_EQ(sets(), (QStringList{u"2026-03-01"_s, set}));
+  EXPECT_EQ(content(u"Backups/"_s + set + u"/a.json"_s), "one comma, too many,");
+}
+
+TEST_F(DocumentBackupsTest, AreMadeBeforeEachSync) {
+  DocumentBackups kept = backups();
+  kept.beforeSync(path(QString()), morning);
+  kept.beforeSync(path(QString()), evening);
+  EXPECT_EQ(sets(), (QStringList{u"2026-03-01T080000Z before sync"_s,
+                                 u"2026-03-01T203005Z before sync"_s}));
+}
+
+TEST_F(DocumentBackupsTest, HoldWhatIsBehindLinksAndNotWhatIsWrittenThereLater) {
+  write(u"target.json"_s, "behind");
+  ASSERT_TRUE(QFile::remove(path(u"a.json"_s)));
+  ASSERT_TRUE(QFile::link(u"target.json"_s, path(u"a.json"_s)));
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  write(u"target.json"_s, "written in place");
+  EXPECT_FALSE(QFileInfo(path(u"Backups/2026-03-01/a.json"_s)).isSymLink());
+  EXPECT_EQ(content(u"Backups/2026-03-01/a.json"_s), "behind");
+}
+
+TEST_F(DocumentBackupsTest, AreNotMadeOfNothing) {
+  ASSERT_TRUE(QFile::remove(path(u"a.json"_s)));
+  ASSERT_TRUE(QFile::remove(path(u"b.json"_s)));
+  block(u"b.json"_s);
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  EXPECT_FALSE(QFile::exists(path(u"Backups"_s)));
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(DocumentBackupsTest, AreTheLatestTenAndWhatElseIsThereStays) {
+  ASSERT_TRUE(QDir().mkpath(path(u"Backups/mine"_s)));
+  for (int day = 0; day < 12; ++day) {
+    DocumentBackups kept = backups();
+    beforeWrite(kept, morning.addDays(day));
+  }
+  QStringList expected;
+  for (int day = 3; day <= 12; ++day) expected += u"2026-03-%1"_s.arg(day, 2, 10, QChar(u'0'));
+  EXPECT_EQ(sets(), expected + QStringList{u"mine"_s});
+}
+
+TEST_F(DocumentBackupsTest, AreFewerWhereTheyAreLarge) {
+  for (int day = 0; day < 4; ++day) {
+    DocumentBackups kept = backups({.sets = 10, .bytes = 13});  // each set has six
+    beforeWrite(kept, morning.addDays(day));
+  }
+  EXPECT_EQ(sets(), (QStringList{u"2026-03-03"_s, u"2026-03-04"_s}));
+  DocumentBackups tight = backups({.sets = 10, .bytes = 1});
+  beforeWrite(tight, morning.addDays(4));
+  EXPECT_EQ(sets(), QStringList{u"2026-03-05"_s});
+}
+
+TEST_F(DocumentBackupsTest, ReplaceWhatAKilledProgramHasLeftUnfinished) {
+  write(u"Backups/.unfinished/a.json"_s, "half");
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  EXPECT_EQ(sets(), QStringList{u"2026-03-01"_s});
+  EXPECT_EQ(content(u"Backups/2026-03-01/a.json"_s), "one");
+}
+
+TEST_F(DocumentBackupsTest, SayWhenTheyCannotBeMade) {
+  write(u"Backups"_s, "a file");
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  const QStringList lines = m_output.takeLines();
+  ASSERT_EQ(lines.size(), 1);
+  EXPECT_TRUE(lines.front().startsWith(u"Error keeping a backup: "_s))
+      << lines.front().toStdString();
+}
+
+}  // namespace
+}  // namespace zarvy

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -54,17 +55,17 @@ qint64 sizeOf(const fs::path& set) {
 }
 
 void removeOldest(const fs::path& backups, const DocumentBackups::Limits& limits) {
-  std::vector<fs::path> sets = setsIn(backups);
+  const std::vector<fs::path> sets = setsIn(backups);
   qsizetype kept = 0;
   qint64 bytes = 0;
-  for (auto set = sets.rbegin(); set != sets.rend(); ++set) {
-    bytes += sizeOf(*set);
+  for (const fs::path& set : sets | std::views::reverse) {
+    bytes += sizeOf(set);
     const bool isNewest = kept == 0;
     std::error_code error;
     if (isNewest || (kept < limits.sets && bytes <= limits.bytes)) {
       ++kept;
     } else {
-      fs::remove_all(*set, error);
+      fs::remove_all(set, error);
     }
   }
 }

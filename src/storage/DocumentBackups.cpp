@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <ranges>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -33,14 +33,14 @@ bool isSet(const fs::directory_entry& entry) {
          QDate::fromString(name.left(10), Qt::ISODate).isValid();
 }
 
-// The oldest first.
+// The newest first.
 std::vector<fs::path> setsIn(const fs::path& backups) {
   std::vector<fs::path> sets;
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator(backups, error)) {
     if (isSet(entry)) sets.push_back(entry.path());
   }
-  std::sort(sets.begin(), sets.end());
+  std::sort(sets.begin(), sets.end(), std::greater<>());
   return sets;
 }
 
@@ -55,10 +55,9 @@ qint64 sizeOf(const fs::path& set) {
 }
 
 void removeOldest(const fs::path& backups, const DocumentBackups::Limits& limits) {
-  const std::vector<fs::path> sets = setsIn(backups);
   qsizetype kept = 0;
   qint64 bytes = 0;
-  for (const fs::path& set : sets | std::views::reverse) {
+  for (const fs::path& set : setsIn(backups)) {
     bytes += sizeOf(set);
     const bool isNewest = kept == 0;
     std::error_code error;

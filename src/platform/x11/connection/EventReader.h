@@ -32,8 +32,8 @@ class EventReader {
   // Before start() only. Listeners are called in the order in which they were added.
   void addListener(Listener listener);
 
-  // Before start() only. `pause` is asked on the reader's thread when all events there were have been
-  // handed over, and says how long to leave those to come where they are.
+  // Before start() only. `pause` is asked on the reader's thread when all events there were have
+  // been handed over, and says how long to leave those to come where they are.
   void pauseBetweenReads(std::function<std::chrono::microseconds()> pause) {
     m_pause = std::move(pause);
   }

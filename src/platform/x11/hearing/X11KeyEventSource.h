@@ -27,8 +27,8 @@ class X11KeyEventSource final : public KeyEventSource {
   // thread. The program's own keys wait there for deliverOwnKeys() or a key of somebody else.
   void deliver(const KeyEvent& event, bool ownWindowHasFocus);
 
-  // Now is the time to bring over the program's own keys: they come in bursts, and each wakes up the
-  // main thread. On the reader's thread.
+  // Now is the time to bring over the program's own keys: they come in bursts, and each wakes up
+  // the main thread. On the reader's thread.
   void deliverOwnKeys();
 
   // Has the global monitors forget what was typed until now, whoever has the keyboard. Any thread.

@@ -62,13 +62,16 @@ void TargetApplication::close() {
 }
 
 // A window manager may leave a new window behind the one that somebody is in. Who has started the
-// application turns to it.
+// application turns to it, and once more where the window manager was not ready for that.
 void TargetApplication::bringToFront(const std::vector<ManagedWindow>& before) {
   const XConnection& connection = m_setting.connection;
+  constexpr int looksBetween = 50;
   xcb_window_t window = XCB_WINDOW_NONE;
+  int looks = 0;
   const auto isInFront = [&] {
     const xcb_window_t newest = newestWindow(connection, before);
-    if (newest != XCB_WINDOW_NONE && newest != window) turnTo(connection, newest);
+    looks = newest == window ? looks + 1 : 0;
+    if (newest != XCB_WINDOW_NONE && looks % looksBetween == 0) turnTo(connection, newest);
     window = newest;
     return window != XCB_WINDOW_NONE && isFocused(window);
   };

@@ -13,6 +13,8 @@
 
 namespace zarvy {
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr std::chrono::milliseconds patienceAtTheEnd{500};
@@ -29,6 +31,23 @@ void writeToStandardOutput(const QByteArray& bytes) {
     rest += written;
     left -= static_cast<std::size_t>(written);
   }
+}
+
+// What a page has put on the clipboard, or a command has printed, may stand in a line: it is not to
+// command the terminal that shows it, nor to look like several lines.
+QString plainLine(const QString& line) {
+  QString plain;
+  plain.reserve(line.size());
+  for (const QChar character : line) {
+    if (character == u'\n') {
+      plain += u"\\n"_s;
+    } else if (character.category() == QChar::Other_Control) {
+      plain += u"\\x"_s + QString::number(character.unicode(), 16).rightJustified(2, u'0');
+    } else {
+      plain += character;
+    }
+  }
+  return plain;
 }
 
 }  // namespace
@@ -99,7 +118,7 @@ StandardLineOutput::~StandardLineOutput() {
 }
 
 void StandardLineOutput::print(const QString& line) {
-  m_writer->add(line.toUtf8() + '\n');
+  m_writer->add(plainLine(line).toUtf8() + '\n');
 }
 
 void StandardLineOutput::finish() {

@@ -8,10 +8,10 @@
 
 namespace zarvy {
 
-// Lines on standard output in UTF-8. Each goes out in one write, so that lines of several threads
-// do not mix and a reader at the other end of a pipe sees a line as soon as it is printed. An
-// output that nobody reads any more loses its lines; that ends nothing, as long as the process
-// ignores SIGPIPE.
+// Lines on standard output in UTF-8, control characters in them as "\n" or "\x1b". Each goes out in
+// one write, so that lines of several threads do not mix and a reader at the other end of a pipe
+// sees a line as soon as it is printed. An output that nobody reads any more loses its lines; that
+// ends nothing, as long as the process ignores SIGPIPE.
 //
 // A terminal that was stopped with Ctrl+S and a pipe that is full let a writer wait without limit.
 // No flag of the descriptor prevents that, for it would hold for all other programs on the same

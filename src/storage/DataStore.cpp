@@ -1,10 +1,13 @@
 #include "storage/DataStore.h"
 
 #include <array>
+#include <pwd.h>
+#include <unistd.h>
 #include <utility>
 
 #include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
@@ -46,6 +49,15 @@ constexpr std::array allDocuments{
     syncMetadataDocument, globalVariablesDocument, countersDocument, statsEventsDocument,
     statsSummaryDocument, fieldDefaultsDocument};
 
+// As the system has it, where the environment does not tell.
+QString homeOfThisUser() {
+  passwd user{};
+  passwd* found = nullptr;
+  std::array<char, 16384> texts{};
+  if (::getpwuid_r(::getuid(), &user, texts.data(), texts.size(), &found) != 0 || !found) return {};
+  return QFile::decodeName(found->pw_dir);
+}
+
 QStringList documentNames() {
   QStringList names;
   for (const DocumentKind& kind : allDocuments) names += kind.fileName.toString();
@@ -58,7 +70,8 @@ QStringList documentNames() {
 std::optional<QString> DataStore::desktopApplicationSupport() {
   QString chosen = qEnvironmentVariable("XDG_DATA_HOME");
   if (QDir::isAbsolutePath(chosen)) return chosen;
-  const QString home = qEnvironmentVariable("HOME");
+  QString home = qEnvironmentVariable("HOME");
+  if (!QDir::isAbsolutePath(home)) home = homeOfThisUser();
   if (!QDir::isAbsolutePath(home)) return std::nullopt;
   return QDir::cleanPath(home + u"/.local/share"_s);
 }
@@ -89,6 +102,12 @@ QString DataStore::dataDirectory() const {
 
 void DataStore::keepBackupBeforeSync() const {
   m_backups->beforeSync(dataDirectory(), QDateTime::currentDateTimeUtc());
+}
+
+void DataStore::makePrivate() const {
+  const QString folder = dataDirectory();
+  takeRightsFromOthers(folder);
+  for (const QString& name : documentNames()) takeRightsFromOthers(folder + u'/' + name);
 }
 
 void DataStore::removeUnfinishedSaves() const {

@@ -38,7 +38,8 @@ class DataStore {
   // system names none.
   using ApplicationSupportLookup = std::function<std::optional<QString>()>;
 
-  // The one of the desktop: $XDG_DATA_HOME, else ~/.local/share. Any thread.
+  // The one of the desktop: $XDG_DATA_HOME, else ~/.local/share; where HOME is not set, the home
+  // that the system has for the user. Any thread.
   [[nodiscard]] static std::optional<QString> desktopApplicationSupport();
 
   // Looks there.
@@ -54,6 +55,10 @@ class DataStore {
   // Keeps the documents as they are, ahead of a sync that replaces the library. Each other write
   // keeps them by itself: see DocumentBackups.
   void keepBackupBeforeSync() const;
+
+  // Takes the rights to the folder and the documents from all but the user. What is behind links is
+  // left as it is: somebody has put it there.
+  void makePrivate() const;
 
   // Deletes what saves left behind whose process was killed in the middle.
   void removeUnfinishedSaves() const;

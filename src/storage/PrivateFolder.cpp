@@ -1,12 +1,15 @@
 #include "storage/PrivateFolder.h"
 
 #include <cerrno>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/FileDescriptor.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,6 +23,16 @@ std::optional<QString> makePrivateFolder(const QString& path) {
     return errno == EEXIST ? std::nullopt : std::optional(qt_error_string(errno));
   }
   return synchronizeFolder(parent);
+}
+
+void takeRightsFromOthers(const QString& path) {
+  const FileDescriptor file(
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  struct stat status {};
+  if (!file.isOpen() || ::fstat(file.get(), &status) != 0) return;
+  const bool isPrivate = (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
+  if (isPrivate || status.st_uid != ::geteuid()) return;
+  static_cast<void>(::fchmod(file.get(), status.st_mode & S_IRWXU));
 }
 
 }  // namespace zarvy

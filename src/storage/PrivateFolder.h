@@ -11,4 +11,8 @@ namespace zarvy {
 // of that name was there already.
 [[nodiscard]] std::optional<QString> makePrivateFolder(const QString& path);
 
+// Leaves to the user alone what rights there are to the file or folder `path`. Nothing happens
+// where it is a link, another user's, or not there.
+void takeRightsFromOthers(const QString& path);
+
 }  // namespace zarvy

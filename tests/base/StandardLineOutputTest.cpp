@@ -91,6 +91,11 @@ TEST_F(StandardLineOutputTest, WritesEachLineAtOnceInOneWrite) {
   EXPECT_EQ(takeWrite(), QByteArray());
 }
 
+TEST_F(StandardLineOutputTest, ShowsControlCharactersInPlaceOfSendingThem) {
+  m_output.print(u"two\nlines\t\x1b]52;c;\x07 \x7f \u009b ü"_s);
+  EXPECT_EQ(takeWrite(), QByteArray("two\\nlines\\x09\\x1b]52;c;\\x07 \\x7f \\x9b ü\n"));
+}
+
 TEST_F(StandardLineOutputTest, LosesItsLinesWithoutHarmWhenNobodyReads) {
   closeReadingEnd();
   m_output.print(u"unheard"_s);

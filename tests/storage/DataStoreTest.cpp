@@ -1,7 +1,9 @@
 #include <csignal>
 #include <limits>
+#include <pwd.h>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
@@ -32,6 +34,22 @@ TEST_F(DataStoreTest, LooksForItsFolderAnewAtEachUse) {
   EXPECT_TRUE(QDir(m_store.dataDirectory()).exists());
   ASSERT_TRUE(QDir(path(QString())).removeRecursively());
   EXPECT_TRUE(QDir(m_store.dataDirectory()).exists());
+}
+
+TEST_F(DataStoreTest, TakesTheRightsToWhatIsThereFromOthers) {
+  write(u"snippets.json"_s, "[]");
+  write(u"target.json"_s, "[]");
+  ASSERT_TRUE(QFile::link(u"target.json"_s, path(u"folders.json"_s)));
+  const auto open = [&](const QString& name, mode_t mode) {
+    ASSERT_EQ(::chmod(QFile::encodeName(path(name)).constData(), mode), 0);
+  };
+  open(QString(), 0755);
+  open(u"snippets.json"_s, 0664);
+  open(u"target.json"_s, 0644);
+  m_store.makePrivate();
+  EXPECT_EQ(mode(QString()), 0700U);
+  EXPECT_EQ(mode(u"snippets.json"_s), 0600U);
+  EXPECT_EQ(mode(u"target.json"_s), 0644U) << "behind a link";
 }
 
 TEST_F(DataStoreTest, SaysWhenItsFolderCannotBeMade) {
@@ -80,12 +98,14 @@ TEST_F(DataStoreTest, StandsInTheDataFolderOfTheDesktop) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
-TEST_F(DataStoreTest, HasNoDataFolderWhereTheUserHasNoHome) {
+// A temporary folder would be anybody's.
+TEST_F(DataStoreTest, KnowsTheHomeOfTheUserWhereTheEnvironmentDoesNot) {
   const EnvironmentVariable unchosen("XDG_DATA_HOME");
-  const EnvironmentVariable temporary("TMPDIR", QFile::encodeName(m_root.path()));
   const EnvironmentVariable homeless("HOME");
-  EXPECT_EQ(DataStore(m_output).dataDirectory(), m_root.filePath(u"Zarvy"_s));
-  EXPECT_EQ(m_output.lines().size(), 1);
+  const passwd* const user = ::getpwuid(::getuid());
+  ASSERT_NE(user, nullptr);
+  EXPECT_EQ(DataStore::desktopApplicationSupport(),
+            QFile::decodeName(user->pw_dir) + u"/.local/share"_s);
 }
 
 TEST_F(DataStoreTest, ReadsBackWhatWasSaved) {

@@ -12,6 +12,7 @@ void LibraryLoader::load(Callback onLoaded) {
 }
 
 LoadedLibrary LibraryLoader::read(const DataStore& store, const LoadedStores& stores) {
+  store.makePrivate();
   store.removeUnfinishedSaves();
   // Each in its own statement: the order of reading is the order of the lines that failures print.
   LoadedLibrary library;

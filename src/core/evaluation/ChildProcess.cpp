@@ -78,19 +78,25 @@ class SpawnActions {
   posix_spawn_file_actions_t m_actions{};
 };
 
-pid_t spawn(const QByteArrayList& arguments, const std::vector<int>& descriptors) {
-  const SpawnAttributes attributes;
-  const SpawnActions actions(descriptors);
+// The C interface takes pointers to char and changes nothing.
+std::vector<char*> pointersTo(const QByteArrayList& texts) {
   std::vector<char*> pointers;
-  // The C interface takes pointers to char and changes nothing.
-  for (const QByteArray& argument : arguments) {
-    pointers.push_back(const_cast<char*>(argument.constData()));  // NOLINT(*-const-cast)
+  for (const QByteArray& text : texts) {
+    pointers.push_back(const_cast<char*>(text.constData()));  // NOLINT(*-const-cast)
   }
   pointers.push_back(nullptr);
+  return pointers;
+}
+
+pid_t spawn(const QByteArrayList& arguments, const std::vector<int>& descriptors,
+            char* const* environment) {
+  const SpawnAttributes attributes;
+  const SpawnActions actions(descriptors);
+  const std::vector<char*> pointers = pointersTo(arguments);
   pid_t id = -1;
-  check(
-      posix_spawn(&id, pointers.front(), actions.get(), attributes.get(), pointers.data(), environ),
-      "posix_spawn");
+  check(posix_spawn(&id, pointers.front(), actions.get(), attributes.get(), pointers.data(),
+                    environment),
+        "posix_spawn");
   return id;
 }
 
@@ -102,7 +108,13 @@ int openEnd(pid_t id) {
 }  // namespace
 
 ChildProcess::ChildProcess(const QByteArrayList& arguments, const std::vector<int>& descriptors)
-    : m_id(spawn(arguments, descriptors)), m_end(openEnd(m_id)) {
+    : ChildProcess(spawn(arguments, descriptors, environ)) {}
+
+ChildProcess::ChildProcess(const QByteArrayList& arguments, const std::vector<int>& descriptors,
+                           const QByteArrayList& environment)
+    : ChildProcess(spawn(arguments, descriptors, pointersTo(environment).data())) {}
+
+ChildProcess::ChildProcess(pid_t id) : m_id(id), m_end(openEnd(m_id)) {
   if (m_end.get() >= 0) return;
   const int error = errno;
   // It could be neither waited for nor handed on.

@@ -25,6 +25,10 @@ class ChildProcess {
   // this program's. Throws std::system_error with the system's reason where it cannot be started.
   ChildProcess(const QByteArrayList& arguments, const std::vector<int>& descriptors);
 
+  // The same with an environment of its own: "NAME=value" each.
+  ChildProcess(const QByteArrayList& arguments, const std::vector<int>& descriptors,
+               const QByteArrayList& environment);
+
   [[nodiscard]] pid_t id() const { return m_id; }
 
   // Readable once the child has ended.
@@ -41,6 +45,8 @@ class ChildProcess {
   [[nodiscard]] std::optional<int> reap();
 
  private:
+  explicit ChildProcess(pid_t id);
+
   pid_t m_id = -1;
   FileDescriptor m_end;
 };

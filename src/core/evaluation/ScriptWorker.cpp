@@ -8,6 +8,7 @@
 #include <string>
 #include <sys/socket.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "base/zone/SystemLocalTime.h"
@@ -21,13 +22,28 @@ namespace {
   throw std::system_error(error, std::generic_category(), what);
 }
 
+// What decides how texts, numbers and times look, and where the loader finds libraries. The rest
+// may hold what is nobody's business, or settings of the engine that somebody else has made.
+QByteArrayList environmentOfWorker() {
+  QByteArrayList environment;
+  for (char** variable = environ; *variable != nullptr; ++variable) {
+    const QByteArray text(*variable);
+    const QByteArray name = text.left(text.indexOf('='));
+    if (name == "LANG" || name == "TZ" || name == "LD_LIBRARY_PATH" || name.startsWith("LC_")) {
+      environment += text;
+    }
+  }
+  return environment;
+}
+
 ChildProcess start(const QByteArrayList& arguments, int socket) {
   // Not the program's own output, where the lines of the program stand. The error stream stays, for
   // the loader's complaint about a missing library.
   const FileDescriptor nothing(::open("/dev/null", O_RDWR | O_CLOEXEC));
   if (nothing.get() < 0) fail(errno, "/dev/null");
   static_assert(scriptwire::workerSocket == 3);
-  return ChildProcess(arguments, {nothing.get(), nothing.get(), ChildProcess::inherited, socket});
+  return ChildProcess(arguments, {nothing.get(), nothing.get(), ChildProcess::inherited, socket},
+                      environmentOfWorker());
 }
 
 // Moves bytes while there is time. A blocked call would not come back in time, so none blocks.

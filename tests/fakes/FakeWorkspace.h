@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <mutex>
 #include <optional>
 #include <utility>
@@ -39,9 +40,12 @@ class FakeWorkspace final : public Workspace {
   bool activate(const RunningApplication& application) override {
     m_journal.add(QStringLiteral("activate %1").arg(application.localizedName.value_or(QString())));
     if (goneApplication() == application) return false;
-    setFrontmost(application);
+    if (!m_isSlow) setFrontmost(application);
     return true;
   }
+
+  // From now on an application that is activated comes to the front when setFrontmost() says so.
+  void setSlow() { m_isSlow = true; }
 
   [[nodiscard]] std::optional<QString> ownBundleIdentifier() const override {
     const std::scoped_lock guard(m_lock);
@@ -77,6 +81,7 @@ class FakeWorkspace final : public Workspace {
   }
 
   Journal& m_journal;
+  std::atomic<bool> m_isSlow = false;
   mutable std::mutex m_lock;
   std::optional<RunningApplication> m_frontmost;
   std::optional<QRect> m_area;

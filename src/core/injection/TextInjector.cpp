@@ -12,6 +12,9 @@ namespace {
 // Nobody types so much within the two milliseconds of a backspace, again and again.
 constexpr int mostRoundsOfDeletion = 8;
 
+// A second. An application that has not come by then does not come.
+constexpr int mostPausesForActivation = 20;
+
 // UTF-16 units. So much is typed before somebody presses the next key; behind a longer text, what
 // was typed ahead of it would come behind what is typed meanwhile.
 constexpr qsizetype longestTextAheadOfTyped = 60;
@@ -80,11 +83,15 @@ bool TextInjector::takesKeys(const RunningApplication& target) {
   return bringToFront(target) && (m_isCutShort || !m_inputMethod.isComposing());
 }
 
-// False where it has gone.
+// False where it has gone. On a busy machine it comes later than it should, and keys that are typed
+// before are lost.
 bool TextInjector::bringToFront(const RunningApplication& target) {
   if (m_isCutShort || m_workspace.isActive(target)) return true;
   if (!m_workspace.activate(target)) return false;
   m_sleeper.sleepFor(injection::activationSettleTime);
+  for (int pause = 0; pause < mostPausesForActivation && !m_workspace.isActive(target); ++pause) {
+    m_sleeper.sleepFor(injection::activationSettleTime);
+  }
   return true;
 }
 

@@ -206,6 +206,27 @@ TEST_F(TextInjectorTest, LetsTheCompletionUnsetItself) {
   EXPECT_EQ(m_journal.entries().count(u"once"_s), 1);
 }
 
+TEST_F(TextInjectorTest, WaitsForAnApplicationThatComesToTheFrontLate) {
+  m_workspace.setSlow();
+  int pauses = 0;
+  m_sleeper.setOnSleep([&] {
+    if (++pauses == 3) m_workspace.setFrontmost(browser);
+  });
+  m_injector->inject(u"a"_s, 0, browser, {});
+  finish();
+  EXPECT_EQ(takeJournal(),
+            "activate Browser; sleep 50000; sleep 50000; sleep 50000; begin 'a'; sleep 10000; "
+            "text 'a'; sleep 1000; end; complete");
+}
+
+TEST_F(TextInjectorTest, DoesNotWaitForEverForAnApplicationThatDoesNotComeToTheFront) {
+  m_workspace.setSlow();
+  m_injector->inject(u"a"_s, 0, browser, {});
+  finish();
+  EXPECT_EQ(m_journal.entries().filter(u"sleep 50000"_s).size(), 21);
+  EXPECT_EQ(m_journal.entries().last(), u"complete"_s);
+}
+
 TEST_F(TextInjectorTest, DeletesWhatCameAheadOfTheBackspacesAndTypesItAgainAtTheCaret) {
   TypedSinceNow typing;
   const auto typed = typing.begin();

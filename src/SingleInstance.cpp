@@ -2,20 +2,23 @@
 
 #include <cerrno>
 #include <chrono>
-#include <cstddef>
-#include <cstring>
+#include <fcntl.h>
 #include <filesystem>
+#include <sys/file.h>
 #include <sys/socket.h>
-#include <sys/un.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
 #include <QCryptographicHash>
 #include <QDeadlineTimer>
+#include <QDir>
 #include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QThread>
+
+#include "storage/PrivateFolder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -42,29 +45,26 @@ QByteArray canonicalPath(const QString& directory) {
   return QByteArray::fromStdString(path.native());
 }
 
-QString nameFor(const QString& dataDirectory) {
+// Whether the folder is this user's, and nobody else can put anything there.
+bool isPrivateFolder(const QString& folder) {
+  struct stat status {};
+  return ::stat(QFile::encodeName(folder).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+         status.st_uid == ::getuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+}
+
+// The folder that the session has for such files; empty where it has none.
+QString runtimeFolder() {
+  const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+  return QDir::isAbsolutePath(folder) && isPrivateFolder(folder) ? folder : QString();
+}
+
+// Beside the documents where the session has no folder for it.
+QString socketFor(const QString& dataDirectory) {
+  const QString runtime = runtimeFolder();
+  if (runtime.isEmpty()) return dataDirectory + u"/.zarvy.socket"_s;
   const QByteArray hash =
       QCryptographicHash::hash(canonicalPath(dataDirectory), QCryptographicHash::Sha256).toHex();
-  return u"zarvy-%1-%2"_s.arg(::getuid()).arg(QString::fromLatin1(hash.first(16)));
-}
-
-QString socketOf(const QString& name) {
-  return name + u".socket"_s;
-}
-
-// Such names begin with a zero byte, and stand in no folder.
-template <typename Call>
-int withAddressOf(const QString& name, Call call) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  const QByteArray text = name.toLatin1();
-  std::memcpy(address.sun_path + 1, text.constData(), static_cast<std::size_t>(text.size()));
-  const auto length = offsetof(sockaddr_un, sun_path) + 1 + static_cast<std::size_t>(text.size());
-  return call(reinterpret_cast<const sockaddr*>(&address), static_cast<socklen_t>(length));
-}
-
-FileDescriptor makeSocket() {
-  return FileDescriptor(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  return runtime + u"/zarvy-%1.socket"_s.arg(QString::fromLatin1(hash.first(16)));
 }
 
 // Who has made the other end; names are free to all users of the machine.
@@ -75,15 +75,6 @@ bool isOfThisUser(int connection) {
          other.uid == ::getuid();
 }
 
-// False only where it is certain: a name that somebody else has taken keeps nobody from starting.
-bool isClaimedByThisUser(const QString& name) {
-  const FileDescriptor socket = makeSocket();
-  const int result = withAddressOf(name, [&](const sockaddr* address, socklen_t length) {
-    return ::connect(socket.get(), address, length);
-  });
-  return result != 0 || isOfThisUser(socket.get());
-}
-
 void answer(QLocalSocket& other) {
   other.write("!");
   other.flush();
@@ -92,7 +83,8 @@ void answer(QLocalSocket& other) {
 
 }  // namespace
 
-SingleInstance::SingleInstance(const QString& dataDirectory) : m_name(nameFor(dataDirectory)) {}
+SingleInstance::SingleInstance(const QString& dataDirectory)
+    : m_dataDirectory(dataDirectory), m_socket(socketFor(dataDirectory)) {}
 
 SingleInstance::~SingleInstance() = default;
 
@@ -106,15 +98,20 @@ bool SingleInstance::becomeOnlyOne() {
   return true;
 }
 
-// A queue of callers is there so that others can see whose it is.
+// A folder that cannot be written keeps nothing that two could spoil; the session's own folder then
+// keeps two from expanding everything twice.
 bool SingleInstance::claim() {
-  FileDescriptor socket = makeSocket();
-  const int result = withAddressOf(m_name, [&](const sockaddr* address, socklen_t length) {
-    return ::bind(socket.get(), address, length);
-  });
-  if (result != 0) return errno != EADDRINUSE || !isClaimedByThisUser(m_name);
-  ::listen(socket.get(), SOMAXCONN);
-  m_claim = std::move(socket);
+  static_cast<void>(makePrivateFolder(m_dataDirectory));
+  for (const QString& file : {m_dataDirectory + u"/.zarvy.lock"_s, m_socket + u".lock"_s}) {
+    FileDescriptor lock(::open(QFile::encodeName(file).constData(),
+                               O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!lock.isOpen()) continue;
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) {
+      m_claim = std::move(lock);
+      return true;
+    }
+    if (errno == EWOULDBLOCK) return false;
+  }
   return true;
 }
 
@@ -122,7 +119,7 @@ bool SingleInstance::claim() {
 // the queue.
 void SingleInstance::listen(std::function<bool()> onOtherStart) {
   m_server = std::make_unique<QLocalServer>();
-  m_server->setSocketOptions(QLocalServer::AbstractNamespaceOption);
+  m_server->setSocketOptions(QLocalServer::UserAccessOption);
   QObject::connect(
       m_server.get(), &QLocalServer::newConnection, m_server.get(),
       [server = m_server.get(), onOtherStart = std::move(onOtherStart)] {
@@ -133,7 +130,8 @@ void SingleInstance::listen(std::function<bool()> onOtherStart) {
         }
       },
       Qt::QueuedConnection);
-  m_server->listen(socketOf(m_name));
+  QLocalServer::removeServer(m_socket);  // of one that was killed: the claim is this one's
+  m_server->listen(m_socket);
 }
 
 void SingleInstance::stopListening() {
@@ -143,8 +141,7 @@ void SingleInstance::stopListening() {
 SingleInstance::Answer SingleInstance::tellOnlyOne() const {
   const QDeadlineTimer limit(patienceWithAnswer);
   QLocalSocket socket;
-  socket.setSocketOptions(QLocalSocket::AbstractNamespaceOption);
-  socket.connectToServer(socketOf(m_name), QIODevice::ReadOnly);
+  socket.connectToServer(m_socket, QIODevice::ReadOnly);
   if (!socket.waitForConnected(static_cast<int>(limit.remainingTime()))) return Answer::none;
   if (socket.waitForReadyRead(static_cast<int>(limit.remainingTime()))) return Answer::given;
   return limit.hasExpired() ? Answer::silence : Answer::none;

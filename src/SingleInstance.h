@@ -12,9 +12,8 @@ class QLocalServer;
 namespace zarvy {
 
 // Keeps two instances from serving one user at a time: both would hear every key, expand every
-// trigger and write the same documents. The claim is a name that the kernel gives to one process at
-// a time: it needs no folder, is the same however the program was started, and goes with the
-// process, in whatever way that ends. Main thread.
+// trigger and write the same documents. The claim is a lock on a file beside the documents, which
+// goes with the process in whatever way that ends, and which no other user can take. Main thread.
 class SingleInstance {
  public:
   // However `dataDirectory` is written, and also where it is not there yet.
@@ -44,7 +43,8 @@ class SingleInstance {
   [[nodiscard]] bool claim();
   [[nodiscard]] Answer tellOnlyOne() const;
 
-  const QString m_name;  // of the claim, and of the socket with an ending
+  const QString m_dataDirectory;
+  const QString m_socket;  // where a second one tells of its start
   FileDescriptor m_claim;
   std::unique_ptr<QLocalServer> m_server;
 };

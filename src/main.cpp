@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <thread>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QByteArray>
@@ -40,6 +41,15 @@ bool isWithoutDisplay() {
   const QString offscreen = QStringLiteral("offscreen");
   return QGuiApplication::platformName() == offscreen &&
          qEnvironmentVariable("QT_QPA_PLATFORM") != offscreen;
+}
+
+// That of the documents. Where there is none, their place in the temporary folder is not to be
+// made.
+QString folderOfInstance() {
+  if (const auto support = zarvy::DataStore::desktopApplicationSupport()) {
+    return *support + QStringLiteral("/Zarvy");
+  }
+  return QDir::tempPath() + QStringLiteral("/.zarvy-%1").arg(getuid());
 }
 
 struct Running {
@@ -104,9 +114,7 @@ int main(int argc, char* argv[]) {
   QIcon::setFallbackThemeName(QStringLiteral("breeze"));
 
   zarvy::StandardLineOutput output;
-  zarvy::SingleInstance instance(
-      zarvy::DataStore::desktopApplicationSupport().value_or(QDir::tempPath()) +
-      QStringLiteral("/Zarvy"));
+  zarvy::SingleInstance instance(folderOfInstance());
   if (!instance.becomeOnlyOne()) {
     output.print(QStringLiteral("Zarvy is running already."));
     return 0;

@@ -2,6 +2,7 @@
 #include <array>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -221,6 +222,42 @@ TEST_F(ProgramThatWantsNoDisplay, IsTheOnlyOneAlsoWhereTheFolderWasNotThereWhenI
   EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n");
   sendSignal(SIGTERM);
   expectCleanEnd();
+}
+
+// As on a disk that cannot be written.
+TEST_F(ProgramThatWantsNoDisplay, IsTheOnlyOneAlsoWhereItsFolderTakesNoLock) {
+  ASSERT_TRUE(QDir(m_home.path()).mkpath(u".local/share/Zarvy/.zarvy.lock"_s));
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  QProcess other;
+  other.setProcessEnvironment(m_program.processEnvironment());
+  other.start(m_program.program(), {});
+  ASSERT_TRUE(other.waitForFinished(deadline));
+  EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n");
+}
+
+// Nobody else may connect, and whatever a killed program has left does not count.
+TEST_F(ProgramThatWantsNoDisplay, TakesThePlaceOfOneThatWasKilled) {
+  m_program.start();
+  ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  ASSERT_TRUE(waitForLibrary());
+  const QDir runtime(m_home.path());
+  const QStringList sockets = runtime.entryList({u"zarvy-*.socket"_s}, QDir::System);
+  ASSERT_EQ(sockets.size(), 1);
+  struct stat status {};
+  ASSERT_EQ(::stat(QFile::encodeName(runtime.filePath(sockets.front())).constData(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0077U, 0U);
+  m_program.kill();
+  ASSERT_TRUE(m_program.waitForFinished(deadline));
+  m_printed.clear();
+  m_program.start();
+  EXPECT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
+  QProcess other;
+  other.setProcessEnvironment(m_program.processEnvironment());
+  other.start(m_program.program(), {});
+  ASSERT_TRUE(other.waitForFinished(deadline));
+  EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n");
 }
 
 // The exit status of a command would be lost where the system reaps the children by itself.

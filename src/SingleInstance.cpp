@@ -4,9 +4,11 @@
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
+#include <future>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -33,6 +35,8 @@ constexpr std::chrono::milliseconds patienceWithAnswer{2000};
 constexpr std::chrono::seconds patienceWithEnd{15};
 
 constexpr unsigned long millisecondsToTryAgain = 20;
+
+constexpr std::chrono::seconds patienceWithDisk{2};
 
 // The one spelling of a folder that may be written in many; the folder need not be there yet.
 QByteArray canonicalPath(const QString& directory) {
@@ -75,6 +79,42 @@ bool isOfThisUser(int connection) {
          other.uid == ::getuid();
 }
 
+QString contentOf(int file) {
+  QFile reader;
+  if (!reader.open(file, QIODevice::ReadOnly) || !reader.seek(0)) return {};
+  constexpr qint64 longestPath = 4096;
+  return QFile::decodeName(reader.read(longestPath));
+}
+
+void setContent(int file, const QString& text) {
+  const QByteArray bytes = QFile::encodeName(text);
+  const bool isEmptied = file >= 0 && ::ftruncate(file, 0) == 0;
+  if (isEmptied) {
+    static_cast<void>(
+        !::pwrite(file, bytes.constData(), static_cast<std::size_t>(bytes.size()), 0));
+  }
+}
+
+struct Claim {
+  bool isOurs = true;
+  FileDescriptor lock = {};
+  QString socketOfOther = {};
+};
+
+// A folder that cannot be written keeps nothing that two could spoil; the session's own folder then
+// keeps two from expanding everything twice. Waits for the disk.
+Claim claimOn(const QString& dataDirectory, const QString& socket) {
+  static_cast<void>(makePrivateFolder(dataDirectory));
+  for (const QString& file : {dataDirectory + u"/.zarvy.lock"_s, socket + u".lock"_s}) {
+    FileDescriptor lock(::open(QFile::encodeName(file).constData(),
+                               O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (!lock.isOpen()) continue;
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return {.lock = std::move(lock)};
+    if (errno == EWOULDBLOCK) return {.isOurs = false, .socketOfOther = contentOf(lock.get())};
+  }
+  return {};
+}
+
 void answer(QLocalSocket& other) {
   other.write("!");
   other.flush();
@@ -98,21 +138,19 @@ bool SingleInstance::becomeOnlyOne() {
   return true;
 }
 
-// A folder that cannot be written keeps nothing that two could spoil; the session's own folder then
-// keeps two from expanding everything twice.
+// A disk that does not answer is no reason not to start.
 bool SingleInstance::claim() {
-  static_cast<void>(makePrivateFolder(m_dataDirectory));
-  for (const QString& file : {m_dataDirectory + u"/.zarvy.lock"_s, m_socket + u".lock"_s}) {
-    FileDescriptor lock(::open(QFile::encodeName(file).constData(),
-                               O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
-    if (!lock.isOpen()) continue;
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) {
-      m_claim = std::move(lock);
-      return true;
-    }
-    if (errno == EWOULDBLOCK) return false;
-  }
-  return true;
+  std::promise<Claim> promise;
+  std::future<Claim> answer = promise.get_future();
+  std::thread([promise = std::move(promise), folder = m_dataDirectory,
+               socket = m_socket]() mutable {
+    promise.set_value(claimOn(folder, socket));
+  }).detach();
+  if (answer.wait_for(patienceWithDisk) != std::future_status::ready) return true;
+  Claim claimed = answer.get();
+  m_claim = std::move(claimed.lock);
+  m_socketOfOther = claimed.socketOfOther;
+  return claimed.isOurs;
 }
 
 // The order to end may have come ahead of the other start, and is then to be heard first: therefore
@@ -131,17 +169,19 @@ void SingleInstance::listen(std::function<bool()> onOtherStart) {
       },
       Qt::QueuedConnection);
   QLocalServer::removeServer(m_socket);  // of one that was killed: the claim is this one's
-  m_server->listen(m_socket);
+  if (m_server->listen(m_socket)) setContent(m_claim.get(), m_socket);
 }
 
 void SingleInstance::stopListening() {
+  setContent(m_claim.get(), QString());
   m_server.reset();
 }
 
 SingleInstance::Answer SingleInstance::tellOnlyOne() const {
   const QDeadlineTimer limit(patienceWithAnswer);
   QLocalSocket socket;
-  socket.connectToServer(m_socket, QIODevice::ReadOnly);
+  if (m_socketOfOther.isEmpty()) return Answer::none;
+  socket.connectToServer(m_socketOfOther, QIODevice::ReadOnly);
   if (!socket.waitForConnected(static_cast<int>(limit.remainingTime()))) return Answer::none;
   if (socket.waitForReadyRead(static_cast<int>(limit.remainingTime()))) return Answer::given;
   return limit.hasExpired() ? Answer::silence : Answer::none;

@@ -44,7 +44,8 @@ class SingleInstance {
   [[nodiscard]] Answer tellOnlyOne() const;
 
   const QString m_dataDirectory;
-  const QString m_socket;  // where a second one tells of its start
+  const QString m_socket;   // where a second one tells of its start; it stands in the locked file
+  QString m_socketOfOther;  // of the one that has the claim; empty while that does not listen
   FileDescriptor m_claim;
   std::unique_ptr<QLocalServer> m_server;
 };

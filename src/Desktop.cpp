@@ -36,6 +36,7 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()>
 // Its thread calls the session.
 Desktop::~Desktop() {
   m_passwordFields.stop();
+  m_terminalPasswords.stop();
 }
 
 void Desktop::openSession() {
@@ -88,6 +89,7 @@ void Desktop::close() {
   if (m_session && !m_session->isAlive()) sayThatDisplayHasGone();
   m_isClosed = true;
   m_passwordFields.stop();
+  m_terminalPasswords.stop();
   m_desktop.leave();
   m_parts.reset();
   m_secureInput.reset();

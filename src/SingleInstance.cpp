@@ -18,6 +18,8 @@
 #include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QStringList>
+#include <QSysInfo>
 #include <QThread>
 
 #include "storage/PrivateFolder.h"
@@ -79,6 +81,10 @@ bool isOfThisUser(int connection) {
          other.uid == ::getuid();
 }
 
+QString thisHost() {
+  return QSysInfo::machineHostName();
+}
+
 QString contentOf(int file) {
   QFile reader;
   if (!reader.open(file, QIODevice::ReadOnly) || !reader.seek(0)) return {};
@@ -95,22 +101,23 @@ void setContent(int file, const QString& text) {
   }
 }
 
-struct Claim {
-  bool isOurs = true;
-  FileDescriptor lock = {};
-  QString socketOfOther = {};
-};
-
 // A folder that cannot be written keeps nothing that two could spoil; the session's own folder then
 // keeps two from expanding everything twice. Waits for the disk.
-Claim claimOn(const QString& dataDirectory, const QString& socket) {
+SingleInstance::Claim claimOn(const QString& dataDirectory, const QString& socket) {
   static_cast<void>(makePrivateFolder(dataDirectory));
   for (const QString& file : {dataDirectory + u"/.zarvy.lock"_s, socket + u".lock"_s}) {
     FileDescriptor lock(::open(QFile::encodeName(file).constData(),
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!lock.isOpen()) continue;
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) return {.lock = std::move(lock)};
-    if (errno == EWOULDBLOCK) return {.isOurs = false, .socketOfOther = contentOf(lock.get())};
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) {
+      setContent(lock.get(), thisHost() + u'\n');
+      return {.lock = std::move(lock)};
+    }
+    if (errno != EWOULDBLOCK) continue;
+    // A home that two machines share has one of them on each.
+    const QStringList said = contentOf(lock.get()).split(u'\n');
+    const bool isElsewhere = !said.front().isEmpty() && said.front() != thisHost();
+    if (!isElsewhere) return {.isOurs = false, .socketOfOther = said.value(1)};
   }
   return {};
 }
@@ -146,7 +153,10 @@ bool SingleInstance::claim() {
                socket = m_socket]() mutable {
     promise.set_value(claimOn(folder, socket));
   }).detach();
-  if (answer.wait_for(patienceWithDisk) != std::future_status::ready) return true;
+  if (answer.wait_for(patienceWithDisk) != std::future_status::ready) {
+    m_lateClaim = std::move(answer);
+    return true;
+  }
   Claim claimed = answer.get();
   m_claim = std::move(claimed.lock);
   m_socketOfOther = claimed.socketOfOther;
@@ -169,11 +179,11 @@ void SingleInstance::listen(std::function<bool()> onOtherStart) {
       },
       Qt::QueuedConnection);
   QLocalServer::removeServer(m_socket);  // of one that was killed: the claim is this one's
-  if (m_server->listen(m_socket)) setContent(m_claim.get(), m_socket);
+  if (m_server->listen(m_socket)) setContent(m_claim.get(), thisHost() + u'\n' + m_socket);
 }
 
 void SingleInstance::stopListening() {
-  setContent(m_claim.get(), QString());
+  setContent(m_claim.get(), thisHost() + u'\n');
   m_server.reset();
 }
 

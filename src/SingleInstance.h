@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <memory>
 
 #include <QString>
@@ -37,6 +38,13 @@ class SingleInstance {
   // has ended: nobody would answer.
   void stopListening();
 
+  // What became of the attempt to lock the file.
+  struct Claim {
+    bool isOurs = true;
+    FileDescriptor lock = {};
+    QString socketOfOther = {};
+  };
+
  private:
   enum class Answer { none, silence, given };
 
@@ -47,6 +55,7 @@ class SingleInstance {
   const QString m_socket;   // where a second one tells of its start; it stands in the locked file
   QString m_socketOfOther;  // of the one that has the claim; empty while that does not listen
   FileDescriptor m_claim;
+  std::future<Claim> m_lateClaim;  // of a disk that took long: holds the lock once it has it
   std::unique_ptr<QLocalServer> m_server;
 };
 

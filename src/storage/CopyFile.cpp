@@ -61,8 +61,10 @@ std::optional<QString> copyFile(const QString& from, const QString& to) {
   if (!copy.isOpen()) return qt_error_string(errno);
   const bool isCopied =
       copyBySystem(source.get(), copy.get()) || copyByHand(source.get(), copy.get());
-  if (!isCopied || ::fsync(copy.get()) != 0) return qt_error_string(errno);
-  return std::nullopt;
+  if (isCopied && ::fsync(copy.get()) == 0) return std::nullopt;
+  const QString error = qt_error_string(errno);
+  ::unlink(QFile::encodeName(to).constData());
+  return error;
 }
 
 }  // namespace zarvy

@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include "storage/CopyFile.h"
 #include "storage/PrivateFolder.h"
@@ -28,9 +29,10 @@ const QString& unfinishedName() {
 
 // Whatever else somebody puts there is left alone.
 bool isSet(const fs::directory_entry& entry) {
+  static const QRegularExpression names(QRegularExpression::anchoredPattern(
+      uR"(\d{4}-\d\d-\d\d(T\d{6}Z (unreadable|before sync))?)"_s));
   const QString name = QFile::decodeName(entry.path().filename().c_str());
-  return entry.is_directory() && !entry.is_symlink() &&
-         QDate::fromString(name.left(10), Qt::ISODate).isValid();
+  return entry.is_directory() && !entry.is_symlink() && names.match(name).hasMatch();
 }
 
 // The newest first.
@@ -79,17 +81,21 @@ DocumentBackups::DocumentBackups(QStringList names, LineOutput& output, Limits l
     : m_names(std::move(names)), m_output(output), m_limits(limits) {}
 
 void DocumentBackups::beforeWrite(const QString& folder, const QDateTime& now) {
-  const bool isFirst = !std::exchange(m_hasWritten, true);
-  if (std::exchange(m_foundUnreadable, false)) return keep(folder, second(now) + u" unreadable"_s);
-  if (isFirst) keep(folder, now.toUTC().toString(u"yyyy-MM-dd"_s));
+  const QDate day = now.toUTC().date();
+  const bool isFirst = std::exchange(m_lastDay, day) != day;
+  if (std::exchange(m_foundUnreadable, false)) {
+    keep(folder, second(now) + u" unreadable"_s, Reason::unreadable);
+  } else if (isFirst) {
+    keep(folder, now.toUTC().toString(u"yyyy-MM-dd"_s), Reason::other);
+  }
 }
 
 void DocumentBackups::beforeSync(const QString& folder, const QDateTime& now) {
-  keep(folder, second(now) + u" before sync"_s);
+  keep(folder, second(now) + u" before sync"_s, Reason::other);
 }
 
 // The set is made under another name and renamed once all of it is on the disk.
-void DocumentBackups::keep(const QString& folder, const QString& setName) const {
+void DocumentBackups::keep(const QString& folder, const QString& setName, Reason reason) const {
   const QString backups = folder + u"/Backups"_s;
   const QString set = backups + u'/' + setName;
   const QString unfinished = backups + u'/' + unfinishedName();
@@ -100,15 +106,21 @@ void DocumentBackups::keep(const QString& folder, const QString& setName) const 
   if (present.isEmpty()) return;
   std::error_code ignored;
   fs::remove_all(QFile::encodeName(unfinished).toStdString(), ignored);
-  const auto fail = [&](const QString& reason) {
-    m_output.print(u"Error keeping a backup: "_s + reason);
+  const auto fail = [&](const QString& error) {
+    m_output.print(u"Error keeping a backup: "_s + error);
   };
   for (const QString& made : {backups, unfinished}) {
     if (const auto error = makePrivateFolder(made)) return fail(*error);
   }
   for (const QString& name : std::as_const(present)) {
-    const auto error = copyFile(folder + u'/' + name, unfinished + u'/' + name);
-    if (error) fail(name + u": "_s + *error);  // the others are kept all the same
+    const QString place = folder + u'/' + name;
+    const QString kept = unfinished + u'/' + name;
+    const auto error = copyFile(place, kept);
+    if (!error) continue;
+    // What the user may not read can be moved, and is about to be replaced.
+    const bool isMoved = reason == Reason::unreadable && !QFileInfo(place).isReadable() &&
+                         QFile::rename(place, kept);
+    if (!isMoved) return fail(name + u": "_s + *error);
   }
   if (const auto error = synchronizeFolder(unfinished)) return fail(*error);
   if (!QFile::rename(unfinished, set)) return fail(setName);

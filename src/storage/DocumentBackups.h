@@ -32,21 +32,22 @@ class DocumentBackups {
   // is kept though this day has one.
   void foundUnreadable() { m_foundUnreadable = true; }
 
-  // To be called before each write to a document of `folder`. Keeps a set before the first one,
-  // unless this day has one, and before the first one that follows an unreadable document. Prints a
-  // line where that fails; the write is not held up by it.
+  // To be called before each write to a document of `folder`. Keeps a set before the first one of a
+  // day that has none, and before the first one that follows an unreadable document. Prints a line
+  // where that fails, and keeps nothing; the write is not held up by it.
   void beforeWrite(const QString& folder, const QDateTime& now);
 
   // To be called before a sync replaces the library. Keeps a set.
   void beforeSync(const QString& folder, const QDateTime& now);
 
  private:
-  void keep(const QString& folder, const QString& setName) const;
+  enum class Reason { unreadable, other };
+  void keep(const QString& folder, const QString& setName, Reason reason) const;
 
   const QStringList m_names;
   LineOutput& m_output;
   const Limits m_limits;
-  bool m_hasWritten = false;
+  QDate m_lastDay;  // of a write; of Greenwich
   bool m_foundUnreadable = false;
 };
 

@@ -116,15 +116,38 @@ TEST_F(DocumentBackupsTest, AreNotMadeOfNothing) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
+TEST_F(DocumentBackupsTest, AreMadeEachDayOfALongRun) {
+  DocumentBackups kept = backups();
+  for (int day = 0; day < 3; ++day) beforeWrite(kept, morning.addDays(day));
+  EXPECT_EQ(sets(), (QStringList{u"2026-03-01"_s, u"2026-03-02"_s, u"2026-03-03"_s}));
+}
+
+// One that cannot be read is moved where it is about to be replaced.
+TEST_F(DocumentBackupsTest, AreWholeOrNotThere) {
+  ASSERT_TRUE(QFile::remove(path(u"b.json"_s)));
+  ASSERT_EQ(::chmod(QFile::encodeName(path(u"a.json"_s)).constData(), 0), 0);
+  if (QFile readable(path(u"a.json"_s)); readable.open(QIODevice::ReadOnly)) {
+    GTEST_SKIP() << "the user may read everything";
+  }
+  DocumentBackups kept = backups();
+  beforeWrite(kept);
+  EXPECT_EQ(sets(), QStringList{u".unfinished"_s});
+  EXPECT_EQ(m_output.takeLines().size(), 1);
+  kept.foundUnreadable();
+  beforeWrite(kept, evening);
+  EXPECT_EQ(filesOf(u"2026-03-01T203005Z unreadable"_s), QStringList{u"a.json"_s})
+      << "it was moved";
+}
+
 TEST_F(DocumentBackupsTest, AreTheLatestTenAndWhatElseIsThereStays) {
-  ASSERT_TRUE(QDir().mkpath(path(u"Backups/mine"_s)));
+  ASSERT_TRUE(QDir().mkpath(path(u"Backups/2026-02-01 before I cleaned up"_s)));
   for (int day = 0; day < 12; ++day) {
     DocumentBackups kept = backups();
     beforeWrite(kept, morning.addDays(day));
   }
   QStringList expected;
   for (int day = 3; day <= 12; ++day) expected += u"2026-03-%1"_s.arg(day, 2, 10, QChar(u'0'));
-  EXPECT_EQ(sets(), expected + QStringList{u"mine"_s});
+  EXPECT_EQ(sets(), QStringList{u"2026-02-01 before I cleaned up"_s} + expected);
 }
 
 TEST_F(DocumentBackupsTest, AreFewerWhereTheyAreLarge) {

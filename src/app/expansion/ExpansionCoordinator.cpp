@@ -137,6 +137,7 @@ void ExpansionCoordinator::type(const PendingExpansion& expansion, const Expande
 
 // The form's two properties change together; listeners hear of it when both have.
 void ExpansionCoordinator::setPending(const std::optional<PendingExpansion>& pending) {
+  if (!pending) m_services.fillInWindow.takeTypedAhead = nullptr;
   const bool expansionChanged = assignIfChanged(m_pendingExpansion, pending);
   const bool showingChanged = assignIfChanged(m_showingFillInForm, pending.has_value());
   if (expansionChanged) Q_EMIT pendingExpansionChanged();

@@ -83,16 +83,17 @@ bool TextInjector::takesKeys(const RunningApplication& target) {
   return bringToFront(target) && (m_isCutShort || !m_inputMethod.isComposing());
 }
 
-// False where it has gone. On a busy machine it comes later than it should, and keys that are typed
-// before are lost.
+// False where it has gone, or does not come: what is in front then is none of the user's choice. On
+// a busy machine it comes later than it should, and keys that are typed before are lost.
 bool TextInjector::bringToFront(const RunningApplication& target) {
   if (m_isCutShort || m_workspace.isActive(target)) return true;
   if (!m_workspace.activate(target)) return false;
   m_sleeper.sleepFor(injection::activationSettleTime);
-  for (int pause = 0; pause < mostPausesForActivation && !m_workspace.isActive(target); ++pause) {
+  for (int pause = 0; pause < mostPausesForActivation; ++pause) {
+    if (m_isCutShort || m_workspace.isActive(target)) return true;
     m_sleeper.sleepFor(injection::activationSettleTime);
   }
-  return true;
+  return false;
 }
 
 void TextInjector::type(const QString& text, const InjectionPlan& plan,
@@ -117,10 +118,11 @@ QString TextInjector::deleteTyped(const TypedSince& typedSince, TypingSession& s
     TypedSince::Text typed = typedSince.text();
     const qsizetype count = graphemeCount(typed.all);
     wipe(typed.all);
+    if (count > deleted) toTypeAgain.swap(typed.rest);
+    wipe(typed.rest);
     if (count <= deleted) break;
     run(planBackspaces(count - deleted), session);
     deleted = count;
-    toTypeAgain = std::move(typed.rest);
   }
   return toTypeAgain;
 }

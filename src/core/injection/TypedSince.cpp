@@ -16,6 +16,12 @@ QString unshared(QStringView text) {
 
 }  // namespace
 
+// Seldom more, so that no piece is left behind where it grows.
+TypedSince::TypedSince() {
+  constexpr qsizetype usualLength = 64;
+  m_text.reserve(usualLength);
+}
+
 TypedSince::~TypedSince() {
   chop(m_text.size());
 }

@@ -13,7 +13,7 @@ namespace zarvy {
 // form. Overwritten in memory at its end. Any thread.
 class TypedSince {
  public:
-  TypedSince() = default;
+  TypedSince();
   ~TypedSince();
   TypedSince(const TypedSince&) = delete;
   TypedSince& operator=(const TypedSince&) = delete;

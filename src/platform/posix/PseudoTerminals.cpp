@@ -53,13 +53,17 @@ std::vector<int> pseudoTerminalsOf(pid_t process) {
   return numbers;
 }
 
+// An editor that runs a shell within itself turns off that lines are shown for good, and the
+// carriage return of output with it, which a prompt leaves as it is.
+//
 // The other side is opened and closed, which changes nothing for those who have it open.
 bool readsHiddenLine(int pseudoTerminal) {
   const std::string path = "/dev/pts/" + std::to_string(pseudoTerminal);
   const FileDescriptor terminal(::open(path.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
   termios modes{};
   if (!terminal.isOpen() || ::tcgetattr(terminal.get(), &modes) != 0) return false;
-  return (modes.c_lflag & ICANON) != 0 && (modes.c_lflag & ECHO) == 0;
+  const bool isShownAsUsual = (modes.c_oflag & ONLCR) != 0;
+  return isShownAsUsual && (modes.c_lflag & ICANON) != 0 && (modes.c_lflag & ECHO) == 0;
 }
 
 }  // namespace zarvy

@@ -24,6 +24,11 @@ void TerminalPasswords::start(std::function<void()> onEnd) {
   findTerminals();
 }
 
+void TerminalPasswords::stop() {
+  const std::lock_guard lock(m_mutex);
+  m_onEnd = nullptr;
+}
+
 void TerminalPasswords::follow(qint64 process) {
   const std::lock_guard lock(m_mutex);
   if (process == m_process) return;

@@ -23,6 +23,9 @@ class TerminalPasswords final : public SecureInput {
   // been read yet. Any thread.
   void start(std::function<void()> onEnd);
 
+  // Nothing is called and nothing is secret any more. Any thread.
+  void stop();
+
   // The keyboard has gone to a window of that process of this machine; 0 where it is not known. Any
   // thread.
   void follow(qint64 process);

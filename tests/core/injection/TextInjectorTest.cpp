@@ -219,12 +219,12 @@ TEST_F(TextInjectorTest, WaitsForAnApplicationThatComesToTheFrontLate) {
             "text 'a'; sleep 1000; end; complete");
 }
 
-TEST_F(TextInjectorTest, DoesNotWaitForEverForAnApplicationThatDoesNotComeToTheFront) {
+TEST_F(TextInjectorTest, TypesNothingWhereTheApplicationDoesNotComeToTheFront) {
   m_workspace.setSlow();
-  m_injector->inject(u"a"_s, 0, browser, {});
+  m_injector->inject(u"a"_s, 1, browser, {});
   finish();
   EXPECT_EQ(m_journal.entries().filter(u"sleep 50000"_s).size(), 21);
-  EXPECT_EQ(m_journal.entries().last(), u"complete"_s);
+  EXPECT_EQ(m_journal.entries().size(), 22) << "and nothing else but the activation";
 }
 
 TEST_F(TextInjectorTest, DeletesWhatCameAheadOfTheBackspacesAndTypesItAgainAtTheCaret) {

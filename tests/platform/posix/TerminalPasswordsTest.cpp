@@ -37,6 +37,13 @@ class Tab {
     ASSERT_EQ(::tcsetattr(m_slave.get(), TCSANOW, &modes), 0);
   }
 
+  void leaveOutputAsItIs() const {
+    termios modes{};
+    ASSERT_EQ(::tcgetattr(m_slave.get(), &modes), 0);
+    modes.c_oflag &= ~tcflag_t{ONLCR};
+    ASSERT_EQ(::tcsetattr(m_slave.get(), TCSANOW, &modes), 0);
+  }
+
   void askForPassword() const { set(ICANON, ECHO); }
   void readLine() const { set(ICANON | ECHO, 0); }
 
@@ -63,6 +70,9 @@ TEST(PseudoTerminals, ReadHiddenLinesOnlyForPrompts) {
   tab.set(0, ICANON | ECHO);  // an editor
   EXPECT_FALSE(readsHiddenLine(tab.number()));
   tab.readLine();
+  EXPECT_FALSE(readsHiddenLine(tab.number()));
+  tab.askForPassword();
+  tab.leaveOutputAsItIs();  // a shell within an editor
   EXPECT_FALSE(readsHiddenLine(tab.number()));
   EXPECT_FALSE(readsHiddenLine(123456));
 }

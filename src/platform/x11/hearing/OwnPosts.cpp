@@ -27,7 +27,10 @@ bool OwnPosts::take(uint32_t sequence, uint8_t keycode, bool press) {
   const std::lock_guard lock(m_mutex);
   // A post may cause no event at all: a release of a key that was not down.
   while (!m_posts.empty() && isBefore(m_posts.front().sequence, sequence)) m_posts.pop_front();
-  if (m_posts.empty()) return false;
+  if (m_posts.empty()) {
+    m_allCame.notify_all();
+    return false;
+  }
   const Post& post = m_posts.front();
   if (post.sequence != sequence || post.keycode != keycode || post.press != press) return false;
   m_posts.pop_front();

@@ -133,7 +133,6 @@ void Typist::leaveNoTrace() {
 
 Typist::Look Typist::look() const {
   m_sender.awaitPosted();
-  m_sender.awaitPosted();
   Look seen{.server = {}, .releases = m_keyboard.persons.releases()};
   seen.server = KeyboardLook::take(m_connection);
   return seen;

@@ -41,10 +41,12 @@ class Session final : public TypingSession {
   }
 
  private:
-  // What was not announced comes last.
-  [[nodiscard]] std::span<const char32_t> upcoming(std::span<const char32_t> characters) const {
+  // What is still to come of the announced text, where that begins with `characters`. What was not
+  // announced comes by itself.
+  [[nodiscard]] bool areAnnounced(std::span<const char32_t> characters) const {
     const auto announced = std::span(m_upcoming).subspan(m_typed);
-    return announced.size() < characters.size() ? characters : announced;
+    return announced.size() >= characters.size() &&
+           std::equal(characters.begin(), characters.end(), announced.begin());
   }
 
   bool type(const std::vector<TypedText::Piece>& pieces) {
@@ -52,8 +54,11 @@ class Session final : public TypingSession {
     std::vector<char32_t> characters;
     const auto typeCharacters = [&] {
       if (characters.empty()) return;
-      complete = m_typist.typeCharacters(characters, upcoming(characters)) && complete;
-      m_typed = std::min(m_typed + characters.size(), m_upcoming.size());
+      const bool isAnnounced = areAnnounced(characters);
+      const auto upcoming = isAnnounced ? std::span<const char32_t>(m_upcoming).subspan(m_typed)
+                                        : std::span<const char32_t>(characters);
+      complete = m_typist.typeCharacters(characters, upcoming) && complete;
+      if (isAnnounced) m_typed += characters.size();
       characters.clear();
     };
     for (const TypedText::Piece& piece : pieces) {

@@ -73,7 +73,7 @@ QString socketFor(const QString& dataDirectory) {
   return runtime + u"/zarvy-%1.socket"_s.arg(QString::fromLatin1(hash.first(16)));
 }
 
-// Who has made the other end; names are free to all users of the machine.
+// Who has made the other end. Beside the documents it depends on their folder who can.
 bool isOfThisUser(int connection) {
   ucred other{};
   socklen_t size = sizeof other;

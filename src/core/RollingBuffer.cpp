@@ -11,10 +11,6 @@ namespace {
 
 constexpr qsizetype usualUnitsOfCharacter = 8;
 
-QString unsharedCopy(const QString& text) {
-  return QString(text.constData(), text.size());
-}
-
 }  // namespace
 
 RollingBuffer::RollingBuffer(qsizetype maxLength) : m_maxLength(maxLength) {

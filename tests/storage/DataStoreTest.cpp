@@ -1,8 +1,6 @@
-#include <csignal>
 #include <limits>
 #include <pwd.h>
 #include <sys/file.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -14,6 +12,7 @@
 #include "fakes/ManualClock.h"
 #include "storage/DataFolder.h"
 #include "support/EnvironmentVariable.h"
+#include "support/FileSizeLimit.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -214,14 +213,10 @@ TEST_F(DataStoreTest, KeepsTheOldDocumentWhereTheNewOneCannotBeWritten) {
   const QMap<QString, qint64> counters{{u"a"_s, 1}};
   m_store.saveCounters(counters);
   const QByteArray before = content(u"counters.json"_s);
-  rlimit own{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &own), 0);
-  const rlimit tight{10, own.rlim_max};
-  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tight), 0);
-  m_store.saveCounters({{u"much longer"_s, 123456789}});
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &own), 0);
-  std::signal(SIGXFSZ, oldHandler);
+  {
+    const FileSizeLimit full(10);
+    m_store.saveCounters({{u"much longer"_s, 123456789}});
+  }
   EXPECT_EQ(m_output.takeLines(), QStringList{u"Error saving counters: File too large"_s});
   EXPECT_EQ(content(u"counters.json"_s), before);
   EXPECT_EQ(files(), QStringList{u"counters.json"_s});

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -5,6 +7,7 @@
 
 #include "storage/DataFolder.h"
 #include "storage/DocumentBackups.h"
+#include "support/FileSizeLimit.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -122,21 +125,31 @@ TEST_F(DocumentBackupsTest, AreMadeEachDayOfALongRun) {
   EXPECT_EQ(sets(), (QStringList{u"2026-03-01"_s, u"2026-03-02"_s, u"2026-03-03"_s}));
 }
 
-// One that cannot be read is moved where it is about to be replaced.
 TEST_F(DocumentBackupsTest, AreWholeOrNotThere) {
-  ASSERT_TRUE(QFile::remove(path(u"b.json"_s)));
-  ASSERT_EQ(::chmod(QFile::encodeName(path(u"a.json"_s)).constData(), 0), 0);
-  if (QFile readable(path(u"a.json"_s)); readable.open(QIODevice::ReadOnly)) {
-    GTEST_SKIP() << "the user may read everything";
-  }
   DocumentBackups kept = backups();
-  beforeWrite(kept);
+  {
+    const FileSizeLimit full(2);  // bytes; each document has three
+    beforeWrite(kept);
+    kept.foundUnreadable();
+    beforeWrite(kept, evening);
+  }
   EXPECT_EQ(sets(), QStringList{u".unfinished"_s});
-  EXPECT_EQ(m_output.takeLines().size(), 1);
+  EXPECT_EQ(m_output.takeLines().size(), 2);
+  EXPECT_EQ(content(u"a.json"_s), "one") << "it can be read, and stays";
+  DocumentBackups next = backups();
+  beforeWrite(next, evening);
+  EXPECT_EQ(sets(), QStringList{u"2026-03-01"_s});
+}
+
+// It is about to be replaced.
+TEST_F(DocumentBackupsTest, TakeAwayWhatTheUserMayNotRead) {
+  if (::geteuid() == 0) GTEST_SKIP() << "root may read everything";
+  ASSERT_TRUE(QFile::setPermissions(path(u"a.json"_s), {}));
+  DocumentBackups kept = backups();
   kept.foundUnreadable();
   beforeWrite(kept, evening);
-  EXPECT_EQ(filesOf(u"2026-03-01T203005Z unreadable"_s), QStringList{u"a.json"_s})
-      << "it was moved";
+  EXPECT_EQ(filesOf(u"2026-03-01T203005Z unreadable"_s), (QStringList{u"a.json"_s, u"b.json"_s}));
+  EXPECT_FALSE(QFile::exists(path(u"a.json"_s)));
 }
 
 TEST_F(DocumentBackupsTest, AreTheLatestTenAndWhatElseIsThereStays) {

@@ -14,4 +14,9 @@ inline void wipe(QString& text, qsizetype from = 0) {
   ::explicit_bzero(text.data() + from, bytes);
 }
 
+// A copy that shares nothing with `text`, which can be overwritten then.
+[[nodiscard]] inline QString unsharedCopy(QStringView text) {
+  return QString(text.data(), text.size());
+}
+
 }  // namespace zarvy

@@ -7,15 +7,6 @@
 
 namespace zarvy {
 
-namespace {
-
-// The original is overwritten.
-QString unshared(QStringView text) {
-  return QString(text.data(), text.size());
-}
-
-}  // namespace
-
 // Seldom more, so that no piece is left behind where it grows.
 TypedSince::TypedSince() {
   constexpr qsizetype usualLength = 64;
@@ -53,13 +44,13 @@ void TypedSince::lose() {
 
 TypedSince::Text TypedSince::text() const {
   const std::scoped_lock guard(m_lock);
-  return {.all = unshared(m_text), .rest = unshared(QStringView(m_text).sliced(m_taken))};
+  return {.all = unsharedCopy(m_text), .rest = unsharedCopy(QStringView(m_text).sliced(m_taken))};
 }
 
 QString TypedSince::takeForForm() {
   const std::scoped_lock guard(m_lock);
   m_taken = m_text.size();
-  return unshared(m_text);
+  return unsharedCopy(m_text);
 }
 
 void TypedSince::chop(qsizetype units) {

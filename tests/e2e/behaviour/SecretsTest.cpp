@@ -7,10 +7,8 @@
 #include <QDBusVariant>
 #include <QUuid>
 
-#include "e2e/behaviour/BehaviourTest.h"
+#include "e2e/behaviour/SecretTest.h"
 #include "e2e/harness/AccessibleText.h"
-#include "e2e/harness/ProcessMemory.h"
-#include "e2e/harness/StatusNotifierHost.h"
 
 namespace zarvy::e2e {
 
@@ -18,11 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr auto deadline = std::chrono::seconds(20);
-
 const QString heard = u"harmless-words"_s;
-const QString password = u"corRect4horse-battery"_s;
-const QString trigger = u";ok"_s;
 
 // Whether programs are told on the session bus that somebody listens to what they say of
 // themselves.
@@ -71,11 +65,11 @@ QString latest(const ChildProcess& process, const std::string& name) {
 }
 
 // The applications are there first, and the program when a test starts it.
-class OlderSecrets : public BehaviourTest {
+class OlderSecrets : public SecretTest {
  protected:
   // As on a desktop where nothing else asks for accessibility.
   void SetUp() override {
-    BehaviourTest::SetUp();
+    SecretTest::SetUp();
     m_accessibility.turnOff();
     ASSERT_FALSE(m_accessibility.isOn());
   }
@@ -124,17 +118,6 @@ class OlderSecrets : public BehaviourTest {
         << "it holds " << field().toStdString();
   }
 
-  // The icon in the tray comes to say so.
-  void waitForToolTip(const QString& text) {
-    QString toolTip;
-    const auto isThere = [&] {
-      toolTip = m_tray.toolTipOf(program().process().pid());
-      return toolTip == text;
-    };
-    ASSERT_TRUE(waitUntil(isThere, deadline, std::chrono::milliseconds(50)))
-        << toolTip.toStdString();
-  }
-
   // The password and the trigger arrive in the prompt, and nowhere else.
   void typeSecretsInto(ChildProcess& prompt) {
     const auto field = [&] { return latest(prompt, "prompt"); };
@@ -151,19 +134,7 @@ class OlderSecrets : public BehaviourTest {
     waitForToolTip(u"Zarvy"_s);
   }
 
-  [[nodiscard]] QList<QByteArray> formsInProgram(const QString& text) {
-    return formsInMemory(program().process().pid(), text);
-  }
-
-  void expectPasswordNowhereInProgram() {
-    EXPECT_EQ(formsInProgram(password), QList<QByteArray>());
-    EXPECT_EQ(formsInProgram(password.left(8)), QList<QByteArray>());
-    EXPECT_EQ(formsInProgram(password.right(8)), QList<QByteArray>());
-  }
-
-  std::string m_sessionAddress = stage().environment().at("DBUS_SESSION_BUS_ADDRESS");
-  AccessibilitySwitch m_accessibility{m_sessionAddress};
-  StatusNotifierHost m_tray{m_sessionAddress};
+  AccessibilitySwitch m_accessibility{stage().environment().at("DBUS_SESSION_BUS_ADDRESS")};
   std::optional<ChildProcess> m_application;
 };
 

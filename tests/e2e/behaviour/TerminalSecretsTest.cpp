@@ -4,20 +4,13 @@
 
 #include <QFile>
 
-#include "e2e/behaviour/BehaviourTest.h"
-#include "e2e/harness/ProcessMemory.h"
-#include "e2e/harness/StatusNotifierHost.h"
+#include "e2e/behaviour/SecretTest.h"
 
 namespace zarvy::e2e {
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr auto deadline = std::chrono::seconds(20);
-
-const QString password = u"corRect4horse-battery"_s;
-const QString trigger = u";ok"_s;
 
 // Terminals that run a command of the shell given as the last argument.
 struct Terminal {
@@ -45,7 +38,7 @@ const Terminal kitty{
     "kitty", "kitty", {"--config", "NONE", "-o", "linux_display_server=x11", "bash", "-c"}};
 const Terminal tmux{"XTerm", "xterm", {"-e", "tmux", "new"}};
 
-class TerminalSecrets : public BehaviourTest {
+class TerminalSecrets : public SecretTest {
  protected:
   // The command, and behind it a line that is shown as it is typed.
   void startTerminal(const Terminal& terminal, const Prompt& prompt) {
@@ -67,22 +60,6 @@ class TerminalSecrets : public BehaviourTest {
                                             .descriptors = {}});
   }
 
-  void waitForToolTip(const QString& text) {
-    QString toolTip;
-    const auto isThere = [&] {
-      toolTip = m_tray.toolTipOf(program().process().pid());
-      return toolTip == text;
-    };
-    ASSERT_TRUE(waitUntil(isThere, deadline, std::chrono::milliseconds(50)))
-        << toolTip.toStdString();
-  }
-
-  void expectPasswordNowhereInProgram() {
-    for (const QString& part : {password, password.left(8), password.right(8)}) {
-      EXPECT_EQ(formsInMemory(program().process().pid(), part), QList<QByteArray>());
-    }
-  }
-
   [[nodiscard]] QString said() const {
     QFile file(QString::fromStdString(m_folder + "/said"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
@@ -99,7 +76,6 @@ class TerminalSecrets : public BehaviourTest {
   }
 
   std::string m_folder;
-  StatusNotifierHost m_tray{stage().environment().at("DBUS_SESSION_BUS_ADDRESS")};
   std::optional<ChildProcess> m_terminal;
 };
 

@@ -1,15 +1,13 @@
 // Where the shared file lies, and what comes of a drive that is not there, cannot be written to or
 // goes away.
 
-#include <csignal>
-#include <sys/resource.h>
-
 #include <QDateTime>
 
 #include <gtest/gtest.h>
 
 #include "storage/sync/OrdinaryUser.h"
 #include "storage/sync/SyncHarness.h"
+#include "support/FileSizeLimit.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -152,14 +150,10 @@ TEST_F(iCloudSyncFolderTest, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
   m_machine.sync();
   const QByteArray old = content();
   forgetLines();
-  rlimit own{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &own), 0);
-  const rlimit tight{10, own.rlim_max};
-  const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tight), 0);
-  upload();
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &own), 0);
-  std::signal(SIGXFSZ, oldHandler);
+  {
+    const FileSizeLimit full(10);
+    upload();
+  }
   EXPECT_EQ(m_output.lines(), QStringList{u"iCloud sync upload error: File too large"_s});
   EXPECT_EQ(content(), old);
   EXPECT_EQ(files(), QStringList{u"zarvy_sync.json"_s});

@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QGuiApplication>
 
+#include "base/PrivateMemory.h"
 #include "ui/Scenes.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,6 +16,9 @@ namespace {
 
 constexpr std::chrono::seconds patienceWithDisks{5};
 constexpr std::chrono::milliseconds patienceWithSounds{500};
+
+// A portal that is only being started wants to look at this program by then.
+constexpr std::chrono::seconds patienceWithPortal{2};
 
 // As that of Qt, which may be the first to notice.
 constexpr int statusWithoutDisplay = 1;
@@ -67,8 +71,9 @@ ZarvyApp::ZarvyApp(LineOutput& output)
                                     m_workers, m_scheduler)),
       m_secureInputWatch(m_desktop.parts(), m_desktop.parts(), m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
-      m_colorScheme(sessionOfWindows(),
-                    [this](ColorScheme scheme) { m_colors.setColorScheme(scheme); }),
+      m_colorScheme(
+          sessionOfWindows(), [this](ColorScheme scheme) { m_colors.setColorScheme(scheme); },
+          &keepMemoryPrivate),
       m_ownWindows([this](quint64 window) { m_desktop.parts().windowOpened(window); },
                    [this](quint64 window) { m_desktop.parts().windowClosed(window); }),
       m_fillInWindow(fillInServices()),
@@ -101,6 +106,7 @@ bool ZarvyApp::end() {
 }
 
 void ZarvyApp::start() {
+  m_scheduler.postAfter(patienceWithPortal, &keepMemoryPrivate);
   m_trayIcon.show();
   if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
   m_state.loadData();

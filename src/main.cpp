@@ -18,7 +18,9 @@
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
 #include "platform/freedesktop/accessibility/ToolkitBridge.h"
+#include "platform/posix/DeathWatch.h"
 #include "platform/x11/connection/DisplayProbe.h"
+#include "platform/x11/typing/TypingRecord.h"
 #include "storage/DataStore.h"
 
 namespace {
@@ -95,6 +97,7 @@ int main(int argc, char* argv[]) {
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
   std::signal(SIGCHLD, SIG_DFL);
+  const zarvy::DeathWatch deathWatch(&zarvy::x11::releaseKeysOfDeadProcess);
 
   // The program has no options, and those of Qt are not for its users.
   QByteArray program = argc > 0 ? argv[0] : "zarvy";

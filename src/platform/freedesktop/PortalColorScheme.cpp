@@ -26,9 +26,13 @@ QVariant unwrapped(QVariant value) {
 
 }  // namespace
 
-PortalColorScheme::PortalColorScheme(const QDBusConnection& session, Listener onScheme)
-    : m_onScheme(std::move(onScheme)) {
-  if (!session.isConnected()) return;
+PortalColorScheme::PortalColorScheme(const QDBusConnection& session, Listener onScheme,
+                                     std::function<void()> onAnswered)
+    : m_onScheme(std::move(onScheme)), m_onAnswered(std::move(onAnswered)) {
+  if (!session.isConnected()) {
+    m_onAnswered();
+    return;
+  }
   QDBusConnection bus = session;
   bus.connect(service, portalPath, settings, u"SettingChanged"_s, this,
               SLOT(settingChanged(QDBusMessage)));
@@ -43,6 +47,7 @@ void PortalColorScheme::ask(const QDBusConnection& session) {
     watcher->deleteLater();
     const QDBusPendingReply<QDBusVariant> answer = *watcher;
     if (!answer.isError()) tell(answer.value().variant());
+    m_onAnswered();
   });
 }
 

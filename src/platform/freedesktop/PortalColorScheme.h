@@ -21,8 +21,10 @@ class PortalColorScheme final : public QObject {
 
   // `onScheme` is called whenever the portal tells one: soon after the making of this object, and
   // at each change. Never where `session` is not connected, or nobody there has such settings. No
-  // call waits for an answer.
-  PortalColorScheme(const QDBusConnection& session, Listener onScheme);
+  // call waits for an answer. `onAnswered` is called once, when the portal has answered, whatever
+  // it is, and so knows this program; in the constructor where there is nobody to ask.
+  PortalColorScheme(const QDBusConnection& session, Listener onScheme,
+                    std::function<void()> onAnswered);
 
   // Called by the bus.
   Q_SLOT void settingChanged(const QDBusMessage& message);
@@ -32,6 +34,7 @@ class PortalColorScheme final : public QObject {
   void tell(const QVariant& value) const;
 
   const Listener m_onScheme;
+  const std::function<void()> m_onAnswered;
 };
 
 }  // namespace zarvy

@@ -24,6 +24,7 @@
 #include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TargetBarrier.h"
 #include "platform/x11/typing/Typist.h"
+#include "platform/x11/typing/TypingRecord.h"
 #include "platform/x11/typing/X11KeyEventPoster.h"
 #include "platform/x11/windows/WindowProperties.h"
 #include "platform/x11/windows/X11ActivationPolicy.h"
@@ -187,7 +188,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   parts->connectReader();
   parts->recordGrabs();
   parts->listenOnRoots();
-  parts->modifiers.releaseLeftovers(parts->keyboards->keymap->current()->modifiers());
+  releaseKeysLeftDown(*parts->connection, parts->sender);
   parts->lookAtHeldKeys();
   parts->grabs.tellFocus();
   parts->typist.reclaimSpareKeys();

@@ -12,6 +12,14 @@ class SecretTest : public BehaviourTest {
  protected:
   static constexpr std::chrono::seconds deadline{20};
 
+  // In a way that its memory can be searched.
+  void startProgramWith(const std::vector<TestSnippet>& snippets) {
+    ProgramUnderTest& made = stage().makeProgram(programPath());
+    made.preload(ZARVY_E2E_READABLE_MEMORY);
+    made.writeLibrary(snippets);
+    made.start();
+  }
+
   // The icon in the tray comes to say so.
   void waitForToolTip(const QString& text) {
     QString toolTip;

@@ -9,6 +9,7 @@
 
 #include "e2e/behaviour/SecretTest.h"
 #include "e2e/harness/AccessibleText.h"
+#include "support/MemoryReader.h"
 
 namespace zarvy::e2e {
 
@@ -75,7 +76,7 @@ class OlderSecrets : public SecretTest {
   }
 
   void startProgram() {
-    stage().startProgram(programPath(), {{trigger, u"Okay"_s}});
+    startProgramWith({{trigger, u"Okay"_s}});
     ASSERT_TRUE(waitUntil([this] { return m_accessibility.isOn(); }, deadline));
   }
 
@@ -254,6 +255,22 @@ TEST_F(OlderSecrets, InAPasswordFieldOfGtkThatHadTheKeyboardBeforeTheProgramAreN
   expectPasswordNowhereInProgram();
   person().tap(XKB_KEY_Tab);
   waitForToolTip(u"Zarvy"_s);
+}
+
+// Root's programs give up what makes them root's: these can read everything.
+TEST_F(OlderSecrets, CannotBeReadInTheMemoryOfTheProgramByOtherPrograms) {
+  const bool isRoot = ::geteuid() == 0;
+  ProgramUnderTest ordinary(
+      {.program = isRoot ? "setpriv" : programPath(),
+       .environment = stage().environment(),
+       .homeFolder = stage().makeFolder("ordinary"),
+       .arguments = isRoot ? std::vector<std::string>{"--bounding-set=-all", "--inh-caps=-all",
+                                                      programPath()}
+                           : std::vector<std::string>{}});
+  ordinary.writeLibrary({{trigger, u"Okay"_s}});
+  ordinary.start();
+  const pid_t process = ordinary.process().pid();
+  EXPECT_TRUE(waitUntil([&] { return memoryAccess(process) == MemoryAccess::denied; }, deadline));
 }
 
 TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {

@@ -42,7 +42,7 @@ class TerminalSecrets : public SecretTest {
  protected:
   // The command, and behind it a line that is shown as it is typed.
   void startTerminal(const Terminal& terminal, const Prompt& prompt) {
-    stage().startProgram(programPath(), {{trigger, u"Okay\n"_s}});
+    startProgramWith({{trigger, u"Okay\n"_s}});
     m_folder = stage().makeFolder("terminal");
     Environment environment = stage().environment();
     environment["HOME"] = m_folder;  // with settings of its own

@@ -1,7 +1,8 @@
 // What the program leaves behind on the server: nothing.
 
-#include <algorithm>
 #include <csignal>
+#include <set>
+#include <span>
 
 #include "e2e/behaviour/BehaviourTest.h"
 #include "e2e/behaviour/MappingChanges.h"
@@ -35,14 +36,20 @@ class Traces : public BehaviourTest {
     EXPECT_EQ(now.keyboard, before.keyboard);
   }
 
-  std::vector<xcb_atom_t> rootProperties() {
+  // GTK's is not among them: whatever services the session bus may have started leave it there.
+  std::set<std::string> rootProperties() {
     xcb_connection_t* connection = stage().connection().get();
     const auto reply = owned(xcb_list_properties_reply(
         connection, xcb_list_properties(connection, stage().connection().root()), nullptr));
-    const xcb_atom_t* atoms = xcb_list_properties_atoms(reply.get());
-    std::vector<xcb_atom_t> properties(atoms, atoms + reply->atoms_len);
-    std::sort(properties.begin(), properties.end());
-    return properties;
+    std::set<std::string> names;
+    for (const xcb_atom_t atom :
+         std::span(xcb_list_properties_atoms(reply.get()), reply->atoms_len)) {
+      const auto name =
+          owned(xcb_get_atom_name_reply(connection, xcb_get_atom_name(connection, atom), nullptr));
+      names.emplace(xcb_get_atom_name_name(name.get()), name->name_len);
+    }
+    names.erase("GDK_VISUALS");
+    return names;
   }
 
   void expandBoth() {
@@ -131,6 +138,42 @@ TEST_F(Traces, ofAProgramKilledWhileItTypesAreGoneOnceItsSuccessorHasEnded) {
   EXPECT_EQ(program().terminate(), ExitStatus{});
   expectMapping(before);
   expectNothingHeld();
+}
+
+// Here the person leaves the keyboard as a death between the press and the release of a key does.
+TEST_F(Traces, onTheKeysOfAProgramKilledWhileItTypesAreGoneAtOnce) {
+  stage().startTarget(TargetKind::qt6);
+  const auto properties = rootProperties();
+  stage().startProgram(programPath(), {{u";lo"_s, u"all the same and "_s.repeated(2000)}});
+  person().type(u";lo"_s);
+  ASSERT_TRUE(waitUntil([&] { return target().state().text.startsWith(u"all"); },
+                        std::chrono::seconds(20), std::chrono::milliseconds(1)));
+  person().press(XKB_KEY_q);
+  person().press(XKB_KEY_Shift_L);
+  program().kill();
+  expectNothingHeld();
+  EXPECT_TRUE(waitUntil([&] { return rootProperties() == properties; }, std::chrono::seconds(5)));
+}
+
+TEST_F(Traces, ofManyKilledProgramsAreNoLettersThatRepeat) {
+  stage().startTarget(TargetKind::qt6);
+  const QString text = u"none of these letters, and no Shift, may come twice; "_s.repeated(200);
+  constexpr int kills = 8;
+  for (int i = 0; i < kills; ++i) {
+    target().clear();
+    stage().startProgram(programPath(), {{u";lo"_s, text}});
+    person().type(u";lo"_s);
+    const qsizetype enough = 10 + i * 37;
+    ASSERT_TRUE(waitUntil([&] { return target().state().text.size() > enough; },
+                          std::chrono::seconds(20), std::chrono::milliseconds(1)));
+    program().kill();
+    expectNothingHeld();
+    person().type(u"\\"_s);
+    ASSERT_TRUE(
+        waitUntil([&] { return target().state().text.endsWith(u'\\'); }, std::chrono::seconds(20)));
+    const QString typed = target().state().text.chopped(1);
+    EXPECT_EQ(typed.toStdString(), text.left(typed.size()).toStdString());
+  }
 }
 
 TEST_F(Traces, onTheMappingAreMadeOnceForTwoExpansionsOfOneSnippet) {

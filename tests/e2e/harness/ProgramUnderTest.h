@@ -25,6 +25,9 @@ class ProgramUnderTest {
 
   explicit ProgramUnderTest(Setting setting);
 
+  // Has it load a library ahead of its own from the next start on.
+  void preload(const std::string& library) { m_setting.environment["LD_PRELOAD"] = library; }
+
   // Makes `snippets` the library that the next start finds.
   void writeLibrary(const std::vector<TestSnippet>& snippets) const;
 

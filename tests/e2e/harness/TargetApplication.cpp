@@ -26,6 +26,12 @@ xcb_window_t newestWindow(const XConnection& connection, const std::vector<Manag
   return newest;
 }
 
+xcb_window_t focusedWindow(const XConnection& connection) {
+  const auto reply = owned(
+      xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
+  return reply ? reply->focus : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 }  // namespace
 
 void TargetApplication::start(Person& person) {
@@ -76,16 +82,18 @@ void TargetApplication::bringToFront(const std::vector<ManagedWindow>& before) {
     return window != XCB_WINDOW_NONE && isFocused(window);
   };
   if (waitUntil(isInFront, startDeadline)) return;
-  throw std::runtime_error(m_process->isRunning() ? "the target did not come to the front"
-                                                  : "the target has ended");
+  if (!m_process->isRunning()) throw std::runtime_error("the target has ended");
+  throw std::runtime_error("the target did not come to the front: its window is " +
+                           std::to_string(window) + ", active is " +
+                           std::to_string(activeWindow(connection)) + ", the focus is at " +
+                           std::to_string(focusedWindow(connection)));
 }
 
 bool TargetApplication::isFocused(xcb_window_t window) const {
   const XConnection& connection = m_setting.connection;
-  if (activeWindow(connection) != window) return false;
-  const auto focus = owned(
-      xcb_get_input_focus_reply(connection.get(), xcb_get_input_focus(connection.get()), nullptr));
-  return focus && focus->focus > XCB_INPUT_FOCUS_POINTER_ROOT && focus->focus != connection.root();
+  const xcb_window_t focus = focusedWindow(connection);
+  return activeWindow(connection) == window && focus > XCB_INPUT_FOCUS_POINTER_ROOT &&
+         focus != connection.root();
 }
 
 }  // namespace zarvy::e2e

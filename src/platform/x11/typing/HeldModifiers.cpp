@@ -6,7 +6,6 @@
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XkbProtocol.h"
-#include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeyboardState.h"
 #include "platform/x11/typing/KeySender.h"
 
@@ -111,17 +110,6 @@ void HeldModifiers::letGo() {
   const std::lock_guard lock(m_mutex);
   for (const auto& [keycode, keyboard] : std::exchange(m_pressedAgain, {})) {
     m_sender.release(keyboard, keycode);
-  }
-  m_sender.flush();
-}
-
-void HeldModifiers::releaseLeftovers(const ModifierKeys& keys) {
-  const HeldKeys held(m_connection);
-  const std::optional<uint16_t> keyboard = held.ownFakeKeyboard();
-  if (!keyboard) return;
-  const KeycodeSet left = held.on(*keyboard) & keys.momentary;
-  for (std::size_t keycode = 0; keycode < left.size(); ++keycode) {
-    if (left[keycode]) m_sender.release(*keyboard, static_cast<uint8_t>(keycode));
   }
   m_sender.flush();
 }

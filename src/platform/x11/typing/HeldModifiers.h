@@ -60,9 +60,6 @@ class HeldModifiers {
   // Takes back what endRun() has pressed. At the end of the program.
   void letGo();
 
-  // Releases what a crashed run of this program left down on the keyboard for faked keys.
-  void releaseLeftovers(const ModifierKeys& keys);
-
   // On the reader's thread: somebody pressed a key before the server had carried out the request
   // that follows number `sequence`, or released it. PersonsKeys knows of it already.
   void keyPressed(uint16_t keyboard, uint8_t keycode, uint32_t sequence);

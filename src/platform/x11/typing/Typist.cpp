@@ -19,7 +19,8 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
       m_modifiers(modifiers),
       m_barrier(barrier),
       m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows,
-                  [this] { static_cast<void>(lookOnceModifiersAreUnused()); }) {}
+                  [this] { static_cast<void>(lookOnceModifiersAreUnused()); }),
+      m_record(connection) {}
 
 void Typist::beginSession() {
   m_modifiers.awaitShortcutModifiersReleased(m_keyboard.keymap.current()->modifiers());
@@ -32,7 +33,9 @@ void Typist::beginSession() {
 
 void Typist::endSession() {
   const std::lock_guard lock(m_mutex);
-  --m_sessions;
+  if (--m_sessions > 0) return;
+  m_record.erase();
+  m_sender.flush();
 }
 
 bool Typist::typeKey(quint16 virtualKey) {
@@ -48,6 +51,7 @@ bool Typist::typeKey(quint16 virtualKey) {
   const Layout layout = keysOf(seen);
   const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
   if (!keycode || !m_connection.isAlive()) return false;
+  m_record.write(layout.keyboard.number);
   TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
   return true;
 }
@@ -84,6 +88,7 @@ std::size_t Typist::typeWhatHasAKey(const Layout& layout, std::span<const char32
   }
   if (strokes.empty()) return 0;
   m_textWasTyped = true;
+  m_record.write(layout.keyboard.number);
   TypingRun run(m_connection, m_sender, m_modifiers, layout.keyboard);
   for (const KeyStroke& stroke : strokes) run.type(stroke);
   return strokes.size();

@@ -11,6 +11,7 @@
 #include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/SpareKeys.h"
+#include "platform/x11/typing/TypingRecord.h"
 
 namespace zarvy::x11 {
 
@@ -106,6 +107,7 @@ class Typist {
 
   std::mutex m_mutex;  // guards all below, and keeps runs whole
   SpareKeys m_spareKeys;
+  TypingRecord m_record;
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
   bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier

@@ -74,7 +74,8 @@ class PortalColorSchemes : public testing::Test {
 
   void listen() {
     m_listener = std::make_unique<PortalColorScheme>(
-        m_client.get(), [this](ColorScheme scheme) { m_heard.append(scheme); });
+        m_client.get(), [this](ColorScheme scheme) { m_heard.append(scheme); },
+        [this] { ++m_answers; });
   }
 
   int m_count = 0;
@@ -83,6 +84,7 @@ class PortalColorSchemes : public testing::Test {
   BusDaemon m_bus;
   BusConnection m_client{m_bus.address()};
   QList<ColorScheme> m_heard;
+  int m_answers = 0;
   std::unique_ptr<PortalColorScheme> m_listener;
 };
 
@@ -96,6 +98,7 @@ TEST_F(PortalColorSchemes, AreToldAtTheBeginning) {
     EXPECT_TRUE(waitUntil([this] { return !m_heard.isEmpty(); }));
     EXPECT_EQ(m_heard, QList{scheme}) << number;
   }
+  EXPECT_TRUE(waitUntil([this] { return m_answers == 4; }));
 }
 
 TEST_F(PortalColorSchemes, AreToldAsTheyChange) {
@@ -113,7 +116,8 @@ TEST_F(PortalColorSchemes, AreToldAsTheyChange) {
 TEST_F(PortalColorSchemes, StayUnheardWhereThePortalKnowsNone) {
   FakePortal portal(m_bus.address(), std::nullopt);
   listen();
-  ASSERT_TRUE(waitUntil([&portal] { return portal.questionCount() == 1; }));
+  ASSERT_TRUE(waitUntil([this] { return m_answers == 1; }));
+  EXPECT_EQ(portal.questionCount(), 1);
   portal.tell(appearance, colorScheme, 1U);
   EXPECT_TRUE(waitUntil([this] { return !m_heard.isEmpty(); }));
   EXPECT_EQ(m_heard, QList{ColorScheme::dark});
@@ -132,7 +136,9 @@ TEST_F(PortalColorSchemes, AreHeardOfAPortalThatComesLater) {
 
 TEST_F(PortalColorSchemes, DoWithoutABus) {
   const PortalColorScheme listener(QDBusConnection(QString()),
-                                   [this](ColorScheme scheme) { m_heard.append(scheme); });
+                                   [this](ColorScheme scheme) { m_heard.append(scheme); },
+                                   [this] { ++m_answers; });
+  EXPECT_EQ(m_answers, 1);
   QCoreApplication::processEvents();
   EXPECT_EQ(m_heard, QList<ColorScheme>());
 }

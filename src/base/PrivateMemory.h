@@ -1,0 +1,13 @@
+#pragma once
+
+namespace zarvy {
+
+// From now on other programs of the user can neither read the memory of this process nor be its
+// debugger, and the system writes no dump of it when it crashes. Programs that it starts are not
+// affected. Any thread; stays so.
+//
+// Services that look at a caller's /proc/<pid>/root refuse it then: the desktop's portals do, but
+// for a caller that they have looked at before.
+void keepMemoryPrivate();
+
+}  // namespace zarvy

@@ -1,0 +1,72 @@
+#include "platform/posix/DeathWatch.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace zarvy {
+
+namespace {
+
+constexpr char watching = 'w';
+constexpr char endInOrder = 'e';
+constexpr int lineOfWatcher = STDERR_FILENO + 1;
+
+// Whoever reads the output of the program learns of its end, though this process is still there.
+void keepOnly(int lifeLine) {
+  const int nothing = ::open("/dev/null", O_RDWR);
+  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    ::dup2(nothing, standard);
+  }
+  ::dup2(lifeLine, lineOfWatcher);
+  ::close_range(lineOfWatcher + 1, ~0U, 0);
+}
+
+// False where the other process has ended without saying it.
+bool isTold(char word, int lifeLine) {
+  char told = 0;
+  ssize_t count = 0;
+  do {
+    count = ::read(lifeLine, &told, 1);
+  } while (count < 0 && errno == EINTR);
+  return count == 1 && told == word;
+}
+
+void tell(char word, int lifeLine) {
+  static_cast<void>(::send(lifeLine, &word, 1, MSG_NOSIGNAL));
+}
+
+// In a session of its own, so that what is meant for the program's job in a shell does not end it.
+[[noreturn]] void watch(int lifeLine, pid_t watched, const std::function<void(pid_t)>& tidyUp) {
+  for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) std::signal(signal, SIG_IGN);
+  ::setsid();
+  ::prctl(PR_SET_NAME, "zarvy-watch");
+  keepOnly(lifeLine);
+  tell(watching, lineOfWatcher);
+  if (!isTold(endInOrder, lineOfWatcher)) tidyUp(watched);
+  std::_Exit(EXIT_SUCCESS);
+}
+
+}  // namespace
+
+DeathWatch::DeathWatch(const std::function<void(pid_t)>& tidyUp) {
+  std::array<int, 2> ends{};
+  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return;
+  m_lifeLine = FileDescriptor(ends[0]);
+  FileDescriptor watchers(ends[1]);
+  const pid_t self = ::getpid();
+  if (::fork() == 0) watch(watchers.get(), self, tidyUp);
+  watchers.reset();
+  static_cast<void>(isTold(watching, m_lifeLine.get()));
+}
+
+DeathWatch::~DeathWatch() {
+  if (m_lifeLine.isOpen()) tell(endInOrder, m_lifeLine.get());
+}
+
+}  // namespace zarvy

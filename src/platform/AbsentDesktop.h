@@ -64,6 +64,8 @@ class AbsentDesktop final : public KeyEventSource,
    public:
     bool pressKey(quint16 /*virtualKeyCode*/) override { return false; }
     bool pressText(QStringView /*run*/) override { return false; }
+    bool pressTextAgain(QStringView /*run*/) override { return false; }
+    [[nodiscard]] bool mustWait() const override { return false; }
   };
 };
 

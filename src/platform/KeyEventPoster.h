@@ -20,6 +20,14 @@ class TypingSession {
   // Types a run of at most 20 UTF-16 units. The units of two calls in a row are one text: a
   // surrogate pair may be cut between them. False where something of the run could not be typed.
   virtual bool pressText(QStringView run) = 0;
+
+  // The same for somebody's own letters, which stood there and were deleted for a moment: at once,
+  // since what they type next is to come behind. pressText() waits for whoever types with a
+  // modifier held.
+  virtual bool pressTextAgain(QStringView run) = 0;
+
+  // Whether pressText() would wait so now.
+  [[nodiscard]] virtual bool mustWait() const = 0;
 };
 
 // Sends key events that KeyEventSource recognises as this program's own. Any thread.

@@ -8,9 +8,10 @@
 
 namespace zarvy {
 
-// Writes down what it is asked to type, as "begin 'text'", "key 51", "text 'run'", "end" and
-// "prepare 'characters'". A unit that is no character of its own shows as its four hexadecimal
-// digits in angle brackets, so that a surrogate pair cut in two can be read. Any thread.
+// Writes down what it is asked to type, as "begin 'text'", "key 51", "text 'run'", "again 'run'",
+// "end" and "prepare 'characters'". A unit that is no character of its own shows as its four
+// hexadecimal digits in angle brackets, so that a surrogate pair cut in two can be read. Any
+// thread.
 class RecordingKeyEventPoster final : public KeyEventPoster {
  public:
   explicit RecordingKeyEventPoster(Journal& journal) : m_journal(journal) {}
@@ -27,6 +28,9 @@ class RecordingKeyEventPoster final : public KeyEventPoster {
   // Whether keys can be pressed from now on. One that cannot is written down as "failed ...".
   void setCanPress(bool canPress) { m_canPress = canPress; }
 
+  // Whether somebody types with a modifier held.
+  void setMustWait(bool mustWait) { m_mustWait = mustWait; }
+
  private:
   class Session final : public TypingSession {
    public:
@@ -42,6 +46,12 @@ class RecordingKeyEventPoster final : public KeyEventPoster {
     bool pressText(QStringView run) override {
       return m_poster.record(QStringLiteral("text '%1'").arg(readable(run)));
     }
+
+    bool pressTextAgain(QStringView run) override {
+      return m_poster.record(QStringLiteral("again '%1'").arg(readable(run)));
+    }
+
+    [[nodiscard]] bool mustWait() const override { return m_poster.m_mustWait; }
 
    private:
     RecordingKeyEventPoster& m_poster;
@@ -71,6 +81,7 @@ class RecordingKeyEventPoster final : public KeyEventPoster {
 
   Journal& m_journal;
   std::atomic<bool> m_canPress = true;
+  std::atomic<bool> m_mustWait = false;
 };
 
 }  // namespace zarvy

@@ -15,8 +15,8 @@ constexpr int mostRoundsOfDeletion = 8;
 // A second. An application that has not come by then does not come.
 constexpr int mostPausesForActivation = 20;
 
-// UTF-16 units. So much is typed before somebody presses the next key; behind a longer text, what
-// was typed ahead of it would come behind what is typed meanwhile.
+// UTF-16 units. So much is typed before somebody presses the next key; behind a longer text, or one
+// that waits for somebody, what was typed ahead of it would come behind what is typed meanwhile.
 constexpr qsizetype longestTextAheadOfTyped = 60;
 
 // Performs one action of a plan.
@@ -102,11 +102,18 @@ void TextInjector::type(const QString& text, const InjectionPlan& plan,
   const std::unique_ptr<TypingSession> session = m_poster.beginTyping(text);
   run(plan.deletion, *session);
   QString typedAhead = typedSince != nullptr ? deleteTyped(*typedSince, *session) : QString();
-  const bool isShort = text.size() <= longestTextAheadOfTyped;
-  if (!isShort) run(planText(typedAhead), *session);
+  const bool goesBehind = text.size() <= longestTextAheadOfTyped && !session->mustWait();
+  if (!goesBehind) typeAgain(typedAhead, *session);
   run(plan.typing, *session);
-  if (isShort) run(planText(typedAhead), *session);
+  if (goesBehind) typeAgain(typedAhead, *session);
   wipe(typedAhead);
+}
+
+void TextInjector::typeAgain(const QString& text, TypingSession& session) {
+  for (qsizetype at = 0; at < text.size() && !m_isCutShort; at += injection::maxChunkSize) {
+    session.pressTextAgain(QStringView(text).mid(at, injection::maxChunkSize));
+    m_sleeper.sleepFor(injection::charDelay);
+  }
 }
 
 // Each letter that comes ahead of a backspace is deleted in place of one before it, so the deleting

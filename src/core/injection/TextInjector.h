@@ -67,6 +67,7 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   void type(const QString& text, const InjectionPlan& plan, const TypedSince* typedSince);
   [[nodiscard]] QString deleteTyped(const TypedSince& typedSince, TypingSession& session);
   void run(const InjectionActions& actions, TypingSession& session);
+  void typeAgain(const QString& text, TypingSession& session);
 
   KeyEventPoster& m_poster;
   Workspace& m_workspace;

@@ -70,13 +70,21 @@ std::array<uint32_t, 256> PersonsKeys::releases() const {
   return m_releases;
 }
 
+bool PersonsKeys::areInUse(const KeycodeSet& modifiers, uint64_t presses) const {
+  const std::lock_guard lock(m_mutex);
+  return areInUseUnderLock(modifiers, presses);
+}
+
+bool PersonsKeys::areInUseUnderLock(const KeycodeSet& modifiers, uint64_t presses) const {
+  return !m_isAbandoned && m_presses != presses && (heldUnderLock() & modifiers).any() &&
+         Clock::now() < m_lastPress + longestPause;
+}
+
 bool PersonsKeys::awaitUnused(const KeycodeSet& modifiers, uint64_t presses) {
   std::unique_lock lock(m_mutex);
   const auto deadline = Clock::now() + longestUse;
-  while (!m_isAbandoned && m_presses != presses && (heldUnderLock() & modifiers).any()) {
-    const auto now = Clock::now();
-    if (now >= deadline) return false;
-    if (now >= m_lastPress + longestPause) return true;
+  while (areInUseUnderLock(modifiers, presses)) {
+    if (Clock::now() >= deadline) return false;
     m_changed.wait_until(lock, std::min(deadline, m_lastPress + longestPause));
   }
   return true;

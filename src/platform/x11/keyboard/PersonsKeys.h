@@ -37,10 +37,12 @@ class PersonsKeys {
   [[nodiscard]] uint64_t presses() const;
   [[nodiscard]] std::array<uint32_t, 256> releases() const;
 
-  // Waits while one of `modifiers` is held and has been pressed, or any key together with it, since
-  // there were `presses` presses: somebody types with it. One that has been held for long with
-  // nothing typed meanwhile is not waited for. False where one is in use for so long that nobody
-  // should wait any more.
+  // Whether one of `modifiers` is held and has been pressed, or any key together with it, since
+  // there were `presses` presses: somebody types with it. Not one that has been held for long with
+  // nothing typed meanwhile.
+  [[nodiscard]] bool areInUse(const KeycodeSet& modifiers, uint64_t presses) const;
+
+  // Waits while they are in use. False where one is for so long that nobody should wait any more.
   [[nodiscard]] bool awaitUnused(const KeycodeSet& modifiers, uint64_t presses);
 
   // Waits, not for long, until all of `keys`, which the server says are down, have been heard to
@@ -53,6 +55,7 @@ class PersonsKeys {
  private:
   using Clock = std::chrono::steady_clock;
   [[nodiscard]] KeycodeSet heldUnderLock() const;
+  [[nodiscard]] bool areInUseUnderLock(const KeycodeSet& modifiers, uint64_t presses) const;
 
   mutable std::mutex m_mutex;
   std::condition_variable m_changed;

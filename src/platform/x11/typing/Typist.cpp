@@ -57,13 +57,13 @@ bool Typist::typeKey(quint16 virtualKey) {
 }
 
 bool Typist::typeCharacters(std::span<const char32_t> characters,
-                            std::span<const char32_t> upcoming) {
+                            std::span<const char32_t> upcoming, bool atOnce) {
   const std::lock_guard lock(m_mutex);
   bool complete = m_connection.isAlive();
   std::optional<std::size_t> roomMadeAt;
   for (std::size_t at = 0; at < characters.size();) {
     if (m_isAbandoned) return false;
-    const Layout layout = charactersOf(lookOnceModifiersAreUnused());
+    const Layout layout = charactersOf(atOnce ? look() : lookOnceModifiersAreUnused());
     at += typeWhatHasAKey(layout, characters.subspan(at));
     if (at == characters.size()) break;
     if (roomMadeAt == at) {
@@ -75,6 +75,12 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
     roomMadeAt = at;
   }
   return complete;
+}
+
+bool Typist::mustWait() {
+  const std::lock_guard lock(m_mutex);
+  const KeycodeSet modifiers = m_keyboard.keymap.current()->modifiers().momentary;
+  return m_isPatient && m_keyboard.persons.areInUse(modifiers, m_pressesBefore);
 }
 
 // How many of the first characters it has typed.

@@ -52,7 +52,12 @@ class Typist {
 
   // Types `characters`; `upcoming` starts with them and goes on with what the session will type
   // next, so that one change of the mapping serves for long. False where one of them was left out.
-  bool typeCharacters(std::span<const char32_t> characters, std::span<const char32_t> upcoming);
+  // Waits ahead of each run for whoever types with a modifier held, unless it is to be `atOnce`.
+  bool typeCharacters(std::span<const char32_t> characters, std::span<const char32_t> upcoming,
+                      bool atOnce);
+
+  // Whether typeCharacters() would wait now.
+  [[nodiscard]] bool mustWait();
 
   // Puts the likely characters of sessions to come on spare keys, those first that the layout in
   // force lacks. Does nothing where it would have to wait, and a session with it.

@@ -40,6 +40,13 @@ class Session final : public TypingSession {
     return type(m_text.feed(run));
   }
 
+  bool pressTextAgain(QStringView run) override {
+    const std::vector<char32_t> characters = charactersToType(run.toString());
+    return m_typist.typeCharacters(characters, characters, true);
+  }
+
+  [[nodiscard]] bool mustWait() const override { return m_typist.mustWait(); }
+
  private:
   // What is still to come of the announced text, where that begins with `characters`. What was not
   // announced comes by itself.
@@ -57,7 +64,7 @@ class Session final : public TypingSession {
       const bool isAnnounced = areAnnounced(characters);
       const auto upcoming = isAnnounced ? std::span<const char32_t>(m_upcoming).subspan(m_typed)
                                         : std::span<const char32_t>(characters);
-      complete = m_typist.typeCharacters(characters, upcoming) && complete;
+      complete = m_typist.typeCharacters(characters, upcoming, false) && complete;
       if (isAnnounced) m_typed += characters.size();
       characters.clear();
     };

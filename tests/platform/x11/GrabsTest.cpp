@@ -1,12 +1,14 @@
 // What is told of keys that somebody else has for themselves, and of who that is, on a real X
 // server.
 
+#include <thread>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
 #include <xcb/xinput.h>
 
 #include "e2e/harness/WaitUntil.h"
+#include "platform/KeyEventPoster.h"
 #include "platform/SecureInput.h"
 #include "platform/x11/BareWindow.h"
 #include "platform/x11/KeyboardDesk.h"
@@ -211,6 +213,29 @@ TEST_F(Grabs, ThroughXInputAreNoticedToo) {
   EXPECT_TRUE(secureInput().isSecureEventInputEnabled());
   ungrabDevice(connection(), masterKeyboard);
   expectSecure(false);
+}
+
+TEST_F(Grabs, GetNothingOfWhatIsBeingTyped) {
+  const auto typing = m_desk.session().keyEventPoster().beginTyping(u"abcdef"_s);
+  EXPECT_TRUE(typing->pressText(u"ab"));
+  {
+    const KeyboardGrab locker(connection());
+    EXPECT_FALSE(typing->pressText(u"cd"));
+  }
+  EXPECT_FALSE(typing->pressText(u"ef")) << "nobody knows any more where the caret is";
+  EXPECT_EQ(m_desk.witness().text(), u"ab"_s);
+  m_desk.type(u"gh"_s);
+  EXPECT_EQ(m_desk.witness().text(), u"ab"_s) << "the same sessions";
+}
+
+TEST_F(Grabs, ThatEndSoonAreWaitedFor) {
+  const auto typing = m_desk.session().keyEventPoster().beginTyping(u"abcd"_s);
+  EXPECT_TRUE(typing->pressText(u"ab"));
+  std::optional<KeyboardGrab> windowManager(std::in_place, connection());
+  std::thread end([&] { windowManager.reset(); });
+  EXPECT_TRUE(typing->pressText(u"cd"));
+  end.join();
+  EXPECT_EQ(m_desk.witness().text(), u"abcd"_s);
 }
 
 TEST_F(Grabs, ThatAreRefusedAreNone) {

@@ -1,6 +1,8 @@
 #include "platform/x11/typing/Typist.h"
 
 #include <algorithm>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 #include "platform/x11/connection/Connection.h"
@@ -10,6 +12,15 @@
 
 namespace zarvy::x11 {
 
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto longestGrab = 1s;
+constexpr auto pauseDuringGrab = 10ms;
+
+}  // namespace
+
 Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChanges,
                KeySender& sender, HeldModifiers& modifiers, TargetBarrier& barrier,
                const WindowProperties& windows)
@@ -18,6 +29,7 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
       m_sender(sender),
       m_modifiers(modifiers),
       m_barrier(barrier),
+      m_grabProbe(connection),
       m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows,
                   [this] { static_cast<void>(lookOnceModifiersAreUnused()); }),
       m_record(connection) {}
@@ -27,6 +39,7 @@ void Typist::beginSession() {
   const std::lock_guard lock(m_mutex);
   if (m_sessions++ > 0) return;
   m_pressesBefore = m_keyboard.persons.presses();
+  m_isShutOut = false;
   m_isPatient = true;
   m_textWasTyped = true;
 }
@@ -40,7 +53,7 @@ void Typist::endSession() {
 
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
-  if (m_isAbandoned) return false;
+  if (!awaitKeyboard()) return false;
   // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
   // For the same reason the spare keys are left alone here.
   Look seen = look();
@@ -62,7 +75,7 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
   bool complete = m_connection.isAlive();
   std::optional<std::size_t> roomMadeAt;
   for (std::size_t at = 0; at < characters.size();) {
-    if (m_isAbandoned) return false;
+    if (!awaitKeyboard()) return false;
     const Layout layout = charactersOf(atOnce ? look() : lookOnceModifiersAreUnused());
     at += typeWhatHasAKey(layout, characters.subspan(at));
     if (at == characters.size()) break;
@@ -140,6 +153,16 @@ void Typist::leaveNoTrace() {
   const std::lock_guard lock(m_mutex);
   m_spareKeys.giveBack();
   m_modifiers.letGo();
+}
+
+// Window managers have the keyboard for the time of a key press.
+bool Typist::awaitKeyboard() {
+  const auto deadline = std::chrono::steady_clock::now() + longestGrab;
+  while (!m_isAbandoned && !m_isShutOut && m_grabProbe.isGrabbedByAnother() == true) {
+    m_isShutOut = std::chrono::steady_clock::now() >= deadline;
+    std::this_thread::sleep_for(pauseDuringGrab);
+  }
+  return !m_isAbandoned && !m_isShutOut;
 }
 
 Typist::Look Typist::look() const {

@@ -8,6 +8,7 @@
 #include <span>
 #include <vector>
 
+#include "platform/x11/hearing/GrabProbe.h"
 #include "platform/x11/keyboard/KeyboardLook.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/SpareKeys.h"
@@ -29,6 +30,10 @@ class WindowProperties;
 // It types on the keyboard that the user typed on last, as KeySender says why, and the user types
 // on meanwhile: each stroke stands for itself, and somebody who types with a modifier held is let
 // finish first.
+//
+// While another client has the keyboard for itself nothing is typed: a menu would carry it out, and
+// a screen locker take it for a password. What is left of a session whose turn does not come soon
+// is dropped.
 class Typist {
  public:
   // What there is of the keyboard. `keymap` is that of the union of all keyboards.
@@ -47,7 +52,7 @@ class Typist {
   void beginSession();
   void endSession();
 
-  // False where the keyboard has no such key, or the server has gone.
+  // False where the keyboard has no such key, or somebody keeps it, or the server has gone.
   bool typeKey(quint16 virtualKey);
 
   // Types `characters`; `upcoming` starts with them and goes on with what the session will type
@@ -88,6 +93,7 @@ class Typist {
     KeyboardLook server;
     std::array<uint32_t, 256> releases{};  // as PersonsKeys counts them
   };
+  [[nodiscard]] bool awaitKeyboard();
   [[nodiscard]] Look look() const;
   [[nodiscard]] Look lookOnceModifiersAreUnused();
   [[nodiscard]] Layout keysOf(const Look& seen) const;
@@ -106,6 +112,7 @@ class Typist {
   KeySender& m_sender;
   HeldModifiers& m_modifiers;
   TargetBarrier& m_barrier;
+  const GrabProbe m_grabProbe;
   std::function<void()> m_onNoSpareKeys;
 
   std::atomic<bool> m_isAbandoned = false;
@@ -115,6 +122,7 @@ class Typist {
   TypingRecord m_record;
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
+  bool m_isShutOut = false;      // somebody kept the keyboard from the present sessions
   bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_textWasTyped = false;   // by the user or by sessions, since the last key

@@ -14,7 +14,9 @@ namespace zarvy {
 
 namespace {
 
-constexpr std::chrono::seconds patienceWithDisks{5};
+// For a display that does not answer, or a text that takes long to be looked through.
+constexpr std::chrono::seconds patienceWithTyping{2};
+constexpr std::chrono::seconds patienceWithDisks{4};
 constexpr std::chrono::milliseconds patienceWithSounds{500};
 
 // A portal that is only being started wants to look at this program by then.
@@ -96,12 +98,14 @@ bool ZarvyApp::end() {
   m_mainThread.close();
   m_injector->cutShort();
   m_desktop.abandonTyping();
-  m_workers.drain();
-  m_keyboardProcessing.drain();
+  const auto start = std::chrono::steady_clock::now();
+  const bool isTyped = m_workers.drainUntil(start + patienceWithTyping) &&
+                       m_keyboardProcessing.drainUntil(start + patienceWithTyping);
+  const bool isSaved = finishSaves(start + patienceWithDisks);
+  if (!isTyped) return false;
   m_desktop.close();
-  const bool hasFinishedSaves = finishSaves();
-  const auto deadline = std::chrono::steady_clock::now() + patienceWithSounds;
-  m_hasEndedInOrder = m_soundWorkers.drainUntil(deadline) && hasFinishedSaves;
+  const auto soundsEnd = std::chrono::steady_clock::now() + patienceWithSounds;
+  m_hasEndedInOrder = m_soundWorkers.drainUntil(soundsEnd) && isSaved;
   return m_hasEndedInOrder;
 }
 
@@ -117,8 +121,7 @@ void ZarvyApp::openManageSnippets() {
 }
 
 // A save that has begun goes from the documents to the shared file and back.
-bool ZarvyApp::finishSaves() {
-  const auto deadline = std::chrono::steady_clock::now() + patienceWithDisks;
+bool ZarvyApp::finishSaves(std::chrono::steady_clock::time_point deadline) {
   return m_storageQueue.drainUntil(deadline) && m_syncQueue.drainUntil(deadline) &&
          m_storageQueue.drainUntil(deadline);
 }

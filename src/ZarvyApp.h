@@ -60,12 +60,13 @@ class ZarvyApp {
   // What the menu's "Manage Snippets..." does.
   void openManageSnippets();
 
-  // What the destructor does; once. False where a disk or the sound server does not answer: a
-  // thread waits for it, and the destructor would as well, for ever.
+  // What the destructor does; once. False where the display, a disk or the sound server does not
+  // answer: a thread waits for it, and the destructor would as well, for ever. What could be saved
+  // has been.
   [[nodiscard]] bool end();
 
  private:
-  [[nodiscard]] bool finishSaves();
+  [[nodiscard]] bool finishSaves(std::chrono::steady_clock::time_point deadline);
   [[nodiscard]] PlaceholderServices placeholderServices();
   [[nodiscard]] ExpansionServices expansionServices();
   [[nodiscard]] LibraryServices libraryServices();

@@ -13,6 +13,7 @@
 
 #include "SingleInstance.h"
 #include "ZarvyApp.h"
+#include "base/EndProcess.h"
 #include "base/StandardDescriptors.h"
 #include "base/StandardErrorMessages.h"
 #include "base/StandardLineOutput.h"
@@ -25,8 +26,15 @@
 
 namespace {
 
+// From the wish to end on. Whatever does not answer, a display or a disk, does not hold it up.
+constexpr std::chrono::seconds longestEnd{5};
+
 // For the toolkit to leave in order, whose threads wait for a bus that hangs without limit.
-constexpr std::chrono::seconds patienceWithToolkit{5};
+constexpr std::chrono::milliseconds patienceWithToolkit{500};
+
+void limitEnd() {
+  zarvy::endProcessWithin(longestEnd);
+}
 
 // The platform plugins that Qt is to try, in their order. Where none loads, Qt ends the program;
 // this one stays up, to say why nothing expands.
@@ -63,6 +71,7 @@ struct Running {
 // Where a disk or the sound server does not answer there is no end in order; what could be saved
 // has been.
 void endInOrder(const Running& running, int status) {
+  limitEnd();
   running.instance.stopListening();
   const bool hasEnded = running.app.end();
   running.output.finish();
@@ -123,7 +132,7 @@ int main(int argc, char* argv[]) {
     return 0;
   }
   zarvy::keepToolkitFromBusThatHangs();
-  const zarvy::TerminationSignals signals(&QCoreApplication::quit);
+  const zarvy::TerminationSignals signals(&QCoreApplication::quit, &limitEnd);
   zarvy::ZarvyApp app(output);
   app.start();
   instance.listen([&app] {

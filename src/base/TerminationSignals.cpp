@@ -16,6 +16,9 @@ constexpr std::array handledSignals{SIGTERM, SIGINT, SIGHUP};
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<const EventFd*> raisedBySignals = nullptr;
 static_assert(std::atomic<const EventFd*>::is_always_lock_free);
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
+std::atomic<void (*)()> calledAtOnce = nullptr;
+static_assert(std::atomic<void (*)()>::is_always_lock_free);
 
 bool isIgnored(int signal) {
   struct sigaction current {};
@@ -32,6 +35,7 @@ void setHandler(int signal, void (*handler)(int)) {
 // The first signal asks for a clean end; a second one is not kept waiting for it.
 void noteSignal(int) {
   const int before = errno;
+  if (void (*const atOnce)() = calledAtOnce) atOnce();
   if (const EventFd* raised = raisedBySignals) raised->raise();
   for (const int signal : handledSignals) {
     if (!isIgnored(signal)) setHandler(signal, SIG_DFL);
@@ -41,13 +45,14 @@ void noteSignal(int) {
 
 }  // namespace
 
-TerminationSignals::TerminationSignals(std::function<void()> onTermination)
+TerminationSignals::TerminationSignals(std::function<void()> onTermination, void (*atOnce)())
     : m_notifier(m_raised.descriptor(), QSocketNotifier::Read) {
   QObject::connect(&m_notifier, &QSocketNotifier::activated, &m_notifier,
                    [this, onTermination = std::move(onTermination)] {
                      m_raised.lower();
                      onTermination();
                    });
+  calledAtOnce = atOnce;
   raisedBySignals = &m_raised;
   for (const int signal : handledSignals) {
     const bool isLeftIgnored = signal == SIGHUP && isIgnored(signal);  // as nohup asks for
@@ -60,6 +65,7 @@ TerminationSignals::~TerminationSignals() {
     if (!isIgnored(signal)) setHandler(signal, SIG_DFL);
   }
   raisedBySignals = nullptr;
+  calledAtOnce = nullptr;
 }
 
 }  // namespace zarvy

@@ -14,7 +14,10 @@ namespace zarvy {
 // QCoreApplication; afterwards the signals end the process at once, as is their default.
 class TerminationSignals {
  public:
-  explicit TerminationSignals(std::function<void()> onTermination);
+  // `atOnce` is called in the handler of the first signal, whatever the main thread waits for, and
+  // does no more than a handler may.
+  explicit TerminationSignals(
+      std::function<void()> onTermination, void (*atOnce)() = [] {});
   ~TerminationSignals();
 
   TerminationSignals(const TerminationSignals&) = delete;

@@ -49,6 +49,14 @@ TEST_F(TerminationSignalsTest, CallsBackFromTheEventLoopForEachKindOfSignal) {
   }
 }
 
+TEST_F(TerminationSignalsTest, TellsOfTheFirstSignalAtOnce) {
+  static int count = 0;
+  count = 0;
+  const TerminationSignals signals([] {}, [] { ++count; });
+  std::raise(SIGTERM);
+  EXPECT_EQ(count, 1) << "though nobody looks at events";
+}
+
 TEST_F(TerminationSignalsTest, KeepsASecondSignalNotWaiting) {
   for (const int first : {SIGTERM, SIGINT}) {
     const TerminationSignals signals([] {});

@@ -165,6 +165,13 @@ TEST_F(LifeCycle, startsAndEndsWhereTheAccessibilityBusDoesNotAnswer) {
   EXPECT_EQ(program().terminate(), ExitStatus{});
 }
 
+TEST_F(LifeCycle, endsWhereTheDisplayDoesNotAnswer) {
+  start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});
+  expectExpansion();
+  const Freeze freeze(stage().server().pid());
+  EXPECT_TRUE(program().terminate().has_value());
+}
+
 // As a machine does that is suspended and resumed.
 TEST_F(LifeCycle, goesOnAfterItWasStopped) {
   start(TargetKind::qt6, {{u";ok"_s, u"Ωk"_s}});

@@ -13,11 +13,12 @@ namespace zarvy {
 
 namespace {
 
-// As an entry's Exec key wants a path: in quotation marks, with a backslash before what a shell
-// would make something of, and then every backslash twice, since the file format takes one away.
-QString quoted(const QString& path) {
+// As an entry's Exec key wants an argument: in quotation marks, with a backslash before what a
+// shell would make something of, and then every backslash twice, since the file format takes one
+// away.
+QString quoted(const QString& argument) {
   QString text;
-  for (const QChar character : path) {
+  for (const QChar character : argument) {
     if (u"\"`$\\"_s.contains(character)) text += u'\\';
     text += character;
     if (character == u'%') text += character;
@@ -25,9 +26,11 @@ QString quoted(const QString& path) {
   return u'"' + text.replace(u"\\"_s, u"\\\\"_s) + u'"';
 }
 
+// Desktops put the output of what they start into a log, which is no place for what was typed.
 QByteArray entryFor(const QString& program) {
   return u"[Desktop Entry]\nType=Application\nName=Zarvy\nComment=Expands text as you type\n"
-         "Exec=%1\nTerminal=false\n"_s.arg(quoted(program))
+         "Exec=sh -c %1 %2\nTerminal=false\n"_s
+             .arg(quoted(u"exec \"$0\" >/dev/null"_s), quoted(program))
              .toUtf8();
 }
 

@@ -29,7 +29,10 @@ xcb_connection_t* toolkitConnection() {
 }  // namespace
 
 Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
-    : m_scheduler(scheduler), m_output(output), m_onLost(std::move(onLost)) {
+    : m_scheduler(scheduler),
+      m_output(output),
+      m_onLost(std::move(onLost)),
+      m_focusClaims([this] { return static_cast<pid_t>(m_session->keyboardOwner()); }) {
   openSession();
 }
 
@@ -68,8 +71,9 @@ void Desktop::openSession() {
                                m_session->workspace(), *m_secureInput, m_session->hotKeys(),
                                m_session->activationPolicy()});
   m_desktop.come(*m_parts);
-  m_passwordFields.start([this] { m_session->forgetWhatWasTyped(); },
-                         [this] { m_session->fenceKeys(); });
+  m_passwordFields.start(
+      [this] { m_session->forgetWhatWasTyped(); }, [this] { m_session->fenceKeys(); },
+      [this](qint64 process) { return m_focusClaims.isCredible(static_cast<pid_t>(process)); });
   m_terminalPasswords.start([this] { m_session->fenceKeys(); });
 }
 

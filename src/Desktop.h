@@ -12,6 +12,7 @@
 #include "platform/AccessibilityPermission.h"
 #include "platform/LateDesktop.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
+#include "platform/posix/FocusClaims.h"
 #include "platform/posix/TerminalPasswords.h"
 #include "platform/x11/X11Session.h"
 
@@ -59,7 +60,8 @@ class Desktop final : public AccessibilityPermission {
   LineOutput& m_output;
   const std::function<void()> m_onLost;
   bool m_hasSaidSo = false;
-  QString m_reason;  // why there is no session
+  QString m_reason;           // why there is no session
+  FocusClaims m_focusClaims;  // asked by what follows alone
   // These listen only where there is a session.
   PasswordFields m_passwordFields;
   TerminalPasswords m_terminalPasswords;

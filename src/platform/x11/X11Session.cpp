@@ -23,8 +23,8 @@
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TargetBarrier.h"
-#include "platform/x11/typing/Typist.h"
 #include "platform/x11/typing/TypingRecord.h"
+#include "platform/x11/typing/Typist.h"
 #include "platform/x11/typing/X11KeyEventPoster.h"
 #include "platform/x11/windows/WindowProperties.h"
 #include "platform/x11/windows/X11ActivationPolicy.h"
@@ -234,6 +234,10 @@ void X11Session::forgetWhatWasTyped() {
 }
 void X11Session::fenceKeys() {
   m_parts->fence.set();
+}
+qint64 X11Session::keyboardOwner() const {
+  const xcb_window_t window = m_parts->windows.focusedTopLevel();
+  return window == XCB_WINDOW_NONE ? 0 : m_parts->windows.localProcess(window);
 }
 bool X11Session::hasCompositor() const {
   return m_parts->windows.hasCompositor();

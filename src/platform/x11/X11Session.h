@@ -67,6 +67,10 @@ class X11Session {
   // be called before mustNotBeHeard() says that a secret has ended. Any thread.
   void fenceKeys();
 
+  // The process of this machine whose window has the keyboard; 0 where it is not known. Asks the
+  // display. Any thread.
+  [[nodiscard]] qint64 keyboardOwner() const;
+
   // Whether windows may let through what is behind them.
   [[nodiscard]] bool hasCompositor() const;
 

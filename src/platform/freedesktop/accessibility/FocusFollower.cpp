@@ -41,7 +41,8 @@ FocusFollower::FocusFollower(QDBusConnection bus, const Told& told, const Option
     : m_bus(std::move(bus)),
       m_secrecy(told.secrecy),
       m_detour(told.detour),
-      m_ownProcess(options.ownProcess) {
+      m_ownProcess(options.ownProcess),
+      m_canHaveKeyboard(options.canHaveKeyboard) {
   m_patience.setSingleShot(true);
   m_patience.setInterval(options.patience);
   connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
@@ -116,18 +117,20 @@ void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
   if (m_field && m_field->peer == signal.arguments().value(0).toString()) leave();
 }
 
+// What an application says of its field counts only once it is known that it can have the keyboard.
 void FocusFollower::enter(const AccessibleObject& field) {
+  const bool isKnown = m_field && m_field->peer == field.peer && m_peer == field.peer;
   if (!turnTo(field)) return;
   begin();
-  askForRole();
+  if (isKnown) return askForRole();
+  askForProcess(Then::role);
 }
 
 // What is typed into it has been heard all the time, until it says that it is secret.
 void FocusFollower::find(const AccessibleObject& field) {
   if (!turnTo(field)) return;
   m_isSettled = false;
-  askForProcess();
-  askForRole();
+  askForProcess(Then::role);
 }
 
 bool FocusFollower::turnTo(const AccessibleObject& field) {
@@ -144,7 +147,6 @@ void FocusFollower::begin() {
   m_isSettled = false;
   m_secrecy.doubt();
   m_patience.start();
-  askForProcess();
 }
 
 void FocusFollower::leave() {
@@ -162,27 +164,30 @@ void FocusFollower::lookAgain() {
   askForFocus();
 }
 
-void FocusFollower::askForProcess() {
+void FocusFollower::askForProcess(Then then) {
   auto question = questionToBus(u"GetConnectionUnixProcessID"_s);
   question << m_field->peer;
-  askLater(m_bus, question, this, [this, field = *m_field](const QDBusMessage& answer) {
-    learnProcess(field, numberIn(answer).value_or(0));
+  askLater(m_bus, question, this, [this, field = *m_field, then](const QDBusMessage& answer) {
+    learnProcess(field, numberIn(answer).value_or(0), then);
   });
 }
 
-void FocusFollower::learnProcess(const AccessibleObject& field, qint64 process) {
-  const bool isHere = m_field && m_field->peer == field.peer;
-  if (process != m_ownProcess) {
-    if (!isHere) return;
-    m_secrecy.setProcess(static_cast<qint32>(process));
-    m_detour.follow(m_bus, field.peer, process, this);
-    return;
-  }
-  m_ownPeer = field.peer;
-  if (!isHere) return;
+void FocusFollower::learnProcess(const AccessibleObject& field, qint64 process, Then then) {
+  if (process == m_ownProcess) m_ownPeer = field.peer;
+  if (!m_field || m_field->peer != field.peer) return;
+  if (process == m_ownProcess || !m_canHaveKeyboard(process)) return comeBack();
+  m_secrecy.setProcess(static_cast<qint32>(process));
+  m_detour.follow(m_bus, field.peer, process, this);
+  m_peer = field.peer;
+  if (then == Then::role) askForRole();
+}
+
+// What was said last does not count.
+void FocusFollower::comeBack() {
   m_field = std::exchange(m_before, std::nullopt);
   if (!m_field) return leave();
   begin();
+  askForProcess(Then::nothing);
   askForFocus();
 }
 

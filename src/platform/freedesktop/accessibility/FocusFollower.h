@@ -36,6 +36,9 @@ class FocusFollower final : public QObject {
     std::chrono::milliseconds patience;
     // Whose fields do not count: a menu of this program leaves the keyboard's window as it is.
     qint64 ownProcess;
+    // Whether a process that says that a field of its own has the keyboard can be right; 0 where
+    // the bus does not tell which it is. Called on the follower's thread.
+    std::function<bool(qint64 process)> canHaveKeyboard;
   };
 
   // `bus` is connected.
@@ -60,9 +63,12 @@ class FocusFollower final : public QObject {
   void find(const AccessibleObject& field);
   [[nodiscard]] bool turnTo(const AccessibleObject& field);
   void begin();
-  void learnProcess(const AccessibleObject& field, qint64 process);
+  // What to ask of a field once its process counts.
+  enum class Then { role, nothing };
+  void askForProcess(Then then);
+  void learnProcess(const AccessibleObject& field, qint64 process, Then then);
+  void comeBack();
   void leave();
-  void askForProcess();
   void askForRole();
   void askForFocus();
   // `handler` is called with the answer, an error included, unless another question was asked by
@@ -75,12 +81,14 @@ class FocusFollower final : public QObject {
   FieldSecrecy& m_secrecy;
   ToolkitKeyDetour& m_detour;
   const qint64 m_ownProcess;
+  const std::function<bool(qint64)> m_canHaveKeyboard;
   QTimer m_patience;
   // Absent once anything is told of the focus, which is newer.
   std::unique_ptr<FocusSearch> m_search;
   std::optional<AccessibleObject> m_field;  // the one that has the keyboard, as far as is known
   // The one that had it before an application came whose process is not known yet.
   std::optional<AccessibleObject> m_before;
+  QString m_peer;           // of the latest field whose process counts
   QString m_ownPeer;        // once it is known
   bool m_isSettled = true;  // it has said what it is
   quint64 m_question = 0;   // number of the latest; answers to older ones are dropped

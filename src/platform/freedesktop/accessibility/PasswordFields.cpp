@@ -21,10 +21,16 @@ constexpr auto patienceWithBuses = 1s;
 PasswordFields::PasswordFields(const Options& options)
     : m_bus(std::make_unique<AccessibilityBus>(
           FocusFollower::Told{.secrecy = m_secrecy, .detour = m_detour},
-          AccessibilityBus::Options{
-              .follower = {.patience = options.patience, .ownProcess = options.ownProcess},
-              .sessionAddress = options.sessionBusAddress,
-              .pauseWithoutBus = options.pauseWithoutBus})) {
+          AccessibilityBus::Options{.follower = {.patience = options.patience,
+                                                 .ownProcess = options.ownProcess,
+                                                 .canHaveKeyboard =
+                                                     [this](qint64 process) {
+                                                       const std::lock_guard lock(m_mutex);
+                                                       return m_isAbandoned ||
+                                                              m_canHaveKeyboard(process);
+                                                     }},
+                                    .sessionAddress = options.sessionBusAddress,
+                                    .pauseWithoutBus = options.pauseWithoutBus})) {
   m_thread.setObjectName(u"zarvy-focus"_s);
 }
 
@@ -33,7 +39,9 @@ PasswordFields::~PasswordFields() {
   m_thread.wait();
 }
 
-void PasswordFields::start(std::function<void()> onSecret, std::function<void()> onSecretEnds) {
+void PasswordFields::start(std::function<void()> onSecret, std::function<void()> onSecretEnds,
+                           std::function<bool(qint64)> canHaveKeyboard) {
+  m_canHaveKeyboard = std::move(canHaveKeyboard);
   m_secrecy.onSecret = unlessAbandoned(std::move(onSecret));
   m_secrecy.onSecretEnds = unlessAbandoned(std::move(onSecretEnds));
   m_bus->moveToThread(&m_thread);

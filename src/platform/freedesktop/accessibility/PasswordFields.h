@@ -47,7 +47,12 @@ class PasswordFields final : public SecureInput {
   // that the keyboard turns out to be in a password field, to have what was typed before forgotten;
   // `onSecretEnds` each time that it has left one, to keep unknown what was typed there and has not
   // been read yet.
-  void start(std::function<void()> onSecret, std::function<void()> onSecretEnds);
+  //
+  // `canHaveKeyboard` is asked there too, each time that a process says that a field of its own has
+  // the keyboard: whether that can be. The process is 0 where the bus does not tell.
+  void start(
+      std::function<void()> onSecret, std::function<void()> onSecretEnds,
+      std::function<bool(qint64 process)> canHaveKeyboard = [](qint64) { return true; });
 
   // Nothing is called and nothing is secret any more. Does not wait for a bus that hangs; the
   // destructor does.
@@ -71,6 +76,7 @@ class PasswordFields final : public SecureInput {
 
   FieldSecrecy m_secrecy;
   ToolkitKeyDetour m_detour;
+  std::function<bool(qint64)> m_canHaveKeyboard;
   std::mutex m_mutex;
   bool m_isAbandoned = false;  // under m_mutex: its thread waits for a bus and cannot end
   std::unique_ptr<AccessibilityBus> m_bus;  // lives on m_thread once that runs

@@ -27,6 +27,9 @@ class WindowProperties {
   // has gone.
   [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t focus) const;
 
+  // The same for the window that has the input focus now.
+  [[nodiscard]] xcb_window_t focusedTopLevel() const;
+
   // Whether the window is on the screen, or minimised in the care of a window manager. False for
   // one that has gone, and for one that its application has hidden.
   [[nodiscard]] bool isInUse(xcb_window_t window) const;
@@ -63,7 +66,6 @@ class WindowProperties {
   [[nodiscard]] bool isManaged(xcb_window_t window) const;
   [[nodiscard]] xcb_window_t windowProperty(xcb_window_t window, xcb_atom_t property) const;
   [[nodiscard]] xcb_window_t rootInFront() const;
-  [[nodiscard]] xcb_window_t focusedTopLevel() const;
   [[nodiscard]] xcb_window_t windowUnderPointer() const;
   [[nodiscard]] bool hasClass(xcb_window_t window) const;
 

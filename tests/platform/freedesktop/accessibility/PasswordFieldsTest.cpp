@@ -66,7 +66,8 @@ class PasswordFieldsTest : public testing::Test {
                                              .pauseWithoutBus = std::chrono::milliseconds(10),
                                              .ownProcess = m_ownProcess});
     m_fields->start([this] { ++m_secretCount; },
-                    [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); });
+                    [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); },
+                    [this](qint64) { return m_liesToCome == 0 || m_liesToCome-- == 0; });
   }
 
   // While this waits for the other thread, the fakes go on answering.
@@ -107,7 +108,8 @@ class PasswordFieldsTest : public testing::Test {
   FakeApplication& m_app = makeApplication(m_application);
   std::atomic<int> m_secretCount = 0;
   std::atomic<bool> m_endedWhileUnheard = false;
-  qint64 m_ownProcess = -1;  // that of the fakes is another one
+  std::atomic<int> m_liesToCome = 0;  // that somebody has the keyboard
+  qint64 m_ownProcess = -1;           // that of the fakes is another one
   std::optional<PasswordFields> m_fields;
 };
 
@@ -336,14 +338,46 @@ TEST_F(PasswordFieldsTest, EndWithTheirApplication) {
 TEST_F(PasswordFieldsTest, OfTheProgramItselfDoNotCount) {
   m_ownProcess = getpid();
   listen();
+  for (int claim = 0; claim < 3; ++claim) {
+    m_app.tellFocus(secretField, true);
+    // What comes behind it.
+    m_registry.reset();
+    m_registry.emplace(m_accessibility->address());
+    ASSERT_TRUE(comesTrue([&] { return m_registry->wantedEvents().size() >= 4; }));
+    expectOpen();
+  }
+  EXPECT_EQ(m_app.questionCount(), 0);
+  EXPECT_EQ(m_secretCount, 0);
+}
+
+TEST_F(PasswordFieldsTest, AreNotLeftForAFieldOfWhoCannotHaveTheKeyboard) {
+  std::optional<FakeApplication> liar;
+  makeApplication(liar);
+  listen();
   enter(m_app, secretField);
-  expectOpen();
+  expectSecret();
+  m_liesToCome = 1;
   const int questions = m_app.questionCount();
-  m_app.tellFocus(secretField, true);
-  std::optional<FakeApplication> second;
-  enter(makeApplication(second), secretField);  // what comes behind it
+  liar->tellFocus(plainField, true);
+  // Whether it still has the keyboard, and what it is.
+  ASSERT_TRUE(comesTrue([&] { return m_app.questionCount() >= questions + 2; }));
+  expectSecret();
+  EXPECT_FALSE(m_endedWhileUnheard) << "it was never taken for left";
+  EXPECT_EQ(liar->questionCount(), 0);
+}
+
+TEST_F(PasswordFieldsTest, OfWhoCannotHaveTheKeyboardDoNotCount) {
+  std::optional<FakeApplication> liar;
+  makeApplication(liar);
+  listen();
+  enter(m_app, plainField);
   expectOpen();
-  EXPECT_EQ(m_app.questionCount(), questions);
+  m_liesToCome = 1;
+  liar->setHanging(true);
+  const int questions = m_app.questionCount();
+  liar->tellFocus(secretField, true);
+  ASSERT_TRUE(comesTrue([&] { return m_app.questionCount() >= questions + 2; }));
+  expectOpen();
   EXPECT_EQ(m_secretCount, 0);
 }
 

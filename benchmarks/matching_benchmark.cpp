@@ -8,6 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include "base/LineOutput.h"
+#include "base/SystemSteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 
@@ -94,7 +95,8 @@ class RandomLibrary {
 void search(benchmark::State& state, const QList<Snippet>& snippets, const QStringList& buffers) {
   NoOutput output;
   FakePlaceholders placeholders;
-  TextExpansionEngine engine(output, placeholders.services());
+  const SystemSteadyClock clock;
+  TextExpansionEngine engine(output, clock, placeholders.services());
   engine.setSnippets(snippets);
   for (const QString& buffer : buffers) {
     if (engine.findMatch(buffer)) {
@@ -133,7 +135,8 @@ void handOver(benchmark::State& state) {
   const QList<Snippet> snippets = random.literals(state.range(0));
   NoOutput output;
   FakePlaceholders placeholders;
-  TextExpansionEngine engine(output, placeholders.services());
+  const SystemSteadyClock clock;
+  TextExpansionEngine engine(output, clock, placeholders.services());
   for (auto _ : state) engine.setSnippets(snippets);
 }
 

@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/SystemSteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
@@ -66,7 +67,8 @@ struct Desk {
 
   FakePlaceholders fakes;
   RecordingLineOutput output;
-  TextExpansionEngine engine{output, fakes.services()};
+  SystemSteadyClock clock;
+  TextExpansionEngine engine{output, clock, fakes.services()};
 };
 
 void process(benchmark::State& state, const QString& text) {

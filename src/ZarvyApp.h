@@ -9,6 +9,7 @@
 #include "base/QtScheduler.h"
 #include "base/SystemClock.h"
 #include "base/SystemSleeper.h"
+#include "base/SystemSteadyClock.h"
 #include "base/ThreadSerialQueue.h"
 #include "base/ThreadWorkerPool.h"
 #include "base/text/RegionalSettings.h"
@@ -77,6 +78,7 @@ class ZarvyApp {
   // In the order in which they stand on each other.
   LineOutput& m_output;
   SystemClock m_clock;
+  SystemSteadyClock m_steadyClock;
   SystemSleeper m_sleeper;
   QtScheduler m_scheduler;
   MainThread m_mainThread;

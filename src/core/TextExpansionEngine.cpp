@@ -8,6 +8,7 @@
 #include "core/CursorMarker.h"
 #include "core/FillInField.h"
 #include "core/matching/GroupNames.h"
+#include "core/matching/MatchingRound.h"
 #include "core/matching/TriggerLibrary.h"
 #include "core/placeholders/Captures.h"
 #include "core/placeholders/FillInFields.h"
@@ -41,10 +42,19 @@ QMap<QString, QString> namedCaptures(const Regex& regex, const RegexMatch& match
   return captures;
 }
 
+constexpr int patternsBetweenLooks = 64;
+
+// How a line names the snippet of an expression.
+QString nameOfRegex(const Snippet& snippet) {
+  return u"regex for snippet '"_s + snippet.title + u"' (trigger: "_s + snippet.trigger + u')';
+}
+
 }  // namespace
 
-TextExpansionEngine::TextExpansionEngine(LineOutput& output, const PlaceholderServices& services)
+TextExpansionEngine::TextExpansionEngine(LineOutput& output, const SteadyClock& clock,
+                                         const PlaceholderServices& services)
     : m_output(output),
+      m_clock(clock),
       m_services(services),
       m_library(std::make_shared<TriggerLibrary>()),
       m_regexCacheLibrary(m_library) {}
@@ -56,6 +66,7 @@ void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
   // The list that is here already, as at every start and after a pause, needs no second index.
   if (!library->snippets().isSharedWith(snippets)) {
     library = std::make_shared<TriggerLibrary>(snippets);
+    m_slowPatterns.keepThoseOf(*library);
   }
   // What is replaced lives to the end of this call, so that it is not taken apart under the locks.
   Library replacedLibrary;
@@ -94,34 +105,61 @@ std::optional<TriggerMatch> TextExpansionEngine::findMatch(const QString& buffer
     const Snippet& snippet = current->snippets().at(*position);
     return TriggerMatch{snippet, snippet.trigger, {}};
   }
+  MatchingRound round = beginRound();
+  std::optional<TriggerMatch> match;
+  int asked = 0;
   for (const qsizetype position : current->regexPositions()) {
-    if (auto match = matchRegex(current->snippets().at(position), buffer, current)) return match;
+    // Those that are ruled out ahead do not look at the clock, but may be many.
+    if (++asked % patternsBetweenLooks == 0) round.look();
+    match = matchRegex(current->snippets().at(position), buffer, current, round);
+    if (match || round.isOver()) break;
   }
-  return std::nullopt;
+  conclude(round);
+  return match;
+}
+
+MatchingRound TextExpansionEngine::beginRound() const {
+  return {m_clock, m_slowPatterns.leftOut()};
+}
+
+void TextExpansionEngine::conclude(const MatchingRound& round) {
+  for (const Snippet& snippet : round.tooSlow()) {
+    if (!m_slowPatterns.note(snippet.trigger)) continue;
+    m_output.print(u"Zarvy: Gave up matching "_s + nameOfRegex(snippet) +
+                   u": it takes too long, and is left out until it is edited"_s);
+  }
+  if (round.isCrowded() && ++m_crowdedRounds == SlowPatterns::patience) {
+    m_output.print(u"Zarvy: Gave up matching some regexes: all of them together take too long"_s);
+  }
 }
 
 TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet) {
-  return compiledRegex(snippet, library());
+  MatchingRound round = beginRound();
+  return compiledRegex(snippet, library(), round);
 }
 
 TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet,
-                                                                      const Library& library) {
+                                                                      const Library& library,
+                                                                      MatchingRound& round) {
   const std::scoped_lock guard(m_regexCacheLock);
-  if (m_regexCacheLibrary != library) return compile(snippet);
+  if (m_regexCacheLibrary != library) return compile(snippet, round);
   if (const auto known = m_regexCache.constFind(snippet.id); known != m_regexCache.constEnd()) {
     return *known;
   }
-  CompiledRegex regex = compile(snippet);
+  CompiledRegex regex = compile(snippet, round);
   if (regex) m_regexCache.insert(snippet.id, regex);
   return regex;
 }
 
-TextExpansionEngine::CompiledRegex TextExpansionEngine::compile(const Snippet& snippet) const {
+TextExpansionEngine::CompiledRegex TextExpansionEngine::compile(const Snippet& snippet,
+                                                                MatchingRound& round) const {
+  round.beginCompiling();
   // Appended as it is, without a group around the trigger: "a|b" becomes "a|b$".
   Regex::Compilation compilation = Regex::compile(snippet.trigger + u'$');
-  if (const auto* const error = std::get_if<QString>(&compilation)) {
-    m_output.print(u"Zarvy: Failed to compile regex for snippet '"_s + snippet.title +
-                   u"' (trigger: "_s + snippet.trigger + u"): "_s + *error);
+  const auto* const error = std::get_if<QString>(&compilation);
+  round.endCompiling(snippet, !error);
+  if (error) {
+    m_output.print(u"Zarvy: Failed to compile "_s + nameOfRegex(snippet) + u": "_s + *error);
     return nullptr;
   }
   return std::get<CompiledRegex>(std::move(compilation));
@@ -129,19 +167,24 @@ TextExpansionEngine::CompiledRegex TextExpansionEngine::compile(const Snippet& s
 
 std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
                                                             const QString& buffer) {
-  return matchRegex(snippet, buffer, library());
+  MatchingRound round = beginRound();
+  auto match = matchRegex(snippet, buffer, library(), round);
+  conclude(round);
+  return match;
 }
 
 std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
                                                             const QString& buffer,
-                                                            const Library& library) {
-  const CompiledRegex regex = compiledRegex(snippet, library);
-  if (!regex) return std::nullopt;
-  const RegexSearch search = regex->firstMatch(buffer);
-  if (search.outcome == RegexOutcome::gaveUp && regex->claimGivingUpReport()) {
-    m_output.print(u"Zarvy: Gave up matching regex for snippet '"_s + snippet.title +
-                   u"' (trigger: "_s + snippet.trigger + u"): it takes too long"_s);
-  }
+                                                            const Library& library,
+                                                            MatchingRound& round) {
+  if (round.isLeftOut(snippet)) return std::nullopt;
+  const CompiledRegex regex = compiledRegex(snippet, library, round);
+  if (!regex || !regex->canMatch(buffer)) return std::nullopt;
+  round.beginSearch();
+  if (round.isOver()) return std::nullopt;
+  const RegexSearch search =
+      regex->firstMatch(buffer, [&round](qint64 steps) { return round.mayGoOn(steps); });
+  round.endSearch(snippet, search.outcome == RegexOutcome::gaveUp);
   if (search.outcome != RegexOutcome::matched) return std::nullopt;
   auto matchedString = textOfRange(buffer, search.match.range());
   if (!matchedString) return std::nullopt;

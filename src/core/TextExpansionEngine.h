@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -13,8 +14,10 @@
 #include <QUuid>
 
 #include "base/LineOutput.h"
+#include "base/SteadyClock.h"
 #include "core/ExpandedText.h"
 #include "core/TriggerMatch.h"
+#include "core/matching/SlowPatterns.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
 #include "core/placeholders/PlaceholderServices.h"
@@ -22,8 +25,8 @@
 namespace zarvy {
 
 struct FillInField;
+class MatchingRound;
 class Regex;
-class TriggerLibrary;
 
 // Decides whether the text just typed ends in a trigger, and turns the snippet's replacement into
 // the text to type. Any thread, unless said otherwise; in practice the main one.
@@ -31,7 +34,9 @@ class TextExpansionEngine {
  public:
   using CompiledRegex = std::shared_ptr<const Regex>;
 
-  TextExpansionEngine(LineOutput& output, const PlaceholderServices& services);
+  // `clock` measures what matching takes.
+  TextExpansionEngine(LineOutput& output, const SteadyClock& clock,
+                      const PlaceholderServices& services);
   ~TextExpansionEngine();
   TextExpansionEngine(const TextExpansionEngine&) = delete;
   TextExpansionEngine& operator=(const TextExpansionEngine&) = delete;
@@ -52,7 +57,9 @@ class TextExpansionEngine {
 
   // The snippet whose trigger ends `buffer`: the first literal one in the library's order, else
   // the first regular expression. Called for every character typed; what it costs does not grow
-  // with the number of literal triggers. Prints a line for each expression that does not compile.
+  // with the number of literal triggers, and expressions have 50 ms together: those behind are not
+  // asked then. Prints a line for each expression that does not compile. One that was too slow
+  // three times is left out, after a line, until it is edited.
   [[nodiscard]] std::optional<TriggerMatch> findMatch(const QString& buffer);
 
   // The expression of `snippet` with "$" behind it, compiled once and kept until the library is
@@ -60,7 +67,8 @@ class TextExpansionEngine {
   [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet);
 
   // The leftmost match of the expression of `snippet` in `buffer`. Absent too where the match
-  // begins or ends inside a user-perceived character, and where matching took too long.
+  // begins or ends inside a user-perceived character, and where matching took too long, now or
+  // three times before.
   [[nodiscard]] std::optional<TriggerMatch> matchRegex(const Snippet& snippet,
                                                        const QString& buffer);
 
@@ -92,14 +100,21 @@ class TextExpansionEngine {
   using Library = std::shared_ptr<const TriggerLibrary>;
 
   [[nodiscard]] Library library() const;
-  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, const Library& library);
-  [[nodiscard]] CompiledRegex compile(const Snippet& snippet) const;
+  [[nodiscard]] MatchingRound beginRound() const;
+  void conclude(const MatchingRound& round);
+  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, const Library& library,
+                                            MatchingRound& round);
+  [[nodiscard]] CompiledRegex compile(const Snippet& snippet, MatchingRound& round) const;
   [[nodiscard]] std::optional<TriggerMatch> matchRegex(const Snippet& snippet,
                                                        const QString& buffer,
-                                                       const Library& library);
+                                                       const Library& library,
+                                                       MatchingRound& round);
 
   LineOutput& m_output;
+  const SteadyClock& m_clock;
   const PlaceholderServices m_services;
+  SlowPatterns m_slowPatterns;
+  std::atomic<int> m_crowdedRounds = 0;
 
   // Taken together only by setSnippets(), in this order; every other road holds one at a time.
   mutable std::mutex m_snippetsLock;

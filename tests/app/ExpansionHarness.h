@@ -24,6 +24,7 @@
 #include "fakes/ManualClock.h"
 #include "fakes/ManualQueue.h"
 #include "fakes/ManualScheduler.h"
+#include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingKeyEventPoster.h"
 #include "fakes/RecordingSleeper.h"
 #include "fakes/RecordingSoundOutput.h"
@@ -143,7 +144,8 @@ class ExpansionHarness {
  public:
   JournalOutput output{journal};
   FakePlaceholders placeholders;
-  TextExpansionEngine engine{output, placeholders.services()};
+  ManualSteadyClock steadyClock;
+  TextExpansionEngine engine{output, steadyClock, placeholders.services()};
   KeyboardMonitor monitor{source, permission, scheduler, keyQueue, output};
   std::shared_ptr<TextInjector> injector =
       TextInjector::make(poster, workspace, inputMethod, sleeper, workers, scheduler);

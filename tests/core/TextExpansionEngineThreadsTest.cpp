@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/SystemSteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
@@ -34,7 +35,8 @@ TEST(TextExpansionEngineThreads, MatchesWhileTheLibraryIsEdited) {
   constexpr int editions = 400;
   RecordingLineOutput output;
   FakePlaceholders placeholders;
-  TextExpansionEngine engine(output, placeholders.services());
+  const SystemSteadyClock clock;
+  TextExpansionEngine engine(output, clock, placeholders.services());
   const QUuid regexID = QUuid::createUuid();
   engine.setSnippets(edition(0, regexID));
   std::atomic<bool> isEnding{false};

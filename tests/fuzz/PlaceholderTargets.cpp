@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "base/SystemSteadyClock.h"
 #include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
@@ -66,7 +67,8 @@ class Desk {
  private:
   FakePlaceholders& m_fakes;
   RecordingLineOutput m_output;
-  TextExpansionEngine m_engine{m_output, m_fakes.services()};
+  SystemSteadyClock m_steadyClock;
+  TextExpansionEngine m_engine{m_output, m_steadyClock, m_fakes.services()};
   QMap<QString, QString> m_captures;
 };
 

@@ -10,9 +10,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-// In units of ICU's own counter of backtracking steps; one is about 0.1 ms of today's machines.
-constexpr int32_t timeLimit = 200;
-constexpr int32_t timeLimitAfterGivingUp = 20;
+// ICU asks once in so many steps of backtracking.
+constexpr qint64 stepsBetweenQuestions = 10'000;
+
+// A step keeps a copy of where each group stands. So many of them cost as much as the step itself.
+constexpr qint64 groupsInAStep = 8;
 
 QString describe(UErrorCode status, const UParseError& place) {
   QString text = QString::fromLatin1(u_errorName(status));
@@ -46,6 +48,19 @@ RegexMatch currentMatch(URegularExpression* expression) {
 
 }  // namespace
 
+// What ICU's question needs of the search that is under way.
+struct Regex::Watch {
+  static UBool U_CALLCONV ask(const void* context, int32_t /*questions*/) {
+    auto* const watch = const_cast<Watch*>(static_cast<const Watch*>(context));
+    watch->steps += watch->stepsOfAQuestion;
+    return !watch->mayGoOn || !*watch->mayGoOn || (*watch->mayGoOn)(watch->steps) ? 1 : 0;
+  }
+
+  const MayGoOn* mayGoOn = nullptr;
+  qint64 steps = 0;
+  qint64 stepsOfAQuestion = stepsBetweenQuestions;
+};
+
 void Regex::Close::operator()(URegularExpression* expression) const {
   uregex_close(expression);
 }
@@ -57,21 +72,31 @@ Regex::Compilation Regex::compile(const QString& pattern) {
   const QStringView view(pattern);
   Handle handle(uregex_open(view.isEmpty() ? u"" : view.utf16(), static_cast<int32_t>(view.size()),
                             0, &place, &status));
-  if (U_SUCCESS(status)) uregex_setTimeLimit(handle.get(), timeLimit, &status);
+  auto watch = std::make_unique<Watch>();
+  if (U_SUCCESS(status)) {
+    watch->stepsOfAQuestion += stepsBetweenQuestions / groupsInAStep *
+                               static_cast<qint64>(uregex_groupCount(handle.get(), &status));
+    uregex_setMatchCallback(handle.get(), &Watch::ask, watch.get(), &status);
+  }
   if (U_FAILURE(status)) return describe(status, place);
-  return std::shared_ptr<const Regex>(new Regex(pattern, std::move(handle)));
+  return std::shared_ptr<const Regex>(new Regex(pattern, std::move(handle), std::move(watch)));
 }
 
-Regex::Regex(QString pattern, Handle handle)
-    : m_pattern(std::move(pattern)), m_required(m_pattern), m_handle(std::move(handle)) {}
+Regex::Regex(QString pattern, Handle handle, std::unique_ptr<Watch> watch)
+    : m_pattern(std::move(pattern)),
+      m_required(m_pattern),
+      m_watch(std::move(watch)),
+      m_handle(std::move(handle)) {}
 
 Regex::~Regex() = default;
 
-RegexSearch Regex::firstMatch(QStringView text) const {
-  if (!m_required.arePresentIn(text)) return {};
+RegexSearch Regex::firstMatch(QStringView text, const MayGoOn& mayGoOn) const {
   const std::scoped_lock guard(m_lock);
   if (!setText(m_handle.get(), text)) return {};
+  m_watch->mayGoOn = &mayGoOn;
+  m_watch->steps = 0;
   RegexSearch result = search(true);
+  m_watch->mayGoOn = nullptr;
   setText(m_handle.get(), {});  // the caller's text does not outlive the call
   return result;
 }
@@ -102,13 +127,7 @@ RegexSearch Regex::search(bool fromStart) const {
   UErrorCode status = U_ZERO_ERROR;
   const bool found = fromStart ? uregex_find(m_handle.get(), 0, &status) != 0
                                : uregex_findNext(m_handle.get(), &status) != 0;
-  if (U_FAILURE(status)) {
-    status = U_ZERO_ERROR;
-    uregex_setTimeLimit(m_handle.get(), timeLimitAfterGivingUp, &status);
-    m_hasGivenUp = true;
-    return {RegexOutcome::gaveUp, {}};
-  }
-  if (std::exchange(m_hasGivenUp, false)) uregex_setTimeLimit(m_handle.get(), timeLimit, &status);
+  if (U_FAILURE(status)) return {RegexOutcome::gaveUp, {}};
   if (!found) return {};
   return {RegexOutcome::matched, currentMatch(m_handle.get())};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <atomic>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -36,7 +36,7 @@ struct RegexMatch {
 enum class RegexOutcome {
   matched,
   noMatch,
-  gaveUp,  // matching took more time or memory than it may; the text may or may not match
+  gaveUp,  // it was not to go on, or took too much memory; the text may or may not match
 };
 
 struct RegexSearch {
@@ -46,11 +46,12 @@ struct RegexSearch {
 
 // A compiled regular expression of ICU's syntax, without options: case counts unless the pattern
 // says otherwise. Immutable to its users; any thread, one search at a time and the others wait.
-//
-// No search goes on for longer than some 20 ms: an expression that backtracks without end gives
-// up. From then on it gets a tenth of that, so that it cannot slow down every key press.
 class Regex {
  public:
+  // Asked now and then while a search is under way, whether it may go on. `steps` says what the
+  // search has cost so far, some 20 ns each; fewer than 10,000 pass without a question.
+  using MayGoOn = std::function<bool(qint64 steps)>;
+
   // The expression, or what is wrong with the pattern as one line.
   using Compilation = std::variant<std::shared_ptr<const Regex>, QString>;
   [[nodiscard]] static Compilation compile(const QString& pattern);
@@ -61,34 +62,35 @@ class Regex {
 
   [[nodiscard]] const QString& pattern() const { return m_pattern; }
 
-  // The leftmost match in `text`.
-  [[nodiscard]] RegexSearch firstMatch(QStringView text) const;
+  // False where no part of `text` can match. A look at the text tells it, before any search.
+  [[nodiscard]] bool canMatch(QStringView text) const { return m_required.arePresentIn(text); }
 
-  // All matches from left to right, none overlapping; those found so far where it gives up.
+  // The leftmost match in `text`. Without `mayGoOn` it is sought to the end, which may never come:
+  // only for a pattern of the program's own.
+  [[nodiscard]] RegexSearch firstMatch(QStringView text, const MayGoOn& mayGoOn = {}) const;
+
+  // All matches from left to right, none overlapping; without end, as above.
   [[nodiscard]] QList<RegexMatch> allMatches(QStringView text) const;
 
   // The number of a named group, for RegexMatch::groups. Absent for a name the pattern has not.
   [[nodiscard]] std::optional<std::size_t> groupNumber(const QString& name) const;
-
-  // True for the first caller only, so that giving up is reported once for an expression.
-  [[nodiscard]] bool claimGivingUpReport() const { return !m_isReported.exchange(true); }
 
  private:
   struct Close {
     void operator()(URegularExpression* expression) const;
   };
   using Handle = std::unique_ptr<URegularExpression, Close>;
+  struct Watch;
 
-  Regex(QString pattern, Handle handle);
+  Regex(QString pattern, Handle handle, std::unique_ptr<Watch> watch);
 
   [[nodiscard]] RegexSearch search(bool fromStart) const;
 
   const QString m_pattern;
   const RequiredCharacters m_required;
-  const Handle m_handle;              // guarded by m_lock: it holds the state of the search
-  mutable bool m_hasGivenUp = false;  // guarded by m_lock; the time limit is the short one
+  const std::unique_ptr<Watch> m_watch;  // guarded by m_lock, as is what follows
+  const Handle m_handle;                 // holds the state of the search
   mutable std::mutex m_lock;
-  mutable std::atomic<bool> m_isReported{false};
 };
 
 }  // namespace zarvy

@@ -62,22 +62,66 @@ TEST(Regex, SaysThatAnEmptyPatternIsNone) {
   EXPECT_TRUE(std::holds_alternative<QString>(Regex::compile(QString())));
 }
 
-TEST(Regex, GivesUpOnBacktrackingWithoutEnd) {
+// Lets a search go on for so many questions.
+class Patience {
+ public:
+  explicit Patience(int questions) : m_questions(questions) {}
+
+  [[nodiscard]] Regex::MayGoOn mayGoOn() {
+    return [this](qint64 steps) {
+      m_steps = steps;
+      return ++m_asked < m_questions;
+    };
+  }
+
+  [[nodiscard]] int asked() const { return m_asked; }
+  [[nodiscard]] qint64 steps() const { return m_steps; }
+
+ private:
+  const int m_questions;
+  int m_asked = 0;
+  qint64 m_steps = 0;
+};
+
+TEST(Regex, GivesUpOnceItMayNotGoOn) {
   const QString text = u"!b"_s + QString(48, u'a');
   for (const QString& pattern :
-       {u"(a+)+!$"_s, u"(a|aa)+!$"_s, u"(.*)*!$"_s, u"(\\w+\\s?)+!$"_s, u"(a+a+)+b$"_s}) {
+       {u"(a+)+!$"_s, u"(a|aa)+!$"_s, u"(.*)*!$"_s, u"(\\w+\\s?)+!$"_s, u"(a+a+)+b$"_s,
+        u".*.*.*.*[^\\w]$"_s, u"(?:(?:){1000000}){1000000}$"_s}) {
+    SCOPED_TRACE(pattern.toStdString());
     const auto regex = compiled(pattern);
-    EXPECT_EQ(regex->firstMatch(text).outcome, RegexOutcome::gaveUp);
-    EXPECT_EQ(regex->firstMatch(text).outcome, RegexOutcome::gaveUp);
-    EXPECT_EQ(regex->firstMatch(u"aaa!").outcome == RegexOutcome::gaveUp, false)
-        << "a text that is quick to search is still searched";
+    for (int questions : {1, 7}) {
+      Patience patience(questions);
+      EXPECT_EQ(regex->firstMatch(text, patience.mayGoOn()).outcome, RegexOutcome::gaveUp);
+      EXPECT_EQ(patience.asked(), questions);
+      EXPECT_GE(patience.steps(), 10'000 * questions);
+    }
   }
 }
 
-TEST(Regex, LetsOneCallerReportThatItGaveUp) {
-  const auto regex = compiled(u"a"_s);
-  EXPECT_TRUE(regex->claimGivingUpReport());
-  EXPECT_FALSE(regex->claimGivingUpReport());
+TEST(Regex, SearchesOnAfterItGaveUp) {
+  const auto regex = compiled(u"(a+)+!$"_s);
+  Patience none(1);
+  EXPECT_EQ(regex->firstMatch(u"!b"_s + QString(48, u'a'), none.mayGoOn()).outcome,
+            RegexOutcome::gaveUp);
+  EXPECT_EQ(regex->firstMatch(u"aaa!", none.mayGoOn()).outcome, RegexOutcome::matched);
+  EXPECT_EQ(none.asked(), 1) << "a quick search asks nothing";
+}
+
+TEST(Regex, CountsTheStepsOfManyGroupsAsMore) {
+  const QString text(50, u'b');
+  QString groups;
+  for (int group = 0; group < 800; ++group) groups += u"(b)?"_s;
+  Patience few(1);
+  Patience many(1);
+  static_cast<void>(compiled(u"(b+)+!$"_s)->firstMatch(text, few.mayGoOn()));
+  static_cast<void>(compiled(groups + u"!$"_s)->firstMatch(text, many.mayGoOn()));
+  EXPECT_GT(many.steps(), 50 * few.steps());
+}
+
+TEST(Regex, KnowsTextsThatCannotMatch) {
+  EXPECT_FALSE(compiled(u"a+!"_s)->canMatch(u"aaa"));
+  EXPECT_TRUE(compiled(u"a+!"_s)->canMatch(u"aaa!"));
 }
 
 TEST(Regex, SearchesTextWithLoneSurrogatesAndNul) {

@@ -7,6 +7,7 @@
 #include "core/matching/NaiveMatcher.h"
 #include "core/matching/SuffixIndex.h"
 #include "fakes/FakePlaceholders.h"
+#include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 
@@ -203,7 +204,8 @@ TEST(SuffixIndex, AgreesWithTwoPlainPassesOnRandomLibraries) {
     const QList<Snippet> snippets = random.library();
     RecordingLineOutput output;
     FakePlaceholders placeholders;
-    TextExpansionEngine engine(output, placeholders.services());
+    const ManualSteadyClock clock;
+    TextExpansionEngine engine(output, clock, placeholders.services());
     engine.setSnippets(snippets);
     NaiveMatcher naive(snippets);
     for (int buffers = 0; buffers < 20; ++buffers, ++cases) {

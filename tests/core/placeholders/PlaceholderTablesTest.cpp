@@ -8,6 +8,7 @@
 #include "core/TextExpansionEngine.h"
 #include "core/placeholders/GoldenTable.h"
 #include "fakes/FakePlaceholders.h"
+#include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 
@@ -24,7 +25,8 @@ class Setting {
     m_placeholders = std::make_unique<FakePlaceholders>(m_region, m_timeZone);
     m_placeholders->clock.setNow(QDateTime(m_day, m_time, QTimeZone("Europe/Berlin")).toUTC());
     for (const QStringList& given : givens) apply(given.at(0), given.sliced(1));
-    m_engine = std::make_unique<TextExpansionEngine>(m_output, m_placeholders->services());
+    m_engine =
+        std::make_unique<TextExpansionEngine>(m_output, m_steadyClock, m_placeholders->services());
     m_engine->setSnippets(m_snippets);
     m_engine->setGlobalVariables(m_variables);
     m_engine->onNeedsFillIn = [this](const Snippet&, const QList<FillInField>& asked) {
@@ -108,6 +110,7 @@ class Setting {
   QList<Snippet> m_snippets;
   QMap<QString, QString> m_captures;
   RecordingLineOutput m_output;
+  ManualSteadyClock m_steadyClock;
   std::unique_ptr<FakePlaceholders> m_placeholders;
   std::unique_ptr<TextExpansionEngine> m_engine;
 };

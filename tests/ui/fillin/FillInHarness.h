@@ -21,6 +21,7 @@
 #include "fakes/FakeWorkspace.h"
 #include "fakes/Journal.h"
 #include "fakes/ManualQueue.h"
+#include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
@@ -62,8 +63,10 @@ class FillInHarness {
   DocumentQueue documents{store, documentQueue};
   FieldDefaultsStore fieldDefaults{documents, scheduler};
   FakePlaceholders placeholders;
+  ManualSteadyClock steadyClock;
   TextExpansionEngine engine{
       output,
+      steadyClock,
       {placeholders.clock, placeholders.dates, placeholders.pasteboard, placeholders.mainThread,
        placeholders.counters, fieldDefaults, placeholders.shell, placeholders.javaScript}};
 };

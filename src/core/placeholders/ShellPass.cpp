@@ -19,13 +19,13 @@ bool isOfWholeCharacters(QStringView text, QStringView part) {
 }  // namespace
 
 // Other than the other passes this one begins anew after each command: equal commands run once
-// each, and a command may write a further one. A command that always writes itself never ends.
+// each, and a command may write a further one, up to the limit.
 QString shellPass(const QString& text, PassContext& context) {
   QString result = text;
   while (const auto placeholder = PlaceholderScan(result, {commandOpeners}).next()) {
     const QStringView literal = placeholder->literal;
     if (!isOfWholeCharacters(result, literal) ||
-        !isOfWholeCharacters(result, placeholder->argument)) {
+        !isOfWholeCharacters(result, placeholder->argument) || !context.limit.spendCommand()) {
       break;
     }
     QString output = context.services.shell.evaluate(placeholder->argument.toString());

@@ -7,10 +7,13 @@
 #include <QFile>
 
 #include "base/FileDescriptor.h"
+#include "storage/ReadFile.h"
 
 namespace zarvy {
 
 std::optional<QString> copyFile(const QString& from, const QString& to) {
+  // One that never ends would never be copied either.
+  if (const auto content = readFile(from); !content) return content.error().description();
   QFile source(from);
   if (!source.copy(to)) return source.errorString();
   const bool isPrivate = QFile::setPermissions(to, QFile::ReadOwner | QFile::WriteOwner);

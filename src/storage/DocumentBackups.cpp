@@ -12,6 +12,7 @@
 
 #include "storage/CopyFile.h"
 #include "storage/PrivateFolder.h"
+#include "storage/ReadFile.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -117,9 +118,9 @@ void DocumentBackups::keep(const QString& folder, const QString& setName, Reason
     const QString kept = unfinished + u'/' + name;
     const auto error = copyFile(place, kept);
     if (!error) continue;
-    // What the user may not read can be moved, and is about to be replaced.
-    const bool isMoved = reason == Reason::unreadable && !QFileInfo(place).isReadable() &&
-                         QFile::rename(place, kept);
+    // What cannot be read can be moved, and is about to be replaced.
+    const bool isMoved =
+        reason == Reason::unreadable && !readFile(place) && QFile::rename(place, kept);
     if (!isMoved) return fail(name + u": "_s + *error);
   }
   if (const auto error = synchronizeFolder(unfinished)) return fail(*error);

@@ -1,11 +1,11 @@
 #include "storage/DocumentFile.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
 #include "storage/DocumentBackups.h"
+#include "storage/ReadFile.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -28,15 +28,10 @@ bool DocumentFile::save(const QByteArray& text) const {
 }
 
 std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {
-  const QFileInfo place(m_path);
-  if (!place.exists()) return std::nullopt;
-  // To open a pipe would wait for somebody who writes into it.
-  if (!place.isFile() && !place.isDir()) return JsonError{{}, u"Not a regular file"_s};
-  QFile file(m_path);
-  if (!file.open(QIODevice::ReadOnly)) return JsonError{{}, file.errorString()};
-  const QByteArray text = file.readAll();
-  if (file.error() != QFileDevice::NoError) return JsonError{{}, file.errorString()};
-  return parseJson(text);
+  if (!QFileInfo::exists(m_path)) return std::nullopt;
+  const JsonResult<QByteArray> text = readFile(m_path);
+  if (!text) return text.error();
+  return parseJson(text.value());
 }
 
 void DocumentFile::printLoadFailure(const JsonError& error) const {

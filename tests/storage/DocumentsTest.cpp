@@ -323,6 +323,18 @@ TEST_P(Documents, AreRefusedWhereAPipeStandsInTheirPlace) {
 
 using AllDocuments = DataFolder;
 
+// Nor are they copied where they are kept, which would fill the disk: the link itself is.
+TEST_F(AllDocuments, AreRefusedWhereAFileThatNeverEndsStandsInTheirPlace) {
+  const QString place = path(u"counters.json"_s);
+  write(u"snippets.json"_s, "[]");
+  ASSERT_TRUE(QFile::link(u"/proc/self/pagemap"_s, place));
+  EXPECT_TRUE(m_store.loadCounters().isEmpty());
+  EXPECT_EQ(m_output.takeLines(), QStringList{u"Error loading counters: Larger than 256 MiB"_s});
+  m_store.saveCounters(counters);
+  EXPECT_EQ(m_output.takeLines(), QStringList());
+  EXPECT_EQ(m_store.loadCounters(), counters);
+}
+
 TEST_F(AllDocuments, AreRefusedWholeForOneDateWithAFraction) {
   QStringList refused;
   for (const Document& document : documents) {

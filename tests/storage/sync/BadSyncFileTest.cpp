@@ -59,6 +59,15 @@ class BadSyncFile : public SyncHarness {
   }
 };
 
+// Without a block on the disk.
+TEST_F(BadSyncFile, IsRefusedWhereItIsTooLarge) {
+  write(good);
+  ASSERT_TRUE(QFile::resize(file(), qint64{256} * 1024 * 1024 + 1));
+  EXPECT_EQ(m_machine.download(), std::nullopt);
+  EXPECT_EQ(m_output.takeLines(),
+            QStringList{u"iCloud sync download error: Larger than 256 MiB"_s});
+}
+
 TEST_F(BadSyncFile, IsNotTheGoodOneOfTheseTests) {
   write(good);
   EXPECT_EQ(m_machine.sync().metadata->dataVersion, 3);

@@ -1,0 +1,50 @@
+#include "storage/ReadFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <QFile>
+
+#include "base/FileDescriptor.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace zarvy {
+namespace {
+
+constexpr qint64 pieceSize = qint64{1} * 1024 * 1024;
+
+JsonError errorOfReading() {
+  return {{}, qt_error_string(errno)};
+}
+
+}  // namespace
+
+JsonResult<QByteArray> readFile(const QString& path, qint64 largest) {
+  const FileDescriptor descriptor(
+      ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat status {};
+  if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0) return errorOfReading();
+  if (S_ISDIR(status.st_mode)) return JsonError{{}, qt_error_string(EISDIR)};
+  if (!S_ISREG(status.st_mode)) return JsonError{{}, u"Not a regular file"_s};
+  QFile file;
+  if (!file.open(descriptor.get(), QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+    return JsonError{{}, file.errorString()};
+  }
+  QByteArray content;
+  content.reserve(static_cast<qsizetype>(std::clamp<qint64>(status.st_size, 0, largest)));
+  QByteArray piece;
+  do {
+    piece = file.read(pieceSize);
+    content += piece;
+  } while (!piece.isEmpty() && content.size() <= largest);
+  if (file.error() != QFileDevice::NoError) return JsonError{{}, file.errorString()};
+  if (content.size() > largest) {
+    return JsonError{{}, u"Larger than %1 MiB"_s.arg(largest / (1024 * 1024))};
+  }
+  return content;
+}
+
+}  // namespace zarvy

@@ -1,6 +1,8 @@
 #include "stats/StatsStore.h"
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "base/CheckedArithmetic.h"
 #include "base/text/CalendarDays.h"
@@ -20,14 +22,32 @@ qint64 total(qint64 sum, qint64 addend) {
   return checkedSum(sum, addend, "A total of the statistics has passed the range of 64 bits.");
 }
 
+// What is read counts up to these, which no use comes near: a document of as many events as one can
+// hold, and a summary that goes on being added to, stay within 64 bits.
+constexpr qint64 greatestLength = 1'000'000'000'000;
+constexpr qint64 greatestTotal = qint64{1} << 62;
+
+ExpansionEvent bounded(ExpansionEvent event) {
+  event.triggerLength = std::clamp(event.triggerLength, -greatestLength, greatestLength);
+  event.expansionLength = std::clamp(event.expansionLength, -greatestLength, greatestLength);
+  return event;
+}
+
+StatsSummary bounded(StatsSummary summary) {
+  summary.totalExpansions = std::min(summary.totalExpansions, greatestTotal);
+  summary.totalCharactersSaved = std::min(summary.totalCharactersSaved, greatestTotal);
+  return summary;
+}
+
 }  // namespace
 
 StatsStore::StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock)
     : m_clock(clock), m_save(documents, scheduler, 500ms) {}
 
 void StatsStore::loadFromDisk(const DataStore& store) {
-  const QList<ExpansionEvent> events = store.loadStatsEvents();
-  const StatsSummary summary = store.loadStatsSummary();
+  QList<ExpansionEvent> events = store.loadStatsEvents();
+  for (ExpansionEvent& event : events) event = bounded(std::move(event));
+  const StatsSummary summary = bounded(store.loadStatsSummary());
   const std::scoped_lock guard(m_lock);
   m_events = events;
   m_summary = summary;

@@ -32,7 +32,9 @@ class StatsStore {
   // All of it outlives the store and the saves that it schedules.
   StatsStore(DocumentQueue& documents, Scheduler& scheduler, const Clock& clock);
 
-  // Puts in what was written. Reads before it returns: at start, as work on the documents.
+  // Puts in what was written. Reads before it returns: at start, as work on the documents. Numbers
+  // that no expansion makes are read as 10^12 characters of an event and 2^62 of a total at most:
+  // sums are checked, and what stands in a document must not be able to end the process.
   void loadFromDisk(const DataStore& store);
 
   // Records that `snippet` was expanded just now to a text of `expansionLength` user-perceived

@@ -221,14 +221,35 @@ TEST_F(StatsStoreDeathTest, EndsTheProcessForAPeriodWithoutADay) {
 
 TEST_F(StatsStoreDeathTest, EndsTheProcessWhereATotalDoesNotFit) {
   constexpr qint64 most = std::numeric_limits<qint64>::max();
-  const char* const line = "^A total of the statistics has passed the range of 64 bits\\.\n$";
-  m_store.saveStatsSummary({most, 0, 0, {}});
+  m_stats.recordExpansion(snippet(u""_s), most);
+  EXPECT_EXIT(m_stats.recordExpansion(snippet(u";a"_s), 3), testing::KilledBySignal(SIGABRT),
+              "^A total of the statistics has passed the range of 64 bits\\.\n$");
+}
+
+TEST_F(StatsStoreTest, CountsOnFromWhateverTheDocumentsHold) {
+  constexpr qint64 most = std::numeric_limits<qint64>::max();
+  constexpr qint64 least = std::numeric_limits<qint64>::min();
+  m_stats.recordExpansion(snippet(u";a"_s), 3);
+  finish();
+  ExpansionEvent event = m_store.loadStatsEvents().front();
+  event.triggerLength = least;
+  event.expansionLength = most;
+  m_store.saveStatsEvents({event, event});
+  m_store.saveStatsSummary({most, most, 0, {}});
   m_stats.loadFromDisk(m_store);
-  EXPECT_EXIT(m_stats.recordExpansion(snippet(u";a"_s), 1), testing::KilledBySignal(SIGABRT), line);
-  m_store.saveStatsSummary({0, most, 0, {}});
+  m_stats.recordExpansion(snippet(u";a"_s), 3);
+  constexpr qint64 greatestTotal = qint64{1} << 62;
+  EXPECT_EQ(m_stats.summary().totalExpansions, greatestTotal + 1);
+  EXPECT_EQ(m_stats.summary().totalCharactersSaved, greatestTotal + 1);
+  EXPECT_EQ(m_stats.dailyStats(std::nullopt).front().charactersSaved, 4'000'000'000'001);
+  EXPECT_EQ(m_stats.metrics(std::nullopt).periodExpansions, 3);
+}
+
+TEST_F(StatsStoreTest, ReadsWhatCanBeAsItIs) {
+  const StatsSummary summary{qint64{1} << 62, -1, 2.5, {}};
+  m_store.saveStatsSummary(summary);
   m_stats.loadFromDisk(m_store);
-  m_stats.recordExpansion(snippet(u";a"_s), 1);
-  EXPECT_EXIT(m_stats.recordExpansion(snippet(u";a"_s), 3), testing::KilledBySignal(SIGABRT), line);
+  EXPECT_EQ(m_stats.summary(), summary);
 }
 
 }  // namespace

@@ -53,14 +53,9 @@ qsizetype leftArrowsFor(QStringView text, qsizetype cursorOffset) {
 
 }  // namespace
 
-InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
-                            std::optional<qsizetype> cursorOffset) {
-  InjectionPlan plan{.deletion = planBackspaces(backspaceCount), .typing = planText(text)};
-  plan.deletion.emplace_back(Pause{injection::phaseGap});
-  if (const qsizetype arrows = leftArrowsFor(text, cursorOffset.value_or(0)); arrows >= 1) {
-    plan.typing.emplace_back(Pause{injection::phaseGap});
-    sendKeyPresses(plan.typing, arrows, virtualkey::leftArrow, injection::charDelay);
-  }
+InjectionActions planDeletion(qsizetype backspaceCount) {
+  InjectionActions plan = planBackspaces(backspaceCount);
+  plan.emplace_back(Pause{injection::phaseGap});
   return plan;
 }
 
@@ -70,9 +65,26 @@ InjectionActions planBackspaces(qsizetype count) {
   return plan;
 }
 
-InjectionActions planText(const QString& text) {
+InjectionActions planText(QStringView text) {
   InjectionActions plan;
   typeText(plan, text);
+  return plan;
+}
+
+// Behind a line feed, or where a run ends anyway.
+qsizetype lengthOfPiece(QStringView text) {
+  constexpr qsizetype longestPiece = 1000 * injection::maxChunkSize;
+  if (text.size() <= longestPiece) return text.size();
+  const qsizetype lineFeed = text.first(longestPiece).lastIndexOf(u'\n');
+  return lineFeed < 0 ? longestPiece : lineFeed + 1;
+}
+
+InjectionActions planCaret(QStringView text, std::optional<qsizetype> cursorOffset) {
+  InjectionActions plan;
+  const qsizetype arrows = leftArrowsFor(text, cursorOffset.value_or(0));
+  if (arrows < 1) return plan;
+  plan.emplace_back(Pause{injection::phaseGap});
+  sendKeyPresses(plan, arrows, virtualkey::leftArrow, injection::charDelay);
   return plan;
 }
 

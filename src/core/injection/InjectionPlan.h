@@ -42,21 +42,28 @@ struct Pause {
 using InjectionAction = std::variant<KeyPress, TextRun, Pause>;
 using InjectionActions = std::vector<InjectionAction>;
 
-struct InjectionPlan {
-  InjectionActions deletion;
-  InjectionActions typing;
-};
+// What an injection does once its target is in front: the deletion, the text, the caret, one behind
+// the other. All of it is pure; any thread.
 
-// What an injection does once its target is in front. First the deletion: `backspaceCount`
-// backspaces. Then the typing: the text with a Return for each line feed, and left arrows that put
-// the caret `cursorOffset` characters before the end; a control character that is not typed takes
-// none. A text run is cut purely by its count of UTF-16 units, also within a surrogate pair. A
-// negative `backspaceCount` is a programming error and ends the process. Pure; any thread.
-[[nodiscard]] InjectionPlan planInjection(const QString& text, qsizetype backspaceCount,
-                                          std::optional<qsizetype> cursorOffset);
+// `backspaceCount` backspaces, and the gap between the phases. A negative count is a programming
+// error and ends the process.
+[[nodiscard]] InjectionActions planDeletion(qsizetype backspaceCount);
 
-// `count` backspaces, and `text` with a Return for each line feed. Pure; any thread.
+// `count` backspaces alone.
 [[nodiscard]] InjectionActions planBackspaces(qsizetype count);
-[[nodiscard]] InjectionActions planText(const QString& text);
+
+// `text` with a Return for each line feed. A text run is cut purely by its count of UTF-16 units,
+// also within a surrogate pair.
+[[nodiscard]] InjectionActions planText(QStringView text);
+
+// How much of the beginning of `text` can be planned by itself: the plans of that piece and of the
+// rest, one behind the other, are the plan of the whole. No more than 20,000 units, so that a text
+// of any length takes little memory, and none at all once it is not to be typed any more. 0 only
+// for an empty text.
+[[nodiscard]] qsizetype lengthOfPiece(QStringView text);
+
+// The gap and left arrows that put the caret `cursorOffset` characters before the end of `text`; a
+// control character that is not typed takes none. Empty where there is no arrow to press.
+[[nodiscard]] InjectionActions planCaret(QStringView text, std::optional<qsizetype> cursorOffset);
 
 }  // namespace zarvy

@@ -66,9 +66,7 @@ void TextInjector::inject(const QString& text, qsizetype backspaceCount,
     auto self = weak.lock();
     if (!self) return;
     const bool takesKeys = self->takesKeys(target);
-    if (takesKeys) {
-      self->type(text, planInjection(text, backspaceCount, cursorOffset), typedSince.get());
-    }
+    if (takesKeys) self->type({text, backspaceCount, cursorOffset}, typedSince.get());
     // The last reference may be this one, and it is to go on the main thread.
     Scheduler& scheduler = self->m_scheduler;
     scheduler.post([self = std::move(self), takesKeys] {
@@ -96,15 +94,15 @@ bool TextInjector::bringToFront(const RunningApplication& target) {
   return false;
 }
 
-void TextInjector::type(const QString& text, const InjectionPlan& plan,
-                        const TypedSince* typedSince) {
+void TextInjector::type(const Work& work, const TypedSince* typedSince) {
   if (m_isCutShort) return;
-  const std::unique_ptr<TypingSession> session = m_poster.beginTyping(text);
-  run(plan.deletion, *session);
+  const std::unique_ptr<TypingSession> session = m_poster.beginTyping(work.text);
+  run(planDeletion(work.backspaceCount), *session);
   QString typedAhead = typedSince != nullptr ? deleteTyped(*typedSince, *session) : QString();
-  const bool goesBehind = text.size() <= longestTextAheadOfTyped && !session->mustWait();
+  const bool goesBehind = work.text.size() <= longestTextAheadOfTyped && !session->mustWait();
   if (!goesBehind) typeAgain(typedAhead, *session);
-  run(plan.typing, *session);
+  typeText(work.text, *session);
+  if (!m_isCutShort) run(planCaret(work.text, work.cursorOffset), *session);
   if (goesBehind) typeAgain(typedAhead, *session);
   wipe(typedAhead);
 }
@@ -113,6 +111,14 @@ void TextInjector::typeAgain(const QString& text, TypingSession& session) {
   for (qsizetype at = 0; at < text.size() && !m_isCutShort; at += injection::maxChunkSize) {
     session.pressTextAgain(QStringView(text).mid(at, injection::maxChunkSize));
     m_sleeper.sleepFor(injection::charDelay);
+  }
+}
+
+void TextInjector::typeText(QStringView text, TypingSession& session) {
+  while (!text.isEmpty() && !m_isCutShort) {
+    const qsizetype length = lengthOfPiece(text);
+    run(planText(text.first(length)), session);
+    text = text.sliced(length);
   }
 }
 

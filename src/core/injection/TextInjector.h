@@ -55,16 +55,24 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
               std::shared_ptr<const TypedSince> typedSince = nullptr);
 
   // Injections end before their next action, without a half-pressed key. For the end of the
-  // program, which cannot wait for a long text. Any thread.
+  // program, which cannot wait for a long text: none is planned ahead of what is being typed. Any
+  // thread.
   void cutShort() { m_isCutShort = true; }
 
  private:
   TextInjector(KeyEventPoster& poster, Workspace& workspace, InputMethod& inputMethod,
                Sleeper& sleeper, WorkerPool& workers, Scheduler& scheduler);
 
+  struct Work {
+    QString text;
+    qsizetype backspaceCount = 0;
+    std::optional<qsizetype> cursorOffset;
+  };
+
   [[nodiscard]] bool takesKeys(const RunningApplication& target);
   [[nodiscard]] bool bringToFront(const RunningApplication& target);
-  void type(const QString& text, const InjectionPlan& plan, const TypedSince* typedSince);
+  void type(const Work& work, const TypedSince* typedSince);
+  void typeText(QStringView text, TypingSession& session);
   [[nodiscard]] QString deleteTyped(const TypedSince& typedSince, TypingSession& session);
   void run(const InjectionActions& actions, TypingSession& session);
   void typeAgain(const QString& text, TypingSession& session);

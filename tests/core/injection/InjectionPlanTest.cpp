@@ -29,9 +29,9 @@ class ActionWriter {
   static QString hex(QChar unit) { return u"<%1>"_s.arg(int{unit.unicode()}, 4, 16); }
 };
 
-QString written(const InjectionPlan& plan) {
+QString written(const QList<InjectionActions>& plans) {
   QStringList words;
-  for (const InjectionActions& actions : {plan.deletion, plan.typing}) {
+  for (const InjectionActions& actions : plans) {
     for (const InjectionAction& action : actions) words += std::visit(ActionWriter(), action);
   }
   return words.join(u' ');
@@ -53,7 +53,9 @@ class InjectionPlanTable : public testing::TestWithParam<PlanCase> {};
 
 TEST_P(InjectionPlanTable, ListsTheActionsInOrder) {
   const PlanCase& row = GetParam();
-  EXPECT_EQ(written(planInjection(row.text, row.backspaceCount, row.cursorOffset)).toStdString(),
+  EXPECT_EQ(written({planDeletion(row.backspaceCount), planText(row.text),
+                     planCaret(row.text, row.cursorOffset)})
+                .toStdString(),
             row.expected.toStdString());
 }
 
@@ -147,8 +149,28 @@ INSTANTIATE_TEST_SUITE_P(
                  u"10000 10000 k123 1000 k123 1000"_s}),
     [](const testing::TestParamInfo<PlanCase>& row) { return std::string(row.param.name); });
 
+TEST(InjectionPlan, TakesALongTextInPiecesThatMakeTheSamePlan) {
+  const QString word = u"0123456789012345\U0001F600\U0001F600"_s;  // a run ends within a pair
+  for (const QString& text :
+       {QString(), u"a"_s, word.repeated(5000), word.repeated(500) + u'\n' + word.repeated(3000),
+        (word + u'\n').repeated(4000), QString(20'000, u'a'), QString(20'001, u'\n'),
+        QString(19'999, u'a') + u"\nb"_s, QString(20'000, u'a') + u"\nb"_s}) {
+    SCOPED_TRACE(text.size());
+    InjectionActions pieces;
+    for (QStringView rest = text; !rest.isEmpty();) {
+      const qsizetype length = lengthOfPiece(rest);
+      ASSERT_GT(length, 0);
+      ASSERT_LE(length, 20'000);
+      const InjectionActions piece = planText(rest.first(length));
+      pieces.insert(pieces.end(), piece.begin(), piece.end());
+      rest = rest.sliced(length);
+    }
+    EXPECT_TRUE(pieces == planText(text));
+  }
+}
+
 TEST(InjectionPlanDeathTest, NegativeBackspaceCountEndsTheProcessWithOneLine) {
-  EXPECT_DEATH((void)planInjection(u"a"_s, -1, {}), "^TextInjector: cannot press a key -1 times\n");
+  EXPECT_DEATH((void)planDeletion(-1), "^TextInjector: cannot press a key -1 times\n");
 }
 
 }  // namespace

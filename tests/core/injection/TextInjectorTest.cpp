@@ -326,6 +326,18 @@ TEST_F(TextInjectorTest, CutShortItEndsAfterTheActionAtHand) {
   EXPECT_EQ(takeJournal(), "begin 'abc'; key 51; sleep 2000; end; complete");
 }
 
+TEST_F(TextInjectorTest, TypesALongTextToItsEnd) {
+  const QString line(25'003, u'a');
+  m_injector->inject(line + u'\n' + line, 0, {}, {});
+  finish();
+  QStringList entries = m_journal.takeEntries();
+  entries.removeAll(u"sleep 1000"_s);
+  EXPECT_EQ(entries.count(u"text 'aaaaaaaaaaaaaaaaaaaa'"_s), 2 * 1250);
+  EXPECT_EQ(entries.count(u"text 'aaa'"_s), 2);
+  EXPECT_EQ(entries.indexOf(u"key 36"_s), entries.indexOf(u"text 'aaa'"_s) + 1);
+  EXPECT_EQ(entries.indexOf(u"text 'aaa'"_s), 2 + 1250);
+}
+
 TEST_F(TextInjectorTest, CutShortBeforeItBeganItSendsNothing) {
   m_injector->inject(u"abc"_s, 3, browser, 1);
   m_injector->cutShort();

@@ -12,11 +12,15 @@ namespace zarvy::x11 {
 
 namespace {
 
+// UTF-16 units; typing them takes most of a minute. What comes behind is not looked at ahead: a
+// text of some hundred megabytes would hold up the end of the program.
+constexpr qsizetype mostAnnounced = qsizetype{1024} * 1024;
+
 class Session final : public TypingSession {
  public:
   Session(Typist& typist, const QString& text)
       : m_typist(typist),
-        m_upcoming(charactersToType(text)),
+        m_upcoming(charactersToType(QStringView(text).first(std::min(text.size(), mostAnnounced)))),
         m_unitsToCome(text.size() - text.count(u'\n')) {
     m_typist.beginSession();
   }

@@ -44,13 +44,16 @@ class ForwardGraphemes {
     const char32_t first = codePointAt(m_text, position);
     const qsizetype end = position + lengthOf(first);
     if (end == m_text.size()) return end;
-    if (isPlain(first) && isPlain(codePointAt(m_text, end))) return end;
+    const bool isBoundary = (m_isPlain || isPlain(first)) && isPlain(codePointAt(m_text, end));
+    m_isPlain = isBoundary;  // so is what comes next, if so
+    if (isBoundary) return end;
     if (!m_breaker) m_breaker.emplace(m_text);
     return m_breaker->following(position);
   }
 
   QStringView m_text;
   qsizetype m_position = 0;
+  bool m_isPlain = false;  // what stands at m_position is known to be
   std::optional<GraphemeBreaker> m_breaker;
 };
 

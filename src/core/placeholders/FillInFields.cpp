@@ -98,6 +98,7 @@ class FieldList {
 }  // namespace
 
 QList<FillInField> parseFillInFields(const QString& text, const FieldDefaults& defaults) {
+  if (!mayHoldPlaceholders(text)) return {};
   FieldList fields(defaults);
   const auto addTextInputs = [&](Kind kind, const PlaceholderForm& form) {
     for (const Placeholder& placeholder : findPlaceholders(text, form)) {

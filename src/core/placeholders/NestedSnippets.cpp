@@ -55,6 +55,7 @@ class Expansion {
 
 QString expandNestedSnippets(const QString& text, const QSet<QString>& visited,
                              const ReplacementOfTrigger& replacementOf) {
+  if (!mayHoldPlaceholders(text)) return text;
   return Expansion(replacementOf).expand(text, visited);
 }
 

@@ -24,6 +24,9 @@ struct Placeholder {
   QStringView argument;
 };
 
+// False where `text` holds no placeholder of any form.
+[[nodiscard]] bool mayHoldPlaceholders(QStringView text);
+
 // Walks the placeholders of one form in a text from left to right, none overlapping. Finds exactly
 // what the regular expression of the form would, `\{\{counter:([^}]+)\}\}` for instance, but in a
 // time that grows with the length of the text alone, also where thousands of opening braces are

@@ -8,7 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include "base/LineOutput.h"
-#include "base/SystemSteadyClock.h"
+#include "base/ThreadTimeClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 
@@ -95,7 +95,7 @@ class RandomLibrary {
 void search(benchmark::State& state, const QList<Snippet>& snippets, const QStringList& buffers) {
   NoOutput output;
   FakePlaceholders placeholders;
-  const SystemSteadyClock clock;
+  const ThreadTimeClock clock;
   TextExpansionEngine engine(output, clock, placeholders.services());
   engine.setSnippets(snippets);
   for (const QString& buffer : buffers) {
@@ -135,7 +135,7 @@ void handOver(benchmark::State& state) {
   const QList<Snippet> snippets = random.literals(state.range(0));
   NoOutput output;
   FakePlaceholders placeholders;
-  const SystemSteadyClock clock;
+  const ThreadTimeClock clock;
   TextExpansionEngine engine(output, clock, placeholders.services());
   for (auto _ : state) engine.setSnippets(snippets);
 }

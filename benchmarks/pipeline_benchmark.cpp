@@ -2,7 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "base/SystemSteadyClock.h"
+#include "base/ThreadTimeClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
@@ -67,7 +67,7 @@ struct Desk {
 
   FakePlaceholders fakes;
   RecordingLineOutput output;
-  SystemSteadyClock clock;
+  ThreadTimeClock clock;
   TextExpansionEngine engine{output, clock, fakes.services()};
 };
 

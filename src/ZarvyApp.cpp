@@ -67,7 +67,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_pasteboard(m_othersClipboard),
       m_shell(m_childReaper),
       m_javaScript(m_output, m_childReaper, scriptWorkerFor(m_region)),
-      m_engine(m_output, m_steadyClock, placeholderServices()),
+      m_engine(m_output, m_matchingClock, placeholderServices()),
       m_monitor(m_desktop.parts(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
       m_injector(TextInjector::make(m_desktop.parts(), m_desktop.parts(), m_inputMethod, m_sleeper,
                                     m_workers, m_scheduler)),

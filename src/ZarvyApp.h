@@ -9,8 +9,8 @@
 #include "base/QtScheduler.h"
 #include "base/SystemClock.h"
 #include "base/SystemSleeper.h"
-#include "base/SystemSteadyClock.h"
 #include "base/ThreadSerialQueue.h"
+#include "base/ThreadTimeClock.h"
 #include "base/ThreadWorkerPool.h"
 #include "base/text/RegionalSettings.h"
 #include "core/KeyboardMonitor.h"
@@ -78,7 +78,7 @@ class ZarvyApp {
   // In the order in which they stand on each other.
   LineOutput& m_output;
   SystemClock m_clock;
-  SystemSteadyClock m_steadyClock;
+  ThreadTimeClock m_matchingClock;
   SystemSleeper m_sleeper;
   QtScheduler m_scheduler;
   MainThread m_mainThread;

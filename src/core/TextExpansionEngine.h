@@ -34,7 +34,7 @@ class TextExpansionEngine {
  public:
   using CompiledRegex = std::shared_ptr<const Regex>;
 
-  // `clock` measures what matching takes.
+  // `clock` measures what matching takes, on the thread that does it.
   TextExpansionEngine(LineOutput& output, const SteadyClock& clock,
                       const PlaceholderServices& services);
   ~TextExpansionEngine();

@@ -14,7 +14,10 @@ CounterStore::CounterStore(DocumentQueue& documents, Scheduler& scheduler)
 qint64 CounterStore::nextValue(const QString& name, qint64 startValue) {
   const std::scoped_lock guard(m_lock);
   const auto latest = m_counters.constFind(name);
-  const qint64 value = latest == m_counters.cend() ? startValue : numberAfter(*latest);
+  const qint64 value =
+      latest == m_counters.cend()
+          ? startValue
+          : checkedSum(*latest, 1, "A counter has passed the greatest number of 64 bits.");
   m_counters.insert(name, value);
   scheduleSave();
   return value;

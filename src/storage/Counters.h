@@ -4,9 +4,8 @@
 
 namespace zarvy {
 
-// Named counters that survive restarts. Names count with their case. Any thread; never fails. A
-// counter stops at the greatest number of 64 bits: both the document that it is read from and the
-// placeholder that gives its start may hold that, and neither is to end the program.
+// Named counters that survive restarts. Names count with their case. Any thread; never fails: a
+// value that no longer fits into 64 bits ends the process with a line of output.
 class Counters {
  public:
   virtual ~Counters() = default;

@@ -1,6 +1,8 @@
 #include "storage/DataStore.h"
 
+#include <algorithm>
 #include <array>
+#include <limits>
 #include <pwd.h>
 #include <unistd.h>
 #include <utility>
@@ -21,6 +23,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 namespace {
+
+// A counter that passes the greatest number ends the process. One that is read can be counted on
+// for longer than anybody does, whatever stands in the document.
+constexpr qint64 greatestCounter = std::numeric_limits<qint64>::max() - (qint64{1} << 32);
 
 constexpr DocumentKind snippetsDocument{u"snippets.json", u"Error loading snippets: ",
                                         u"Error saving snippets: "};
@@ -174,7 +180,10 @@ void DataStore::saveGlobalVariables(const QList<GlobalVariable>& globalVariables
 }
 
 QMap<QString, qint64> DataStore::loadCounters() const {
-  return document(countersDocument).load(integersFromJson).value_or(QMap<QString, qint64>());
+  auto counters =
+      document(countersDocument).load(integersFromJson).value_or(QMap<QString, qint64>());
+  for (qint64& value : counters) value = std::min(value, greatestCounter);
+  return counters;
 }
 
 void DataStore::saveCounters(const QMap<QString, qint64>& counters) const {

@@ -82,7 +82,8 @@ class DataStore {
   [[nodiscard]] QList<GlobalVariable> loadGlobalVariables() const;
   void saveGlobalVariables(const QList<GlobalVariable>& globalVariables) const;
 
-  // Values by the counter's name.
+  // Values by the counter's name. One so near to the greatest number of 64 bits that counting on
+  // could pass it is read as a smaller one.
   [[nodiscard]] QMap<QString, qint64> loadCounters() const;
   void saveCounters(const QMap<QString, qint64>& counters) const;
 

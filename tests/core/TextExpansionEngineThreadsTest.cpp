@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/SystemSteadyClock.h"
+#include "base/ThreadTimeClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
@@ -35,7 +35,7 @@ TEST(TextExpansionEngineThreads, MatchesWhileTheLibraryIsEdited) {
   constexpr int editions = 400;
   RecordingLineOutput output;
   FakePlaceholders placeholders;
-  const SystemSteadyClock clock;
+  const ThreadTimeClock clock;
   TextExpansionEngine engine(output, clock, placeholders.services());
   const QUuid regexID = QUuid::createUuid();
   engine.setSnippets(edition(0, regexID));

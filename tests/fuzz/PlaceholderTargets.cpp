@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "base/SystemSteadyClock.h"
+#include "base/ThreadTimeClock.h"
 #include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
@@ -67,8 +67,8 @@ class Desk {
  private:
   FakePlaceholders& m_fakes;
   RecordingLineOutput m_output;
-  SystemSteadyClock m_steadyClock;
-  TextExpansionEngine m_engine{m_output, m_steadyClock, m_fakes.services()};
+  ThreadTimeClock m_matchingClock;
+  TextExpansionEngine m_engine{m_output, m_matchingClock, m_fakes.services()};
   QMap<QString, QString> m_captures;
 };
 

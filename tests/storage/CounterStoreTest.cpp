@@ -132,15 +132,19 @@ TEST_F(CounterStoreTest, ReachesTheGreatestNumber) {
   EXPECT_EQ(m_counters.nextValue(u"a"_s, 1), std::numeric_limits<qint64>::max());
 }
 
-TEST_F(CounterStoreTest, StaysAtTheGreatestNumberWhereverThatCameFrom) {
-  constexpr qint64 most = std::numeric_limits<qint64>::max();
-  m_store.saveCounters({{u"read"_s, most}});
+TEST_F(CounterStoreTest, CountsOnFromWhateverTheDocumentHolds) {
+  m_store.saveCounters({{u"a"_s, std::numeric_limits<qint64>::max()}});
   m_counters.replaceAll(m_store.loadCounters());
-  EXPECT_EQ(m_counters.nextValue(u"read"_s, 1), most);
-  EXPECT_EQ(m_counters.nextValue(u"begun"_s, most), most);
-  EXPECT_EQ(m_counters.nextValue(u"begun"_s, 1), most);
-  m_counters.resetCounter(u"read"_s);
-  EXPECT_EQ(m_counters.nextValue(u"read"_s, 1), 1);
+  const qint64 first = m_counters.nextValue(u"a"_s, 1);
+  EXPECT_EQ(m_counters.nextValue(u"a"_s, 1), first + 1);
+}
+
+using CounterStoreDeathTest = CounterStoreTest;
+
+TEST_F(CounterStoreDeathTest, EndsTheProcessWithOneLineBeyondTheGreatestNumber) {
+  m_counters.replaceAll({{u"a"_s, std::numeric_limits<qint64>::max()}});
+  EXPECT_EXIT((void)m_counters.nextValue(u"a"_s, 1), testing::KilledBySignal(SIGABRT),
+              "^A counter has passed the greatest number of 64 bits\\.\n$");
 }
 
 }  // namespace

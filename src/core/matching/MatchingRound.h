@@ -20,7 +20,7 @@ namespace zarvy {
 //
 // Too slow is a pattern that was stopped after its 10 ms, that took as long to compile, or that
 // took too much memory; and where the 50 ms are used up, each one that did much work. Work is
-// counted in steps, not in time alone: a busy machine makes no pattern slow. A round in which
+// counted in steps, not in time alone. A round in which
 // expressions were compiled blames none for the whole, as the next one has that behind it.
 class MatchingRound {
  public:

@@ -1,12 +1,12 @@
 #include "storage/sync/iCloudSyncService.h"
 
 #include <chrono>
+#include <limits>
 #include <utility>
 
 #include <QFileInfo>
 #include <QUuid>
 
-#include "base/CheckedArithmetic.h"
 #include "base/json/JsonScalars.h"
 #include "base/json/JsonText.h"
 #include "storage/DocumentFile.h"
@@ -35,6 +35,12 @@ QString counts(const SyncedData& data) {
   return u"%1 snippets, %2 folders, and %3 global variables"_s.arg(data.snippets.size())
       .arg(data.folders.size())
       .arg(data.globalVariables.size());
+}
+
+// A generation may come from a file that anyone can write, so it stops at the largest number
+// instead of ending the process.
+qint64 generationAfter(qint64 generation) {
+  return generation == std::numeric_limits<qint64>::max() ? generation : generation + 1;
 }
 
 }  // namespace
@@ -148,7 +154,7 @@ QString iCloudSyncService::deviceID() const {
 }
 
 SyncMetadata iCloudSyncService::nextMetadata(const std::optional<SyncMetadata>& current) const {
-  return {m_clock.now(), deviceID(), current ? numberAfter(current->dataVersion) : 1};
+  return {m_clock.now(), deviceID(), current ? generationAfter(current->dataVersion) : 1};
 }
 
 // The folder of the sync file, which may not be there yet, in the drive, which is.

@@ -88,7 +88,7 @@ TEST_F(FillInExpansion, TypesAgainWhatWasTypedAheadOfTheFormButCameTooLateForIt)
   m_harness.scheduler.advance(delay);
   EXPECT_EQ(typed(),
             "form closes; begin 'Dear Ada'; key 51; sleep 2000; key 51; sleep 2000; sleep 10000; "
-            "key 51; sleep 2000; text 'Dear Ada'; sleep 1000; text 'A'; sleep 1000; end");
+            "key 51; sleep 2000; text 'Dear Ada'; sleep 1000; again 'A'; sleep 1000; end");
 }
 
 TEST_F(FillInExpansion, DeletesNothingAndTypesNothingWhereItIsCancelled) {

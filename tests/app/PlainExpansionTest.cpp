@@ -61,7 +61,7 @@ TEST_F(PlainExpansion, DeletesTheTriggerBehindWhichSomebodyHasTypedOn) {
             "print EXPANDING to: 'Thank you...'; "
             "begin 'Thank you'; key 51; sleep 2000; key 51; sleep 2000; key 51; sleep 2000; "
             "sleep 10000; key 51; sleep 2000; key 51; sleep 2000; text 'Thank you'; sleep 1000; "
-            "text ' s'; sleep 1000; end");
+            "again ' s'; sleep 1000; end");
 }
 
 TEST_F(PlainExpansion, LeavesASecondTriggerBehindTheFirstToItsOwnExpansion) {

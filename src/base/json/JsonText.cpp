@@ -10,6 +10,15 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+namespace {
+
+// The parser drops U+FEFF at the start of a string, unless it is escaped. Behind a quotation mark
+// that starts none it is part of a string already, or a mistake in either form.
+QByteArray withEscapedStarts(QByteArray document) {
+  return document.replace("\"\xEF\xBB\xBF", "\"\\ufeff");
+}
+
+}  // namespace
 
 QByteArray writeJson(const QJsonValue& value) {
   JsonWriter writer;
@@ -23,8 +32,8 @@ JsonResult<QJsonValue> parseJson(const QByteArray& text) {
   if (error.error != QJsonParseError::NoError) {
     return JsonError{u"byte "_s + QString::number(error.offset), error.errorString()};
   }
-  const QByteArray marked = largenumber::marked(text);
-  if (marked.size() != text.size()) document = QJsonDocument::fromJson(marked);
+  const QByteArray exact = withEscapedStarts(largenumber::marked(text));
+  if (exact.size() != text.size()) document = QJsonDocument::fromJson(exact);
   if (document.isArray()) return QJsonValue(document.array());
   return QJsonValue(document.object());
 }

@@ -15,8 +15,12 @@
 namespace zarvy {
 namespace {
 
+// At the start of a string readers take it for a byte order mark and drop it.
+constexpr QChar byteOrderMark(0xFEFF);
+
 bool needsEscape(QChar character) {
-  return character < u' ' || character == u'"' || character == u'\\' || character == u'/';
+  return character < u' ' || character == u'"' || character == u'\\' || character == u'/' ||
+         character == byteOrderMark;
 }
 
 QByteArray escapeOf(QChar character) {

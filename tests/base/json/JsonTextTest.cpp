@@ -55,6 +55,7 @@ TEST(JsonText, EscapesWhatItMust) {
       {u"a"_s + QChar(0xD83D) + u"b"_s, "\"a\\ud83db\""},
       {QString(QChar(0xDE00)), "\"\\ude00\""},
       {QString(QChar(0xD83D)) + u"\U0001F600"_s, "\"\\ud83d\U0001F600\""},
+      {u"\uFEFF\u00E9\uFEFF"_s, "\"\\ufeff\u00E9\\ufeff\""},
   };
   for (const Row& row : table) {
     const QByteArray text = writeJson(QJsonArray{row.text});
@@ -66,10 +67,11 @@ TEST(JsonText, EscapesWhatItMust) {
 }
 
 TEST(JsonText, SortsAndKeepsAwkwardKeys) {
-  const QJsonObject object{{u"\u00E9"_s, 1}, {u"a/b"_s, 2}, {u""_s, 3}, {u"z"_s, 4}};
+  const QJsonObject object{
+      {u"\u00E9"_s, 1}, {u"a/b"_s, 2}, {u""_s, 3}, {u"z"_s, 4}, {u"\uFEFFz"_s, 5}};
   const QByteArray text = writeJson(object);
-  EXPECT_EQ(text,
-            QByteArray("{\n  \"\" : 3,\n  \"a\\/b\" : 2,\n  \"z\" : 4,\n  \"\u00E9\" : 1\n}"));
+  EXPECT_EQ(text, QByteArray("{\n  \"\" : 3,\n  \"a\\/b\" : 2,\n  \"z\" : 4,\n  \"\u00E9\" : 1,\n"
+                             "  \"\\ufeffz\" : 5\n}"));
   const auto read = parseJson(text);
   ASSERT_TRUE(read);
   EXPECT_EQ(read.value().toObject(), object);
@@ -145,6 +147,19 @@ TEST(JsonText, IsReadInAnyLayout) {
     ASSERT_TRUE(read) << read.error().description().toStdString();
     EXPECT_EQ(read.value(), QJsonValue(QJsonArray()));
   }
+}
+
+TEST(JsonText, KeepsAByteOrderMarkThatBeginsAString) {
+  const auto read = parseJson(
+      "\xEF\xBB\xBF{\"\uFEFFkey\": [\"\uFEFF\uFEFF\", \"\uFEFF\\n\", \"a\\\"\uFEFFb\", "
+      "18446744073709551615]}");
+  ASSERT_TRUE(read) << read.error().description().toStdString();
+  const QJsonArray strings = read.value().toObject().value(u"\uFEFFkey"_s).toArray();
+  ASSERT_EQ(strings.size(), 4);
+  EXPECT_EQ(strings.at(0).toString(), u"\uFEFF\uFEFF"_s);
+  EXPECT_EQ(strings.at(1).toString(), u"\uFEFF\n"_s);
+  EXPECT_EQ(strings.at(2).toString(), u"a\"\uFEFFb"_s);
+  EXPECT_FALSE(parseJson("[\"a\"\uFEFF]"));
 }
 
 TEST(JsonText, IsRefusedWithThePlaceWhereItIsWrong) {

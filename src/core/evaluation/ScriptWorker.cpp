@@ -5,14 +5,11 @@
 #include <csignal>
 #include <fcntl.h>
 #include <poll.h>
-#include <string>
 #include <sys/socket.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
 
-#include "base/zone/SystemLocalTime.h"
-#include "core/evaluation/ClockAnswers.h"
 #include "core/evaluation/Waiting.h"
 
 namespace zarvy {
@@ -46,103 +43,6 @@ ChildProcess start(const QByteArrayList& arguments, int socket) {
                       environmentOfWorker());
 }
 
-// Moves bytes while there is time. A blocked call would not come back in time, so none blocks.
-class Conversation {
- public:
-  Conversation(int socket, const QDeadlineTimer& deadline)
-      : m_socket(socket), m_deadline(deadline) {}
-
-  [[nodiscard]] bool send(const void* data, std::size_t size) {
-    return move(POLLOUT, size, [&, rest = static_cast<const char*>(data)](std::size_t left) {
-      return ::send(m_socket, rest + (size - left), left, MSG_DONTWAIT | MSG_NOSIGNAL);
-    });
-  }
-
-  [[nodiscard]] bool receive(void* data, std::size_t size) {
-    return move(POLLIN, size, [&, rest = static_cast<char*>(data)](std::size_t left) {
-      return ::recv(m_socket, rest + (size - left), left, MSG_DONTWAIT);
-    });
-  }
-
-  [[nodiscard]] bool receive(QString& text, std::uint32_t length) {
-    text = QString(static_cast<qsizetype>(length), Qt::Uninitialized);
-    return receive(text.data(), length * sizeof(QChar));
-  }
-
-  // Why the last of the above was false.
-  [[nodiscard]] ScriptFailure failure() const { return m_failure; }
-
- private:
-  template <typename Step>
-  bool move(short event, std::size_t size, Step step) {
-    while (size > 0) {
-      const ssize_t moved = step(size);
-      if (moved > 0) {
-        size -= static_cast<std::size_t>(moved);
-      } else if (moved < 0 && errno == EAGAIN) {
-        if (!waitUntilReady(m_socket, event, m_deadline)) return failed(ScriptFailure::timedOut);
-      } else if (moved == 0 || errno != EINTR) {
-        return failed(ScriptFailure::gone);
-      }
-    }
-    return true;
-  }
-
-  bool failed(ScriptFailure failure) {
-    m_failure = failure;
-    return false;
-  }
-
-  const int m_socket;
-  const QDeadlineTimer& m_deadline;
-  ScriptFailure m_failure = ScriptFailure::gone;
-};
-
-// The worker runs what strangers wrote: it is not believed.
-bool isAgreed(const scriptwire::Reply& reply) {
-  return reply.outcome <= scriptwire::Outcome::textIsTooLong && reply.hasThrown <= 1 &&
-         reply.textLength <= scriptwire::longestText &&
-         reply.descriptionLength <= scriptwire::longestText;
-}
-
-bool isAgreed(const scriptwire::ClockQuestion& question) {
-  return question.instant >= -scriptwire::furthestInstant &&
-         question.instant <= scriptwire::furthestInstant;
-}
-
-scriptwire::Request requestFor(const QString& expression) {
-  scriptwire::Request request{static_cast<std::uint32_t>(expression.size()), {}};
-  const std::string zoneName = SystemLocalTime::zoneName();
-  // A name that does not fit is none that anybody knows.
-  if (zoneName.size() < sizeof(request.zoneName)) {
-    zoneName.copy(request.zoneName, zoneName.size());
-  }
-  return request;
-}
-
-// False where the conversation has failed.
-bool answerQuestion(Conversation& conversation, const LocalTime& localTime) {
-  scriptwire::ClockQuestion question{};
-  if (!conversation.receive(&question, sizeof(question))) return false;
-  if (!isAgreed(question)) return false;
-  const scriptwire::ClockAnswer answer = answerTo(question, localTime);
-  return conversation.send(&answer, sizeof(answer));
-}
-
-std::variant<ScriptReply, ScriptFailure> receiveReply(Conversation& conversation) {
-  scriptwire::Reply header{};
-  if (!conversation.receive(&header, sizeof(header))) return conversation.failure();
-  if (!isAgreed(header)) return ScriptFailure::gone;
-  ScriptReply reply{header.outcome, {}, {}};
-  QString description;
-  if (!conversation.receive(reply.text, header.textLength) ||
-      !conversation.receive(description, header.descriptionLength)) {
-    return conversation.failure();
-  }
-  if (header.hasThrown != 0) reply.exception = description;
-  return reply;
-}
-
 }  // namespace
 
 ScriptWorker::SocketPair::SocketPair() {
@@ -174,12 +74,8 @@ ScriptWorker::~ScriptWorker() {
 }
 
 void ScriptWorker::waitUntilItTakesScripts(const QDeadlineTimer& deadline) const {
-  Conversation conversation(m_socket.get(), deadline);
-  scriptwire::Ready ready{};
-  if (!conversation.receive(&ready, sizeof(ready))) {
-    fail(conversation.failure() == ScriptFailure::timedOut ? ETIMEDOUT : ECONNRESET, "worker");
-  }
-  if (ready.version != scriptwire::version) fail(EPROTO, "worker");
+  const int error = ScriptConversation(m_socket.get(), deadline).awaitReady();
+  if (error != 0) fail(error, "worker");
 }
 
 bool ScriptWorker::waitsForScripts() const {
@@ -188,22 +84,7 @@ bool ScriptWorker::waitsForScripts() const {
 
 std::variant<ScriptReply, ScriptFailure> ScriptWorker::run(const QString& expression,
                                                            const QDeadlineTimer& deadline) const {
-  Conversation conversation(m_socket.get(), deadline);
-  const SystemLocalTime localTime;
-  const scriptwire::Request request = requestFor(expression);
-  if (!conversation.send(&request, sizeof(request)) ||
-      !conversation.send(expression.constData(), request.expressionLength * sizeof(QChar))) {
-    return conversation.failure();
-  }
-  // A worker that never stops asking is waited for no longer than a silent one.
-  while (!deadline.hasExpired()) {
-    scriptwire::Message message{};
-    if (!conversation.receive(&message, sizeof(message))) return conversation.failure();
-    if (message == scriptwire::Message::reply) return receiveReply(conversation);
-    if (message != scriptwire::Message::clockQuestion) return ScriptFailure::gone;
-    if (!answerQuestion(conversation, localTime)) return conversation.failure();
-  }
-  return ScriptFailure::timedOut;
+  return ScriptConversation(m_socket.get(), deadline).run(expression);
 }
 
 }  // namespace zarvy

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <variant>
 
 #include <QByteArrayList>
@@ -9,20 +8,9 @@
 #include <QString>
 
 #include "core/evaluation/ChildReaper.h"
-#include "jsworker/wire/ScriptWire.h"
+#include "core/evaluation/ScriptConversation.h"
 
 namespace zarvy {
-
-struct ScriptReply {
-  scriptwire::Outcome outcome = scriptwire::Outcome::nothing;
-  QString text;                      // for the outcome that has one
-  std::optional<QString> exception;  // the description of what was thrown; may be empty
-};
-
-enum class ScriptFailure {
-  timedOut,
-  gone,  // the worker has ended, or has said what is not agreed
-};
 
 // The process that runs scripts, seen from this side. One thread at a time. It is killed at the
 // end, whatever it does, and must end after a failure: what it may still say belongs to no one.

@@ -1,0 +1,124 @@
+#include "core/evaluation/ScriptConversation.h"
+
+#include <cerrno>
+#include <poll.h>
+#include <string>
+#include <sys/socket.h>
+
+#include "base/zone/SystemLocalTime.h"
+#include "core/evaluation/ClockAnswers.h"
+#include "core/evaluation/Waiting.h"
+
+namespace zarvy {
+namespace {
+
+bool isAgreed(const scriptwire::Reply& reply) {
+  return reply.outcome <= scriptwire::Outcome::textIsTooLong && reply.hasThrown <= 1 &&
+         reply.textLength <= scriptwire::longestText &&
+         reply.descriptionLength <= scriptwire::longestText;
+}
+
+bool isAgreed(const scriptwire::ClockQuestion& question) {
+  return question.instant >= -scriptwire::furthestInstant &&
+         question.instant <= scriptwire::furthestInstant;
+}
+
+scriptwire::Request requestFor(const QString& expression) {
+  scriptwire::Request request{static_cast<std::uint32_t>(expression.size()), {}};
+  const std::string zoneName = SystemLocalTime::zoneName();
+  // A name that does not fit is none that anybody knows.
+  if (zoneName.size() < sizeof(request.zoneName)) {
+    zoneName.copy(request.zoneName, zoneName.size());
+  }
+  return request;
+}
+
+}  // namespace
+
+int ScriptConversation::awaitReady() {
+  scriptwire::Ready ready{};
+  if (!receive(&ready, sizeof(ready))) {
+    return m_failure == ScriptFailure::timedOut ? ETIMEDOUT : ECONNRESET;
+  }
+  return ready.version == scriptwire::version ? 0 : EPROTO;
+}
+
+std::variant<ScriptReply, ScriptFailure> ScriptConversation::run(const QString& expression) {
+  if (!sendRequest(expression)) return m_failure;
+  // A worker that never stops asking is waited for no longer than a silent one.
+  while (!m_deadline.hasExpired()) {
+    scriptwire::Message message{};
+    if (!receive(&message, sizeof(message))) return m_failure;
+    if (message == scriptwire::Message::reply) return receiveReply();
+    if (message != scriptwire::Message::clockQuestion) return ScriptFailure::gone;
+    if (!answerQuestion()) return m_failure;
+  }
+  return ScriptFailure::timedOut;
+}
+
+bool ScriptConversation::sendRequest(const QString& expression) {
+  const scriptwire::Request request = requestFor(expression);
+  return send(&request, sizeof(request)) &&
+         send(expression.constData(), request.expressionLength * sizeof(QChar));
+}
+
+bool ScriptConversation::answerQuestion() {
+  scriptwire::ClockQuestion question{};
+  if (!receive(&question, sizeof(question))) return false;
+  if (!isAgreed(question)) return failed(ScriptFailure::gone);
+  const scriptwire::ClockAnswer answer = answerTo(question, SystemLocalTime());
+  return send(&answer, sizeof(answer));
+}
+
+std::variant<ScriptReply, ScriptFailure> ScriptConversation::receiveReply() {
+  scriptwire::Reply header{};
+  if (!receive(&header, sizeof(header))) return m_failure;
+  if (!isAgreed(header)) return ScriptFailure::gone;
+  ScriptReply reply{header.outcome, {}, {}};
+  QString description;
+  if (!receive(reply.text, header.textLength) || !receive(description, header.descriptionLength)) {
+    return m_failure;
+  }
+  if (header.hasThrown != 0) reply.exception = description;
+  return reply;
+}
+
+bool ScriptConversation::send(const void* data, std::size_t size) {
+  return move(POLLOUT, size, [&, rest = static_cast<const char*>(data)](std::size_t left) {
+    return ::send(m_socket, rest + (size - left), left, MSG_DONTWAIT | MSG_NOSIGNAL);
+  });
+}
+
+bool ScriptConversation::receive(void* data, std::size_t size) {
+  return move(POLLIN, size, [&, rest = static_cast<char*>(data)](std::size_t left) {
+    return ::recv(m_socket, rest + (size - left), left, MSG_DONTWAIT);
+  });
+}
+
+bool ScriptConversation::receive(QString& text, std::uint32_t length) {
+  text = QString(static_cast<qsizetype>(length), Qt::Uninitialized);
+  return receive(text.data(), length * sizeof(QChar));
+}
+
+// Moves bytes while there is time. A blocked call would not come back in time, so none blocks.
+template <typename Step>
+bool ScriptConversation::move(short event, std::size_t size, Step step) {
+  while (size > 0) {
+    const ssize_t moved = step(size);
+    if (moved > 0) {
+      size -= static_cast<std::size_t>(moved);
+    } else if (moved < 0 && errno == EAGAIN) {
+      if (!waitUntilReady(m_socket, event, m_deadline)) return failed(ScriptFailure::timedOut);
+    } else if (moved == 0 || errno != EINTR) {
+      return failed(ScriptFailure::gone);
+    }
+  }
+  return true;
+}
+
+bool ScriptConversation::failed(ScriptFailure failure) {
+  m_failure = failure;
+  return false;
+}
+
+}  // namespace zarvy

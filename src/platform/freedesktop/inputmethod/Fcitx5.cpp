@@ -25,13 +25,6 @@ QString ask(const QDBusConnection& session, const QString& question,
   return answer.arguments().value(0).toString();
 }
 
-// It goes on naming the method of the application that had the keyboard last, though the one that
-// has it now knows nothing of input methods. Nothing but the text that is meant for developers
-// tells the two apart; a text that looks otherwise counts for nothing.
-bool someApplicationUsesIt(const QString& debugInfo) {
-  return !debugInfo.contains(u" focus:") || debugInfo.contains(u" focus:1");
-}
-
 }  // namespace
 
 bool fcitx5IsThere(const QDBusConnection& session, std::chrono::milliseconds limit) {
@@ -43,11 +36,20 @@ bool fcitx5IsThere(const QDBusConnection& session, std::chrono::milliseconds lim
   return answer.type() == QDBusMessage::ReplyMessage && answer.arguments().value(0).toBool();
 }
 
-// Its plain keyboards have the name of their layout, "keyboard-us" for example.
 bool fcitx5IsComposing(const QDBusConnection& session, std::chrono::milliseconds limit) {
   const QString method = ask(session, u"CurrentInputMethod"_s, limit);
-  if (method.isEmpty() || method.startsWith(u"keyboard-")) return false;
-  return someApplicationUsesIt(ask(session, u"DebugInfo"_s, limit));
+  return fcitx5MethodComposes(method) && fcitx5IsUsed(ask(session, u"DebugInfo"_s, limit));
+}
+
+// Its plain keyboards have the name of their layout, "keyboard-us" for example.
+bool fcitx5MethodComposes(QStringView method) {
+  return !method.isEmpty() && !method.startsWith(u"keyboard-");
+}
+
+// Nothing but the text that is meant for developers tells; one that looks otherwise counts for
+// nothing.
+bool fcitx5IsUsed(QStringView debugInfo) {
+  return !debugInfo.contains(u" focus:") || debugInfo.contains(u" focus:1");
 }
 
 }  // namespace zarvy

@@ -47,16 +47,18 @@ QString nameOfEngine(const QVariant& description) {
 QString ibusAddress() {
   if (QString chosen = qEnvironmentVariable("IBUS_ADDRESS"); !chosen.isEmpty()) return chosen;
   QFile file(addressFile());
-  if (!file.open(QIODevice::ReadOnly)) return {};
+  return file.open(QIODevice::ReadOnly) ? ibusAddressIn(file.readAll()) : QString();
+}
+
+QString ibusAddressIn(const QByteArray& content) {
   const QByteArray key = "IBUS_ADDRESS=";
-  for (const QByteArray& line : file.readAll().split('\n')) {
+  for (const QByteArray& line : content.split('\n')) {
     if (line.startsWith(key)) return QString::fromUtf8(line.mid(key.size())).trimmed();
   }
   return {};
 }
 
-// Its plain keyboards are called "xkb:us::eng" and the like. Where no engine has been chosen yet
-// the answer is an error.
+// Where no engine has been chosen yet the answer is an error.
 bool ibusIsComposing(const QDBusConnection& bus, std::chrono::milliseconds limit) {
   auto question =
       QDBusMessage::createMethodCall(u"org.freedesktop.IBus"_s, u"/org/freedesktop/IBus"_s,
@@ -65,7 +67,11 @@ bool ibusIsComposing(const QDBusConnection& bus, std::chrono::milliseconds limit
   const auto answer = bus.call(question, QDBus::Block, static_cast<int>(limit.count()));
   if (answer.type() != QDBusMessage::ReplyMessage) return false;
   const auto property = answer.arguments().value(0).value<QDBusVariant>();
-  const QString engine = nameOfEngine(property.variant());
+  return ibusEngineComposes(nameOfEngine(property.variant()));
+}
+
+// Its plain keyboards are called "xkb:us::eng" and the like.
+bool ibusEngineComposes(QStringView engine) {
   return !engine.isEmpty() && !engine.startsWith(u"xkb:");
 }
 

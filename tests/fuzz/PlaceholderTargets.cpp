@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "base/ThreadTimeClock.h"
+#include "base/text/Graphemes.h"
 #include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
@@ -108,7 +109,11 @@ void pipeline(Bytes bytes) {
   const Outcome marked = outcomeOf(text + mark, texts);
   require(plain.isForm == marked.isForm, "a mark makes a form");
   require(marked.text == plain.text + mark, "the text behind a placeholder is lost");
-  require(!plain.cursorOffset || marked.cursorOffset == *plain.cursorOffset + 1, "the caret moved");
+  if (plain.cursorOffset) {
+    const qsizetype moved = marked.cursorOffset.value_or(0) - *plain.cursorOffset;
+    const bool joinsTheMark = !isGraphemeBoundary(marked.text, plain.text.size());
+    require(moved == 1 || (moved == 0 && joinsTheMark), "the caret moved");
+  }
   require(text.contains(u"{{") || texts.size() > 1 || plain.text == text, "plain text changed");
 }
 

@@ -1,5 +1,6 @@
 #include "fuzz/TypingTargets.h"
 
+#include <algorithm>
 #include <variant>
 
 #include "base/text/Graphemes.h"
@@ -71,15 +72,26 @@ QString withoutKeyless(QStringView text) {
   return result;
 }
 
-// The caret in the snippet's text alone. A second marker counts with its letters, and a marker
-// within a character has no place of its own in a text field.
+// The characters that a caret passes one by one.
+qsizetype typedCharacters(QStringView text) {
+  const QList<QStringView> all = graphemes(text);
+  return std::count_if(all.begin(), all.end(), [](QStringView character) {
+    return !hasNoKey(character.front().unicode());
+  });
+}
+
+// A second marker counts with its letters. What stood on both sides of a marker, or of a character
+// that is not typed, may join in the text field, where the marker has no place of its own then.
 void requireCaret(const TextField& field, const QString& before, const QString& snippet) {
   if (snippet.count(cursorMark) > 1) return;
-  const QString start = before + withoutKeyless(snippet.first(snippet.indexOf(cursorMark)));
+  const qsizetype marker = snippet.indexOf(cursorMark);
+  const QStringView behindMarker = QStringView(snippet).sliced(marker + cursorMark.size());
+  require(field.leftArrows() == typedCharacters(behindMarker), "the caret goes too far, or less");
+  const QString start = before + withoutKeyless(snippet.first(marker));
   const QStringView behind = QStringView(field.text()).sliced(start.size());
-  if (!isGraphemeBoundary(field.text(), start.size())) return;
-  if (graphemeCount(behind) != field.leftArrows()) return;
-  require(field.before() == start, "the caret is not where its marker was");
+  const bool hasPlace =
+      isGraphemeBoundary(field.text(), start.size()) && graphemeCount(behind) == field.leftArrows();
+  require(!hasPlace || field.before() == start, "the caret is not where its marker was");
 }
 
 // What a text field shows for a text that is typed, by the code point.

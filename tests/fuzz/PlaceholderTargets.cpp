@@ -20,10 +20,10 @@ namespace {
 constexpr QChar mark(0xE000);
 
 // Formatting dates is ICU's work: many of them take their time and tell nothing new.
-bool hasManyDates(const QStringList& texts) {
+bool hasMoreDates(const QStringList& texts, qsizetype count) {
   const QString all = texts.join(QChar::LineFeed);
   const qsizetype begun = all.count(u"{{date:"_s) + all.count(u"{{time:"_s);
-  return std::min(begun, all.count(u"}}"_s)) > 6;
+  return std::min(begun, all.count(u"}}"_s)) > count;
 }
 
 Snippet snippetOf(const QString& trigger, const QString& replacement) {
@@ -111,7 +111,7 @@ bool haveSameShape(const QList<FillInField>& one, const QList<FillInField>& othe
 void pipeline(Bytes bytes) {
   const QStringList texts = textsOf(bytes);
   // A variable that multiplies itself runs into the limit, which takes its time and has its tests.
-  if (hasManyDates(texts) || texts.value(2).count(u"{{#") > 1) return;
+  if (hasMoreDates(texts, 6) || texts.value(2).count(u"{{#") > 1) return;
   const QString text = texts.at(0);
   const Outcome plain = outcomeOf(text, texts);
   const Outcome marked = outcomeOf(text + mark, texts);
@@ -127,7 +127,7 @@ void pipeline(Bytes bytes) {
 
 void parseFillInFields(Bytes bytes) {
   const QString text = textOf(bytes);
-  if (hasManyDates({text})) return;
+  if (hasMoreDates({text}, 1)) return;
   const Desk desk({text});
   const QList<FillInField> fields = desk.parse(text);
   require(haveSameShape(fields, desk.parse(text + mark)), "a mark changes the fields");
@@ -142,7 +142,7 @@ void parseFillInFields(Bytes bytes) {
 
 void applyFillInValues(Bytes bytes) {
   const QStringList texts = textsOf(bytes);
-  if (hasManyDates(texts)) return;
+  if (hasMoreDates(texts, 1)) return;
   QMap<QString, QString> answers;
   for (qsizetype index = 1; index + 1 < texts.size(); index += 2) {
     answers.insert(texts.at(index), texts.at(index + 1));

@@ -43,7 +43,7 @@ QStringList textsFor(const QStringList& texts) {
 
 Snippet snippetFor(const QString& trigger) {
   Snippet snippet;
-  snippet.id = QUuid::createUuidV5(QUuid(), trigger);
+  snippet.id = QUuid::createUuid();
   snippet.isRegexTrigger = trigger.startsWith(u'/');
   snippet.trigger = snippet.isRegexTrigger ? trigger.sliced(1) : trigger;
   return snippet;

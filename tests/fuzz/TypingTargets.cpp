@@ -127,12 +127,15 @@ void injectionPlan(Bytes bytes) {
   const QString snippet = textOf(bytes.subspan(1));
   const QString before = u"Dear "_s;
   const ExpandedText expanded = resolveCursorMarker(snippet);
-  const InjectionPlan plan = planInjection(expanded.text, triggerLength, expanded.cursorOffset);
-
   TextField field(before + QString(triggerLength, u't'));
-  field.carryOut(plan.deletion);
+  field.carryOut(planDeletion(triggerLength));
   require(field.text() == before, "the trigger is not gone, or more than that");
-  field.carryOut(plan.typing);
+  for (QStringView text = expanded.text; !text.isEmpty();) {
+    const qsizetype length = lengthOfPiece(text);
+    field.carryOut(planText(text.first(length)));
+    text = text.sliced(length);
+  }
+  field.carryOut(planCaret(expanded.text, expanded.cursorOffset));
   QString text = snippet;
   require(field.text() == before + withoutKeyless(text.remove(cursorMark)),
           "another text is typed");

@@ -1,7 +1,7 @@
 // The whole program at work on a private desktop, typing into real applications: how fast, at what
 // cost, and how soon after the key that asks for it. Prints a line of JSON for each figure.
 //
-//   typing_benchmark [posting|reaction|windows|start|rest]...   only these parts
+//   typing_benchmark [posting|reaction|keys|windows|start|rest]...   only these parts
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,6 +13,7 @@
 #include <QCoreApplication>
 
 #include "e2e/programs/ProgramPath.h"
+#include "typing/KeyBenchmark.h"
 #include "typing/PostingBenchmark.h"
 #include "typing/ReactionBenchmark.h"
 #include "typing/RestBenchmark.h"
@@ -25,8 +26,8 @@ using Part = std::function<void(const std::string& program)>;
 const std::vector<std::pair<std::string, Part>>& parts() {
   using namespace zarvy::benchmarks;
   static const std::vector<std::pair<std::string, Part>> all = {
-      {"posting", &measurePosting}, {"reaction", &measureReaction}, {"windows", &measureWindows},
-      {"start", &measureStart},     {"rest", &measureRest},
+      {"posting", &measurePosting}, {"reaction", &measureReaction}, {"keys", &measureKeys},
+      {"windows", &measureWindows}, {"start", &measureStart},       {"rest", &measureRest},
   };
   return all;
 }

@@ -257,6 +257,20 @@ TEST_F(OlderSecrets, InAPasswordFieldOfGtkThatHadTheKeyboardBeforeTheProgramAreN
   waitForToolTip(u"Zarvy"_s);
 }
 
+TEST_F(Secrets, InTheDialogOfGnuPgAreNeitherExpandedNorKept) {
+  ChildProcess& dialog =
+      startApplication("bash", {"-c", "echo GETPIN | pinentry-qt --display \"$DISPLAY\""});
+  waitForToolTip(u"Zarvy: blocked by pinentry-qt"_s);
+  person().type(password + trigger);
+  expectPasswordNowhereInProgram();
+  person().tap(XKB_KEY_Return);
+  const std::string answer = "D " + (password + trigger).toStdString();
+  EXPECT_TRUE(
+      dialog.waitForLine([&](const std::string& line) { return line == answer; }, deadline));
+  waitForToolTip(u"Zarvy"_s);
+  expectPasswordNowhereInProgram();
+}
+
 // Root's programs give up what makes them root's: these can read everything.
 TEST_F(OlderSecrets, CannotBeReadInTheMemoryOfTheProgramByOtherPrograms) {
   const bool isRoot = ::geteuid() == 0;

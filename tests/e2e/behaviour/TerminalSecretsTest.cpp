@@ -1,6 +1,8 @@
 // Passwords that programs ask for in a terminal.
 
+#include <cstdlib>
 #include <fstream>
+#include <unistd.h>
 
 #include <QFile>
 
@@ -12,17 +14,18 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Terminals that run a command of the shell given as the last argument.
+// Terminals that run the shell's script that is given as the last argument.
 struct Terminal {
   std::string name;  // of its window
   std::string program;
   std::vector<std::string> arguments;
 };
 
-// What asks for a password, and says "<password|trigger>" of what it has read.
+// What asks for a password, and says something of it in pointed brackets when it has done.
 struct Prompt {
   std::string name;
   std::string command;
+  int answers = 1;
 };
 
 const Prompt readSilently{"read",
@@ -30,13 +33,25 @@ const Prompt readSilently{"read",
 const Prompt getpass{
     "getpass",
     R"sh(python3 -c "import getpass,os; os.write(3, f'<{getpass.getpass()}>'.encode())")sh"};
-const Prompt sshKeygen{"sshkeygen",
-                       R"sh(ssh-keygen -q -t ed25519 -f "$FOLDER/key"; echo "<key>" >&3)sh"};
 
-const Terminal xterm{"XTerm", "xterm", {"-e", "bash", "-c"}};
+const Terminal xterm{"XTerm", "xterm", {"-e", "bash"}};
 const Terminal kitty{
-    "kitty", "kitty", {"--config", "NONE", "-o", "linux_display_server=x11", "bash", "-c"}};
-const Terminal tmux{"XTerm", "xterm", {"-e", "tmux", "new"}};
+    "kitty", "kitty", {"--config", "NONE", "-o", "linux_display_server=x11", "bash"}};
+const Terminal tmux{"XTerm", "xterm", {"-e", "tmux", "new", "bash"}};
+const Terminal sakura{"Sakura", "sakura", {"-e", "bash"}};
+// Two tabs, of which the one with the prompt is in front.
+const Terminal konsole{"konsole",
+                       "bash",
+                       {"-c",
+                        R"sh(echo 'command: sleep 600' > "$HOME/tabs"
+          exec konsole --separate --tabs-from-file "$HOME/tabs" -e bash "$0")sh"}};
+
+// Nobody asks root for a password.
+std::string asOrdinaryUser(const std::string& command) {
+  const std::string other = "setpriv --reuid=65534 --regid=65534 --clear-groups ";
+  return "trap : INT; " + (::geteuid() == 0 ? other : std::string()) + command +
+         "; echo '<end>' >&3";
+}
 
 class TerminalSecrets : public SecretTest {
  protected:
@@ -48,9 +63,10 @@ class TerminalSecrets : public SecretTest {
     environment["HOME"] = m_folder;  // with settings of its own
     environment["TMUX_TMPDIR"] = m_folder;
     std::ofstream(m_folder + "/.tmux.conf") << "set -g destroy-unattached on\n";
-    const std::string script = "exec 3>'" + m_folder + "/said'; export FOLDER='" + m_folder +
-                               "'; " + prompt.command +
-                               "; IFS= read -r line; echo \"[$line]\" >&3; sleep 600";
+    const std::string script = m_folder + "/prompt.sh";
+    std::ofstream(script) << "exec 3>'" << m_folder << "/said'; export FOLDER='" << m_folder
+                          << "'; " << prompt.command
+                          << "; IFS= read -r line; echo \"[$line]\" >&3; sleep 600";
     std::vector<std::string> arguments = terminal.arguments;
     arguments.push_back(script);
     m_terminal.emplace(ProcessSpecification{.program = terminal.program,
@@ -99,26 +115,51 @@ TEST_P(TerminalSecretsIn, areNeitherExpandedNorKept) {
 std::string nameOfTerminal(const testing::TestParamInfo<TerminalAndPrompt>& row) {
   const auto& [terminal, prompt] = row.param;
   const bool isTmux = terminal.arguments == tmux.arguments;
-  return (isTmux ? "tmux" : terminal.program) + "_" + prompt.name;
+  return (isTmux ? "tmux" : terminal.name) + "_" + prompt.name;
 }
 
-INSTANTIATE_TEST_SUITE_P(, TerminalSecretsIn,
-                         testing::Values(TerminalAndPrompt{xterm, readSilently},
-                                         TerminalAndPrompt{xterm, getpass},
-                                         TerminalAndPrompt{kitty, readSilently},
-                                         TerminalAndPrompt{tmux, getpass}),
-                         nameOfTerminal);
+INSTANTIATE_TEST_SUITE_P(
+    , TerminalSecretsIn,
+    testing::Values(TerminalAndPrompt{xterm, readSilently}, TerminalAndPrompt{xterm, getpass},
+                    TerminalAndPrompt{kitty, readSilently}, TerminalAndPrompt{sakura, readSilently},
+                    TerminalAndPrompt{konsole, readSilently}, TerminalAndPrompt{tmux, getpass}),
+    nameOfTerminal);
 
-// Which asks twice.
-TEST_F(TerminalSecrets, ofAKeyAreNotKept) {
-  startTerminal(xterm, sshKeygen);
-  waitForToolTip(u"Zarvy: blocked by XTerm"_s);
-  answer(password);
-  answer(password);
-  expectToBeSaid(u"<key>"_s);
+// What people type passwords into. The password is wrong, and what asks does not say what it read.
+class TerminalSecretsOf : public TerminalSecrets, public testing::WithParamInterface<Prompt> {};
+
+// Who may do everything without being asked.
+bool needsNoPassword(const Prompt& prompt) {
+  return prompt.name == "sudo" && ::geteuid() != 0 && std::system("sudo -kn true") == 0;
+}
+
+TEST_P(TerminalSecretsOf, areNeitherExpandedNorKept) {
+  if (needsNoPassword(GetParam())) GTEST_SKIP() << "this user is not asked for a password";
+  startTerminal(xterm, GetParam());
+  for (int answers = 0; answers < GetParam().answers; ++answers) {
+    waitForToolTip(u"Zarvy: blocked by XTerm"_s);
+    answer(password + trigger);
+  }
+  person().press(XKB_KEY_Control_L);
+  person().tap(XKB_KEY_c);  // whoever asks once more
+  person().releaseAll();
+  expectToBeSaid(u"<end>"_s);
   waitForToolTip(u"Zarvy"_s);
+  person().type(u"so "_s + trigger);
+  expectToBeSaid(u"[so Okay]"_s);
   expectPasswordNowhereInProgram();
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    , TerminalSecretsOf,
+    testing::Values(Prompt{"su", asOrdinaryUser("su -c true")},
+                    Prompt{"sudo", asOrdinaryUser("sudo -k true")},
+                    Prompt{"passwd", asOrdinaryUser("passwd")},
+                    Prompt{"sshkeygen",
+                           R"sh(trap : INT; ssh-keygen -q -t ed25519 -f "$FOLDER/key"
+                                echo '<end>' >&3)sh",
+                           2}),
+    [](const auto& row) { return row.param.name; });
 
 }  // namespace
 

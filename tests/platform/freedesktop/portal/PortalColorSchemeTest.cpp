@@ -135,9 +135,9 @@ TEST_F(PortalColorSchemes, AreHeardOfAPortalThatComesLater) {
 }
 
 TEST_F(PortalColorSchemes, DoWithoutABus) {
-  const PortalColorScheme listener(QDBusConnection(QString()),
-                                   [this](ColorScheme scheme) { m_heard.append(scheme); },
-                                   [this] { ++m_answers; });
+  const PortalColorScheme listener(
+      QDBusConnection(QString()), [this](ColorScheme scheme) { m_heard.append(scheme); },
+      [this] { ++m_answers; });
   EXPECT_EQ(m_answers, 1);
   QCoreApplication::processEvents();
   EXPECT_EQ(m_heard, QList<ColorScheme>());

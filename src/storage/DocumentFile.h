@@ -25,7 +25,9 @@ struct DocumentKind {
 // One document in a folder. Same thread rules as DataStore.
 class DocumentFile {
  public:
-  // `backups` are those of the folder's documents, and outlive this; null where none are kept.
+  // `backups` are those of the folder's documents, and outlive this; null where none are kept, for
+  // a file that several people may share. The others are the user's own: one that belongs to
+  // another user is not read, and nothing is read or written in a folder that does.
   DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
                DocumentBackups* backups = nullptr);
 
@@ -54,6 +56,7 @@ class DocumentFile {
     printLoadFailure(error);
     return std::nullopt;
   }
+  [[nodiscard]] bool isInForeignFolder() const;
   void printLoadFailure(const JsonError& error) const;
 
   DocumentKind m_kind;

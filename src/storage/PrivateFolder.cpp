@@ -25,6 +25,13 @@ std::optional<QString> makePrivateFolder(const QString& path) {
   return synchronizeFolder(parent);
 }
 
+bool belongsToAnother(const QString& path) {
+  struct stat status {};
+  if (::stat(QFile::encodeName(path).constData(), &status) != 0) return false;
+  constexpr uid_t administrator = 0;
+  return status.st_uid != ::geteuid() && status.st_uid != administrator;
+}
+
 void takeRightsFromOthers(const QString& path) {
   const FileDescriptor file(
       ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));

@@ -11,6 +11,10 @@ namespace zarvy {
 // of that name was there already.
 [[nodiscard]] std::optional<QString> makePrivateFolder(const QString& path);
 
+// Whether the file or folder that `path` leads to is neither this user's nor the administrator's:
+// who it belongs to can put into it what they like. False where there is none.
+[[nodiscard]] bool belongsToAnother(const QString& path);
+
 // Leaves to the user alone what rights there are to the file or folder `path`. Nothing happens
 // where it is a link, another user's, or not there.
 void takeRightsFromOthers(const QString& path);

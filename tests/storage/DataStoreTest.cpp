@@ -184,6 +184,42 @@ TEST_F(DataStoreTest, KeepsTextThatIsNoProperUnicode) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
+// Only the administrator can give files away.
+class ForeignDocuments : public DataStoreTest {
+ protected:
+  void SetUp() override {
+    if (::geteuid() != 0) GTEST_SKIP() << "this user cannot give files away";
+    m_store.saveCounters({{u"a"_s, 1}});
+  }
+
+  void giveAway(const QString& file) {
+    constexpr uid_t nobody = 65534;
+    ASSERT_EQ(::chown(QFile::encodeName(file).constData(), nobody, nobody), 0);
+  }
+
+  const QMap<QString, qint64> m_none;
+};
+
+TEST_F(ForeignDocuments, AreNotReadAndReplacedByOnesOwn) {
+  giveAway(path(u"counters.json"_s));
+  EXPECT_EQ(m_store.loadCounters(), m_none);
+  EXPECT_EQ(m_output.takeLines(),
+            QStringList{u"Error loading counters: It belongs to another user"_s});
+  m_store.saveCounters({{u"b"_s, 2}});
+  EXPECT_EQ(m_store.loadCounters(), (QMap<QString, qint64>{{u"b"_s, 2}}));
+}
+
+TEST_F(ForeignDocuments, AreNeitherReadNorWrittenInAForeignFolder) {
+  const QByteArray before = content(u"counters.json"_s);
+  giveAway(m_store.dataDirectory());
+  EXPECT_EQ(m_store.loadCounters(), m_none);
+  m_store.saveCounters({{u"b"_s, 2}});
+  EXPECT_EQ(m_output.takeLines(),
+            (QStringList{u"Error loading counters: Its folder belongs to another user"_s,
+                         u"Error saving counters: Its folder belongs to another user"_s}));
+  EXPECT_EQ(content(u"counters.json"_s), before);
+}
+
 TEST_F(DataStoreTest, KeepsAwkwardNamesAndTheLargestNumbersOfCounters) {
   const QMap<QString, qint64> counters{{u""_s, 0},
                                        {u"Invoice"_s, 9007199254740993},

@@ -1,3 +1,5 @@
+#include <csignal>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -142,6 +144,41 @@ TEST_F(DocumentBackupsTest, AreWholeOrNotThere) {
 }
 
 // It is about to be replaced.
+// A process that makes sets and is killed when one of them holds more and more documents.
+TEST_F(DocumentBackupsTest, AreWholeOrNotThereWhereTheProgramIsKilled) {
+  QStringList names;
+  for (int number = 10; number < 30; ++number) {
+    names.append(u"%1.json"_s.arg(number));
+    write(names.last(), QByteArray(10'000, 'x'));
+  }
+  const auto unfinishedCount = [&] { return filesOf(u".unfinished"_s).size(); };
+  int caught = 0;
+  for (qsizetype enough = 1; enough <= names.size(); ++enough) {
+    const pid_t process = ::fork();
+    if (process == 0) {
+      DocumentBackups kept(names, m_output);
+      kept.beforeWrite(path(QString()), morning.addDays(enough));
+      ::_exit(0);
+    }
+    bool hasEnded = false;
+    while (unfinishedCount() < enough && !hasEnded) {
+      hasEnded = ::waitpid(process, nullptr, WNOHANG) == process;
+    }
+    if (hasEnded) continue;
+    ::kill(process, SIGKILL);
+    ::waitpid(process, nullptr, 0);
+    ++caught;
+  }
+  EXPECT_GT(caught, 0) << "none was killed in time";
+  for (const QString& set : sets()) {
+    if (set == u".unfinished") continue;
+    EXPECT_EQ(filesOf(set), names) << set.toStdString();
+  }
+  DocumentBackups next(names, m_output);
+  next.beforeWrite(path(QString()), morning.addDays(100));
+  EXPECT_EQ(filesOf(sets().last()), names) << "what was left is no hindrance";
+}
+
 TEST_F(DocumentBackupsTest, TakeAwayWhatTheUserMayNotRead) {
   if (::geteuid() == 0) GTEST_SKIP() << "root may read everything";
   ASSERT_TRUE(QFile::setPermissions(path(u"a.json"_s), {}));

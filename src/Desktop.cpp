@@ -26,13 +26,21 @@ xcb_connection_t* toolkitConnection() {
   return x11 ? x11->connection() : nullptr;
 }
 
+PasswordFields::Options optionsFrom(const UserDefaults& defaults) {
+  PasswordFields::Options options;
+  options.wakesBrowsers = defaults.string(Desktop::browsersKey.toString()) == u"true";
+  return options;
+}
+
 }  // namespace
 
-Desktop::Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost)
+Desktop::Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
+                 std::function<void()> onLost)
     : m_scheduler(scheduler),
       m_output(output),
       m_onLost(std::move(onLost)),
-      m_focusClaims([this] { return static_cast<pid_t>(m_session->keyboardOwner()); }) {
+      m_focusClaims([this] { return static_cast<pid_t>(m_session->keyboardOwner()); }),
+      m_passwordFields(optionsFrom(defaults)) {
   openSession();
 }
 

@@ -11,6 +11,7 @@
 #include "base/Scheduler.h"
 #include "platform/AccessibilityPermission.h"
 #include "platform/LateDesktop.h"
+#include "platform/UserDefaults.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
 #include "platform/posix/FocusClaims.h"
 #include "platform/posix/TerminalPasswords.h"
@@ -23,8 +24,12 @@ namespace zarvy {
 // keyboard mapping back.
 class Desktop final : public AccessibilityPermission {
  public:
+  // Whether Chromium and its relatives are made to tell of their password fields: a user's default.
+  static constexpr QStringView browsersKey = u"ZarvyAskBrowsersForPasswordFields";
+
   // `onLost` is called on the main thread if the display goes away.
-  Desktop(Scheduler& scheduler, LineOutput& output, std::function<void()> onLost);
+  Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
+          std::function<void()> onLost);
   ~Desktop() override;
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;

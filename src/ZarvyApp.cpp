@@ -48,7 +48,8 @@ ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
 ZarvyApp::ZarvyApp(LineOutput& output)
     : m_output(output),
       m_mainThread(m_scheduler),
-      m_desktop(m_scheduler, m_output, [] { QCoreApplication::exit(statusWithoutDisplay); }),
+      m_desktop(m_scheduler, m_output, m_userDefaults,
+                [] { QCoreApplication::exit(statusWithoutDisplay); }),
       m_store(m_output),
       m_keyboardProcessing("com.zarvy.keyboardprocessing"),
       m_storageQueue("zarvy-storage"),

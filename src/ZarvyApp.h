@@ -82,6 +82,7 @@ class ZarvyApp {
   SystemSleeper m_sleeper;
   QtScheduler m_scheduler;
   MainThread m_mainThread;
+  QSettingsUserDefaults m_userDefaults;
   Desktop m_desktop;
   DesktopInputMethod m_inputMethod;
   DataStore m_store;
@@ -92,7 +93,6 @@ class ZarvyApp {
   FieldDefaultsStore m_fieldDefaults;
   StatsStore m_stats;
   ThreadSerialQueue m_syncQueue;
-  QSettingsUserDefaults m_userDefaults;
   SyncedFolderDrive m_cloudDrive;
   iCloudSyncService m_cloudSync;
   ThreadWorkerPool m_workers;

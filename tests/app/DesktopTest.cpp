@@ -9,6 +9,7 @@
 #include "e2e/harness/Person.h"
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/WaitUntil.h"
+#include "fakes/FakeUserDefaults.h"
 #include "fakes/ManualScheduler.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
@@ -47,11 +48,12 @@ class LateX11Desktop : public testing::Test {
   const QTemporaryDir m_folder;
   ManualScheduler m_scheduler;
   RecordingLineOutput m_output;
+  FakeUserDefaults m_defaults;
   QString m_heard;
 };
 
 TEST_F(LateX11Desktop, IsFoundWhenItIsLookedForAgain) {
-  Desktop desktop(m_scheduler, m_output, [] {});
+  Desktop desktop(m_scheduler, m_output, m_defaults, [] {});
   KeyEventSource& source = desktop.parts();
   desktop.lookAgain();
   EXPECT_FALSE(desktop.isTrusted());
@@ -81,7 +83,7 @@ TEST_F(LateX11Desktop, IsFoundWhenItIsLookedForAgain) {
 TEST_F(LateX11Desktop, IsNotFoundWhileItLacksAnExtension) {
   const e2e::PrivateXServer server(m_folder.path().toStdString(), {"-extension", "XTEST"});
   qputenv("DISPLAY", server.display().c_str());
-  Desktop desktop(m_scheduler, m_output, [] {});
+  Desktop desktop(m_scheduler, m_output, m_defaults, [] {});
   desktop.lookAgain();
   EXPECT_FALSE(desktop.isTrusted());
   EXPECT_EQ(desktop.reasonForMissing(),

@@ -13,10 +13,12 @@ class SecretTest : public BehaviourTest {
   static constexpr std::chrono::seconds deadline{20};
 
   // In a way that its memory can be searched.
-  void startProgramWith(const std::vector<TestSnippet>& snippets) {
+  void startProgramWith(const std::vector<TestSnippet>& snippets,
+                        const std::string& defaults = "[General]\n") {
     ProgramUnderTest& made = stage().makeProgram(programPath());
     made.preload(ZARVY_E2E_READABLE_MEMORY);
     made.writeLibrary(snippets);
+    made.writeDefaults(defaults);
     made.start();
   }
 

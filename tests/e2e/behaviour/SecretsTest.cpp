@@ -1,5 +1,7 @@
 // What is typed into password fields, and into prompts that take the keyboard for themselves.
 
+#include <algorithm>
+#include <fstream>
 #include <functional>
 
 #include <QDBusConnection>
@@ -9,6 +11,7 @@
 
 #include "e2e/behaviour/SecretTest.h"
 #include "e2e/harness/AccessibleText.h"
+#include "e2e/harness/Windows.h"
 #include "support/MemoryReader.h"
 
 namespace zarvy::e2e {
@@ -255,6 +258,42 @@ TEST_F(OlderSecrets, InAPasswordFieldOfGtkThatHadTheKeyboardBeforeTheProgramAreN
   expectPasswordNowhereInProgram();
   person().tap(XKB_KEY_Tab);
   waitForToolTip(u"Zarvy"_s);
+}
+
+// Two fields; the title of the window tells what is in them.
+constexpr const char* pageWithPassword = R"(<!doctype html><title>ready</title>
+<input autofocus oninput="document.title = 'plain ' + value">
+<input type="password" oninput="document.title = 'secret ' + value.length">
+)";
+
+TEST_F(OlderSecrets, InAPageOfChromiumAreNotKeptWhereBrowsersAreAskedForThem) {
+  startProgramWith({{trigger, u"Okay"_s}}, "[General]\nZarvyAskBrowsersForPasswordFields=true\n");
+  ASSERT_TRUE(waitUntil([this] { return m_accessibility.isOn(); }, deadline));
+  const std::string folder = stage().makeFolder("chromium");
+  std::ofstream(folder + "/page.html") << pageWithPassword;
+  static_cast<void>(startApplication(
+      "chromium",
+      {"--no-sandbox", "--disable-gpu", "--no-first-run", "--password-store=basic",
+       "--disable-background-networking", "--disable-component-update", "--disable-sync",
+       "--disable-dev-shm-usage", "--ozone-platform=x11", "--user-data-dir=" + folder + "/profile",
+       "--app=file://" + folder + "/page.html"}));
+  const auto isTitled = [this](const std::string& title) {
+    const auto windows = managedWindows(stage().connection());
+    return std::any_of(windows.begin(), windows.end(),
+                       [&](const ManagedWindow& window) { return window.title == title; });
+  };
+  const auto showsWhatIsTyped = [&] {
+    person().type(u"x"_s);
+    return waitUntil([&] { return !isTitled("ready"); }, std::chrono::seconds(2));
+  };
+  ASSERT_TRUE(waitUntil([&] { return isTitled("ready"); }, std::chrono::seconds(60)));
+  ASSERT_TRUE(waitUntil(showsWhatIsTyped, std::chrono::seconds(60)));
+  person().tap(XKB_KEY_Tab);
+  waitForToolTip(u"Zarvy: blocked by Chromium"_s);
+  person().type(password);
+  EXPECT_TRUE(
+      waitUntil([&] { return isTitled("secret " + std::to_string(password.size())); }, deadline));
+  expectPasswordNowhereInProgram();
 }
 
 TEST_F(Secrets, InTheDialogOfGnuPgAreNeitherExpandedNorKept) {

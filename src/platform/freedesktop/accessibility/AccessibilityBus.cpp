@@ -136,6 +136,7 @@ void AccessibilityBus::followBus() {
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                  u"Disconnected"_s, this, SLOT(loseBus()));
   m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options.follower);
+  if (m_options.wakesBrowsers) m_waker = std::make_unique<BrowserWaker>(*m_bus);
   announceListener();
 }
 
@@ -153,6 +154,7 @@ void AccessibilityBus::askForAnotherBus() {
 
 void AccessibilityBus::dropBus() {
   m_address.clear();
+  m_waker.reset();
   m_follower.reset();
   disconnectFrom(m_bus);
 }

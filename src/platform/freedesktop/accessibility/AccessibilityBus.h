@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include "platform/freedesktop/accessibility/BrowserWaker.h"
 #include "platform/freedesktop/accessibility/FocusFollower.h"
 
 namespace zarvy {
@@ -27,6 +28,7 @@ class AccessibilityBus final : public QObject {
     FocusFollower::Options follower;
     QString sessionAddress;
     std::chrono::milliseconds pauseWithoutBus;
+    bool wakesBrowsers;
   };
   AccessibilityBus(const FocusFollower::Told& told, Options options);
   ~AccessibilityBus() override;
@@ -58,8 +60,9 @@ class AccessibilityBus final : public QObject {
   std::optional<QDBusConnection> m_bus;  // present exactly while it is connected
   QString m_address;                     // of m_bus, or of one that has not answered
   std::unique_ptr<FocusFollower> m_follower;
-  bool m_hasAnnounced = false;  // nobody had before
-  QTimer m_later;               // for the next question for a bus
+  std::unique_ptr<BrowserWaker> m_waker;  // beside the follower, where browsers are woken
+  bool m_hasAnnounced = false;            // nobody had before
+  QTimer m_later;                         // for the next question for a bus
 };
 
 }  // namespace zarvy

@@ -30,7 +30,8 @@ PasswordFields::PasswordFields(const Options& options)
                                                               m_canHaveKeyboard(process);
                                                      }},
                                     .sessionAddress = options.sessionBusAddress,
-                                    .pauseWithoutBus = options.pauseWithoutBus})) {
+                                    .pauseWithoutBus = options.pauseWithoutBus,
+                                    .wakesBrowsers = options.wakesBrowsers})) {
   m_thread.setObjectName(u"zarvy-focus"_s);
 }
 

@@ -33,6 +33,8 @@ class PasswordFields final : public SecureInput {
     QString sessionBusAddress;  // that of the user's session where it is empty
     // From the end of the accessibility bus to the question for another one.
     std::chrono::milliseconds pauseWithoutBus{1000};
+    // Has Chromium and its relatives tell of their fields, which costs them memory and time.
+    bool wakesBrowsers = false;
     // The program's own: what it says of its menus is none of its business.
     qint64 ownProcess = QCoreApplication::applicationPid();
   };

@@ -40,6 +40,11 @@ void FakeApplication::tellDeactivatedWindow() {
        {QString(), 0, 0, QVariant::fromValue(QDBusVariant(0)), QVariantMap()});
 }
 
+void FakeApplication::tellActivatedWindow() {
+  tell(window, u"org.a11y.atspi.Event.Window"_s, u"Activate"_s,
+       {QString(), 0, 0, QVariant::fromValue(QDBusVariant(0)), QVariantMap()});
+}
+
 void FakeApplication::tellNewRole(const QString& field) {
   tell(field, u"org.a11y.atspi.Event.Object"_s, u"PropertyChange"_s,
        {u"accessible-role"_s, 0, 0, QVariant::fromValue(QDBusVariant(0)), QVariantMap()});
@@ -60,6 +65,7 @@ void FakeApplication::tell(const QString& path, const QString& interface, const 
 bool FakeApplication::handleMessage(const QDBusMessage& message,
                                     const QDBusConnection& connection) {
   ++m_questionCount;
+  if (message.member() == u"GetAttributes" && message.path() == window) ++m_attributesAsked;
   const bool isAboutRole = message.member() == u"GetRole";
   if (isAboutRole) m_rolesAsked.append(message.path());
   message.setDelayedReply(true);

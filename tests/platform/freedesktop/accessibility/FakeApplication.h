@@ -40,9 +40,13 @@ class FakeApplication final : public QDBusVirtualObject {
   // The fields that were asked for their roles, in order.
   [[nodiscard]] const QStringList& rolesAsked() const { return m_rolesAsked; }
 
+  // How often it was asked for the attributes of its window.
+  [[nodiscard]] int attributesAsked() const { return m_attributesAsked; }
+
   // What it tells of its own accord.
   void tellFocus(const QString& field, bool isFocused);
   void tellDeactivatedWindow();
+  void tellActivatedWindow();
   void tellNewRole(const QString& field);
   // An event whose arguments are not what the protocol says.
   void tellNonsense(const QString& field);
@@ -65,6 +69,7 @@ class FakeApplication final : public QDBusVirtualObject {
   bool m_isHangingAtRoles = false;
   int m_questionCount = 0;
   QStringList m_rolesAsked;
+  int m_attributesAsked = 0;
   QList<QDBusMessage> m_unanswered;
   BusConnection m_bus;
   const QString m_name;

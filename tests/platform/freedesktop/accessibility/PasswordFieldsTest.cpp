@@ -64,6 +64,7 @@ class PasswordFieldsTest : public testing::Test {
     m_fields.emplace(PasswordFields::Options{.patience = patience,
                                              .sessionBusAddress = m_address,
                                              .pauseWithoutBus = std::chrono::milliseconds(10),
+                                             .wakesBrowsers = m_wakesBrowsers,
                                              .ownProcess = m_ownProcess});
     m_fields->start([this] { ++m_secretCount; },
                     [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); },
@@ -109,7 +110,8 @@ class PasswordFieldsTest : public testing::Test {
   std::atomic<int> m_secretCount = 0;
   std::atomic<bool> m_endedWhileUnheard = false;
   std::atomic<int> m_liesToCome = 0;  // that somebody has the keyboard
-  qint64 m_ownProcess = -1;           // that of the fakes is another one
+  bool m_wakesBrowsers = false;
+  qint64 m_ownProcess = -1;  // that of the fakes is another one
   std::optional<PasswordFields> m_fields;
 };
 
@@ -379,6 +381,25 @@ TEST_F(PasswordFieldsTest, OfWhoCannotHaveTheKeyboardDoNotCount) {
   ASSERT_TRUE(comesTrue([&] { return m_app.questionCount() >= questions + 2; }));
   expectOpen();
   EXPECT_EQ(m_secretCount, 0);
+}
+
+TEST_F(PasswordFieldsTest, AreAskedForOnceWhereBrowsersAreToTellOfThem) {
+  m_wakesBrowsers = true;
+  listen();
+  m_app.tellActivatedWindow();
+  ASSERT_TRUE(comesTrue([&] { return m_app.attributesAsked() == 1; }));
+  m_app.tellActivatedWindow();
+  enter(m_app, secretField);  // which comes behind it
+  expectSecret();
+  EXPECT_EQ(m_app.attributesAsked(), 1);
+}
+
+TEST_F(PasswordFieldsTest, AreNotAskedForOtherwise) {
+  listen();
+  m_app.tellActivatedWindow();
+  enter(m_app, secretField);
+  expectSecret();
+  EXPECT_EQ(m_app.attributesAsked(), 0);
 }
 
 TEST_F(PasswordFieldsTest, MayBeginToHideTheTextUnderTheCaret) {

@@ -14,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr qint64 pieceSize = qint64{1} * 1024 * 1024;
+constexpr qint64 mebibyte = qint64{1} << 20;
 
 JsonError errorOfReading() {
   return {{}, qt_error_string(errno)};
@@ -37,12 +37,12 @@ JsonResult<QByteArray> readFile(const QString& path, qint64 largest) {
   content.reserve(static_cast<qsizetype>(std::clamp<qint64>(status.st_size, 0, largest)));
   QByteArray piece;
   do {
-    piece = file.read(pieceSize);
+    piece = file.read(mebibyte);
     content += piece;
   } while (!piece.isEmpty() && content.size() <= largest);
   if (file.error() != QFileDevice::NoError) return JsonError{{}, file.errorString()};
   if (content.size() > largest) {
-    return JsonError{{}, u"Larger than %1 MiB"_s.arg(largest / (1024 * 1024))};
+    return JsonError{{}, u"Larger than %1 MiB"_s.arg(largest / mebibyte)};
   }
   return content;
 }

@@ -51,13 +51,13 @@ RegexMatch currentMatch(URegularExpression* expression) {
 // What ICU's question needs of the search that is under way.
 struct Regex::Watch {
   static UBool U_CALLCONV ask(const void* context, int32_t /*questions*/) {
-    auto* const watch = const_cast<Watch*>(static_cast<const Watch*>(context));
+    const auto* const watch = static_cast<const Watch*>(context);
     watch->steps += watch->stepsOfAQuestion;
     return !watch->mayGoOn || !*watch->mayGoOn || (*watch->mayGoOn)(watch->steps) ? 1 : 0;
   }
 
   const MayGoOn* mayGoOn = nullptr;
-  qint64 steps = 0;
+  mutable qint64 steps = 0;  // ICU hands the context on as const
   qint64 stepsOfAQuestion = stepsBetweenQuestions;
 };
 

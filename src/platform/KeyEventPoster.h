@@ -21,8 +21,8 @@ class TypingSession {
   // surrogate pair may be cut between them. False where something of the run could not be typed.
   virtual bool pressText(QStringView run) = 0;
 
-  // The same for somebody's own letters, which stood there and were deleted for a moment: at once,
-  // since what they type next is to come behind. pressText() waits for whoever types with a
+  // The same for somebody's own letters, which stood there and were deleted for a moment, with no
+  // pair cut: at once, since what they type next is to come behind. pressText() waits for whoever types with a
   // modifier held.
   virtual bool pressTextAgain(QStringView run) = 0;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <functional>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -61,15 +62,25 @@ void removeOldest(const fs::path& backups, const DocumentBackups::Limits& limits
   qsizetype kept = 0;
   qint64 bytes = 0;
   for (const fs::path& set : setsIn(backups)) {
-    bytes += sizeOf(set);
     const bool isNewest = kept == 0;
+    const qint64 size = sizeOf(set);
     std::error_code error;
-    if (isNewest || (kept < limits.sets && bytes <= limits.bytes)) {
+    if (isNewest || (kept < limits.sets && bytes + size <= limits.bytes)) {
       ++kept;
+      bytes += size;
     } else {
       fs::remove_all(set, error);
     }
   }
+}
+
+// What cannot be read gets a second name among the copies, and loses its first one when it is
+// replaced. A symbolic link is moved, since what it leads to stays.
+bool keepAsItIs(const QString& place, const QString& kept) {
+  const bool isLinked =
+      !QFileInfo(place).isSymLink() &&
+      ::link(QFile::encodeName(place).constData(), QFile::encodeName(kept).constData()) == 0;
+  return isLinked || QFile::rename(place, kept);
 }
 
 QString second(const QDateTime& now) {
@@ -84,31 +95,32 @@ DocumentBackups::DocumentBackups(QStringList names, LineOutput& output, Limits l
 void DocumentBackups::beforeWrite(const QString& folder, const QDateTime& now) {
   const QDate day = now.toUTC().date();
   const bool isFirst = std::exchange(m_lastDay, day) != day;
-  if (std::exchange(m_foundUnreadable, false)) {
-    keep(folder, second(now) + u" unreadable"_s, Reason::unreadable);
+  if (m_foundUnreadable) {
+    m_foundUnreadable = !keep(folder, second(now) + u" unreadable"_s, Reason::unreadable);
   } else if (isFirst) {
-    keep(folder, now.toUTC().toString(u"yyyy-MM-dd"_s), Reason::other);
+    static_cast<void>(keep(folder, now.toUTC().toString(u"yyyy-MM-dd"_s), Reason::other));
   }
 }
 
 void DocumentBackups::beforeSync(const QString& folder, const QDateTime& now) {
-  keep(folder, second(now) + u" before sync"_s, Reason::other);
+  static_cast<void>(keep(folder, second(now) + u" before sync"_s, Reason::other));
 }
 
 // The set is made under another name and renamed once all of it is on the disk.
-void DocumentBackups::keep(const QString& folder, const QString& setName, Reason reason) const {
+bool DocumentBackups::keep(const QString& folder, const QString& setName, Reason reason) const {
   const QString backups = folder + u"/Backups"_s;
   const QString set = backups + u'/' + setName;
   const QString unfinished = backups + u'/' + unfinishedName();
-  if (QFile::exists(set)) return;
+  if (QFile::exists(set)) return true;
   QStringList present;
   std::copy_if(m_names.begin(), m_names.end(), std::back_inserter(present),
                [&](const QString& name) { return QFileInfo(folder + u'/' + name).isFile(); });
-  if (present.isEmpty()) return;
+  if (present.isEmpty()) return true;
   std::error_code ignored;
   fs::remove_all(QFile::encodeName(unfinished).toStdString(), ignored);
   const auto fail = [&](const QString& error) {
     m_output.print(u"Error keeping a backup: "_s + error);
+    return false;
   };
   for (const QString& made : {backups, unfinished}) {
     if (const auto error = makePrivateFolder(made)) return fail(*error);
@@ -118,15 +130,14 @@ void DocumentBackups::keep(const QString& folder, const QString& setName, Reason
     const QString kept = unfinished + u'/' + name;
     const auto error = copyFile(place, kept);
     if (!error) continue;
-    // What cannot be read can be moved, and is about to be replaced.
-    const bool isMoved =
-        reason == Reason::unreadable && !readFile(place) && QFile::rename(place, kept);
-    if (!isMoved) return fail(name + u": "_s + *error);
+    const bool isKept = reason == Reason::unreadable && !readFile(place) && keepAsItIs(place, kept);
+    if (!isKept) return fail(name + u": "_s + *error);
   }
   if (const auto error = synchronizeFolder(unfinished)) return fail(*error);
   if (!QFile::rename(unfinished, set)) return fail(setName);
-  if (const auto error = synchronizeFolder(backups)) fail(*error);
+  if (const auto error = synchronizeFolder(backups)) return fail(*error);
   removeOldest(QFile::encodeName(backups).toStdString(), m_limits);
+  return true;
 }
 
 }  // namespace zarvy

@@ -42,7 +42,7 @@ class DocumentBackups {
 
  private:
   enum class Reason { unreadable, other };
-  void keep(const QString& folder, const QString& setName, Reason reason) const;
+  [[nodiscard]] bool keep(const QString& folder, const QString& setName, Reason reason) const;
 
   const QStringList m_names;
   LineOutput& m_output;

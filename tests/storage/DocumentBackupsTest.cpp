@@ -58,6 +58,20 @@ TEST_F(DocumentBackupsTest, KeepAllDocumentsAsTheyWereBeforeTheFirstWrite) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
+TEST_F(DocumentBackupsTest, LoseNoUnreadableDocumentWhereTheDiskIsFull) {
+  ASSERT_TRUE(QFile::resize(path(u"a.json"_s), qint64{256} * 1024 * 1024 + 1));
+  DocumentBackups kept = backups();
+  kept.foundUnreadable();
+  {
+    const FileSizeLimit full(2);
+    beforeWrite(kept, evening);
+  }
+  EXPECT_EQ(m_output.takeLines().size(), 1);
+  EXPECT_TRUE(QFile::exists(path(u"a.json"_s)));
+  beforeWrite(kept, evening.addSecs(1));
+  EXPECT_EQ(filesOf(u"2026-03-01T203006Z unreadable"_s), (QStringList{u"a.json"_s, u"b.json"_s}));
+}
+
 TEST_F(DocumentBackupsTest, AreForTheUserAlone) {
   DocumentBackups kept = backups();
   beforeWrite(kept);

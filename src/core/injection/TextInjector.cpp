@@ -1,5 +1,6 @@
 #include "core/injection/TextInjector.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/text/Graphemes.h"
@@ -108,8 +109,11 @@ void TextInjector::type(const Work& work, const TypedSince* typedSince) {
 }
 
 void TextInjector::typeAgain(const QString& text, TypingSession& session) {
-  for (qsizetype at = 0; at < text.size() && !m_isCutShort; at += injection::maxChunkSize) {
-    session.pressTextAgain(QStringView(text).mid(at, injection::maxChunkSize));
+  for (QStringView rest = text; !rest.isEmpty() && !m_isCutShort;) {
+    qsizetype length = std::min(rest.size(), injection::maxChunkSize);
+    if (length < rest.size() && rest[length - 1].isHighSurrogate()) --length;
+    session.pressTextAgain(rest.first(length));
+    rest = rest.sliced(length);
     m_sleeper.sleepFor(injection::charDelay);
   }
 }

@@ -60,7 +60,10 @@ DeathWatch::DeathWatch(const std::function<void(pid_t)>& tidyUp) {
   m_lifeLine = FileDescriptor(ends[0]);
   FileDescriptor watchers(ends[1]);
   const pid_t self = ::getpid();
-  if (::fork() == 0) watch(watchers.get(), self, tidyUp);
+  if (::fork() == 0) {
+    m_lifeLine.reset();
+    watch(watchers.get(), self, tidyUp);
+  }
   watchers.reset();
   static_cast<void>(isTold(watching, m_lifeLine.get()));
 }

@@ -101,6 +101,7 @@ TEST_F(BadOutput, thatBlocksStopsNeitherExpansionNorTheEnd) {
 TEST_F(BadOutput, thatWasNeverOpenedLeavesTheProgramAtWork) {
   ProgramUnderTest::Setting withoutAny = setting();
   withoutAny.program = "/bin/sh";
+  withoutAny.environment["LD_PRELOAD"] = ZARVY_E2E_READABLE_MEMORY;  // with what it has open
   withoutAny.arguments = {"-c", R"(exec "$0" <&- >&- 2>&-)", programPath()};
   ProgramUnderTest program(withoutAny);
   program.writeLibrary({{u";ok"_s, u"Ωk"_s}});

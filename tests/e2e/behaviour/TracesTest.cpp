@@ -168,10 +168,11 @@ TEST_F(Traces, ofManyKilledProgramsAreNoLettersThatRepeat) {
                           std::chrono::seconds(20), std::chrono::milliseconds(1)));
     program().kill();
     expectNothingHeld();
+    // What the server had got by then may still be on its way.
     person().type(u"\\"_s);
     ASSERT_TRUE(
-        waitUntil([&] { return target().state().text.endsWith(u'\\'); }, std::chrono::seconds(20)));
-    const QString typed = target().state().text.chopped(1);
+        waitUntil([&] { return target().state().text.contains(u'\\'); }, std::chrono::seconds(20)));
+    const QString typed = target().state().text.remove(u'\\');
     EXPECT_EQ(typed.toStdString(), text.left(typed.size()).toStdString());
   }
 }

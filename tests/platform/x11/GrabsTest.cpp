@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 #include <xcb/xinput.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include "e2e/harness/WaitUntil.h"
 #include "platform/KeyEventPoster.h"
@@ -74,6 +75,15 @@ class KeyboardGrab {
   const e2e::XConnection& m_connection;
   BareWindow m_window;
 };
+
+int pressesIn(const e2e::XConnection& connection) {
+  int presses = 0;
+  connection.synchronise();
+  while (const auto event = e2e::owned(xcb_poll_for_event(connection.get()))) {
+    if ((event->response_type & 0x7f) == XCB_KEY_PRESS) ++presses;
+  }
+  return presses;
+}
 
 // What the presses typed, without those of Shift; any number of keys in a row that were only told
 // to have been typed is one "*".
@@ -219,8 +229,10 @@ TEST_F(Grabs, GetNothingOfWhatIsBeingTyped) {
   const auto typing = m_desk.session().keyEventPoster().beginTyping(u"abcdef"_s);
   EXPECT_TRUE(typing->pressText(u"ab"));
   {
-    const KeyboardGrab locker(connection());
+    const e2e::XConnection lockers(m_desk.server().display());
+    const KeyboardGrab locker(lockers);
     EXPECT_FALSE(typing->pressText(u"cd"));
+    EXPECT_EQ(pressesIn(lockers), 0);
   }
   EXPECT_FALSE(typing->pressText(u"ef")) << "nobody knows any more where the caret is";
   EXPECT_EQ(m_desk.witness().text(), u"ab"_s);
@@ -236,6 +248,21 @@ TEST_F(Grabs, ThatEndSoonAreWaitedFor) {
   EXPECT_TRUE(typing->pressText(u"cd"));
   end.join();
   EXPECT_EQ(m_desk.witness().text(), u"abcd"_s);
+}
+
+// As with the keys that lock the screen.
+TEST_F(Grabs, GetNothingWhereTheyComeWhileAHeldModifierIsWaitedFor) {
+  const e2e::XConnection lockers(m_desk.server().display());
+  const auto typing = m_desk.session().keyEventPoster().beginTyping(u"abcdef"_s);
+  EXPECT_TRUE(typing->pressText(u"ab"));
+  m_desk.person().press(XKB_KEY_Super_L);
+  m_desk.letAdaptersCatchUp();
+  std::optional<KeyboardGrab> locker;
+  std::thread lock([&] { locker.emplace(lockers); });
+  EXPECT_FALSE(typing->pressText(u"cdef"));
+  lock.join();
+  EXPECT_EQ(pressesIn(lockers), 0);
+  m_desk.person().releaseAll();
 }
 
 TEST_F(Grabs, ThatAreRefusedAreNone) {

@@ -1,6 +1,7 @@
 #include "platform/x11/typing/TypingRecord.h"
 
 #include <array>
+#include <csignal>
 #include <unistd.h>
 
 #include <QString>
@@ -69,7 +70,8 @@ std::optional<TypingRecord::Entry> TypingRecord::read(Connection& connection) {
 
 void releaseKeysLeftDown(Connection& connection, KeySender& sender) {
   if (const auto entry = TypingRecord::read(connection)) {
-    releaseRecorded(connection, sender, *entry);
+    const bool isTyping = entry->process != ::getpid() && ::kill(entry->process, 0) == 0;
+    if (!isTyping) releaseRecorded(connection, sender, *entry);
     return;
   }
   const HeldKeys held(connection);

@@ -37,7 +37,8 @@ class TypingRecord {
 
 // Releases whatever is down on the keyboard that the record names and on the one for faked keys,
 // and removes the record. Without a record it releases modifiers alone, on the keyboard for faked
-// keys: other programs may hold keys there. At the start.
+// keys: other programs may hold keys there. Does nothing while the process of the record lives,
+// which another user or another data folder may have on the same display. At the start.
 void releaseKeysLeftDown(Connection& connection, KeySender& sender);
 
 // The same where the record is of that process, on a connection of its own to the display that the

@@ -53,20 +53,23 @@ void Typist::endSession() {
 
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
-  if (!awaitKeyboard()) return false;
-  // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
-  // For the same reason the spare keys are left alone here.
-  Look seen = look();
-  if (m_textWasTyped && m_barrier.awaitKeyDetour(seen.server.focus)) {
-    m_textWasTyped = false;
-    seen = look();
+  while (awaitKeyboard()) {
+    // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
+    // For the same reason the spare keys are left alone here.
+    Look seen = look();
+    if (m_textWasTyped && m_barrier.awaitKeyDetour(seen.server.focus)) {
+      m_textWasTyped = false;
+      seen = look();
+    }
+    const Layout layout = keysOf(seen);
+    const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
+    if (!keycode || !m_connection.isAlive()) return false;
+    if (!holdFreeKeyboard()) continue;
+    m_record.write(layout.keyboard.number);
+    TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
+    return true;
   }
-  const Layout layout = keysOf(seen);
-  const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
-  if (!keycode || !m_connection.isAlive()) return false;
-  m_record.write(layout.keyboard.number);
-  TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
-  return true;
+  return false;
 }
 
 bool Typist::typeCharacters(std::span<const char32_t> characters,
@@ -77,7 +80,9 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
   for (std::size_t at = 0; at < characters.size();) {
     if (!awaitKeyboard()) return false;
     const Layout layout = charactersOf(atOnce ? look() : lookOnceModifiersAreUnused());
-    at += typeWhatHasAKey(layout, characters.subspan(at));
+    const auto typed = typeWhatHasAKey(layout, characters.subspan(at));
+    if (!typed) continue;
+    at += *typed;
     if (at == characters.size()) break;
     if (roomMadeAt == at) {
       complete = false;
@@ -96,16 +101,21 @@ bool Typist::mustWait() {
   return m_isPatient && m_keyboard.persons.areInUse(modifiers, m_pressesBefore);
 }
 
-// How many of the first characters it has typed.
-std::size_t Typist::typeWhatHasAKey(const Layout& layout, std::span<const char32_t> characters) {
+// How many of the first characters it has typed. Absent where somebody has taken the keyboard.
+std::optional<std::size_t> Typist::typeWhatHasAKey(const Layout& layout,
+                                                   std::span<const char32_t> characters) {
   std::vector<KeyStroke> strokes;
   for (const char32_t character : characters) {
     const std::optional<KeyStroke> stroke = strokeOf(layout, character);
     if (!stroke) break;
     strokes.push_back(*stroke);
-    if (m_spareKeys.keycodes()[stroke->keycode]) m_spareKeys.markUsed(character, layout.focus);
   }
   if (strokes.empty()) return 0;
+  if (!holdFreeKeyboard()) return std::nullopt;
+  for (std::size_t i = 0; i < strokes.size(); ++i) {
+    const bool isSpare = m_spareKeys.keycodes()[strokes[i].keycode];
+    if (isSpare) m_spareKeys.markUsed(characters[i], layout.focus);
+  }
   m_textWasTyped = true;
   m_record.write(layout.keyboard.number);
   TypingRun run(m_connection, m_sender, m_modifiers, layout.keyboard);
@@ -163,6 +173,16 @@ bool Typist::awaitKeyboard() {
     std::this_thread::sleep_for(pauseDuringGrab);
   }
   return !m_isAbandoned && !m_isShutOut;
+}
+
+// Keeps other clients out from here to the end of the run that follows, so that nobody takes the
+// keyboard in between. False where somebody has it.
+bool Typist::holdFreeKeyboard() {
+  xcb_grab_server(m_connection.xcb());
+  if (m_grabProbe.isGrabbedByAnother() != true) return true;
+  xcb_ungrab_server(m_connection.xcb());
+  m_connection.flush();
+  return false;
 }
 
 Typist::Look Typist::look() const {

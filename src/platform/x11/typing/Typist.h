@@ -94,6 +94,7 @@ class Typist {
     std::array<uint32_t, 256> releases{};  // as PersonsKeys counts them
   };
   [[nodiscard]] bool awaitKeyboard();
+  [[nodiscard]] bool holdFreeKeyboard();
   [[nodiscard]] Look look() const;
   [[nodiscard]] Look lookOnceModifiersAreUnused();
   [[nodiscard]] Layout keysOf(const Look& seen) const;
@@ -103,8 +104,8 @@ class Typist {
   [[nodiscard]] std::vector<char32_t> lacking(const Layout& layout,
                                               std::span<const char32_t> text) const;
   [[nodiscard]] std::optional<KeyStroke> strokeOf(const Layout& layout, char32_t character) const;
-  [[nodiscard]] std::size_t typeWhatHasAKey(const Layout& layout,
-                                            std::span<const char32_t> characters);
+  [[nodiscard]] std::optional<std::size_t> typeWhatHasAKey(const Layout& layout,
+                                                           std::span<const char32_t> characters);
   void makeRoomFor(const Layout& layout, std::span<const char32_t> text);
 
   Connection& m_connection;

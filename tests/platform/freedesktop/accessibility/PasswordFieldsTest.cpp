@@ -68,7 +68,7 @@ class PasswordFieldsTest : public testing::Test {
                                              .ownProcess = m_ownProcess});
     m_fields->start([this] { ++m_secretCount; },
                     [this] { m_endedWhileUnheard = m_fields->mustNotBeHeard(); },
-                    [this](qint64) { return m_liesToCome == 0 || m_liesToCome-- == 0; });
+                    [this](qint64 p) { return p == 0 || m_liesToCome == 0 || m_liesToCome-- == 0; });
   }
 
   // While this waits for the other thread, the fakes go on answering.
@@ -366,6 +366,44 @@ TEST_F(PasswordFieldsTest, AreNotLeftForAFieldOfWhoCannotHaveTheKeyboard) {
   expectSecret();
   EXPECT_FALSE(m_endedWhileUnheard) << "it was never taken for left";
   EXPECT_EQ(liar->questionCount(), 0);
+}
+
+
+TEST_F(PasswordFieldsTest, XLiarThatEndsAtOnce) {
+  std::optional<FakeApplication> l1;
+  makeApplication(l1);
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_liesToCome = 1;
+  l1->tellFocus(plainField, true);
+  l1.reset();
+  EXPECT_FALSE(comesTrue([&] { return !m_fields->mustNotBeHeard(); })) << "HEARD though the owner is a password field";
+  EXPECT_TRUE(m_fields->isSecureEventInputEnabled());
+}
+TEST_F(PasswordFieldsTest, XTwoLiars) {
+  std::optional<FakeApplication> l1, l2;
+  makeApplication(l1);
+  makeApplication(l2);
+  listen();
+  enter(m_app, secretField);
+  expectSecret();
+  m_liesToCome = 2;
+  l1->tellFocus(plainField, true);
+  l2->tellFocus(plainField, true);
+  EXPECT_FALSE(comesTrue([&] { return !m_fields->mustNotBeHeard(); })) << "HEARD though the owner is a password field";
+  EXPECT_TRUE(m_fields->isSecureEventInputEnabled());
+}
+TEST_F(PasswordFieldsTest, XLiarWhileOwnerBusy) {
+  std::optional<FakeApplication> l1;
+  makeApplication(l1);
+  listen(20ms);
+  enter(m_app, secretField);
+  expectSecret();
+  m_app.setHanging(true);
+  m_liesToCome = 1;
+  l1->tellFocus(plainField, true);
+  EXPECT_FALSE(comesTrue([&] { return !m_fields->mustNotBeHeard(); })) << "HEARD though the owner is a password field";
 }
 
 TEST_F(PasswordFieldsTest, OfWhoCannotHaveTheKeyboardDoNotCount) {

@@ -2,9 +2,9 @@
 
 namespace zarvy {
 
-// From now on other programs of the user can neither read the memory of this process nor be its
-// debugger, and the system writes no dump of it when it crashes. Programs that it starts are not
-// affected. Any thread; stays so.
+// From now on other programs of the user can neither open the memory of this process nor become its
+// debugger, and the system writes no dump of it when it crashes. Who has opened it before keeps it.
+// Programs that it starts are not affected. Any thread; stays so.
 //
 // Services that look at a caller's /proc/<pid>/root refuse it then: the desktop's portals do, but
 // for a caller that they have looked at before.

@@ -12,8 +12,9 @@ namespace zarvy {
 
 // Has Chromium and its relatives tell of their fields. They speak on the accessibility bus, but say
 // no more than which window is active until somebody asks one of their windows for its attributes,
-// as screen readers do. That costs them memory and time from then on. Asks each application once,
-// as soon as one of its windows is active. One thread, which runs an event loop.
+// as screen readers do. That costs them memory and time from then on. Asks each application once:
+// those that are there at the beginning, and others as soon as one of their windows is active. One
+// thread, which runs an event loop.
 class BrowserWaker final : public QObject {
   Q_OBJECT
 

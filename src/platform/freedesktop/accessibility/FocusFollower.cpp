@@ -43,9 +43,12 @@ FocusFollower::FocusFollower(QDBusConnection bus, const Told& told, const Option
       m_detour(told.detour),
       m_ownProcess(options.ownProcess),
       m_canHaveKeyboard(options.canHaveKeyboard) {
-  m_patience.setSingleShot(true);
-  m_patience.setInterval(options.patience);
+  for (QTimer* timer : {&m_patience, &m_claimPatience}) {
+    timer->setSingleShot(true);
+    timer->setInterval(options.patience);
+  }
   connect(&m_patience, &QTimer::timeout, this, &FocusFollower::loseHope);
+  connect(&m_claimPatience, &QTimer::timeout, this, &FocusFollower::dropClaims);
   listen();
   askForEvents();
   searchFocus();
@@ -86,15 +89,15 @@ void FocusFollower::askForEvents() {
 }
 
 void FocusFollower::searchFocus() {
-  m_search =
-      std::make_unique<FocusSearch>(m_bus, [this](const AccessibleObject& field) { find(field); });
+  m_search = std::make_unique<FocusSearch>(m_bus, [this](const AccessibleObject& field) {
+    consider({.field = field, .isFound = true});
+  });
 }
 
 void FocusFollower::handleFocus(const QDBusMessage& signal) {
-  m_search.reset();
   const AccessibleObject field{.peer = signal.service(), .path = signal.path()};
   if (signal.arguments().value(1).toInt() != 0) {
-    enter(field);
+    consider({.field = field});
   } else if (field == m_field) {
     leave();
   }
@@ -103,44 +106,73 @@ void FocusFollower::handleFocus(const QDBusMessage& signal) {
 // Some toolkits say no more than this when the user turns to another application. The field is
 // asked all the same: with two windows of one application the order of events is anybody's guess.
 void FocusFollower::handleDeactivatedWindow(const QDBusMessage& signal) {
-  m_search.reset();
   if (m_field && m_field->peer == signal.service()) lookAgain();
 }
 
 // A field that shows its password may begin to hide it under the caret.
 void FocusFollower::handleNewRole(const QDBusMessage& signal) {
   const AccessibleObject field{.peer = signal.service(), .path = signal.path()};
-  if (field == m_field) enter(field);
+  if (field != m_field) return;
+  begin();
+  askForRole();
 }
 
 void FocusFollower::handleLostPeer(const QDBusMessage& signal) {
-  if (m_field && m_field->peer == signal.arguments().value(0).toString()) leave();
+  const QString peer = signal.arguments().value(0).toString();
+  m_processes.remove(peer);
+  m_claims.remove(peer);
+  if (m_field && m_field->peer == peer) leave();
+  endDoubtOfClaims();
 }
 
-// What an application says of its field counts only once it is known that it can have the keyboard.
-void FocusFollower::enter(const AccessibleObject& field) {
-  const bool isKnown = m_field && m_field->peer == field.peer && m_peer == field.peer;
-  if (!turnTo(field)) return;
-  begin();
-  if (isKnown) return askForRole();
-  askForProcess(Then::role);
-}
-
-// What is typed into it has been heard all the time, until it says that it is secret.
-void FocusFollower::find(const AccessibleObject& field) {
-  if (!turnTo(field)) return;
-  m_isSettled = false;
-  askForProcess(Then::role);
-}
-
-bool FocusFollower::turnTo(const AccessibleObject& field) {
-  if (field.peer == m_ownPeer) return false;
-  if (!m_field || m_field->peer != field.peer) {
-    m_before = m_field;
-    m_secrecy.setProcess(0);
+// It may be a password field that has the keyboard now, and nothing is heard until it is clear who
+// it is.
+void FocusFollower::consider(const Claim& claim) {
+  const QString& peer = claim.field.peer;
+  if (const auto known = m_processes.constFind(peer); known != m_processes.cend()) {
+    return judge(claim, *known);
   }
-  m_field = field;
-  return true;
+  if (!claim.isFound) m_secrecy.doubt();
+  const bool isAsked = m_claims.contains(peer);
+  m_claims.insert(peer, claim);
+  if (isAsked) return;
+  if (!m_claimPatience.isActive()) m_claimPatience.start();
+  auto question = questionToBus(u"GetConnectionUnixProcessID"_s);
+  question << peer;
+  askLater(m_bus, question, this,
+           [this, peer](const QDBusMessage& answer) { learnProcess(peer, numberIn(answer)); });
+}
+
+// Whoever has gone by now, so that nobody knows them, has no field.
+void FocusFollower::learnProcess(const QString& peer, std::optional<uint> process) {
+  const auto claim = m_claims.constFind(peer);
+  if (claim == m_claims.cend()) return;
+  const Claim taken = *claim;
+  m_claims.erase(claim);
+  if (process) {
+    m_processes.insert(peer, *process);
+    judge(taken, *process);
+  }
+  endDoubtOfClaims();
+}
+
+void FocusFollower::judge(const Claim& claim, qint64 process) {
+  if (process == m_ownProcess) return;
+  if (m_canHaveKeyboard(process)) return accept(claim, process);
+  m_refused = {claim.field, process};
+}
+
+// What is typed into a field that was found has been heard all the time, until it says that it is
+// secret.
+void FocusFollower::accept(const Claim& claim, qint64 process) {
+  if (!claim.isFound) m_search.reset();
+  m_refused.reset();
+  m_field = claim.field;
+  m_isSettled = false;
+  m_secrecy.setProcess(static_cast<qint32>(process));
+  m_detour.follow(m_bus, claim.field.peer, process, this);
+  if (!claim.isFound) begin();
+  askForRole();
 }
 
 void FocusFollower::begin() {
@@ -149,45 +181,33 @@ void FocusFollower::begin() {
   m_patience.start();
 }
 
+// Nobody is left whose field may have the keyboard beside the one that is known.
+void FocusFollower::endDoubtOfClaims() {
+  const bool isAwaited = !m_isSettled && m_patience.isActive();
+  if (m_claims.isEmpty() && !isAwaited && !m_secrecy.isPasswordField()) m_secrecy.setOpen();
+}
+
+void FocusFollower::dropClaims() {
+  m_claims.clear();
+  endDoubtOfClaims();
+}
+
 void FocusFollower::leave() {
+  m_search.reset();
   m_field.reset();
   ++m_question;
   settle(false);
 }
 
 void FocusFollower::lookAgain() {
-  m_search.reset();
+  if (m_refused && m_canHaveKeyboard(m_refused->second)) {
+    accept({.field = m_refused->first}, m_refused->second);
+    return askForFocus();
+  }
   if (!m_field || (m_isSettled && !m_secrecy.mustNotBeHeard())) return;
   // The time of a field that has been waited for in vain is not begun anew.
   if (m_secrecy.mustNotBeHeard()) m_patience.start();
   m_isSettled = false;
-  askForFocus();
-}
-
-void FocusFollower::askForProcess(Then then) {
-  auto question = questionToBus(u"GetConnectionUnixProcessID"_s);
-  question << m_field->peer;
-  askLater(m_bus, question, this, [this, field = *m_field, then](const QDBusMessage& answer) {
-    learnProcess(field, numberIn(answer).value_or(0), then);
-  });
-}
-
-void FocusFollower::learnProcess(const AccessibleObject& field, qint64 process, Then then) {
-  if (process == m_ownProcess) m_ownPeer = field.peer;
-  if (!m_field || m_field->peer != field.peer) return;
-  if (process == m_ownProcess || !m_canHaveKeyboard(process)) return comeBack();
-  m_secrecy.setProcess(static_cast<qint32>(process));
-  m_detour.follow(m_bus, field.peer, process, this);
-  m_peer = field.peer;
-  if (then == Then::role) askForRole();
-}
-
-// What was said last does not count.
-void FocusFollower::comeBack() {
-  m_field = std::exchange(m_before, std::nullopt);
-  if (!m_field) return leave();
-  begin();
-  askForProcess(Then::nothing);
   askForFocus();
 }
 

@@ -4,9 +4,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QHash>
 #include <QObject>
 #include <QTimer>
 
@@ -19,8 +21,10 @@ class FocusSearch;
 class ToolkitKeyDetour;
 
 // Follows the keyboard's focus from field to field, as applications tell it on one accessibility
-// bus, and asks each field for its role; the first is looked for. Every question is asynchronous:
-// an application that does not answer keeps nobody waiting. One thread, which runs an event loop.
+// bus, and asks each field for its role; the first is looked for. What an application says changes
+// nothing that is known of another one's field before it is clear that it can have the keyboard.
+// Every question is asynchronous: an application that does not answer keeps nobody waiting. One
+// thread, which runs an event loop.
 class FocusFollower final : public QObject {
   Q_OBJECT
 
@@ -36,8 +40,8 @@ class FocusFollower final : public QObject {
     std::chrono::milliseconds patience;
     // Whose fields do not count: a menu of this program leaves the keyboard's window as it is.
     qint64 ownProcess;
-    // Whether a process that says that a field of its own has the keyboard can be right; 0 where
-    // the bus does not tell which it is. Called on the follower's thread.
+    // Whether a process that says that a field of its own has the keyboard can be right. Called on
+    // the follower's thread.
     std::function<bool(qint64 process)> canHaveKeyboard;
   };
 
@@ -52,6 +56,12 @@ class FocusFollower final : public QObject {
  private:
   using AnswerHandler = std::function<void(const QDBusMessage& answer)>;
 
+  // A field that is said to have the keyboard.
+  struct Claim {
+    AccessibleObject field;
+    bool isFound = false;  // by the search, so that it has had it all the time
+  };
+
   Q_SLOT void handleFocus(const QDBusMessage& signal);
   Q_SLOT void handleDeactivatedWindow(const QDBusMessage& signal);
   Q_SLOT void handleNewRole(const QDBusMessage& signal);
@@ -59,15 +69,13 @@ class FocusFollower final : public QObject {
   void listen();
   void askForEvents();
   void searchFocus();
-  void enter(const AccessibleObject& field);
-  void find(const AccessibleObject& field);
-  [[nodiscard]] bool turnTo(const AccessibleObject& field);
+  void consider(const Claim& claim);
+  void learnProcess(const QString& peer, std::optional<uint> process);
+  void judge(const Claim& claim, qint64 process);
+  void accept(const Claim& claim, qint64 process);
   void begin();
-  // What to ask of a field once its process counts.
-  enum class Then { role, nothing };
-  void askForProcess(Then then);
-  void learnProcess(const AccessibleObject& field, qint64 process, Then then);
-  void comeBack();
+  void endDoubtOfClaims();
+  void dropClaims();
   void leave();
   void askForRole();
   void askForFocus();
@@ -82,16 +90,18 @@ class FocusFollower final : public QObject {
   ToolkitKeyDetour& m_detour;
   const qint64 m_ownProcess;
   const std::function<bool(qint64)> m_canHaveKeyboard;
-  QTimer m_patience;
-  // Absent once anything is told of the focus, which is newer.
-  std::unique_ptr<FocusSearch> m_search;
+  QTimer m_patience;                      // with a field that does not say what it is
+  QTimer m_claimPatience;                 // with a bus that does not say who somebody is
+  std::unique_ptr<FocusSearch> m_search;  // absent once an application has told, which is newer
+
+  QHash<QString, qint64> m_processes;  // of the connections that are known
+  QHash<QString, Claim> m_claims;      // the latest of each connection that is not known yet
+  // The latest by somebody who could not have the keyboard: they may have been early.
+  std::optional<std::pair<AccessibleObject, qint64>> m_refused;
+
   std::optional<AccessibleObject> m_field;  // the one that has the keyboard, as far as is known
-  // The one that had it before an application came whose process is not known yet.
-  std::optional<AccessibleObject> m_before;
-  QString m_peer;           // of the latest field whose process counts
-  QString m_ownPeer;        // once it is known
-  bool m_isSettled = true;  // it has said what it is
-  quint64 m_question = 0;   // number of the latest; answers to older ones are dropped
+  bool m_isSettled = true;                  // it has said what it is
+  quint64 m_question = 0;  // number of the latest; answers to older ones are dropped
 };
 
 }  // namespace zarvy

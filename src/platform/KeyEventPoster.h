@@ -22,8 +22,8 @@ class TypingSession {
   virtual bool pressText(QStringView run) = 0;
 
   // The same for somebody's own letters, which stood there and were deleted for a moment, with no
-  // pair cut: at once, since what they type next is to come behind. pressText() waits for whoever types with a
-  // modifier held.
+  // pair cut: at once, since what they type next is to come behind. pressText() waits for whoever
+  // types with a modifier held.
   virtual bool pressTextAgain(QStringView run) = 0;
 
   // Whether pressText() would wait so now.

@@ -145,13 +145,11 @@ void FocusFollower::consider(const Claim& claim) {
 
 // Whoever has gone by now, so that nobody knows them, has no field.
 void FocusFollower::learnProcess(const QString& peer, std::optional<uint> process) {
-  const auto claim = m_claims.constFind(peer);
-  if (claim == m_claims.cend()) return;
-  const Claim taken = *claim;
-  m_claims.erase(claim);
+  if (!m_claims.contains(peer)) return;
+  const Claim claim = m_claims.take(peer);
   if (process) {
     m_processes.insert(peer, *process);
-    judge(taken, *process);
+    judge(claim, *process);
   }
   endDoubtOfClaims();
 }

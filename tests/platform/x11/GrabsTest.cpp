@@ -622,8 +622,10 @@ TEST_F(Secrets, HaveWhatWasTypedForgottenWhereAWindowOfThisProgramHasTheKeyboard
   const e2e::XConnection program(m_desk.server().display());
   m_desk.setOwnClient(program);
   BareWindow own(program);
+  m_desk.letAdaptersCatchUp();  // with whatever had the keyboard at first
+  const int moves = m_desk.focusMoves();
   own.focus();
-  ASSERT_TRUE(e2e::waitUntil([&] { return m_desk.focusMoves() == 1; }, 10s));
+  ASSERT_TRUE(e2e::waitUntil([&] { return m_desk.focusMoves() > moves; }, 10s));
   m_desk.session().forgetWhatWasTyped();
   expectTold(u"*"_s);
   m_desk.closeSession();

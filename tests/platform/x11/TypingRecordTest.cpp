@@ -1,6 +1,9 @@
 // What a run of the program that died while it typed has left down, and the next one finds.
 
+#include <csignal>
 #include <memory>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QTemporaryDir>
 
@@ -10,6 +13,7 @@
 #include "e2e/harness/InputDevices.h"
 #include "e2e/harness/Person.h"
 #include "e2e/harness/PrivateXServer.h"
+#include "e2e/harness/WaitUntil.h"
 #include "e2e/harness/Xkb.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/hearing/OwnPosts.h"
@@ -19,6 +23,7 @@
 namespace zarvy::x11 {
 namespace {
 
+using namespace std::chrono_literals;
 using Keys = std::set<std::uint8_t>;
 
 class KeysLeftDown : public testing::Test {
@@ -96,6 +101,26 @@ TEST_F(KeysLeftDown, AreAsTheyWereWhereAllHasBeenTyped) {
   leaveKeysDown();
   releaseAtStart();
   EXPECT_EQ(held(), (Keys{keyQ, keyW, leftShift}));
+}
+
+// Another user's, or that of another data folder.
+TEST_F(KeysLeftDown, AreThoseOfARunThatIsStillTyping) {
+  const pid_t other = ::fork();
+  if (other == 0) {
+    const auto connection = connect();
+    TypingRecord(*connection).write(m_keyboard);
+    connection->synchronize();
+    for (;;) ::pause();
+  }
+  const auto ours = connect();
+  ASSERT_TRUE(e2e::waitUntil([&] { return TypingRecord::read(*ours).has_value(); }, 10s));
+  leaveKeysDown();
+  releaseAtStart();
+  EXPECT_EQ(held().size(), 4U);
+  ::kill(other, SIGKILL);
+  ASSERT_EQ(::waitpid(other, nullptr, 0), other);
+  releaseAtStart();
+  EXPECT_EQ(held(), Keys());
 }
 
 TEST_F(KeysLeftDown, GoUpForAProcessThatDiedAndForNoOther) {

@@ -1,9 +1,10 @@
 #include "platform/x11/typing/TypingRecord.h"
 
 #include <array>
-#include <csignal>
 #include <unistd.h>
 
+#include <QByteArray>
+#include <QFile>
 #include <QString>
 
 #include "platform/x11/connection/Connection.h"
@@ -12,6 +13,8 @@
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
 #include "platform/x11/typing/KeySender.h"
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy::x11 {
 
@@ -30,6 +33,16 @@ void releaseRecorded(Connection& connection, KeySender& sender, const TypingReco
   xcb_delete_property(connection.xcb(), connection.roots().front(),
                       connection.atoms().zarvyTypesOn);
   connection.synchronize();
+}
+
+// Whether that process lives and has this program's name: numbers of processes are used again.
+bool isAnotherRun(pid_t process) {
+  const auto nameOf = [](const QString& folder) {
+    QFile file(u"/proc/%1/comm"_s.arg(folder));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  };
+  const QByteArray name = nameOf(QString::number(process));
+  return process != ::getpid() && !name.isEmpty() && name == nameOf(QString::number(::getpid()));
 }
 
 KeycodeSet modifierKeys(Connection& connection) {
@@ -70,8 +83,7 @@ std::optional<TypingRecord::Entry> TypingRecord::read(Connection& connection) {
 
 void releaseKeysLeftDown(Connection& connection, KeySender& sender) {
   if (const auto entry = TypingRecord::read(connection)) {
-    const bool isTyping = entry->process != ::getpid() && ::kill(entry->process, 0) == 0;
-    if (!isTyping) releaseRecorded(connection, sender, *entry);
+    if (!isAnotherRun(entry->process)) releaseRecorded(connection, sender, *entry);
     return;
   }
   const HeldKeys held(connection);

@@ -11,7 +11,6 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
-#include "storage/CopyFile.h"
 #include "storage/PrivateFolder.h"
 #include "storage/ReadFile.h"
 #include "storage/ReplaceFile.h"
@@ -128,10 +127,10 @@ bool DocumentBackups::keep(const QString& folder, const QString& setName, Reason
   for (const QString& name : std::as_const(present)) {
     const QString place = folder + u'/' + name;
     const QString kept = unfinished + u'/' + name;
-    const auto error = copyFile(place, kept);
-    if (!error) continue;
-    const bool isKept = reason == Reason::unreadable && !readFile(place) && keepAsItIs(place, kept);
-    if (!isKept) return fail(name + u": "_s + *error);
+    const auto content = readFile(place);
+    if (!content && reason == Reason::unreadable && keepAsItIs(place, kept)) continue;
+    const auto error = content ? replaceFile(kept, content.value()) : content.error().description();
+    if (error) return fail(name + u": "_s + *error);
   }
   if (const auto error = synchronizeFolder(unfinished)) return fail(*error);
   if (!QFile::rename(unfinished, set)) return fail(setName);

@@ -13,8 +13,8 @@ namespace zarvy {
 // second and its reason, so that the names are in the order of time. It is there whole or not at
 // all, whenever the program is killed. Same thread rules as DataStore.
 //
-// Copies, not links: an editor that writes into a document would write into its backup. Where the
-// file system can, they share their blocks with the documents.
+// Copies, not links: an editor that writes into a document would write into its backup. One that
+// cannot be read, and is about to be replaced, is linked.
 class DocumentBackups {
  public:
   struct Limits {

@@ -53,7 +53,7 @@ void Typist::endSession() {
 
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
-  while (awaitKeyboard()) {
+  while (isLetIn()) {
     // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
     // For the same reason the spare keys are left alone here.
     Look seen = look();
@@ -64,7 +64,10 @@ bool Typist::typeKey(quint16 virtualKey) {
     const Layout layout = keysOf(seen);
     const std::optional<uint8_t> keycode = layout.snapshot->keycodeOf(virtualKey);
     if (!keycode || !m_connection.isAlive()) return false;
-    if (!holdFreeKeyboard()) continue;
+    if (!holdFreeKeyboard()) {
+      awaitKeyboard();
+      continue;
+    }
     m_record.write(layout.keyboard.number);
     TypingRun(m_connection, m_sender, m_modifiers, layout.keyboard).type({.keycode = *keycode});
     return true;
@@ -78,10 +81,13 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
   bool complete = m_connection.isAlive();
   std::optional<std::size_t> roomMadeAt;
   for (std::size_t at = 0; at < characters.size();) {
-    if (!awaitKeyboard()) return false;
+    if (!isLetIn()) return false;
     const Layout layout = charactersOf(atOnce ? look() : lookOnceModifiersAreUnused());
     const auto typed = typeWhatHasAKey(layout, characters.subspan(at));
-    if (!typed) continue;
+    if (!typed) {
+      awaitKeyboard();
+      continue;
+    }
     at += *typed;
     if (at == characters.size()) break;
     if (roomMadeAt == at) {
@@ -166,13 +172,12 @@ void Typist::leaveNoTrace() {
 }
 
 // Window managers have the keyboard for the time of a key press.
-bool Typist::awaitKeyboard() {
+void Typist::awaitKeyboard() {
   const auto deadline = std::chrono::steady_clock::now() + longestGrab;
-  while (!m_isAbandoned && !m_isShutOut && m_grabProbe.isGrabbedByAnother() == true) {
+  while (isLetIn() && m_grabProbe.isGrabbedByAnother() == true) {
     m_isShutOut = std::chrono::steady_clock::now() >= deadline;
     std::this_thread::sleep_for(pauseDuringGrab);
   }
-  return !m_isAbandoned && !m_isShutOut;
 }
 
 // Keeps other clients out from here to the end of the run that follows, so that nobody takes the

@@ -93,7 +93,8 @@ class Typist {
     KeyboardLook server;
     std::array<uint32_t, 256> releases{};  // as PersonsKeys counts them
   };
-  [[nodiscard]] bool awaitKeyboard();
+  [[nodiscard]] bool isLetIn() const { return !m_isAbandoned && !m_isShutOut; }
+  void awaitKeyboard();
   [[nodiscard]] bool holdFreeKeyboard();
   [[nodiscard]] Look look() const;
   [[nodiscard]] Look lookOnceModifiersAreUnused();

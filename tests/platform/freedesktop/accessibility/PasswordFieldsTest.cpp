@@ -105,6 +105,16 @@ class PasswordFieldsTest : public testing::Test {
     return *application;
   }
 
+  // A password field has the keyboard, and what `liar` says next cannot be true.
+  void enterPasswordFieldBeside(std::optional<FakeApplication>& liar,
+                                std::chrono::milliseconds patience = endless) {
+    makeApplication(liar);
+    listen(patience);
+    enter(m_app, secretField);
+    expectSecret();
+    m_liesToCome = 1;
+  }
+
   static inline std::unique_ptr<QCoreApplication> s_application;
 
   std::optional<BusDaemon> m_session{std::in_place};
@@ -359,11 +369,7 @@ TEST_F(PasswordFieldsTest, OfTheProgramItselfDoNotCount) {
 
 TEST_F(PasswordFieldsTest, AreNotLeftForAFieldOfWhoCannotHaveTheKeyboard) {
   std::optional<FakeApplication> liar;
-  makeApplication(liar);
-  listen();
-  enter(m_app, secretField);
-  expectSecret();
-  m_liesToCome = 1;
+  enterPasswordFieldBeside(liar);
   const int questions = m_app.questionCount();
   liar->tellFocus(plainField, true);
   awaitWhatWasTold();
@@ -375,11 +381,7 @@ TEST_F(PasswordFieldsTest, AreNotLeftForAFieldOfWhoCannotHaveTheKeyboard) {
 
 TEST_F(PasswordFieldsTest, AreNotLeftForWhoSaysItAndEndsAtOnce) {
   std::optional<FakeApplication> liar;
-  makeApplication(liar);
-  listen();
-  enter(m_app, secretField);
-  expectSecret();
-  m_liesToCome = 1;
+  enterPasswordFieldBeside(liar);
   liar->tellFocus(plainField, true);
   liar.reset();
   awaitWhatWasTold();
@@ -406,12 +408,8 @@ TEST_F(PasswordFieldsTest, AreNotLeftForSeveralWhoCannotHaveTheKeyboard) {
 
 TEST_F(PasswordFieldsTest, StaySecretThoughTheirApplicationIsBusyWhenAnotherOneLies) {
   std::optional<FakeApplication> liar;
-  makeApplication(liar);
-  listen(20ms);
-  enter(m_app, secretField);
-  expectSecret();
+  enterPasswordFieldBeside(liar, 20ms);
   m_app.setHanging(true);
-  m_liesToCome = 1;
   liar->tellFocus(plainField, true);
   awaitWhatWasTold();
   expectSecret();

@@ -67,6 +67,7 @@ void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
   if (!library->snippets().isSharedWith(snippets)) {
     library = std::make_shared<TriggerLibrary>(snippets);
     m_slowPatterns.keepThoseOf(*library);
+    sayWhichAreTooLong(*library);
   }
   // What is replaced lives to the end of this call, so that it is not taken apart under the locks.
   Library replacedLibrary;
@@ -77,6 +78,14 @@ void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
   replacedLibrary = std::exchange(m_library, library);
   replacedCacheLibrary = std::exchange(m_regexCacheLibrary, std::move(library));
   replacedCache = std::exchange(m_regexCache, {});
+}
+
+void TextExpansionEngine::sayWhichAreTooLong(const TriggerLibrary& library) const {
+  for (const qsizetype position : library.tooLongPatterns()) {
+    m_output.print(u"Zarvy: Left out the regex for snippet '"_s +
+                   library.snippets().at(position).title + u"': it is longer than "_s +
+                   QString::number(TriggerLibrary::longestPattern) + u" characters"_s);
+  }
 }
 
 QList<Snippet> TextExpansionEngine::snippets() const {

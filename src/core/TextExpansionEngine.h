@@ -48,7 +48,8 @@ class TextExpansionEngine {
   std::function<void(const Snippet&, const QString&, qint64)> onExpand;
 
   // The library, in its own order. Setting it discards every compiled expression. What matching
-  // needs is worked out before the lock is taken, so that a match never waits for an edit.
+  // needs is worked out before the lock is taken, so that a match never waits for an edit. Prints
+  // a line for each expression of more than 10,000 UTF-16 units; findMatch() never asks those.
   void setSnippets(const QList<Snippet>& snippets);
   [[nodiscard]] QList<Snippet> snippets() const;
 
@@ -100,6 +101,7 @@ class TextExpansionEngine {
   using Library = std::shared_ptr<const TriggerLibrary>;
 
   [[nodiscard]] Library library() const;
+  void sayWhichAreTooLong(const TriggerLibrary& library) const;
   [[nodiscard]] MatchingRound beginRound() const;
   void conclude(const MatchingRound& round);
   [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, const Library& library,

@@ -2,6 +2,10 @@
 
 #include "jsworker/NativeFunctions.h"
 
+// Exported by the engine, though no public header declares it. JSGarbageCollect() leaves the work
+// to an event loop, and this process has none.
+extern "C" [[gnu::weak]] void JSSynchronousGarbageCollectForDebugging(JSContextRef context);
+
 namespace zarvy {
 namespace {
 
@@ -42,6 +46,14 @@ ScriptResult ScriptContext::evaluate(std::u16string_view expression) {
       JSEvaluateScript(m_context.get(), script.get(), nullptr, nullptr, 1, &exception);
   if (exception) return thrown(m_context.get(), Outcome::nothing, exception);
   return resultOf(value);
+}
+
+void ScriptContext::collectGarbage() {
+  if (JSSynchronousGarbageCollectForDebugging) {
+    JSSynchronousGarbageCollectForDebugging(m_context.get());
+  } else {
+    JSGarbageCollect(m_context.get());
+  }
 }
 
 ScriptResult ScriptContext::resultOf(JSValueRef value) {

@@ -26,6 +26,9 @@ class ScriptContext {
   // never.
   [[nodiscard]] ScriptResult evaluate(std::u16string_view expression);
 
+  // Frees what no script can reach any more.
+  void collectGarbage();
+
  private:
   struct Release {
     void operator()(JSGlobalContextRef context) const { JSGlobalContextRelease(context); }

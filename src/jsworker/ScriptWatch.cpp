@@ -17,34 +17,44 @@ namespace {
 // Resident memory. The engine reserves far more address space than it uses, so that a limit of
 // address space would keep it from starting.
 constexpr unsigned long long mostMemory = 256ULL * 1024 * 1024;
+constexpr unsigned long long mostLeft = 128ULL * 1024 * 1024;
 
-constexpr long betweenLooks = 10'000'000;  // nanoseconds
+constexpr itimerspec never{};
+constexpr itimerspec everyTenMilliseconds{.it_interval = {0, 10'000'000},
+                                          .it_value = {0, 10'000'000}};
+constexpr itimerspec onceInASecond{.it_interval = {0, 0}, .it_value = {1, 0}};
 
 int checked(int descriptor, const char* what) {
   if (descriptor < 0) throw std::system_error(errno, std::generic_category(), what);
   return descriptor;
 }
 
-void setTimer(int timer, long interval) {
-  const itimerspec every{.it_interval = {0, interval}, .it_value = {0, interval}};
-  timerfd_settime(timer, 0, &every, nullptr);
-}
-
 }  // namespace
 
 ScriptWatch::ScriptWatch(int socket)
     : m_timer(checked(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd")),
-      m_memory(checked(open("/proc/self/statm", O_RDONLY | O_CLOEXEC), "statm")) {
+      m_memory(checked(open("/proc/self/statm", O_RDONLY | O_CLOEXEC), "statm")),
+      m_limit(mostMemory) {
   std::thread([this, socket] { watch(socket); }).detach();
 }
 
-void ScriptWatch::scriptBegins() const {
-  setTimer(m_timer, betweenLooks);
+void ScriptWatch::scriptBegins() {
+  m_limit = mostMemory;
+  timerfd_settime(m_timer, 0, &everyTenMilliseconds, nullptr);
 }
 
-void ScriptWatch::scriptEnds() const {
-  setTimer(m_timer, 0);
+void ScriptWatch::scriptEnds() {
+  timerfd_settime(m_timer, 0, &never, nullptr);
   endIfTooLarge();
+}
+
+bool ScriptWatch::isLeftLarge() const {
+  return residentMemory() > mostLeft;
+}
+
+void ScriptWatch::endSoonIfLeftLarge() {
+  m_limit = mostLeft;
+  timerfd_settime(m_timer, 0, &onceInASecond, nullptr);
 }
 
 void ScriptWatch::watch(int socket) const {
@@ -58,15 +68,17 @@ void ScriptWatch::watch(int socket) const {
 }
 
 void ScriptWatch::endIfTooLarge() const {
+  if (residentMemory() > m_limit) _exit(EXIT_FAILURE);
+}
+
+unsigned long long ScriptWatch::residentMemory() const {
   std::array<char, 128> account{};
   if (pread(m_memory, account.data(), account.size() - 1, 0) <= 0) _exit(EXIT_FAILURE);
   // In pages: the size of the address space, then what is resident.
   char* rest = nullptr;
   std::strtoull(account.data(), &rest, 10);
-  const unsigned long long resident = std::strtoull(rest, nullptr, 10);
-  if (resident * static_cast<unsigned long long>(sysconf(_SC_PAGESIZE)) > mostMemory) {
-    _exit(EXIT_FAILURE);
-  }
+  const unsigned long long pages = std::strtoull(rest, nullptr, 10);
+  return pages * static_cast<unsigned long long>(sysconf(_SC_PAGESIZE));
 }
 
 }  // namespace zarvy

@@ -28,7 +28,7 @@ namespace {
   zarvy::ScriptContext context;
   const zarvy::Channel channel(zarvy::scriptwire::workerSocket);
   const auto localTime = std::make_shared<zarvy::ProgramsLocalTime>(channel);
-  const zarvy::ScriptWatch watch(zarvy::scriptwire::workerSocket);
+  zarvy::ScriptWatch watch(zarvy::scriptwire::workerSocket);
   zarvy::giveUpPrivileges();
   zarvy::enterSandbox();
   channel.sendReady();
@@ -40,6 +40,9 @@ namespace {
     const zarvy::ScriptResult result = context.evaluate(request.expression);
     watch.scriptEnds();
     channel.sendResult(result);
+    if (!watch.isLeftLarge()) continue;
+    context.collectGarbage();
+    watch.endSoonIfLeftLarge();
   }
 }
 

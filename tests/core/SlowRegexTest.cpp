@@ -4,6 +4,7 @@
 
 #include "core/TextExpansionEngine.h"
 #include "core/matching/MatchingRound.h"
+#include "core/matching/TriggerLibrary.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"
@@ -130,6 +131,22 @@ TEST_F(SlowRegexTest, AsksNoExpressionForALiteralTrigger) {
     EXPECT_EQ(match->snippet, literal);
   }
   EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(SlowRegexTest, NeverAsksAnExpressionThatIsTooLongAndSaysSoOnceForEachLibrary) {
+  const Snippet tooLong = regexOf(u"a|"_s + QString(TriggerLibrary::longestPattern - 1, u'b'));
+  const Snippet longest = regexOf(u"a|"_s + QString(TriggerLibrary::longestPattern - 2, u'b'));
+  const QString line = u"Zarvy: Left out the regex for snippet 'title': it is longer than "_s +
+                       QString::number(TriggerLibrary::longestPattern) + u" characters"_s;
+  m_engine.setSnippets({tooLong, longest});
+  EXPECT_EQ(m_output.takeLines(), QStringList{line});
+  const auto match = m_engine.findMatch(u"xa"_s);
+  ASSERT_TRUE(match);
+  EXPECT_EQ(match->snippet.id, longest.id);
+  m_engine.setSnippets({tooLong});
+  EXPECT_EQ(m_output.takeLines(), QStringList{line});
+  EXPECT_EQ(m_engine.findMatch(u"xa"_s), std::nullopt);
+  EXPECT_EQ(m_output.takeLines(), QStringList());
 }
 
 }  // namespace

@@ -27,7 +27,7 @@ void MatchingRound::beginCompiling() {
 void MatchingRound::endCompiling(const Snippet& snippet, bool hasCompiled) {
   look();
   m_hasCompiled |= hasCompiled;
-  if (m_now - m_begin >= timeOfOne) m_tooSlow.push_back(snippet);
+  if (m_now - m_begin >= timeOfAll) m_tooSlow.push_back(snippet);
 }
 
 void MatchingRound::beginSearch() {

@@ -18,8 +18,8 @@ namespace zarvy {
 // are not asked for this key. One pattern alone has 10 ms of them, so that a few slow ones leave
 // the others their turn.
 //
-// Too slow is a pattern that was stopped after its 10 ms, that took as long to compile, or that
-// took too much memory; and where the 50 ms are used up, each one that did much work. Work is
+// Too slow is a pattern that was stopped after its 10 ms, that took 50 ms to compile, or that took
+// too much memory; and where the 50 ms are used up, each one that did much work. Work is
 // counted in steps, not in time alone. A round in which
 // expressions were compiled blames none for the whole, as the next one has that behind it.
 class MatchingRound {

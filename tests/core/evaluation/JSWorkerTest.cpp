@@ -77,6 +77,27 @@ TEST_F(JSWorker, IsReallyGoneAfterATimeout) {
   EXPECT_TRUE(eventually([] { return !hasChildren(); }));
 }
 
+TEST_F(JSWorker, EndsWhereAScriptLeavesMuchMemoryInUse) {
+  EXPECT_EQ(m_evaluator.evaluate(u"var kept = new Uint8Array(160e6).fill(1); kept.length"_s),
+            u"160000000"_s);
+  const pid_t first = worker();
+  EXPECT_TRUE(eventually([&] { return hasEnded(first); }));
+  EXPECT_EQ(m_evaluator.evaluate(u"typeof kept"_s), u"undefined"_s);
+  EXPECT_EQ(m_output.lines(), QStringList());
+}
+
+TEST_F(JSWorker, FreesWhatNoScriptReachesAnyMoreAndStays) {
+  EXPECT_EQ(m_evaluator.evaluate(u"var kept = 1; kept"_s), u"1"_s);
+  const pid_t first = worker();
+  ASSERT_NE(first, 0);
+  EXPECT_EQ(m_evaluator.evaluate(u"(() => new Uint8Array(160e6).fill(1).length)()"_s),
+            u"160000000"_s);
+  EXPECT_TRUE(
+      eventually([&] { return hasEnded(first) || residentMemoryOf(first) < 100LL * 1024 * 1024; }));
+  EXPECT_EQ(m_evaluator.evaluate(u"kept"_s), u"1"_s);
+  EXPECT_EQ(worker(), first);
+}
+
 TEST_F(JSWorker, EndsWithItsEvaluator) {
   {
     JSEvaluator evaluator(m_output, m_reaper);

@@ -60,6 +60,15 @@ struct Stat {
   return stat;
 }
 
+// Resident, in bytes; 0 where there is no such process.
+[[nodiscard]] inline long long residentMemoryOf(pid_t process) {
+  std::ifstream file("/proc/" + std::to_string(process) + "/statm");
+  long long addressSpace = 0;
+  long long resident = 0;
+  file >> addressSpace >> resident;
+  return resident * ::sysconf(_SC_PAGESIZE);
+}
+
 // Reaped, or only waiting for it: with all of its threads, so that nothing of it is open any more.
 [[nodiscard]] inline bool hasEnded(pid_t process) {
   const char state = statOf(process).state;

@@ -195,6 +195,16 @@ TEST_F(TargetBarrierOnServer, DoesNotAwaitADetourAgainAtOnceWhereTheWindowIsSile
   EXPECT_EQ(m_detour.passages, 0);
 }
 
+TEST_F(TargetBarrierOnServer, KnowsTheProcessOfAWindowThatCountsProcessesByItself) {
+  constexpr pid_t numberInASandbox = 2;
+  belongTo(numberInASandbox, thisMachine());
+  EXPECT_EQ(m_windows.processIdentifier(m_window), numberInASandbox);
+  EXPECT_EQ(m_windows.localProcess(m_window), getpid());
+  Sleeper offspring;
+  belongTo(offspring.pid(), thisMachine());
+  EXPECT_EQ(m_windows.localProcess(m_window), offspring.pid());
+}
+
 TEST_F(TargetBarrierOnServer, KnowsNothingOfProcessesOnOtherMachines) {
   belongTo(getpid(), "elsewhere.example");
   EXPECT_EQ(m_windows.localProcess(m_window), 0);

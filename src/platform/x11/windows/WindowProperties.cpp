@@ -8,6 +8,7 @@
 #include <QByteArray>
 #include <QList>
 
+#include "platform/posix/ProcessFamily.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
 #include "platform/x11/windows/WindowOwner.h"
@@ -32,6 +33,14 @@ bool isThisMachine(QByteArray name) {
   const auto host = [](const QByteArray& full) { return full.split('.').first().toLower(); };
   while (name.endsWith('\0')) name.chop(1);
   return name == "localhost" || host(name) == host(QByteArray(own.data()));
+}
+
+// Of the process that a window tells and the one that opened its connection to the server. A program
+// in a sandbox tells a number that counts inside it. One that went into the background after it had
+// connected tells the truth: it comes from the other, which may have ended.
+qint64 believable(qint64 told, std::optional<pid_t> client) {
+  if (!client || parentOf(*client) == 0) return told;
+  return descendsFrom(static_cast<pid_t>(told), *client) ? told : *client;
 }
 
 std::span<const uint32_t> words(const XcbPtr<xcb_get_property_reply_t>& reply) {
@@ -164,8 +173,7 @@ qint64 WindowProperties::localProcess(xcb_window_t window) const {
                              static_cast<qsizetype>(reply->value_len));
     if (!isThisMachine(machine)) return 0;
   }
-  const qint64 told = processIdentifier(window);
-  return told != 0 ? told : processOfClient(m_connection.xcb(), window).value_or(0);
+  return believable(processIdentifier(window), processOfClient(m_connection.xcb(), window));
 }
 
 // Each server has its name in a list on the root window, and is the owner of the selection of that

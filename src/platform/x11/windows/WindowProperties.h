@@ -38,8 +38,8 @@ class WindowProperties {
   [[nodiscard]] bool activatesOnRequest(xcb_window_t root) const;
 
   [[nodiscard]] qint64 processIdentifier(xcb_window_t window) const;  // 0 where it does not tell
-  // The same for a process of this machine, which the server knows where the window does not tell;
-  // 0 for another machine's, whose numbers are its own.
+  // The process of this machine that the window belongs to, as this machine counts processes: what
+  // the window tells is compared with what the server knows. 0 for another machine's.
   [[nodiscard]] qint64 localProcess(xcb_window_t window) const;
 
   // The input method servers of this machine. Applications that use the protocol of X for input

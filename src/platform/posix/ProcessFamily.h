@@ -1,0 +1,15 @@
+#pragma once
+
+#include <sys/types.h>
+
+namespace zarvy {
+
+// The process that started `process`, or took it over; 0 where there is none, or it cannot be
+// learned. Any thread.
+[[nodiscard]] pid_t parentOf(pid_t process);
+
+// Whether `process` is `ancestor` or was started by it, over ten generations at most. False for the
+// process that everything descends from. Any thread.
+[[nodiscard]] bool descendsFrom(pid_t process, pid_t ancestor);
+
+}  // namespace zarvy

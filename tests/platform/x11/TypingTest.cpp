@@ -166,6 +166,19 @@ TEST(SpareKeys, AreFilledAheadOfNeed) {
   EXPECT_EQ(desk.witness().mappingChanges(), changes);
 }
 
+TEST(SpareKeys, AreFilledBehindTheKeysThatComeAheadOfTheText) {
+  KeyboardDesk desk({.layouts = "us"});
+  desk.type(u"plain"_s);
+  const int before = desk.witness().mappingChanges();
+  const auto typing = desk.session().keyEventPoster().beginTyping(u"жук"_s);
+  for (int key = 0; key < 5; ++key) EXPECT_TRUE(typing->pressKey(virtualkey::deleteBackward));
+  EXPECT_EQ(desk.witness().text(), QString());
+  EXPECT_EQ(desk.witness().mappingChanges(), before);
+  EXPECT_TRUE(typing->pressText(u"жук"));
+  EXPECT_EQ(desk.witness().text(), u"жук"_s);
+  EXPECT_GT(desk.witness().mappingChanges(), before);
+}
+
 TEST(SpareKeys, AreGivenBackAtTheEnd) {
   for (const std::string layouts : {"us", "de", "ru,us"}) {
     KeyboardDesk desk({.layouts = layouts});

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -120,6 +121,14 @@ Shown setupMissing() {
   return shown;
 }
 
+Shown setupWhereNobodyCanBeAsked() {
+  program().permission.isAskable = false;
+  Shown shown = setup(false);
+  program().permission.isAskable = true;
+  shown.texts += {u"Check Permission"_s, u"the test took it away"_s, u"give it back"_s};
+  return shown;
+}
+
 Shown setupGranted() {
   Shown shown = setup(true);
   shown.texts += {u"Permission Granted"_s, u"Get Started"_s};
@@ -131,6 +140,20 @@ Shown coming() {
   window->resize(500, 200);
   window->show();
   return {std::move(window), {}};
+}
+
+Shown takenHotKey() {
+  program().makeState();
+  program().hotKeys.taken = {{49, 0x80000}};  // Alt+Space
+  program().load({{program().snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
+  program().hotKeys.taken = {};
+  EXPECT_TRUE(program().state->takenHotKey());
+  Shown shown = coming();
+  for (const QPushButton* offer : shown.window->findChildren<QPushButton*>()) {
+    shown.texts.append(offer->text());
+  }
+  EXPECT_EQ(shown.texts.size(), 3);
+  return shown;
 }
 
 Shown menu() {
@@ -152,8 +175,10 @@ const SomeWindow allWindows[] = {{"Form", form},
                                  {"QuickSearch", quickSearch},
                                  {"QuickSearchWithoutResults", quickSearchWithoutResults},
                                  {"SetupMissing", setupMissing},
+                                 {"SetupWhereNobodyCanBeAsked", setupWhereNobodyCanBeAsked},
                                  {"SetupGranted", setupGranted},
                                  {"Coming", coming},
+                                 {"TakenHotKey", takenHotKey},
                                  {"Menu", menu}};
 
 class Contrast : public testing::TestWithParam<SomeWindow> {

@@ -1,6 +1,7 @@
 #include "typing/PostingBenchmark.h"
 
 #include <array>
+#include <utility>
 
 #include "e2e/behaviour/MappingChanges.h"
 #include "e2e/scenarios/ScenarioTexts.h"
@@ -62,6 +63,24 @@ const e2e::TestSnippet& intruder() {
   return snippet;
 }
 
+// Four times as many characters as there are spare keys for, so that these are changed again and
+// again within the text.
+const e2e::TestSnippet& manyLetters() {
+  static const e2e::TestSnippet snippet{u";ma"_s, [] {
+                                          constexpr std::pair<char16_t, char16_t> alphabets[] = {
+                                              {u'Ա', u'Ֆ'}, {u'ա', u'ֆ'}, {u'А', u'я'},
+                                              {u'ა', u'ჰ'}, {u'α', u'ω'}, {u'ぁ', u'ろ'}};
+                                          constexpr qsizetype different = 240;
+                                          QString letters;
+                                          for (const auto& [first, last] : alphabets) {
+                                            for (char16_t letter = first; letter <= last; ++letter)
+                                              letters += QChar(letter);
+                                          }
+                                          return textOf(letters.left(different));
+                                        }()};
+  return snippet;
+}
+
 std::string nameOf(e2e::Body body) {
   return body == e2e::Body::xtest ? "XTEST" : "the server's keyboard";
 }
@@ -71,8 +90,8 @@ class PostingOnOneTarget {
   PostingOnOneTarget(const std::string& program, e2e::TargetKind kind)
       : m_stage({.layouts = "us"}),
         m_target(e2e::nameOf(kind)),
-        m_program(
-            m_stage.startProgram(program, {texts()[0].snippet, texts()[1].snippet, intruder()})),
+        m_program(m_stage.startProgram(
+            program, {texts()[0].snippet, texts()[1].snippet, intruder(), manyLetters()})),
         m_observer(m_stage.server().display()) {
     m_stage.startTarget(kind);
   }
@@ -84,6 +103,7 @@ class PostingOnOneTarget {
         measure(text, body);
       }
     }
+    measureManyLetters();
   }
 
  private:
@@ -109,6 +129,16 @@ class PostingOnOneTarget {
     const bool differs = m_stage.mapping().symbols != before.symbols;
     print({"changes of the mapping, second expansion" + into,
            static_cast<double>(seen + (differs ? 1 : 0)), "", 0});
+  }
+
+  void measureManyLetters() {
+    constexpr int fewRepetitions = 5;
+    std::vector<double> times;
+    for (int count = 0; count < fewRepetitions; ++count) {
+      times.push_back(expand(manyLetters(), e2e::Body::serverKeyboard).posting.count());
+    }
+    print({"1,000 characters of 240 different off-layout ones into " + m_target, median(times),
+           "ms"});
   }
 
   void measure(const Text& text, e2e::Body body) {

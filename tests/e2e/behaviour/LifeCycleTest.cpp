@@ -1,6 +1,9 @@
 // Starts, ends and interruptions of the program.
 
 #include <csignal>
+#include <cstdlib>
+
+#include <QFile>
 
 #include <gmock/gmock.h>
 #include <xcb/xinput.h>
@@ -170,6 +173,16 @@ TEST_F(LifeCycle, endsWhereTheDisplayDoesNotAnswer) {
   expectExpansion();
   const Freeze freeze(stage().server().pid());
   EXPECT_TRUE(program().terminate().has_value());
+}
+
+// Ten commands of four seconds each, which an expansion waits for.
+TEST_F(LifeCycle, endsInTheMiddleOfALongExpansion) {
+  const QString mark = QString::fromStdString(stage().makeFolder("long") + "/begun");
+  const QString command = u"{{shell:touch '%1'; sleep 4}}"_s.arg(mark);
+  start(TargetKind::qt6, {{u";lo"_s, command.repeated(10)}});
+  person().type(u";lo"_s);
+  ASSERT_TRUE(waitUntil([&] { return QFile::exists(mark); }, std::chrono::seconds(30)));
+  EXPECT_EQ(program().terminate(), ExitStatus{.exitCode = EXIT_FAILURE});
 }
 
 // As a machine does that is suspended and resumed.

@@ -341,5 +341,34 @@ TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
   expectText(u"Okay"_s);
 }
 
+TEST_F(Secrets, StaySoThoughAnotherProgramSaysThatItHasTheKeyboard) {
+  ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
+  const auto plain = [&] { return latest(form, "plain"); };
+  const auto secret = [&] { return latest(form, "secret"); };
+  waitUntilReady(plain);
+  person().press(XKB_KEY_Shift_L);
+  person().tap(XKB_KEY_Tab);
+  person().releaseAll();
+  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  ChildProcess liar({.program = ZARVY_E2E_LYING_APPLICATION,
+                     .arguments = {stage().environment().at("AT_SPI_BUS_ADDRESS")},
+                     .environment = stage().environment(),
+                     .errorFile = stage().makeFolder("liar") + "/error",
+                     .descriptors = {}});
+  const auto isTold = [](const std::string& line) { return line == "told"; };
+  ASSERT_TRUE(liar.waitForLine(isTold, deadline));
+  person().type(password);
+  expectField(secret, password);
+  expectPasswordNowhereInProgram();
+  person().type(trigger);
+  expectField(secret, password + trigger);
+  person().tap(XKB_KEY_Tab);
+  waitForToolTip(u"Zarvy"_s);
+  person().type(trigger);
+  expectField(plain, u"Okay"_s);
+  expectExpansions(1);
+  expectPasswordNowhereInProgram();
+}
+
 }  // namespace
 }  // namespace zarvy::e2e

@@ -193,14 +193,17 @@ TEST_F(DocumentBackupsTest, AreWholeOrNotThereWhereTheProgramIsKilled) {
   EXPECT_EQ(filesOf(sets().last()), names) << "what was left is no hindrance";
 }
 
-TEST_F(DocumentBackupsTest, TakeAwayWhatTheUserMayNotRead) {
+TEST_F(DocumentBackupsTest, KeepWhatTheUserMayNotRead) {
   if (::geteuid() == 0) GTEST_SKIP() << "root may read everything";
   ASSERT_TRUE(QFile::setPermissions(path(u"a.json"_s), {}));
   DocumentBackups kept = backups();
   kept.foundUnreadable();
   beforeWrite(kept, evening);
-  EXPECT_EQ(filesOf(u"2026-03-01T203005Z unreadable"_s), (QStringList{u"a.json"_s, u"b.json"_s}));
-  EXPECT_FALSE(QFile::exists(path(u"a.json"_s)));
+  const QString set = u"2026-03-01T203005Z unreadable"_s;
+  EXPECT_EQ(filesOf(set), (QStringList{u"a.json"_s, u"b.json"_s}));
+  const QString copy = u"Backups/"_s + set + u"/a.json"_s;
+  ASSERT_TRUE(QFile::setPermissions(path(copy), QFile::ReadOwner));
+  EXPECT_EQ(content(copy), "one");
 }
 
 TEST_F(DocumentBackupsTest, AreTheLatestTenAndWhatElseIsThereStays) {

@@ -35,9 +35,9 @@ bool isThisMachine(QByteArray name) {
   return name == "localhost" || host(name) == host(QByteArray(own.data()));
 }
 
-// Of the process that a window tells and the one that opened its connection to the server. A program
-// in a sandbox tells a number that counts inside it. One that went into the background after it had
-// connected tells the truth: it comes from the other, which may have ended.
+// Of the process that a window tells and the one that opened its connection to the server. A
+// program in a sandbox tells a number that counts inside it. One that went into the background
+// after it had connected tells the truth: it comes from the other, which may have ended.
 qint64 believable(qint64 told, std::optional<pid_t> client) {
   if (!client || parentOf(*client) == 0) return told;
   return descendsFrom(static_cast<pid_t>(told), *client) ? told : *client;

@@ -4,6 +4,7 @@
 
 // Exported by the engine, though no public header declares it. JSGarbageCollect() leaves the work
 // to an event loop, and this process has none.
+// NOLINTNEXTLINE(readability-identifier-naming): the engine's name
 extern "C" [[gnu::weak]] void JSSynchronousGarbageCollectForDebugging(JSContextRef context);
 
 namespace zarvy {

@@ -81,12 +81,12 @@ ZarvyApp::ZarvyApp(LineOutput& output)
                    [this](quint64 window) { m_desktop.parts().windowClosed(window); }),
       m_fillInWindow(fillInServices()),
       m_quickSearchWindow(quickSearchServices()),
-      m_state(expansionServices(), libraryServices(), presenceServices()),
+      m_state(libraryServices(), coordinatorServices(), expansionServices(), presenceServices()),
       m_windows(m_state, m_desktop.parts()),
       m_menu(
-          m_state, [this](const QString& id) { m_windows.comeForwardWith(id); },
-          &QCoreApplication::quit),
-      m_trayIcon(m_state, m_menu) {}
+          m_state.library(), m_state.selection(), m_state.expansion(),
+          [this](const QString& id) { m_windows.comeForwardWith(id); }, &QCoreApplication::quit),
+      m_trayIcon(m_state.library(), m_state.expansion(), m_menu) {}
 
 ZarvyApp::~ZarvyApp() {
   static_cast<void>(end());
@@ -132,11 +132,15 @@ PlaceholderServices ZarvyApp::placeholderServices() {
           m_counters, m_fieldDefaults, m_shell,      m_javaScript};
 }
 
+CoordinatorServices ZarvyApp::coordinatorServices() {
+  return {m_monitor,           m_engine,    *m_injector, m_desktop.parts(), m_stats, m_fillInWindow,
+          m_quickSearchWindow, m_scheduler, m_output};
+}
+
 ExpansionServices ZarvyApp::expansionServices() {
-  return {m_monitor,          m_engine,    *m_injector,    m_desktop.parts(),
-          m_desktop.parts(),  m_sound,     m_workers,      m_stats,
-          m_secureInputWatch, m_desktop,   m_fillInWindow, m_quickSearchWindow,
-          m_desktop.parts(),  m_scheduler, m_output};
+  return {
+      m_monitor,          m_engine,  *m_injector,         m_desktop.parts(), m_sound,     m_workers,
+      m_secureInputWatch, m_desktop, m_quickSearchWindow, m_desktop.parts(), m_scheduler, m_output};
 }
 
 LibraryServices ZarvyApp::libraryServices() {

@@ -69,6 +69,7 @@ class ZarvyApp {
  private:
   [[nodiscard]] bool finishSaves(std::chrono::steady_clock::time_point deadline);
   [[nodiscard]] PlaceholderServices placeholderServices();
+  [[nodiscard]] CoordinatorServices coordinatorServices();
   [[nodiscard]] ExpansionServices expansionServices();
   [[nodiscard]] LibraryServices libraryServices();
   [[nodiscard]] PresenceServices presenceServices();

@@ -7,45 +7,18 @@
 
 namespace zarvy {
 
-AppState::AppState(const ExpansionServices& expansion, const LibraryServices& library,
-                   const PresenceServices& presence)
-    : m_expansionServices(expansion),
+AppState::AppState(const LibraryServices& library, const CoordinatorServices& coordinator,
+                   const ExpansionServices& expansion, const PresenceServices& presence)
+    : m_engine(expansion.engine),
+      m_scheduler(expansion.scheduler),
       m_libraryServices(library),
-      m_sync(m_library, expansion.engine, library.cloudSync, library.documents, expansion.scheduler,
-             library.clock),
-      m_saver(m_library, m_sync, expansion.engine, library.cloudSync, library.documents,
-              expansion.scheduler),
-      m_operations(m_library, m_selection, m_saver, expansion.engine, library.clock),
-      m_loader(library.documents, library.stores, expansion.scheduler),
+      m_sync(m_library, m_engine, library.cloudSync, library.documents, m_scheduler, library.clock),
+      m_saver(m_library, m_sync, m_engine, library.cloudSync, library.documents, m_scheduler),
+      m_operations(m_library, m_selection, m_saver, m_engine, library.clock),
+      m_loader(library.documents, library.stores, m_scheduler),
       m_presence(m_library, presence),
-      m_coordinator(m_library, expansion),
-      m_expansion(m_library, m_coordinator, expansion) {
-  handOnSignals();
-}
-
-void AppState::handOnSignals() {
-  connect(&m_library, &Library::isLoadedChanged, this, &AppState::isLibraryLoadedChanged);
-  connect(&m_library, &Library::snippetsChanged, this, &AppState::snippetsChanged);
-  connect(&m_library, &Library::foldersChanged, this, &AppState::foldersChanged);
-  connect(&m_library, &Library::globalVariablesChanged, this, &AppState::globalVariablesChanged);
-  connect(&m_library, &Library::settingsChanged, this, &AppState::settingsChanged);
-  connect(&m_library, &Library::recentImportsChanged, this, &AppState::recentImportsChanged);
-  connect(&m_sync, &LibrarySync::syncStatusChanged, this, &AppState::syncStatusChanged);
-  connect(&m_sync, &LibrarySync::lastSyncDateChanged, this, &AppState::lastSyncDateChanged);
-  connect(&m_sync, &LibrarySync::syncMetadataChanged, this, &AppState::syncMetadataChanged);
-  connect(&m_expansion, &ExpansionService::isPausedChanged, this, &AppState::isPausedChanged);
-  connect(&m_expansion, &ExpansionService::hasAccessibilityPermissionChanged, this,
-          &AppState::hasAccessibilityPermissionChanged);
-  connect(&m_expansion, &ExpansionService::secureInputAppNameChanged, this,
-          &AppState::secureInputAppNameChanged);
-  connect(&m_expansion, &ExpansionService::takenHotKeyChanged, this, &AppState::takenHotKeyChanged);
-  connect(&m_coordinator, &ExpansionCoordinator::pendingExpansionChanged, this,
-          &AppState::pendingExpansionChanged);
-  connect(&m_coordinator, &ExpansionCoordinator::showingFillInFormChanged, this,
-          &AppState::showingFillInFormChanged);
-  connect(&m_coordinator, &ExpansionCoordinator::pendingMatchLengthChanged, this,
-          &AppState::pendingMatchLengthChanged);
-}
+      m_coordinator(m_library, coordinator),
+      m_expansion(m_library, m_coordinator, expansion) {}
 
 void AppState::loadData() {
   if (m_hasLoadedData) return;
@@ -63,11 +36,13 @@ void AppState::adoptLibrary(const LoadedLibrary& loaded) {
   m_library.setRecentImports(loaded.importBatches);
   m_sync.setSyncMetadata(loaded.syncMetadata);
   m_library.setGlobalVariables(loaded.globalVariables);
-  if (settings().hideDockIcon) m_presence.applyHideDockIcon();
-  m_expansionServices.engine.setSnippets(snippets());
-  m_expansionServices.engine.setGlobalVariables(globalVariables());
-  if (settings().iCloudSyncEnabled) syncIfEnabled();
-  if (hasAccessibilityPermission() && !isPaused()) startExpansion();
+  if (m_library.settings().hideDockIcon) m_presence.applyHideDockIcon();
+  m_engine.setSnippets(m_library.snippets());
+  m_engine.setGlobalVariables(m_library.globalVariables());
+  if (m_library.settings().iCloudSyncEnabled) syncIfEnabled();
+  if (m_expansion.hasAccessibilityPermission() && !m_expansion.isPaused()) {
+    m_expansion.startExpansion();
+  }
 }
 
 // The save of the first-run content is asked for ahead of the settings: it is never uploaded.
@@ -81,12 +56,12 @@ void AppState::adoptSnippetsAndFolders(const LoadedLibrary& loaded) {
   const FirstRunContent content = FirstRunContent::make(m_libraryServices.clock);
   m_library.setSnippets(content.snippets);
   m_library.setFolders(content.folders);
-  scheduleSave();
+  m_saver.scheduleSave();
 }
 
 void AppState::changeSettings(const Settings& settings) {
-  if (!isLibraryLoaded()) return;
-  const Settings before = this->settings();
+  if (!m_library.isLoaded()) return;
+  const Settings before = m_library.settings();
   m_library.setSettings(settings);
   m_libraryServices.documents.post(
       [settings](const DataStore& store) { store.saveSettings(settings); });
@@ -97,21 +72,22 @@ void AppState::changeSettings(const Settings& settings) {
 }
 
 void AppState::changeHotKey(const HotKey& key) {
-  Settings changed = settings();
+  Settings changed = m_library.settings();
   changed.quickSearchKeyCode = key.keyCode;
   changed.quickSearchModifiers = key.modifiers;
   changeSettings(changed);
 }
 
 void AppState::syncIfEnabled() {
-  m_expansionServices.scheduler.post([weak = QPointer(this)] {
+  m_scheduler.post([weak = QPointer(this)] {
     AppState* const state = weak;
-    if (state && state->settings().iCloudSyncEnabled) state->performSync();
+    if (!state || !state->m_library.settings().iCloudSyncEnabled) return;
+    state->m_sync.performSync();
   });
 }
 
 QList<Snippet> AppState::filteredSnippets() const {
-  return zarvy::filteredSnippets(snippets(), m_selection.selectedFolderID(),
+  return zarvy::filteredSnippets(m_library.snippets(), m_selection.selectedFolderID(),
                                  m_selection.searchText(), m_libraryServices.locale);
 }
 

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "app/AppState.h"
 #include "ui/HotKeyNotice.h"
 #include "ui/Scenes.h"
 
@@ -46,7 +47,10 @@ ComingWindow::ComingWindow(const QString& sceneId, AppState& state) {
   auto* const layout = new QVBoxLayout(this);
   layout->setContentsMargins(windowPadding, windowPadding, windowPadding, windowPadding);
   const bool isAboutKeys = sceneId == scene::manageSnippets || sceneId == scene::settings;
-  if (isAboutKeys) layout->addWidget(new HotKeyNotice(state, this), 0, Qt::AlignTop);
+  if (isAboutKeys) {
+    const auto choose = [&state](const HotKey& key) { state.changeHotKey(key); };
+    layout->addWidget(new HotKeyNotice(state.expansion(), choose, this), 0, Qt::AlignTop);
+  }
   layout->addWidget(text, 0, Qt::AlignCenter);
 }
 

@@ -1,6 +1,7 @@
 #include "ui/HotKeyNotice.h"
 
 #include <memory>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -8,7 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/AppState.h"
+#include "app/expansion/ExpansionService.h"
 #include "ui/HotKeyText.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -35,27 +36,32 @@ void removeAll(QLayout& layout) {
 
 }  // namespace
 
-HotKeyNotice::HotKeyNotice(AppState& state, QWidget* parent)
-    : QFrame(parent), m_state(state), m_text(new QLabel(this)), m_offers(new QHBoxLayout) {
+HotKeyNotice::HotKeyNotice(const ExpansionService& expansion,
+                           std::function<void(const HotKey&)> choose, QWidget* parent)
+    : QFrame(parent),
+      m_expansion(expansion),
+      m_choose(std::move(choose)),
+      m_text(new QLabel(this)),
+      m_offers(new QHBoxLayout) {
   setFrameShape(QFrame::StyledPanel);
   m_text->setWordWrap(true);
   m_text->setTextFormat(Qt::PlainText);
   auto* const column = new QVBoxLayout(this);
   column->addWidget(m_text);
   column->addLayout(m_offers);
-  connect(&state, &AppState::takenHotKeyChanged, this, &HotKeyNotice::showWhatHolds);
+  connect(&expansion, &ExpansionService::takenHotKeyChanged, this, &HotKeyNotice::showWhatHolds);
   showWhatHolds();
 }
 
 void HotKeyNotice::showWhatHolds() {
-  const auto& taken = m_state.takenHotKey();
+  const auto& taken = m_expansion.takenHotKey();
   setVisible(taken.has_value());
   removeAll(*m_offers);
   if (!taken) return;
   m_text->setText(wordsFor(*taken));
   for (const HotKey& key : taken->free) {
     auto* const offer = new QPushButton(hotKeyText(key), this);
-    connect(offer, &QPushButton::clicked, this, [this, key] { m_state.changeHotKey(key); });
+    connect(offer, &QPushButton::clicked, this, [this, key] { m_choose(key); });
     m_offers->addWidget(offer);
   }
   m_offers->addStretch();

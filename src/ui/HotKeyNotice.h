@@ -1,13 +1,17 @@
 #pragma once
 
+#include <functional>
+
 #include <QFrame>
+
+#include "platform/HotKeys.h"
 
 class QHBoxLayout;
 class QLabel;
 
 namespace zarvy {
 
-class AppState;
+class ExpansionService;
 
 // Says that the key of quick search is another program's, and offers those that are free. Is there
 // only as long as that is so.
@@ -15,13 +19,15 @@ class HotKeyNotice final : public QFrame {
   Q_OBJECT
 
  public:
-  // `state` outlives this object.
-  explicit HotKeyNotice(AppState& state, QWidget* parent = nullptr);
+  // `choose` makes another key the one of quick search. `expansion` outlives this object.
+  HotKeyNotice(const ExpansionService& expansion, std::function<void(const HotKey&)> choose,
+               QWidget* parent = nullptr);
 
  private:
   void showWhatHolds();
 
-  AppState& m_state;
+  const ExpansionService& m_expansion;
+  const std::function<void(const HotKey&)> m_choose;
   QLabel* m_text;
   QHBoxLayout* m_offers;
 };

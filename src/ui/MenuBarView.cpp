@@ -8,7 +8,9 @@
 #include <QIcon>
 #include <QKeyEvent>
 
-#include "app/AppState.h"
+#include "app/expansion/ExpansionService.h"
+#include "app/library/Library.h"
+#include "app/library/LibrarySelection.h"
 #include "ui/MenuCircumstancesOf.h"
 #include "ui/Scenes.h"
 #include "ui/style/QuietEntries.h"
@@ -27,16 +29,24 @@ QString literal(QString text) {
 
 }  // namespace
 
-MenuBarView::MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
+MenuBarView::MenuBarView(const Library& library, LibrarySelection& selection,
+                         ExpansionService& expansion,
+                         std::function<void(const QString& id)> openScene,
                          std::function<void()> quit)
-    : m_state(state), m_openScene(std::move(openScene)), m_quit(std::move(quit)) {
-  for (const auto signal : {&AppState::snippetsChanged, &AppState::isPausedChanged,
-                            &AppState::hasAccessibilityPermissionChanged,
-                            &AppState::secureInputAppNameChanged, &AppState::takenHotKeyChanged}) {
-    connect(&state, signal, this, &MenuBarView::showWhatHolds);
+    : m_library(library),
+      m_selection(selection),
+      m_expansion(expansion),
+      m_openScene(std::move(openScene)),
+      m_quit(std::move(quit)) {
+  connect(&library, &Library::snippetsChanged, this, &MenuBarView::showWhatHolds);
+  for (const auto signal :
+       {&ExpansionService::isPausedChanged, &ExpansionService::hasAccessibilityPermissionChanged,
+        &ExpansionService::secureInputAppNameChanged, &ExpansionService::takenHotKeyChanged}) {
+    connect(&expansion, signal, this, &MenuBarView::showWhatHolds);
   }
   new QuietEntries(*this);
-  for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(state))) makeRow(entry);
+  for (const MenuEntry& entry : menuEntries(menuCircumstancesOf(library, expansion)))
+    makeRow(entry);
   followOpening();
   showWhatHolds();
   QCoreApplication::instance()->installEventFilter(this);
@@ -89,7 +99,7 @@ void MenuBarView::followOpening() {
 
 void MenuBarView::showWhatHolds() {
   if (m_isOpen) return;
-  const QList<MenuEntry> entries = menuEntries(menuCircumstancesOf(m_state));
+  const QList<MenuEntry> entries = menuEntries(menuCircumstancesOf(m_library, m_expansion));
   for (std::size_t i = 0; i < m_rows.size(); ++i) {
     const MenuEntry& entry = entries[static_cast<qsizetype>(i)];
     m_rows[i].entry->setText(literal(entry.text));
@@ -107,14 +117,14 @@ void MenuBarView::perform(MenuAction action) {
     case MenuAction::openManageSnippets:
       return m_openScene(scene::manageSnippets);
     case MenuAction::addNewSnippet:
-      m_state.selection().setPendingNewSnippet(true);
+      m_selection.setPendingNewSnippet(true);
       return m_openScene(scene::manageSnippets);
     case MenuAction::openSettings:
       return m_openScene(scene::settings);
     case MenuAction::openStatistics:
       return m_openScene(scene::statistics);
     case MenuAction::togglePause:
-      return m_state.togglePause();
+      return m_expansion.togglePause();
     case MenuAction::quit:
       return m_quit();
   }

@@ -9,7 +9,9 @@
 
 namespace zarvy {
 
-class AppState;
+class ExpansionService;
+class Library;
+class LibrarySelection;
 
 // The menu behind the tray icon. Follows the state as it changes, but for as long as it is open:
 // nothing moves under the pointer then. Its shortcuts work in every window of the program and in
@@ -19,9 +21,9 @@ class MenuBarView final : public QMenu {
 
  public:
   // `openScene` brings the program forward and opens the window of that id; `quit` ends the
-  // program. `state` outlives this object.
-  MenuBarView(AppState& state, std::function<void(const QString& id)> openScene,
-              std::function<void()> quit);
+  // program. The others outlive this object.
+  MenuBarView(const Library& library, LibrarySelection& selection, ExpansionService& expansion,
+              std::function<void(const QString& id)> openScene, std::function<void()> quit);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -40,7 +42,9 @@ class MenuBarView final : public QMenu {
   void showWhatHolds();
   void perform(MenuAction action);
 
-  AppState& m_state;
+  const Library& m_library;
+  LibrarySelection& m_selection;
+  ExpansionService& m_expansion;
   const std::function<void(const QString& id)> m_openScene;
   const std::function<void()> m_quit;
   std::vector<Row> m_rows;

@@ -9,7 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/AppState.h"
+#include "app/expansion/ExpansionService.h"
 #include "ui/style/ToneKeeper.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -72,8 +72,9 @@ QVBoxLayout* makeColumn(QWidget* parent, int gap) {
 
 }  // namespace
 
-PermissionRequestView::PermissionRequestView(AppState& state, std::function<void()> getStarted)
-    : m_state(state),
+PermissionRequestView::PermissionRequestView(ExpansionService& expansion,
+                                             std::function<void()> getStarted)
+    : m_expansion(expansion),
       m_getStarted(std::move(getStarted)),
       m_granted(makeGranted()),
       m_missing(makeMissing()) {
@@ -83,7 +84,7 @@ PermissionRequestView::PermissionRequestView(AppState& state, std::function<void
   addExplanation(*column);
   column->addWidget(m_granted);
   column->addWidget(m_missing);
-  connect(&state, &AppState::hasAccessibilityPermissionChanged, this,
+  connect(&expansion, &ExpansionService::hasAccessibilityPermissionChanged, this,
           &PermissionRequestView::showWhatHolds);
   showWhatHolds();
 }
@@ -139,7 +140,8 @@ QWidget* PermissionRequestView::makeMissing() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, innerSpacing);
   auto* const request = new QPushButton(u"Request Permission"_s, part);
-  connect(request, &QPushButton::clicked, &m_state, &AppState::requestAccessibilityPermission);
+  connect(request, &QPushButton::clicked, &m_expansion,
+          &ExpansionService::requestAccessibilityPermission);
   auto* const check = new QPushButton(u"Check Permission"_s, part);
   connect(check, &QPushButton::clicked, this, &PermissionRequestView::check);
   auto* const caption =
@@ -151,7 +153,7 @@ QWidget* PermissionRequestView::makeMissing() {
   column->addWidget(caption);
   column->addWidget(m_reason);
   column->addWidget(m_remedy);
-  const bool canAsk = m_state.permissionCanBeAskedFor();
+  const bool canAsk = m_expansion.permission().canBeAskedFor();
   (canAsk ? request : check)->setDefault(true);
   request->setVisible(canAsk);
   caption->setVisible(canAsk);
@@ -160,15 +162,15 @@ QWidget* PermissionRequestView::makeMissing() {
 }
 
 void PermissionRequestView::check() {
-  m_state.refreshAccessibilityPermission();
+  m_expansion.refreshAccessibilityPermission();
   showWhatHolds();
 }
 
 void PermissionRequestView::showWhatHolds() {
-  m_reason->setText(m_state.reasonForMissingPermission());
-  m_remedy->setText(m_state.remedyForMissingPermission());
-  m_granted->setVisible(m_state.hasAccessibilityPermission());
-  m_missing->setVisible(!m_state.hasAccessibilityPermission());
+  m_reason->setText(m_expansion.permission().reasonForMissing());
+  m_remedy->setText(m_expansion.permission().remedy());
+  m_granted->setVisible(m_expansion.hasAccessibilityPermission());
+  m_missing->setVisible(!m_expansion.hasAccessibilityPermission());
   layout()->invalidate();
   setFixedSize(sizeHint());
 }

@@ -9,7 +9,7 @@ class QVBoxLayout;
 
 namespace zarvy {
 
-class AppState;
+class ExpansionService;
 
 // Leads the user to the permission without which nothing expands. Looks whether it is there when it
 // opens and when it is told to, not by itself.
@@ -17,8 +17,8 @@ class PermissionRequestView final : public QWidget {
   Q_OBJECT
 
  public:
-  // `getStarted` is called once this window has closed. `state` outlives it.
-  PermissionRequestView(AppState& state, std::function<void()> getStarted);
+  // `getStarted` is called once this window has closed. `expansion` outlives it.
+  PermissionRequestView(ExpansionService& expansion, std::function<void()> getStarted);
 
   // Of a width of its own, and as high as its words take.
   [[nodiscard]] QSize sizeHint() const override;
@@ -30,7 +30,7 @@ class PermissionRequestView final : public QWidget {
   void check();
   void showWhatHolds();
 
-  AppState& m_state;
+  ExpansionService& m_expansion;
   const std::function<void()> m_getStarted;
   QLabel* m_reason = nullptr;  // those are of m_missing
   QLabel* m_remedy = nullptr;

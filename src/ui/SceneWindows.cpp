@@ -26,16 +26,16 @@ void SceneWindows::open(const QString& id) {
 }
 
 void SceneWindows::comeForwardWith(const QString& id) {
-  m_state.becomeRegularIfHidden();
+  m_state.presence().becomeRegularIfHidden();
   open(id);
 }
 
 void SceneWindows::appear(const QString& id, QWidget& window) {
-  QObject::connect(&window, &QObject::destroyed, &m_state,
-                   &AppState::restoreAccessoryPolicyIfNoWindows);
+  QObject::connect(&window, &QObject::destroyed, &m_state.presence(),
+                   &DesktopPresence::restoreAccessoryPolicyIfNoWindows);
   if (id == scene::manageSnippets) {
     m_state.loadData();
-    m_state.warmUp();
+    m_state.expansion().warmUp();
   }
   showInFront(window, m_workspace);
 }
@@ -45,8 +45,8 @@ std::unique_ptr<QWidget> SceneWindows::make(const QString& id) {
                                   [&id](const Scene& scene) { return scene.id == id; });
   std::unique_ptr<QWidget> window;
   if (id == scene::permissionRequest) {
-    window =
-        std::make_unique<PermissionRequestView>(m_state, [this] { open(scene::manageSnippets); });
+    window = std::make_unique<PermissionRequestView>(m_state.expansion(),
+                                                     [this] { open(scene::manageSnippets); });
   } else {
     window = std::make_unique<ComingWindow>(id, m_state);
   }

@@ -5,7 +5,6 @@
 #include <QMenu>
 #include <QScreen>
 
-#include "app/AppState.h"
 #include "ui/MenuCircumstancesOf.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -53,7 +52,8 @@ QPoint placeBeside(const QRect& icon, const QSize& menu) {
 
 }  // namespace
 
-TrayIcon::TrayIcon(AppState& state, QMenu& menu) : m_state(state) {
+TrayIcon::TrayIcon(const Library& library, const ExpansionService& expansion, QMenu& menu)
+    : m_library(library), m_expansion(expansion) {
   m_icon.setContextMenu(&menu);
   connect(&m_icon, &QSystemTrayIcon::activated, this,
           [this, &menu](QSystemTrayIcon::ActivationReason reason) {
@@ -63,9 +63,9 @@ TrayIcon::TrayIcon(AppState& state, QMenu& menu) : m_state(state) {
             if (isClick) menu.popup(placeBeside(m_icon.geometry(), menu.sizeHint()));
           });
   for (const auto signal :
-       {&AppState::isPausedChanged, &AppState::hasAccessibilityPermissionChanged,
-        &AppState::secureInputAppNameChanged}) {
-    connect(&state, signal, this, &TrayIcon::update);
+       {&ExpansionService::isPausedChanged, &ExpansionService::hasAccessibilityPermissionChanged,
+        &ExpansionService::secureInputAppNameChanged}) {
+    connect(&expansion, signal, this, &TrayIcon::update);
   }
   update();
 }
@@ -76,7 +76,7 @@ void TrayIcon::show() {
 }
 
 void TrayIcon::update() {
-  const MenuCircumstances circumstances = menuCircumstancesOf(m_state);
+  const MenuCircumstances circumstances = menuCircumstancesOf(m_library, m_expansion);
   m_icon.setIcon(QIcon(fileOf(menuBarSymbol(circumstances))));
   m_icon.setToolTip(toolTipOf(circumstances));
 }

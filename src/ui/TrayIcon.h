@@ -9,7 +9,8 @@ class QMenu;
 
 namespace zarvy {
 
-class AppState;
+class ExpansionService;
+class Library;
 
 // The program's place in the tray: an icon that shows the state of expansion, and the menu. Where
 // the desktop has no tray, nothing is to be seen.
@@ -17,15 +18,16 @@ class TrayIcon final : public QObject {
   Q_OBJECT
 
  public:
-  // `state` and `menu` outlive this object.
-  TrayIcon(AppState& state, QMenu& menu);
+  // All of it outlives this object.
+  TrayIcon(const Library& library, const ExpansionService& expansion, QMenu& menu);
 
   void show();
 
  private:
   void update();
 
-  AppState& m_state;
+  const Library& m_library;
+  const ExpansionService& m_expansion;
   QSystemTrayIcon m_icon;
 };
 

@@ -22,6 +22,14 @@ class AppStateFixture : public testing::Test {
 
   [[nodiscard]] AppState& state() { return *m_harness.state; }
 
+  // Counts the calls of a signal from now on.
+  template <typename Object, typename Signal>
+  [[nodiscard]] std::shared_ptr<int> count(Object& object, Signal signal) {
+    auto calls = std::make_shared<int>(0);
+    QObject::connect(&object, signal, &state(), [calls] { ++*calls; });
+    return calls;
+  }
+
   ExpansionHarness m_harness;
 };
 

@@ -12,31 +12,22 @@ using namespace Qt::Literals::StringLiterals;
 const char* const startedLine = "print KeyboardMonitor: Started (NSEvent global monitoring)";
 const char* const stoppedLine = "print KeyboardMonitor: Stopped";
 
-class AppStateTest : public AppStateFixture {
- protected:
-  // Counts the calls of a signal from now on.
-  template <typename Signal>
-  [[nodiscard]] std::shared_ptr<int> count(Signal signal) {
-    auto calls = std::make_shared<int>(0);
-    QObject::connect(&state(), signal, &state(), [calls] { ++*calls; });
-    return calls;
-  }
-};
+class AppStateTest : public AppStateFixture {};
 
 TEST_F(AppStateTest, BeginsWithNothingAndTheDefaultSettings) {
-  EXPECT_TRUE(state().snippets().isEmpty());
-  EXPECT_TRUE(state().folders().isEmpty());
-  EXPECT_TRUE(state().globalVariables().isEmpty());
-  EXPECT_EQ(state().settings().toJson(), Settings().toJson());
-  EXPECT_FALSE(state().isPaused());
-  EXPECT_EQ(state().pendingMatchLength(), 0);
+  EXPECT_TRUE(state().library().snippets().isEmpty());
+  EXPECT_TRUE(state().library().folders().isEmpty());
+  EXPECT_TRUE(state().library().globalVariables().isEmpty());
+  EXPECT_EQ(state().library().settings().toJson(), Settings().toJson());
+  EXPECT_FALSE(state().expansion().isPaused());
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 0);
   EXPECT_EQ(m_harness.takeJournal(), "");
 }
 
 TEST_F(AppStateTest, ReadsThePermissionOnceWhenItIsMade) {
-  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_TRUE(state().expansion().hasAccessibilityPermission());
   m_harness.permission.setTrusted(false);
-  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_TRUE(state().expansion().hasAccessibilityPermission());
 }
 
 TEST_F(AppStateTest, StartsExpansionOnceTheLibraryIsThere) {
@@ -50,10 +41,10 @@ TEST_F(AppStateTest, StartsExpansionOnceTheLibraryIsThere) {
       {m_harness.snippet(u";ty"_s, u"abc"_s)}, {folder}, settings, {variable}};
   m_harness.load(library);
 
-  EXPECT_EQ(state().snippets(), library.snippets);
-  EXPECT_EQ(state().folders(), library.folders);
-  EXPECT_EQ(state().globalVariables(), library.globalVariables);
-  EXPECT_EQ(state().settings().toJson(), settings.toJson());
+  EXPECT_EQ(state().library().snippets(), library.snippets);
+  EXPECT_EQ(state().library().folders(), library.folders);
+  EXPECT_EQ(state().library().globalVariables(), library.globalVariables);
+  EXPECT_EQ(state().library().settings().toJson(), settings.toJson());
   EXPECT_EQ(m_harness.engine.snippets(), library.snippets);
   EXPECT_EQ(m_harness.engine.globalVariables(), library.globalVariables);
   EXPECT_EQ(m_harness.monitor.quickSearchKeyCode, 12);
@@ -71,16 +62,16 @@ TEST_F(AppStateTest, PreparesTheCharactersOfTheLibraryAwayFromTheMainThread) {
 
 TEST_F(AppStateTest, PausingStopsTheMonitorAndUnpausingStartsIt) {
   startWith(u";ty"_s, u"x"_s);
-  state().togglePause();
-  EXPECT_TRUE(state().isPaused());
+  state().expansion().togglePause();
+  EXPECT_TRUE(state().expansion().isPaused());
   EXPECT_EQ(m_harness.source.handlerCount(), 0U);
   EXPECT_EQ(m_harness.takeJournal(), stoppedLine);
   m_harness.type(u";ty"_s);
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(), "");
 
-  state().togglePause();
-  EXPECT_FALSE(state().isPaused());
+  state().expansion().togglePause();
+  EXPECT_FALSE(state().expansion().isPaused());
   EXPECT_EQ(m_harness.source.handlerCount(), 1U);
   EXPECT_EQ(m_harness.takeJournal(), startedLine);
   m_harness.workers.drain();
@@ -101,19 +92,19 @@ TEST_F(AppStateTest, ListensForAChangedHotKeyAtOnce) {
 
 TEST_F(AppStateTest, PassesOverAnOfferThatArrivesAfterThePause) {
   startWith(u";ty"_s, u"x"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(), "");
-  EXPECT_EQ(state().pendingMatchLength(), 0);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 0);
 }
 
 TEST_F(AppStateTest, PassesOverAnOfferThatWasOnItsWayWhenThePauseCame) {
   startWith(u";ty"_s, u"x"_s);
   m_harness.type(u";t"_s);
   m_harness.source.type(u"y"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(), "");
@@ -122,7 +113,7 @@ TEST_F(AppStateTest, PassesOverAnOfferThatWasOnItsWayWhenThePauseCame) {
 TEST_F(AppStateTest, AnInjectionInFlightGoesOnAfterAPauseButWithoutTheSound) {
   startWith(u";ty"_s, u"x"_s);
   m_harness.type(u";ty"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(),
@@ -135,7 +126,7 @@ TEST_F(AppStateTest, StoppingClearsEveryCallback) {
   m_harness.engine.onNeedsFillIn = [](const Snippet&, const QList<FillInField>&) {};
   m_harness.engine.onExpand = [](const Snippet&, const QString&, qint64) {};
   m_harness.monitor.onQuickSearchTriggered = [] {};
-  state().stopExpansion();
+  state().expansion().stopExpansion();
   EXPECT_FALSE(m_harness.engine.onNeedsFillIn);
   EXPECT_FALSE(m_harness.engine.onExpand);
   EXPECT_FALSE(m_harness.monitor.onQuickSearchTriggered);
@@ -145,16 +136,16 @@ TEST_F(AppStateTest, StoppingClearsEveryCallback) {
 
 TEST_F(AppStateTest, StartingWhilePausedIsSilentAndDoesNothing) {
   startWith(u";ty"_s, u"x"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
-  state().startExpansion();
+  state().expansion().startExpansion();
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(), "");
   EXPECT_EQ(m_harness.source.handlerCount(), 0U);
 }
 
 TEST_F(AppStateTest, ALibraryThatArrivesWhilePausedReachesTheEngineButStartsNothing) {
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   m_harness.finish();
@@ -164,7 +155,7 @@ TEST_F(AppStateTest, ALibraryThatArrivesWhilePausedReachesTheEngineButStartsNoth
 
 TEST_F(AppStateTest, StartingTwiceInstallsOneMonitor) {
   startWith(u";ty"_s, u"x"_s);
-  state().startExpansion();
+  state().expansion().startExpansion();
   EXPECT_EQ(m_harness.source.handlerCount(), 1U);
   EXPECT_EQ(m_harness.takeJournal(), "");
 }
@@ -174,16 +165,17 @@ TEST_F(AppStateTest, RaisesASignalOnlyWhenAValueHasReallyChanged) {
                               {Folder{QUuid::createUuid(), u"Email"_s, FolderColor::red, 0}},
                               {},
                               {GlobalVariable{QUuid::createUuid(), u"Name"_s, u"Ada"_s, {}, {}}}};
-  const auto snippets = count(&AppState::snippetsChanged);
-  const auto folders = count(&AppState::foldersChanged);
-  const auto variables = count(&AppState::globalVariablesChanged);
-  const auto settings = count(&AppState::settingsChanged);
-  const auto paused = count(&AppState::isPausedChanged);
-  const auto length = count(&AppState::pendingMatchLengthChanged);
+  const auto snippets = count(state().library(), &Library::snippetsChanged);
+  const auto folders = count(state().library(), &Library::foldersChanged);
+  const auto variables = count(state().library(), &Library::globalVariablesChanged);
+  const auto settings = count(state().library(), &Library::settingsChanged);
+  const auto paused = count(state().expansion(), &ExpansionService::isPausedChanged);
+  const auto length =
+      count(state().coordinator(), &ExpansionCoordinator::pendingMatchLengthChanged);
 
   m_harness.load(library);
   m_harness.load(library);  // which does nothing
-  state().setFolders(library.folders);
+  state().operations().setFolders(library.folders);
   EXPECT_EQ(*snippets, 1);
   EXPECT_EQ(*folders, 1);
   EXPECT_EQ(*variables, 1);
@@ -195,12 +187,12 @@ TEST_F(AppStateTest, RaisesASignalOnlyWhenAValueHasReallyChanged) {
   state().changeSettings(loud);
   EXPECT_EQ(*settings, 1);
 
-  state().handlePotentialTrigger(u";ty"_s);
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   EXPECT_EQ(*length, 1);
 
-  state().togglePause();
-  state().togglePause();
+  state().expansion().togglePause();
+  state().expansion().togglePause();
   EXPECT_EQ(*paused, 2);
 }
 
@@ -216,8 +208,8 @@ TEST_F(AppStateTest, CallbacksDoNothingOnceItIsGone) {
 
 TEST(AppStateWithoutPermission, SaysWhyItCannotStart) {
   ExpansionHarness harness(false);
-  EXPECT_FALSE(harness.state->hasAccessibilityPermission());
-  harness.state->startExpansion();
+  EXPECT_FALSE(harness.state->expansion().hasAccessibilityPermission());
+  harness.state->expansion().startExpansion();
   harness.finish();
   EXPECT_EQ(harness.takeJournal(), "print Cannot start expansion: no accessibility permission");
   EXPECT_EQ(harness.source.addCount(), 0);
@@ -233,37 +225,38 @@ TEST(AppStateWithoutPermission, TakesTheLibraryOverWithoutAWord) {
 
 TEST(AppStateWithoutPermission, PausingWinsOverTheMissingPermission) {
   ExpansionHarness harness(false);
-  harness.state->togglePause();
+  harness.state->expansion().togglePause();
   (void)harness.takeJournal();
-  harness.state->startExpansion();
+  harness.state->expansion().startExpansion();
   EXPECT_EQ(harness.takeJournal(), "");
-  harness.state->togglePause();
+  harness.state->expansion().togglePause();
   EXPECT_EQ(harness.takeJournal(), "print Cannot start expansion: no accessibility permission");
 }
 
 TEST_F(AppStateTest, WatchesForSecureInputWhileExpansionRuns) {
-  const auto changes = count(&AppState::secureInputAppNameChanged);
+  const auto changes = count(state().expansion(), &ExpansionService::secureInputAppNameChanged);
   m_harness.secureInput.isEnabled = true;
   startWith(u";ty"_s, u"x"_s);
-  EXPECT_EQ(state().secureInputAppName(), u"editor"_s);
-  state().togglePause();
-  EXPECT_EQ(state().secureInputAppName(), std::nullopt);
-  state().togglePause();
-  EXPECT_EQ(state().secureInputAppName(), u"editor"_s);
+  EXPECT_EQ(state().expansion().secureInputAppName(), u"editor"_s);
+  state().expansion().togglePause();
+  EXPECT_EQ(state().expansion().secureInputAppName(), std::nullopt);
+  state().expansion().togglePause();
+  EXPECT_EQ(state().expansion().secureInputAppName(), u"editor"_s);
   EXPECT_EQ(*changes, 3);
 }
 
 TEST_F(AppStateTest, StartsExpansionWhenThePermissionIsFound) {
   m_harness.permission.setTrusted(false);
   m_harness.makeState();
-  const auto changes = count(&AppState::hasAccessibilityPermissionChanged);
+  const auto changes =
+      count(state().expansion(), &ExpansionService::hasAccessibilityPermissionChanged);
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
-  state().refreshAccessibilityPermission();
+  state().expansion().refreshAccessibilityPermission();
   EXPECT_EQ(m_harness.takeJournal(), "");
   m_harness.permission.setTrusted(true);
-  state().refreshAccessibilityPermission();
+  state().expansion().refreshAccessibilityPermission();
   EXPECT_EQ(m_harness.takeJournal(), startedLine);
-  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_TRUE(state().expansion().hasAccessibilityPermission());
   EXPECT_EQ(*changes, 1);
 }
 
@@ -272,26 +265,26 @@ TEST_F(AppStateTest, LooksAnewForThePermissionWhenToldTo) {
   m_harness.makeState();
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   m_harness.permission.comesAtNextLook = true;
-  EXPECT_FALSE(state().hasAccessibilityPermission());
-  state().refreshAccessibilityPermission();
-  EXPECT_TRUE(state().hasAccessibilityPermission());
+  EXPECT_FALSE(state().expansion().hasAccessibilityPermission());
+  state().expansion().refreshAccessibilityPermission();
+  EXPECT_TRUE(state().expansion().hasAccessibilityPermission());
   EXPECT_EQ(m_harness.takeJournal(), startedLine);
 }
 
 TEST_F(AppStateTest, DoesNotStartExpansionByALookAtThePermissionWhilePaused) {
   startWith(u";ty"_s, u"x"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
-  state().refreshAccessibilityPermission();
+  state().expansion().refreshAccessibilityPermission();
   EXPECT_EQ(m_harness.takeJournal(), "");
   EXPECT_EQ(m_harness.source.handlerCount(), 0U);
 }
 
 TEST_F(AppStateTest, AsksForThePermissionOnlyWhereItIsMissingAndThenOpensThePlaceToGrantIt) {
-  state().requestAccessibilityPermission();
+  state().expansion().requestAccessibilityPermission();
   EXPECT_EQ(m_harness.permission.calls, QStringList());
   m_harness.permission.setTrusted(false);
-  state().requestAccessibilityPermission();
+  state().expansion().requestAccessibilityPermission();
   EXPECT_EQ(m_harness.permission.calls, QStringList{u"ask"_s});
   m_harness.scheduler.advance(std::chrono::milliseconds(500));
   EXPECT_EQ(m_harness.permission.calls, (QStringList{u"ask"_s, u"settings"_s, u"settings"_s}));

@@ -13,7 +13,7 @@ class DesktopPresenceTest : public AppStateFixture {
   void SetUp() override { startWith(u";ty"_s, u"x"_s); }
 
   void change(bool Settings::*field, bool value) {
-    Settings settings = state().settings();
+    Settings settings = state().library().settings();
     settings.*field = value;
     state().changeSettings(settings);
   }
@@ -23,7 +23,7 @@ class DesktopPresenceTest : public AppStateFixture {
   }
 
   [[nodiscard]] std::string afterClosing() {
-    state().restoreAccessoryPolicyIfNoWindows();
+    state().presence().restoreAccessoryPolicyIfNoWindows();
     m_harness.scheduler.advance(milliseconds{100});
     return m_harness.takeJournal();
   }
@@ -40,11 +40,11 @@ TEST_F(DesktopPresenceTest, FollowsTheSettingAtOnceAndBothWays) {
 }
 
 TEST_F(DesktopPresenceTest, IsRegularWhileAWindowIsOpen) {
-  state().becomeRegularIfHidden();
+  state().presence().becomeRegularIfHidden();
   EXPECT_EQ(m_harness.takeJournal(), "") << "it is all the time";
   change(&Settings::hideDockIcon, true);
   (void)m_harness.takeJournal();
-  state().becomeRegularIfHidden();
+  state().presence().becomeRegularIfHidden();
   EXPECT_EQ(m_harness.takeJournal(), "regular");
 }
 
@@ -54,7 +54,7 @@ TEST_F(DesktopPresenceTest, LeavesTheTaskbarAMomentAfterTheLastWindow) {
   setWindows({{u"Statistics"_s, false}, {u"Manage Snippets"_s, true}});
   EXPECT_EQ(afterClosing(), "");
   setWindows({{u"Statistics"_s, false}, {u"Manage Snippets"_s, false}});
-  state().restoreAccessoryPolicyIfNoWindows();
+  state().presence().restoreAccessoryPolicyIfNoWindows();
   m_harness.scheduler.advance(milliseconds{99});
   EXPECT_EQ(m_harness.takeJournal(), "");
   m_harness.scheduler.advance(milliseconds{1});
@@ -73,8 +73,8 @@ TEST_F(DesktopPresenceTest, CountsOnlyRealWindows) {
 TEST_F(DesktopPresenceTest, LooksOnceForEachWindowThatCloses) {
   change(&Settings::hideDockIcon, true);
   (void)m_harness.takeJournal();
-  state().restoreAccessoryPolicyIfNoWindows();
-  state().restoreAccessoryPolicyIfNoWindows();
+  state().presence().restoreAccessoryPolicyIfNoWindows();
+  state().presence().restoreAccessoryPolicyIfNoWindows();
   m_harness.scheduler.advance(milliseconds{100});
   EXPECT_EQ(m_harness.takeJournal(), "accessory; accessory");
 }
@@ -92,7 +92,7 @@ TEST_F(DesktopPresenceTest, RegistersForTheLoginAndTellsWhatGoesWrong) {
   change(&Settings::launchAtLogin, true);
   EXPECT_EQ(m_harness.takeJournal(),
             "login item on; print Failed to enable launch at login: No space");
-  EXPECT_TRUE(state().settings().launchAtLogin) << "it is not put back";
+  EXPECT_TRUE(state().library().settings().launchAtLogin) << "it is not put back";
   change(&Settings::launchAtLogin, false);
   EXPECT_EQ(m_harness.takeJournal(),
             "login item off; print Failed to disable launch at login: No space");

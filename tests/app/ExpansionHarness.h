@@ -44,8 +44,8 @@ class ExpansionHarness {
   // Makes AppState, in place of the one that there may be.
   void makeState() {
     state.reset();
-    state = std::make_unique<AppState>(expansionServices(), libraryServices(),
-                                       presence.services(scheduler, output));
+    state = std::make_unique<AppState>(libraryServices(), coordinatorServices(),
+                                       expansionServices(), presence.services(scheduler, output));
   }
 
   [[nodiscard]] Snippet snippet(const QString& trigger, const QString& replacement) const {
@@ -130,11 +130,14 @@ class ExpansionHarness {
     Journal& m_journal;
   };
 
+  [[nodiscard]] CoordinatorServices coordinatorServices() {
+    return {monitor,           engine,    *injector, workspace, stats, fillInWindow,
+            quickSearchWindow, scheduler, output};
+  }
+
   [[nodiscard]] ExpansionServices expansionServices() {
-    return {monitor,          engine,     *injector,    poster,
-            workspace,        sound,      workers,      stats,
-            secureInputWatch, permission, fillInWindow, quickSearchWindow,
-            hotKeys,          scheduler,  output};
+    return {monitor,          engine,     *injector,         poster,  sound,     workers,
+            secureInputWatch, permission, quickSearchWindow, hotKeys, scheduler, output};
   }
 
   [[nodiscard]] LibraryServices libraryServices() {

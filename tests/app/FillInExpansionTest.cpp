@@ -33,14 +33,14 @@ class FillInExpansion : public AppStateFixture {
 };
 
 TEST_F(FillInExpansion, OpensTheFormAndLeavesTheTriggerWhereItIs) {
-  ASSERT_TRUE(state().pendingExpansion().has_value());
-  const PendingExpansion& pending = *state().pendingExpansion();
+  ASSERT_TRUE(state().coordinator().pendingExpansion().has_value());
+  const PendingExpansion& pending = *state().coordinator().pendingExpansion();
   EXPECT_EQ(pending.snippet.trigger, u";d"_s);
   ASSERT_EQ(pending.fields.size(), 1);
   EXPECT_EQ(pending.fields[0].name, u"Name"_s);
   EXPECT_EQ(pending.targetApp, m_harness.workspace.frontmostApplication());
   EXPECT_EQ(pending.matchLength, 2);
-  EXPECT_TRUE(state().showingFillInForm());
+  EXPECT_TRUE(state().coordinator().showingFillInForm());
   EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
   EXPECT_EQ(typed(), "");
   EXPECT_EQ(m_harness.stats.summary().totalExpansions, 0);
@@ -48,8 +48,8 @@ TEST_F(FillInExpansion, OpensTheFormAndLeavesTheTriggerWhereItIs) {
 
 TEST_F(FillInExpansion, TypesTheAnswersOnceTheWindowHasHadTimeToClose) {
   form().pressExpand({{u"Name"_s, u"Ada"_s}});
-  EXPECT_EQ(state().pendingExpansion(), std::nullopt);
-  EXPECT_FALSE(state().showingFillInForm());
+  EXPECT_EQ(state().coordinator().pendingExpansion(), std::nullopt);
+  EXPECT_FALSE(state().coordinator().showingFillInForm());
   EXPECT_EQ(m_harness.takeJournal(), "form closes");
   m_harness.scheduler.advance(delay - std::chrono::milliseconds{1});
   EXPECT_EQ(typed(), "");
@@ -93,18 +93,18 @@ TEST_F(FillInExpansion, TypesAgainWhatWasTypedAheadOfTheFormButCameTooLateForIt)
 
 TEST_F(FillInExpansion, DeletesNothingAndTypesNothingWhereItIsCancelled) {
   form().pressCancel();
-  EXPECT_EQ(state().pendingExpansion(), std::nullopt);
-  EXPECT_FALSE(state().showingFillInForm());
+  EXPECT_EQ(state().coordinator().pendingExpansion(), std::nullopt);
+  EXPECT_FALSE(state().coordinator().showingFillInForm());
   EXPECT_FALSE(form().isOpen());
   m_harness.scheduler.advance(std::chrono::seconds(1));
   EXPECT_EQ(typed(), "form closes");
   EXPECT_EQ(m_harness.stats.summary().totalExpansions, 0);
-  EXPECT_EQ(state().pendingMatchLength(), 2);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 2);
 }
 
 TEST_F(FillInExpansion, MayBeCancelledAgainAndAgain) {
-  state().cancelFillIn();
-  state().cancelFillIn();
+  state().coordinator().cancelFillIn();
+  state().coordinator().cancelFillIn();
   EXPECT_EQ(m_harness.takeJournal(), "form closes");
 }
 
@@ -117,7 +117,7 @@ TEST_F(FillInExpansion, DoesNotComeBackWithTypingOnBehindTheKeptTrigger) {
 
 TEST_F(FillInExpansion, IgnoresAnswersToAFormThatIsNoLongerThere) {
   form().pressCancel();
-  state().submitFillIn({{u"Name"_s, u"Ada"_s}});
+  state().coordinator().submitFillIn({{u"Name"_s, u"Ada"_s}});
   m_harness.scheduler.advance(delay);
   EXPECT_EQ(typed(), "form closes");
 }
@@ -125,14 +125,14 @@ TEST_F(FillInExpansion, IgnoresAnswersToAFormThatIsNoLongerThere) {
 TEST_F(FillInExpansion, TakesTheFormOfASecondTriggerInPlaceOfTheFirst) {
   m_harness.type(u"x;d"_s);
   EXPECT_EQ(m_harness.takeJournal(), "form closes; form ;d gray");
-  ASSERT_TRUE(state().pendingExpansion().has_value());
+  ASSERT_TRUE(state().coordinator().pendingExpansion().has_value());
   form().pressExpand({{u"Name"_s, u"Ada"_s}});
   m_harness.scheduler.advance(delay);
   EXPECT_EQ(typed(), "form closes; " + typedDear);
 }
 
 TEST_F(FillInExpansion, OutlivesTheSnippetThatItIsFor) {
-  state().deleteSnippet(state().snippets().front().id);
+  state().operations().deleteSnippet(state().library().snippets().front().id);
   EXPECT_TRUE(form().isOpen());
   form().pressExpand({{u"Name"_s, u"Ada"_s}});
   m_harness.scheduler.advance(delay);
@@ -140,7 +140,7 @@ TEST_F(FillInExpansion, OutlivesTheSnippetThatItIsFor) {
 }
 
 TEST_F(FillInExpansion, TypesAnswersGivenDuringAPauseButWithoutTheSound) {
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
   EXPECT_TRUE(form().isOpen());
   form().pressExpand({{u"Name"_s, u"Ada"_s}});
@@ -153,11 +153,14 @@ TEST_F(FillInExpansion, TypesAnswersGivenDuringAPauseButWithoutTheSound) {
 TEST_F(FillInExpansion, TellsOfTheFormOnceAtItsBeginningAndOnceAtItsEnd) {
   int expansions = 0;
   int forms = 0;
-  QObject::connect(&state(), &AppState::pendingExpansionChanged, &state(), [&] {
-    ++expansions;
-    EXPECT_EQ(state().pendingExpansion().has_value(), state().showingFillInForm());
-  });
-  QObject::connect(&state(), &AppState::showingFillInFormChanged, &state(), [&forms] { ++forms; });
+  QObject::connect(&state().coordinator(), &ExpansionCoordinator::pendingExpansionChanged, &state(),
+                   [&] {
+                     ++expansions;
+                     EXPECT_EQ(state().coordinator().pendingExpansion().has_value(),
+                               state().coordinator().showingFillInForm());
+                   });
+  QObject::connect(&state().coordinator(), &ExpansionCoordinator::showingFillInFormChanged,
+                   &state(), [&forms] { ++forms; });
   form().pressCancel();
   m_harness.type(u";d"_s);
   EXPECT_EQ(expansions, 2);
@@ -177,7 +180,7 @@ TEST_F(FillInRoad, OpensNothingWhereTheStateGoesBeforeTheFormComes) {
   startWith(u";d"_s, u"Dear {{field:Name}}"_s);
   m_harness.type(u";"_s);
   m_harness.source.type(u"d"_s);
-  state().handlePotentialTrigger(u";d"_s);
+  state().expansion().handlePotentialTrigger(u";d"_s);
   m_harness.state.reset();
   m_harness.scheduler.runPending();
   EXPECT_EQ(m_harness.takeJournal(), "");
@@ -215,8 +218,8 @@ TEST_F(FillInRoad, AsksForTheFieldsOfNestedSnippetsAndOfCaptures) {
   outer.isRegexTrigger = true;
   m_harness.load({{outer, m_harness.snippet(u"in"_s, u"{{field:A}}"_s)}, {}, {}, {}});
   m_harness.type(u"#7"_s);
-  ASSERT_TRUE(state().pendingExpansion().has_value());
-  EXPECT_EQ(state().pendingExpansion()->snippet.replacement, u"7{{field:A}}"_s);
+  ASSERT_TRUE(state().coordinator().pendingExpansion().has_value());
+  EXPECT_EQ(state().coordinator().pendingExpansion()->snippet.replacement, u"7{{field:A}}"_s);
 }
 
 }  // namespace

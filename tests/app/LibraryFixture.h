@@ -23,14 +23,6 @@ class LibraryFixture : public AppStateFixture {
   [[nodiscard]] QList<Snippet> savedSnippets() { return m_harness.store.loadSnippets(); }
   [[nodiscard]] QList<Snippet> engineSnippets() { return m_harness.engine.snippets(); }
 
-  // Calls of a signal from now on.
-  template <typename Object, typename Signal>
-  [[nodiscard]] std::shared_ptr<int> count(Object& object, Signal signal) {
-    auto calls = std::make_shared<int>(0);
-    QObject::connect(&object, signal, &state(), [calls] { ++*calls; });
-    return calls;
-  }
-
   const Folder work{QUuid::createUuid(), QStringLiteral("Work"), FolderColor::red, 0};
   const Folder home{QUuid::createUuid(), QStringLiteral("Home"), FolderColor::blue, 1};
   Snippet a = m_harness.snippet(QStringLiteral(";a"), QStringLiteral("Alpha"));

@@ -12,38 +12,38 @@ class LibraryOperationsTest : public LibraryFixture {
   // What the documents hold in the end is what the state holds now.
   void expectSaved() {
     rest();
-    EXPECT_EQ(savedSnippets(), state().snippets());
-    EXPECT_EQ(m_harness.store.loadFolders(), state().folders());
-    EXPECT_EQ(m_harness.store.loadGlobalVariables(), state().globalVariables());
+    EXPECT_EQ(savedSnippets(), state().library().snippets());
+    EXPECT_EQ(m_harness.store.loadFolders(), state().library().folders());
+    EXPECT_EQ(m_harness.store.loadGlobalVariables(), state().library().globalVariables());
   }
 };
 
 TEST_F(LibraryOperationsTest, AddASnippetAtTheEndAndSelectIt) {
   const Snippet added = m_harness.snippet(u";d"_s, u"Delta"_s);
-  state().addSnippet(added);
-  EXPECT_EQ(state().snippets(), (QList{a, b, c, added}));
+  state().operations().addSnippet(added);
+  EXPECT_EQ(state().library().snippets(), (QList{a, b, c, added}));
   EXPECT_EQ(state().selection().selectedSnippetID(), added.id);
-  EXPECT_EQ(state().selectedSnippet(), added);
-  EXPECT_EQ(engineSnippets(), state().snippets());
+  EXPECT_EQ(state().operations().selectedSnippet(), added);
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, ReplaceTheSelectedSnippetAtItsPlace) {
   Snippet changed = b;
   changed.title = u"new"_s;
-  state().setSelectedSnippet(changed);
-  EXPECT_EQ(state().snippets(), (QList{a, changed, c}));
+  state().operations().setSelectedSnippet(changed);
+  EXPECT_EQ(state().library().snippets(), (QList{a, changed, c}));
   EXPECT_EQ(state().selection().selectedSnippetID(), std::nullopt);
-  EXPECT_EQ(engineSnippets(), state().snippets());
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, DoNothingForASnippetThatIsNotThere) {
-  const auto changes = count(state(), &AppState::snippetsChanged);
-  state().setSelectedSnippet(std::nullopt);
-  state().setSelectedSnippet(m_harness.snippet(u";x"_s, u"x"_s));
+  const auto changes = count(state().library(), &Library::snippetsChanged);
+  state().operations().setSelectedSnippet(std::nullopt);
+  state().operations().setSelectedSnippet(m_harness.snippet(u";x"_s, u"x"_s));
   state().selection().setSelectedSnippetID(QUuid::createUuid());
-  EXPECT_EQ(state().selectedSnippet(), std::nullopt);
+  EXPECT_EQ(state().operations().selectedSnippet(), std::nullopt);
   EXPECT_EQ(*changes, 0);
   EXPECT_EQ(m_harness.documentQueue.pendingCount(), 0U);
 }
@@ -52,18 +52,18 @@ TEST_F(LibraryOperationsTest, DeleteASnippetFromTheListAndBothSelections) {
   LibrarySelection& selection = state().selection();
   selection.setSelectedSnippetID(b.id);
   selection.setSelectedSnippetIDs({a.id, b.id});
-  state().deleteSnippet(b.id);
-  EXPECT_EQ(state().snippets(), (QList{a, c}));
+  state().operations().deleteSnippet(b.id);
+  EXPECT_EQ(state().library().snippets(), (QList{a, c}));
   EXPECT_EQ(selection.selectedSnippetID(), std::nullopt);
   EXPECT_EQ(selection.selectedSnippetIDs(), QSet{a.id});
-  EXPECT_EQ(engineSnippets(), state().snippets());
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, KeepTheSelectionOfOthers) {
   LibrarySelection& selection = state().selection();
   selection.setSelectedSnippetID(a.id);
-  state().deleteSnippet(b.id);
+  state().operations().deleteSnippet(b.id);
   EXPECT_EQ(selection.selectedSnippetID(), a.id);
 }
 
@@ -71,93 +71,93 @@ TEST_F(LibraryOperationsTest, DeleteEverySnippetOfASet) {
   LibrarySelection& selection = state().selection();
   selection.setSelectedSnippetID(c.id);
   selection.setSelectedSnippetIDs({a.id, b.id, c.id});
-  state().deleteSnippets({a.id, c.id});
-  EXPECT_EQ(state().snippets(), QList{b});
+  state().operations().deleteSnippets({a.id, c.id});
+  EXPECT_EQ(state().library().snippets(), QList{b});
   EXPECT_EQ(selection.selectedSnippetID(), std::nullopt);
   EXPECT_EQ(selection.selectedSnippetIDs(), QSet{b.id});
-  EXPECT_EQ(engineSnippets(), state().snippets());
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, DeleteNothingForAnEmptySet) {
-  const auto changes = count(state(), &AppState::snippetsChanged);
-  state().deleteSnippets({});
+  const auto changes = count(state().library(), &Library::snippetsChanged);
+  state().operations().deleteSnippets({});
   EXPECT_EQ(*changes, 0);
   EXPECT_EQ(m_harness.scheduler.pendingCount(), 1U) << "nothing but the watch";
 }
 
 TEST_F(LibraryOperationsTest, AddAFolderWithoutAWordToTheEngine) {
   const Folder added{QUuid::createUuid(), u"New"_s, FolderColor::pink, 2};
-  state().addFolder(added);
-  EXPECT_EQ(state().folders(), (QList{work, home, added}));
+  state().operations().addFolder(added);
+  EXPECT_EQ(state().library().folders(), (QList{work, home, added}));
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, DeleteAFolderAndKeepItsSnippets) {
   state().selection().setSelectedFolderID(work.id);
-  state().deleteFolder(work.id);
-  EXPECT_EQ(state().folders(), QList{home});
-  ASSERT_EQ(state().snippets().size(), 3);
-  EXPECT_EQ(state().snippets()[0].folderID, std::nullopt);
-  EXPECT_EQ(state().snippets()[1].folderID, home.id);
-  EXPECT_EQ(state().snippets()[2].folderID, std::nullopt);
+  state().operations().deleteFolder(work.id);
+  EXPECT_EQ(state().library().folders(), QList{home});
+  ASSERT_EQ(state().library().snippets().size(), 3);
+  EXPECT_EQ(state().library().snippets()[0].folderID, std::nullopt);
+  EXPECT_EQ(state().library().snippets()[1].folderID, home.id);
+  EXPECT_EQ(state().library().snippets()[2].folderID, std::nullopt);
   EXPECT_EQ(state().selection().selectedFolderID(), std::nullopt);
   EXPECT_EQ(engineSnippets(), (QList{a, b, c})) << "until the next hand-over";
   expectSaved();
-  state().setSelectedSnippet(state().snippets().front());
-  EXPECT_EQ(engineSnippets(), state().snippets());
+  state().operations().setSelectedSnippet(state().library().snippets().front());
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
 }
 
 TEST_F(LibraryOperationsTest, KeepTheSelectionOfAnotherFolder) {
   state().selection().setSelectedFolderID(home.id);
-  state().deleteFolder(work.id);
+  state().operations().deleteFolder(work.id);
   EXPECT_EQ(state().selection().selectedFolderID(), home.id);
 }
 
 TEST_F(LibraryOperationsTest, AddChangeAndDeleteGlobalVariables) {
   const GlobalVariable added{QUuid::createUuid(), u"City"_s, u"Turin"_s, name.createdAt,
                              name.modifiedAt};
-  state().addGlobalVariable(added);
-  EXPECT_EQ(state().globalVariables(), (QList{name, added}));
-  EXPECT_EQ(m_harness.engine.globalVariables(), state().globalVariables());
+  state().operations().addGlobalVariable(added);
+  EXPECT_EQ(state().library().globalVariables(), (QList{name, added}));
+  EXPECT_EQ(m_harness.engine.globalVariables(), state().library().globalVariables());
   expectSaved();
 
   m_harness.clock.advance(std::chrono::seconds(5));
   GlobalVariable changed = name;
   changed.value = u"Eve"_s;
-  state().updateGlobalVariable(changed);
+  state().operations().updateGlobalVariable(changed);
   changed.modifiedAt = m_harness.clock.now();
-  EXPECT_EQ(state().globalVariables(), (QList{changed, added}));
-  EXPECT_EQ(m_harness.engine.globalVariables(), state().globalVariables());
+  EXPECT_EQ(state().library().globalVariables(), (QList{changed, added}));
+  EXPECT_EQ(m_harness.engine.globalVariables(), state().library().globalVariables());
   expectSaved();
 
-  state().deleteGlobalVariable(name.id);
-  EXPECT_EQ(state().globalVariables(), QList{added});
-  EXPECT_EQ(m_harness.engine.globalVariables(), state().globalVariables());
+  state().operations().deleteGlobalVariable(name.id);
+  EXPECT_EQ(state().library().globalVariables(), QList{added});
+  EXPECT_EQ(m_harness.engine.globalVariables(), state().library().globalVariables());
   expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, ForgetAVariableThatWasDeletedMeanwhile) {
-  state().deleteGlobalVariable(name.id);
+  state().operations().deleteGlobalVariable(name.id);
   rest();
-  const auto changes = count(state(), &AppState::globalVariablesChanged);
-  state().updateGlobalVariable(name);
+  const auto changes = count(state().library(), &Library::globalVariablesChanged);
+  state().operations().updateGlobalVariable(name);
   EXPECT_EQ(*changes, 0);
   EXPECT_EQ(m_harness.documentQueue.pendingCount(), 0U);
 }
 
 TEST_F(LibraryOperationsTest, TellTriggersApartByCaseAndVariablesNot) {
-  EXPECT_TRUE(state().isTriggerDuplicate(u";a"_s));
-  EXPECT_FALSE(state().isTriggerDuplicate(u";A"_s));
-  EXPECT_FALSE(state().isTriggerDuplicate(u";a"_s, a.id));
-  EXPECT_TRUE(state().isTriggerDuplicate(u";a"_s, b.id));
-  EXPECT_FALSE(state().isTriggerDuplicate(u""_s));
-  EXPECT_TRUE(state().isVariableNameDuplicate(u"nAME"_s));
-  EXPECT_FALSE(state().isVariableNameDuplicate(u"nAME"_s, name.id));
-  EXPECT_TRUE(state().isVariableNameDuplicate(u"name"_s, a.id));
-  EXPECT_FALSE(state().isVariableNameDuplicate(u"nam"_s));
-  state().deleteSnippets({a.id, b.id, c.id});
-  EXPECT_FALSE(state().isTriggerDuplicate(u";a"_s));
+  EXPECT_TRUE(state().operations().isTriggerDuplicate(u";a"_s));
+  EXPECT_FALSE(state().operations().isTriggerDuplicate(u";A"_s));
+  EXPECT_FALSE(state().operations().isTriggerDuplicate(u";a"_s, a.id));
+  EXPECT_TRUE(state().operations().isTriggerDuplicate(u";a"_s, b.id));
+  EXPECT_FALSE(state().operations().isTriggerDuplicate(u""_s));
+  EXPECT_TRUE(state().operations().isVariableNameDuplicate(u"nAME"_s));
+  EXPECT_FALSE(state().operations().isVariableNameDuplicate(u"nAME"_s, name.id));
+  EXPECT_TRUE(state().operations().isVariableNameDuplicate(u"name"_s, a.id));
+  EXPECT_FALSE(state().operations().isVariableNameDuplicate(u"nam"_s));
+  state().operations().deleteSnippets({a.id, b.id, c.id});
+  EXPECT_FALSE(state().operations().isTriggerDuplicate(u";a"_s));
 }
 
 TEST_F(LibraryOperationsTest, ShowWhatFolderAndSearchTextLeave) {

@@ -17,7 +17,7 @@ class LibrarySaverTest : public LibraryFixture {
   }
 
   void turnSyncOn() {
-    Settings settings = state().settings();
+    Settings settings = state().library().settings();
     settings.iCloudSyncEnabled = true;
     state().changeSettings(settings);
     rest();
@@ -42,9 +42,9 @@ class LibrarySaverTest : public LibraryFixture {
 TEST_F(LibrarySaverTest, WritesFiftyMillisecondsAfterTheLastChange) {
   const Snippet d = made(u";d"_s);
   const Snippet e = made(u";e"_s);
-  state().addSnippet(d);
+  state().operations().addSnippet(d);
   m_harness.scheduler.advance(milliseconds{49});
-  state().addSnippet(e);
+  state().operations().addSnippet(e);
   m_harness.scheduler.advance(milliseconds{49});
   EXPECT_EQ(m_harness.documentQueue.pendingCount(), 0U);
   m_harness.scheduler.advance(milliseconds{1});
@@ -56,23 +56,23 @@ TEST_F(LibrarySaverTest, WritesFiftyMillisecondsAfterTheLastChange) {
 }
 
 TEST_F(LibrarySaverTest, WritesWhatTheLibraryWasWhenTheSaveWasAskedFor) {
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   debounce();
-  state().deleteSnippet(a.id);
+  state().operations().deleteSnippet(a.id);
   m_harness.documentQueue.drain();
   EXPECT_EQ(savedSnippets().size(), 4);
   debounce();
   m_harness.documentQueue.drain();
-  EXPECT_EQ(savedSnippets(), state().snippets());
+  EXPECT_EQ(savedSnippets(), state().library().snippets());
 }
 
 // A save past its beginning is not called back by a later change.
 TEST_F(LibrarySaverTest, LetsTwoSavesBeOnTheirWay) {
   turnSyncOn();
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   debounce();
   m_harness.documentQueue.drain();  // the first waits for its upload
-  state().addSnippet(made(u";e"_s));
+  state().operations().addSnippet(made(u";e"_s));
   debounce();
   m_harness.documentQueue.drain();
   EXPECT_EQ(m_harness.syncQueue.pendingCount(), 2U);
@@ -80,16 +80,17 @@ TEST_F(LibrarySaverTest, LetsTwoSavesBeOnTheirWay) {
   EXPECT_EQ(m_harness.takeJournal(),
             "print iCloud sync: Uploaded 4 snippets, 2 folders, and 1 global variables; "
             "print iCloud sync: Uploaded 5 snippets, 2 folders, and 1 global variables");
-  EXPECT_EQ(cloud()->snippets, state().snippets());
-  EXPECT_EQ(savedSnippets(), state().snippets());
-  EXPECT_EQ(state().syncMetadata()->dataVersion, 1) << "each counts on from what it had seen";
+  EXPECT_EQ(cloud()->snippets, state().library().snippets());
+  EXPECT_EQ(savedSnippets(), state().library().snippets());
+  EXPECT_EQ(state().sync().syncMetadata()->dataVersion, 1)
+      << "each counts on from what it had seen";
 }
 
 TEST_F(LibrarySaverTest, UploadsBehindTheSaveAndKeepsTheMetadata) {
   turnSyncOn();
-  EXPECT_EQ(state().syncMetadata(), std::nullopt);
+  EXPECT_EQ(state().sync().syncMetadata(), std::nullopt);
   m_harness.clock.advance(std::chrono::seconds(7));
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   debounce();
   EXPECT_EQ(m_harness.syncQueue.pendingCount(), 0U);
   m_harness.documentQueue.drain();
@@ -102,11 +103,11 @@ TEST_F(LibrarySaverTest, UploadsBehindTheSaveAndKeepsTheMetadata) {
   m_harness.documentQueue.drain();
   const SyncMetadata expected{m_harness.clock.now(), m_harness.cloudSync.deviceID(), 1};
   EXPECT_EQ(m_harness.store.loadSyncMetadata(), expected);
-  EXPECT_EQ(state().syncMetadata(), std::nullopt);
+  EXPECT_EQ(state().sync().syncMetadata(), std::nullopt);
   m_harness.clock.advance(std::chrono::seconds(1));
   m_harness.scheduler.runPending();
-  EXPECT_EQ(state().syncMetadata(), expected);
-  EXPECT_EQ(state().lastSyncDate(), m_harness.clock.now());
+  EXPECT_EQ(state().sync().syncMetadata(), expected);
+  EXPECT_EQ(state().sync().lastSyncDate(), m_harness.clock.now());
   EXPECT_EQ(cloud()->metadata, expected);
 }
 
@@ -117,15 +118,15 @@ TEST_F(LibrarySaverTest, CountsOnFromTheGenerationThatItHad) {
   synced.iCloudSyncEnabled = true;
   other.load({{a}, {}, synced, {}, {}, SyncMetadata{m_harness.clock.now(), u"me"_s, 7}});
   other.pass(milliseconds{400});  // finds no shared file: uploads as 8
-  EXPECT_EQ(other.state->syncMetadata()->dataVersion, 8);
-  other.state->addSnippet(b);
+  EXPECT_EQ(other.state->sync().syncMetadata()->dataVersion, 8);
+  other.state->operations().addSnippet(b);
   other.pass(milliseconds{400});
-  EXPECT_EQ(other.state->syncMetadata()->dataVersion, 9);
+  EXPECT_EQ(other.state->sync().syncMetadata()->dataVersion, 9);
 }
 
 // It is asked for ahead of what may come of the sync that the snapshot has not seen.
 TEST_F(LibrarySaverTest, UploadsOnlyWhereSyncWasOnWhenTheSaveWasAskedFor) {
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   turnSyncOn();
   EXPECT_EQ(cloud(), std::nullopt);
   EXPECT_EQ(savedSnippets().size(), 4);
@@ -133,17 +134,17 @@ TEST_F(LibrarySaverTest, UploadsOnlyWhereSyncWasOnWhenTheSaveWasAskedFor) {
 
 TEST_F(LibrarySaverTest, SavesVariablesAtOnceAndUploadsTheWholeLibrary) {
   turnSyncOn();
-  state().deleteGlobalVariable(name.id);
+  state().operations().deleteGlobalVariable(name.id);
   EXPECT_EQ(m_harness.documentQueue.pendingCount(), 1U);
   rest();
   EXPECT_EQ(m_harness.takeJournal(),
             "print iCloud sync: Uploaded 3 snippets, 2 folders, and 0 global variables");
   EXPECT_EQ(m_harness.store.loadGlobalVariables(), QList<GlobalVariable>());
-  EXPECT_EQ(cloud()->snippets, state().snippets());
+  EXPECT_EQ(cloud()->snippets, state().library().snippets());
 }
 
 TEST_F(LibrarySaverTest, DropsTheSaveThatWaitsWithTheState) {
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   m_harness.state.reset();
   rest();
   EXPECT_EQ(savedSnippets(), (QList{a, b, c}));
@@ -151,7 +152,7 @@ TEST_F(LibrarySaverTest, DropsTheSaveThatWaitsWithTheState) {
 
 TEST_F(LibrarySaverTest, BringsAnUploadToItsEndThatTheStateDoesNotSee) {
   turnSyncOn();
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   debounce();
   m_harness.documentQueue.drain();
   m_harness.state.reset();
@@ -165,10 +166,10 @@ TEST_F(LibrarySaverTest, SavesWhereTheUploadFails) {
   turnSyncOn();
   ASSERT_TRUE(QDir(m_harness.folder.filePath(u"Drive"_s)).removeRecursively());
   m_harness.drive.setSignedIn(false);
-  state().addSnippet(made(u";d"_s));
+  state().operations().addSnippet(made(u";d"_s));
   rest();
   EXPECT_EQ(m_harness.takeJournal(), "");
-  EXPECT_EQ(savedSnippets(), state().snippets());
+  EXPECT_EQ(savedSnippets(), state().library().snippets());
 }
 
 }  // namespace

@@ -28,17 +28,17 @@ class LibrarySyncTest : public LibraryFixture {
 
 TEST_F(LibrarySyncTest, TakesOverWhatTheOtherMachineHas) {
   writeCloud(4);
-  state().performSync();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::syncing());
+  state().sync().performSync();
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::syncing());
   rest();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::success(m_harness.clock.now()));
-  EXPECT_EQ(state().lastSyncDate(), m_harness.clock.now());
-  EXPECT_EQ(state().snippets(), QList{theirs});
-  EXPECT_EQ(state().folders(), QList{home});
-  EXPECT_EQ(state().globalVariables(), QList<GlobalVariable>());
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::success(m_harness.clock.now()));
+  EXPECT_EQ(state().sync().lastSyncDate(), m_harness.clock.now());
+  EXPECT_EQ(state().library().snippets(), QList{theirs});
+  EXPECT_EQ(state().library().folders(), QList{home});
+  EXPECT_EQ(state().library().globalVariables(), QList<GlobalVariable>());
   EXPECT_EQ(engineSnippets(), QList{theirs});
   EXPECT_EQ(m_harness.engine.globalVariables(), QList<GlobalVariable>());
-  EXPECT_EQ(state().syncMetadata(), (SyncMetadata{made, u"B"_s, 4}));
+  EXPECT_EQ(state().sync().syncMetadata(), (SyncMetadata{made, u"B"_s, 4}));
 
   EXPECT_EQ(savedSnippets(), QList{theirs});
   EXPECT_EQ(m_harness.store.loadFolders(), QList{home});
@@ -49,61 +49,61 @@ TEST_F(LibrarySyncTest, TakesOverWhatTheOtherMachineHas) {
 }
 
 TEST_F(LibrarySyncTest, KeepsTheLibraryWhereNothingIsToBeTakenOver) {
-  state().performSync();
+  state().sync().performSync();
   rest();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::success(m_harness.clock.now()));
-  EXPECT_EQ(state().snippets(), (QList{a, b, c}));
-  EXPECT_EQ(state().syncMetadata(), std::nullopt);
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::success(m_harness.clock.now()));
+  EXPECT_EQ(state().library().snippets(), (QList{a, b, c}));
+  EXPECT_EQ(state().sync().syncMetadata(), std::nullopt);
 }
 
 TEST_F(LibrarySyncTest, ChangesNothingOfTheLibraryWhereItFails) {
   writeCloud(4);
-  const auto dates = count(state(), &AppState::lastSyncDateChanged);
+  const auto dates = count(state().sync(), &LibrarySync::lastSyncDateChanged);
   m_harness.drive.setSignedIn(false);
-  state().performSync();
+  state().sync().performSync();
   rest();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::unavailable());
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::unavailable());
   m_harness.drive.setSignedIn(true);
   m_harness.drive.setPlaces({u"/nowhere"_s});
-  state().performSync();
+  state().sync().performSync();
   rest();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::error(u"iCloud Drive not available"_s));
-  EXPECT_EQ(state().snippets(), (QList{a, b, c}));
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::error(u"iCloud Drive not available"_s));
+  EXPECT_EQ(state().library().snippets(), (QList{a, b, c}));
   EXPECT_EQ(*dates, 0);
 }
 
 // The result is taken over whatever has changed since; what is written is what is there by then.
 TEST_F(LibrarySyncTest, TakesAResultOverThatArrivesAfterAnEdit) {
   writeCloud(4);
-  state().performSync();
+  state().sync().performSync();
   m_harness.pass(milliseconds{300});
   m_harness.syncQueue.drain();
-  EXPECT_EQ(state().snippets(), QList{theirs});
+  EXPECT_EQ(state().library().snippets(), QList{theirs});
 
   writeCloud(5);
-  state().performSync();
+  state().sync().performSync();
   m_harness.syncQueue.drain();
   m_harness.scheduler.advance(milliseconds{299});
   const Snippet late = m_harness.snippet(u";late"_s, u"Late"_s);
-  state().addSnippet(late);
-  EXPECT_EQ(state().snippets(), (QList{theirs, late}));
+  state().operations().addSnippet(late);
+  EXPECT_EQ(state().library().snippets(), (QList{theirs, late}));
   m_harness.scheduler.advance(milliseconds{1});
   m_harness.syncQueue.drain();
   m_harness.scheduler.runPending();
-  EXPECT_EQ(state().snippets(), QList{theirs}) << "the cloud's library is taken whole";
+  EXPECT_EQ(state().library().snippets(), QList{theirs}) << "the cloud's library is taken whole";
   rest();
   EXPECT_EQ(savedSnippets(), (QList{theirs, late})) << "the edit's own save comes last";
 }
 
 TEST_F(LibrarySyncTest, WritesTheLibraryOfTheMomentAfterTakingOne) {
   writeCloud(4);
-  state().performSync();
+  state().sync().performSync();
   m_harness.syncQueue.drain();
   m_harness.scheduler.advance(milliseconds{300});
   m_harness.syncQueue.drain();
   const Snippet late = m_harness.snippet(u";late"_s, u"Late"_s);
-  QObject::connect(&state(), &AppState::lastSyncDateChanged, &state(),
-                   [&] { state().addSnippet(late); });
+  QObject::connect(&state().sync(), &LibrarySync::lastSyncDateChanged, &state(),
+                   [&] { state().operations().addSnippet(late); });
   m_harness.scheduler.runPending();
   m_harness.documentQueue.drain();
   EXPECT_EQ(savedSnippets(), (QList{theirs, late}));
@@ -111,13 +111,13 @@ TEST_F(LibrarySyncTest, WritesTheLibraryOfTheMomentAfterTakingOne) {
 
 TEST_F(LibrarySyncTest, TellsOfEachChangeOnce) {
   writeCloud(4);
-  const auto statuses = count(state(), &AppState::syncStatusChanged);
-  const auto dates = count(state(), &AppState::lastSyncDateChanged);
-  const auto metadata = count(state(), &AppState::syncMetadataChanged);
-  const auto snippets = count(state(), &AppState::snippetsChanged);
-  state().performSync();
+  const auto statuses = count(state().sync(), &LibrarySync::syncStatusChanged);
+  const auto dates = count(state().sync(), &LibrarySync::lastSyncDateChanged);
+  const auto metadata = count(state().sync(), &LibrarySync::syncMetadataChanged);
+  const auto snippets = count(state().library(), &Library::snippetsChanged);
+  state().sync().performSync();
   rest();
-  state().performSync();
+  state().sync().performSync();
   rest();
   EXPECT_EQ(*statuses, 4);
   EXPECT_EQ(*dates, 1) << "the clock has not moved";
@@ -127,7 +127,7 @@ TEST_F(LibrarySyncTest, TellsOfEachChangeOnce) {
 
 TEST_F(LibrarySyncTest, DoesNothingOnceTheStateIsGone) {
   writeCloud(4);
-  state().performSync();
+  state().sync().performSync();
   m_harness.state.reset();
   rest();
   EXPECT_EQ(savedSnippets(), (QList{a, b, c}));
@@ -140,23 +140,23 @@ TEST_F(LibrarySyncTest, IsStartedByTheLoadWhereItIsOn) {
   m_harness.store.saveSettings(settings);
   m_harness.makeState();
   m_harness.loadDocuments();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::syncing());
-  EXPECT_EQ(state().snippets(), (QList{a, b, c}));
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::syncing());
+  EXPECT_EQ(state().library().snippets(), (QList{a, b, c}));
   rest();
-  EXPECT_EQ(state().snippets(), QList{theirs});
+  EXPECT_EQ(state().library().snippets(), QList{theirs});
 }
 
 TEST_F(LibrarySyncTest, IsStartedByTheSettingUnlessThatIsTurnedOffAtOnce) {
   Settings settings;
   settings.iCloudSyncEnabled = true;
   state().changeSettings(settings);
-  EXPECT_EQ(state().syncStatus(), SyncStatus::idle());
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::idle());
   state().changeSettings(Settings());
   m_harness.scheduler.runPending();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::idle());
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::idle());
   state().changeSettings(settings);
   m_harness.scheduler.runPending();
-  EXPECT_EQ(state().syncStatus(), SyncStatus::syncing());
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::syncing());
 }
 
 }  // namespace

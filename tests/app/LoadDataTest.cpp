@@ -22,37 +22,37 @@ TEST_F(LoadData, ReadsAwayFromTheMainThreadAndOnce) {
   EXPECT_FALSE(state().hasLoadedData());
   state().loadData();
   EXPECT_TRUE(state().hasLoadedData());
-  EXPECT_TRUE(state().snippets().isEmpty());
+  EXPECT_TRUE(state().library().snippets().isEmpty());
   state().loadData();
   EXPECT_EQ(m_harness.documentQueue.pendingCount(), 1U);
   m_harness.documentQueue.drain();
-  EXPECT_TRUE(state().snippets().isEmpty());
+  EXPECT_TRUE(state().library().snippets().isEmpty());
   EXPECT_EQ(m_harness.source.handlerCount(), 0U);
   m_harness.scheduler.runPending();
-  EXPECT_FALSE(state().snippets().isEmpty());
+  EXPECT_FALSE(state().library().snippets().isEmpty());
   EXPECT_EQ(m_harness.source.handlerCount(), 1U);
 }
 
 TEST_F(LoadData, GivesANewUserTheFirstRunContentAndSavesIt) {
   m_harness.loadDocuments();
-  EXPECT_EQ(state().folders(), firstRun().folders);
-  EXPECT_EQ(state().snippets().size(), firstRun().snippets.size());
-  EXPECT_EQ(m_harness.engine.snippets(), state().snippets());
+  EXPECT_EQ(state().library().folders(), firstRun().folders);
+  EXPECT_EQ(state().library().snippets().size(), firstRun().snippets.size());
+  EXPECT_EQ(m_harness.engine.snippets(), state().library().snippets());
   EXPECT_FALSE(hasFile(u"snippets.json"_s));
   m_harness.pass(milliseconds{50});
-  EXPECT_EQ(m_harness.store.loadSnippets(), state().snippets());
-  EXPECT_EQ(m_harness.store.loadFolders(), state().folders());
+  EXPECT_EQ(m_harness.store.loadSnippets(), state().library().snippets());
+  EXPECT_EQ(m_harness.store.loadFolders(), state().library().folders());
   EXPECT_FALSE(hasFile(u"settings.json"_s));
 }
 
 TEST_F(LoadData, FindsTheSameContentAtTheSecondStart) {
   m_harness.loadDocuments();
   m_harness.pass(milliseconds{50});
-  const QList<Snippet> first = state().snippets();
+  const QList<Snippet> first = state().library().snippets();
   m_harness.makeState();
   m_harness.loadDocuments();
-  EXPECT_EQ(state().snippets(), first);
-  EXPECT_EQ(state().folders(), firstRun().folders);
+  EXPECT_EQ(state().library().snippets(), first);
+  EXPECT_EQ(state().library().folders(), firstRun().folders);
 }
 
 // Empty lists beside settings with sync on, as somebody leaves behind who deletes everything.
@@ -62,7 +62,7 @@ TEST_F(LoadData, NeverUploadsTheFirstRunContentByItsSave) {
   settings.iCloudSyncEnabled = true;
   m_harness.load({{}, {}, settings, {}});
   m_harness.pass(milliseconds{400});
-  EXPECT_EQ(state().folders(), firstRun().folders);
+  EXPECT_EQ(state().library().folders(), firstRun().folders);
   EXPECT_EQ(m_harness.store.loadFolders(), firstRun().folders);
   EXPECT_EQ(m_harness.journal.takeEntries().filter(u"Uploaded"_s), QStringList());
   EXPECT_FALSE(QFile::exists(m_harness.folder.filePath(u"Drive/Zarvy/zarvy_sync.json"_s)));
@@ -72,8 +72,8 @@ TEST_F(LoadData, TakesFoldersWithoutSnippetsForALibrary) {
   const QList<Folder> folders{Folder{QUuid::createUuid(), u"Mine"_s, FolderColor::pink, 4}};
   m_harness.load({{}, folders, {}, {}});
   m_harness.pass(milliseconds{50});
-  EXPECT_TRUE(state().snippets().isEmpty());
-  EXPECT_EQ(state().folders(), folders);
+  EXPECT_TRUE(state().library().snippets().isEmpty());
+  EXPECT_EQ(state().library().folders(), folders);
   EXPECT_EQ(m_harness.store.loadSnippets(), QList<Snippet>());
 }
 
@@ -81,8 +81,8 @@ TEST_F(LoadData, TakesSnippetsWithoutFoldersForALibrary) {
   const QList<Snippet> snippets{m_harness.snippet(u";x"_s, u"y"_s)};
   m_harness.load({snippets, {}, {}, {}});
   m_harness.pass(milliseconds{50});
-  EXPECT_EQ(state().snippets(), snippets);
-  EXPECT_TRUE(state().folders().isEmpty());
+  EXPECT_EQ(state().library().snippets(), snippets);
+  EXPECT_TRUE(state().library().folders().isEmpty());
 }
 
 TEST_F(LoadData, TakesOverImportsAndTheLastSync) {
@@ -90,10 +90,10 @@ TEST_F(LoadData, TakesOverImportsAndTheLastSync) {
   const QList<ImportBatch> imports{{QUuid::createUuid(), noon, u"export.csv"_s, {}}};
   const SyncMetadata metadata{noon, u"device"_s, 7};
   m_harness.load({{m_harness.snippet(u";x"_s, u"y"_s)}, {}, {}, {}, imports, metadata});
-  EXPECT_EQ(state().recentImports(), imports);
-  EXPECT_EQ(state().syncMetadata(), metadata);
-  EXPECT_EQ(state().lastSyncDate(), std::nullopt);
-  EXPECT_EQ(state().syncStatus(), SyncStatus::idle());
+  EXPECT_EQ(state().library().recentImports(), imports);
+  EXPECT_EQ(state().sync().syncMetadata(), metadata);
+  EXPECT_EQ(state().sync().lastSyncDate(), std::nullopt);
+  EXPECT_EQ(state().sync().syncStatus(), SyncStatus::idle());
 }
 
 TEST_F(LoadData, LeavesTheTaskbarWhereTheUserWantsIt) {
@@ -119,14 +119,14 @@ TEST_F(LoadData, SavesNothingOfWhatIsChangedBeforeItsEnd) {
   settings.soundEnabled = false;
   m_harness.store.saveSettings(settings);
   state().loadData();
-  state().addSnippet(m_harness.snippet(u";new"_s, u"z"_s));
-  state().addFolder({QUuid::createUuid(), u"F"_s, FolderColor::red, 0});
-  state().addGlobalVariable({QUuid::createUuid(), u"N"_s, u"v"_s, {}, {}});
+  state().operations().addSnippet(m_harness.snippet(u";new"_s, u"z"_s));
+  state().operations().addFolder({QUuid::createUuid(), u"F"_s, FolderColor::red, 0});
+  state().operations().addGlobalVariable({QUuid::createUuid(), u"N"_s, u"v"_s, {}, {}});
   state().changeSettings(Settings());
-  EXPECT_FALSE(state().isLibraryLoaded());
+  EXPECT_FALSE(state().library().isLoaded());
   m_harness.pass(milliseconds{400});
-  EXPECT_TRUE(state().isLibraryLoaded());
-  EXPECT_EQ(state().snippets(), snippets);
+  EXPECT_TRUE(state().library().isLoaded());
+  EXPECT_EQ(state().library().snippets(), snippets);
   EXPECT_EQ(m_harness.store.loadSnippets(), snippets);
   EXPECT_FALSE(m_harness.store.loadSettings().soundEnabled);
   EXPECT_FALSE(hasFile(u"folders.json"_s));
@@ -149,7 +149,7 @@ TEST_F(LoadData, ServesWithWhatItHasWhereEveryDocumentIsGarbage) {
   m_harness.loadDocuments();
   m_harness.pass(milliseconds{1000});
   EXPECT_EQ(m_harness.source.handlerCount(), 1U);
-  EXPECT_EQ(state().folders(), firstRun().folders);
+  EXPECT_EQ(state().library().folders(), firstRun().folders);
   for (const QString& name : names.sliced(2)) {
     QFile file(directory + u'/' + name + u".json"_s);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -14,7 +14,7 @@ class PlainExpansion : public AppStateFixture {};
 TEST_F(PlainExpansion, CarriesATriggerFromTheLastKeyToTheSound) {
   startWith(u";ty"_s, u"Thank you"_s);
   m_harness.type(u"hi;ty"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 3);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 3);
   EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
   EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: 'Thank you...'");
   m_harness.workers.drain();
@@ -30,7 +30,7 @@ TEST_F(PlainExpansion, PutsWhatARegularExpressionHasCapturedIntoTheText) {
   snippet.isRegexTrigger = true;
   startWith(snippet);
   m_harness.type(u"see #42!"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 4);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 4);
   EXPECT_EQ(m_harness.takeJournal(), "print EXPANDING to: '42 is 42...'");
   m_harness.workers.drain();
   EXPECT_EQ(m_harness.takeJournal(),
@@ -80,13 +80,13 @@ TEST_F(PlainExpansion, DoesNothingForTypingThatCompletesNoTrigger) {
   m_harness.type(u"nothing ;t y"_s);
   m_harness.finish();
   EXPECT_EQ(m_harness.takeJournal(), "");
-  EXPECT_EQ(state().pendingMatchLength(), 0);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 0);
 }
 
 TEST_F(PlainExpansion, CountsWhatToDeleteInCharactersAsTheUserPerceivesThem) {
   startWith(u";e\u0301\U0001F1E9\U0001F1EA"_s, u"x"_s);
-  state().handlePotentialTrigger(u"abc;e\u0301\U0001F1E9\U0001F1EA"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 3);
+  state().expansion().handlePotentialTrigger(u"abc;e\u0301\U0001F1E9\U0001F1EA"_s);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 3);
   m_harness.workers.drain();
   EXPECT_EQ(m_harness.journal.entries().count(u"key 51"_s), 3);
 }
@@ -95,20 +95,20 @@ TEST_F(PlainExpansion, EmptiesTheBufferOfTheMonitorAtTheMatch) {
   startWith(u";ty"_s, u"x"_s);
   m_harness.type(u"abc"_s);
   EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
-  state().handlePotentialTrigger(u"other text"_s);
+  state().expansion().handlePotentialTrigger(u"other text"_s);
   EXPECT_EQ(m_harness.monitor.buffer(), u"abc"_s);
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   EXPECT_EQ(m_harness.monitor.buffer(), u""_s);
 }
 
 TEST_F(PlainExpansion, RecordsTheExpansionAtOnceWithItsLengthInCharacters) {
   startWith(u";sig"_s, u"e\u0301\U0001F1E9\U0001F1EA234567"_s);
-  state().handlePotentialTrigger(u";sig"_s);
+  state().expansion().handlePotentialTrigger(u";sig"_s);
   EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
   EXPECT_EQ(m_harness.stats.summary().totalCharactersSaved, 8 - 4);
   const QList<SnippetUsage> usages = m_harness.stats.topSnippets(5, 1);
   ASSERT_EQ(usages.size(), 1);
-  EXPECT_EQ(usages.front().snippetID, state().snippets().front().id);
+  EXPECT_EQ(usages.front().snippetID, state().library().snippets().front().id);
   m_harness.finish();
   EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1);
 }
@@ -125,8 +125,8 @@ TEST_F(PlainExpansion, RecordsNothingWithoutAnExpansion) {
   startWith(u";ty"_s, u"{{field:Name}}"_s);
   m_harness.type(u"nothing"_s);
   m_harness.type(u";ty"_s);  // waits for a form
-  state().togglePause();
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().togglePause();
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   m_harness.finish();
   EXPECT_EQ(m_harness.stats.summary(), StatsSummary());
 }
@@ -145,7 +145,7 @@ class PrintedLine : public PlainExpansion, public testing::WithParamInterface<Pr
 
 TEST_P(PrintedLine, ShowsTheFirstFiftyCharactersAndAlwaysThreePoints) {
   startWith(u";ty"_s, GetParam().replacement);
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   EXPECT_EQ(m_harness.takeJournal(),
             (u"print EXPANDING to: '"_s + GetParam().printed + u"...'"_s).toStdString());
 }
@@ -168,12 +168,12 @@ TEST_F(PlainExpansion, ReadsTheSoundSettingAtTheEndOfTheInjection) {
   startWith(u";ty"_s, u""_s);
   Settings silent;
   silent.soundEnabled = false;
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   state().changeSettings(silent);
   m_harness.finish();
   EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "end");
 
-  state().handlePotentialTrigger(u";ty"_s);
+  state().expansion().handlePotentialTrigger(u";ty"_s);
   state().changeSettings(Settings());
   m_harness.finish();
   EXPECT_EQ(m_harness.journal.takeEntries().last().toStdString(), "sound");

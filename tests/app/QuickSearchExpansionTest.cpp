@@ -46,16 +46,16 @@ TEST_F(QuickSearchExpansion, OpensAndClosesWithTheHotKey) {
 // Whoever has the key does something of their own when it is pressed.
 TEST_F(QuickSearchExpansion, DoesNotOpenWithAKeyThatIsAnotherPrograms) {
   startWith(u";ty"_s, u"x"_s);
-  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+  EXPECT_EQ(state().expansion().takenHotKey(), std::nullopt);
   m_harness.hotKeys.taken = {altSpace};
   pressHotKey();
   EXPECT_EQ(m_harness.takeJournal(), "");
-  EXPECT_EQ(state().takenHotKey(),
+  EXPECT_EQ(state().expansion().takenHotKey(),
             (TakenHotKey{altSpace, {controlAltSpace, superSpace, controlShiftSpace}}));
   m_harness.hotKeys.taken = {};
   pressHotKey();
   EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
-  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+  EXPECT_EQ(state().expansion().takenHotKey(), std::nullopt);
 }
 
 TEST_F(QuickSearchExpansion, ClosesWithAKeyThatAnotherProgramHasTakenMeanwhile) {
@@ -70,9 +70,11 @@ TEST_F(QuickSearchExpansion, ClosesWithAKeyThatAnotherProgramHasTakenMeanwhile) 
 TEST_F(QuickSearchExpansion, OffersTheKeysThatAreFreeFromTheStart) {
   m_harness.hotKeys.taken = {altSpace, superSpace};
   int changes = 0;
-  QObject::connect(&state(), &AppState::takenHotKeyChanged, [&changes] { ++changes; });
+  QObject::connect(&state().expansion(), &ExpansionService::takenHotKeyChanged,
+                   [&changes] { ++changes; });
   startWith(u";ty"_s, u"x"_s);
-  EXPECT_EQ(state().takenHotKey(), (TakenHotKey{altSpace, {controlAltSpace, controlShiftSpace}}));
+  EXPECT_EQ(state().expansion().takenHotKey(),
+            (TakenHotKey{altSpace, {controlAltSpace, controlShiftSpace}}));
   pressHotKey();
   EXPECT_EQ(changes, 1);
 }
@@ -81,7 +83,7 @@ TEST_F(QuickSearchExpansion, OpensWithTheNewKeyAtOnce) {
   m_harness.hotKeys.taken = {altSpace};
   startWith(u";ty"_s, u"x"_s);
   state().changeHotKey(controlAltSpace);
-  EXPECT_EQ(state().takenHotKey(), std::nullopt);
+  EXPECT_EQ(state().expansion().takenHotKey(), std::nullopt);
   (void)m_harness.takeJournal();
   m_harness.source.press(49, 0xC0000);
   m_harness.scheduler.runPending();
@@ -106,20 +108,20 @@ TEST_F(QuickSearchExpansion, ClosesWithTheHotKeyPressedInThePanelItself) {
   EXPECT_EQ(m_harness.takeJournal(), "panel hides");
   pressHere(49);
   EXPECT_EQ(m_harness.takeJournal(), "") << "in another window of the program it does nothing";
-  state().togglePause();
+  state().expansion().togglePause();
   EXPECT_EQ(m_harness.source.localHandlerCount(), 0U);
 }
 
 TEST_F(QuickSearchExpansion, TypesThePickIntoTheApplicationThatWasInFrontAndDeletesNothing) {
   startWith(u";ty"_s, u"Thanks"_s);
   m_harness.type(u";ty"_s);
-  EXPECT_EQ(state().pendingMatchLength(), 3);
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 3);
   m_harness.finish();
   (void)m_harness.takeJournal();
   pressHotKey();
   m_harness.workspace.setFrontmost(m_own);
-  panel().select(state().snippets().front());
-  EXPECT_EQ(state().pendingMatchLength(), 0);
+  panel().select(state().library().snippets().front());
+  EXPECT_EQ(state().coordinator().pendingMatchLength(), 0);
   EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders; panel hides; activate ");
   m_harness.scheduler.advance(delay - std::chrono::milliseconds{1});
   EXPECT_EQ(typed(), "");
@@ -137,13 +139,13 @@ TEST_F(QuickSearchExpansion, AsksForFieldsAndTypesThemIntoTheSameApplication) {
   const auto target = m_harness.workspace.frontmostApplication();
   m_harness.workspace.setFrontmost(m_own);
   (void)m_harness.takeJournal();
-  panel().select(state().snippets().front());
+  panel().select(state().library().snippets().front());
   m_harness.workspace.setFrontmost(m_own);  // the window manager takes its time
   m_harness.scheduler.runPending();
   EXPECT_EQ(m_harness.takeJournal(), "panel hides; activate ; form ;d gray");
-  ASSERT_TRUE(state().pendingExpansion().has_value());
-  EXPECT_EQ(state().pendingExpansion()->matchLength, 0);
-  EXPECT_EQ(state().pendingExpansion()->targetApp, target);
+  ASSERT_TRUE(state().coordinator().pendingExpansion().has_value());
+  EXPECT_EQ(state().coordinator().pendingExpansion()->matchLength, 0);
+  EXPECT_EQ(state().coordinator().pendingExpansion()->targetApp, target);
   m_harness.fillInWindow.pressExpand({{u"Name"_s, u"Ada"_s}});
   m_harness.scheduler.advance(std::chrono::milliseconds{100});
   EXPECT_EQ(typed(),
@@ -173,14 +175,14 @@ TEST_F(QuickSearchExpansion, LeavesAnOpenFormAloneUnlessThePickHasFieldsToo) {
   m_harness.scheduler.runPending();
   EXPECT_EQ(m_harness.takeJournal(),
             "panel of 2 snippets, 0 folders; panel hides; activate ; form closes; form ;d gray");
-  EXPECT_EQ(state().pendingExpansion()->matchLength, 0);
+  EXPECT_EQ(state().coordinator().pendingExpansion()->matchLength, 0);
 }
 
 TEST_F(QuickSearchExpansion, NeedsNoApplicationInFront) {
   startWith(u";ty"_s, u"Thanks"_s);
   m_harness.workspace.setFrontmost(std::nullopt);
   pressHotKey();
-  panel().select(state().snippets().front());
+  panel().select(state().library().snippets().front());
   m_harness.scheduler.advance(delay);
   EXPECT_EQ(typed(), "panel of 1 snippets, 0 folders; panel hides");
   EXPECT_EQ(m_harness.stats.summary().totalExpansions, 1) << "counted all the same";
@@ -188,7 +190,7 @@ TEST_F(QuickSearchExpansion, NeedsNoApplicationInFront) {
 
 TEST_F(QuickSearchExpansion, IsNotHeardDuringAPause) {
   startWith(u";ty"_s, u"Thanks"_s);
-  state().togglePause();
+  state().expansion().togglePause();
   (void)m_harness.takeJournal();
   pressHotKey();
   EXPECT_EQ(m_harness.takeJournal(), "");
@@ -197,7 +199,7 @@ TEST_F(QuickSearchExpansion, IsNotHeardDuringAPause) {
 TEST_F(QuickSearchExpansion, DoesNothingOnceTheStateIsGone) {
   startWith(u";ty"_s, u"Thanks"_s);
   pressHotKey();
-  const Snippet pick = state().snippets().front();
+  const Snippet pick = state().library().snippets().front();
   m_harness.state.reset();
   (void)m_harness.takeJournal();
   panel().select(pick);

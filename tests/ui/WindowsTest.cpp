@@ -167,7 +167,7 @@ TEST_F(Windows, GoWithTheirOwner) {
 TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
   losePermission();
   int started = 0;
-  auto* const setup = new PermissionRequestView(state(), [&started] { ++started; });
+  auto* const setup = new PermissionRequestView(state().expansion(), [&started] { ++started; });
   setup->setAttribute(Qt::WA_DeleteOnClose);
   setup->show();
   QApplication::sendPostedEvents();  // lays it out
@@ -221,7 +221,7 @@ TEST_F(Windows, LeaveTheSetupRoomForAllItsWords) {
   QApplication::sendPostedEvents();
   for (const bool granted : {false, true}) {
     m_harness.permission.setTrusted(granted);
-    state().refreshAccessibilityPermission();
+    state().expansion().refreshAccessibilityPermission();
     QApplication::sendPostedEvents();
     const QWidget* const window = openWindow();
     ASSERT_TRUE(window);
@@ -235,7 +235,8 @@ TEST_F(Windows, TakeTheNamesOfApplicationsInTheMenuAsTheyAre) {
   m_harness.workspace.setFrontmost(RunningApplication{10, {}, u"Safe & Sound"_s, 1});
   m_harness.secureInput.isEnabled = true;
   MenuBarView menu(
-      state(), [](const QString& /*id*/) {}, [] {});
+      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
+      [] {});
   m_harness.scheduler.advance(std::chrono::milliseconds(500));
   EXPECT_EQ(shownTexts(menu).front(), u"Blocked by Safe && Sound"_s);
 }
@@ -244,7 +245,8 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   QStringList opened;
   int quits = 0;
   MenuBarView menu(
-      state(), [&opened](const QString& id) { opened.append(id); }, [&quits] { ++quits; });
+      state().library(), state().selection(), state().expansion(),
+      [&opened](const QString& id) { opened.append(id); }, [&quits] { ++quits; });
   const auto trigger = [&menu](const QString& text) {
     QAction* const action = actionWith(menu, text);
     ASSERT_TRUE(action) << text.toStdString();
@@ -262,9 +264,9 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   EXPECT_EQ(shownTexts(menu).front(), u"1 snippets"_s);
   EXPECT_FALSE(actionWith(menu, u"1 snippets"_s)->isEnabled());
   trigger(u"Pause Expansion"_s);
-  EXPECT_TRUE(state().isPaused());
+  EXPECT_TRUE(state().expansion().isPaused());
   trigger(u"Resume Expansion"_s);
-  EXPECT_FALSE(state().isPaused());
+  EXPECT_FALSE(state().expansion().isPaused());
   trigger(u"Quit Zarvy"_s);
   EXPECT_EQ(quits, 1);
 }
@@ -286,7 +288,8 @@ class TakenKeys : public Windows {
 
 TEST_F(TakenKeys, AreToldInTheMenu) {
   MenuBarView menu(
-      state(), [](const QString& /*id*/) {}, [] {});
+      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
+      [] {});
   EXPECT_EQ(shownTexts(menu).front(), u"Alt+Space Is Taken: Choose Another Key..."_s);
   state().changeHotKey({49, 0xC0000});
   EXPECT_EQ(shownTexts(menu).front(), u"10 snippets"_s);
@@ -307,7 +310,7 @@ TEST_F(TakenKeys, AreExchangedForOneThatIsFreeInTheWindows) {
     const int height = window->height();
     choose(*window, u"Ctrl+Shift+Space"_s);
     QApplication::sendPostedEvents();
-    EXPECT_EQ(state().settings().quickSearchModifiers, 0x60000U);
+    EXPECT_EQ(state().library().settings().quickSearchModifiers, 0x60000U);
     EXPECT_EQ(visibleTexts(*window).size(), 1);
     expectNoTextCut(*window);
     if (id == scene::settings) {
@@ -333,16 +336,16 @@ class Menus : public Windows {
  protected:
   QStringList m_opened;
   int m_quits = 0;
-  MenuBarView m_menu{state(), [this](const QString& id) { m_opened.append(id); },
-                     [this] { ++m_quits; }};
+  MenuBarView m_menu{state().library(), state().selection(), state().expansion(),
+                     [this](const QString& id) { m_opened.append(id); }, [this] { ++m_quits; }};
 };
 
 TEST_F(Menus, StayAsTheyAreWhileTheyAreOpen) {
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   const QStringList before = shownTexts(m_menu);
   m_menu.popup({});
-  state().togglePause();
-  state().addSnippet(m_harness.snippet(u";a"_s, u"y"_s));
+  state().expansion().togglePause();
+  state().operations().addSnippet(m_harness.snippet(u";a"_s, u"y"_s));
   EXPECT_EQ(shownTexts(m_menu), before);
   m_menu.hide();
   EXPECT_EQ(shownTexts(m_menu).front(), u"2 snippets"_s);
@@ -352,7 +355,7 @@ TEST_F(Menus, StayAsTheyAreWhileTheyAreOpen) {
 // Some panels that draw the menu themselves do not.
 TEST_F(Menus, ChangeWhenTheyOpenAlsoIfNobodyTellsThatTheyHaveClosed) {
   Q_EMIT m_menu.aboutToShow();
-  state().togglePause();
+  state().expansion().togglePause();
   EXPECT_TRUE(actionWith(m_menu, u"Pause Expansion"_s));
   Q_EMIT m_menu.aboutToShow();
   EXPECT_TRUE(actionWith(m_menu, u"Resume Expansion"_s));
@@ -365,7 +368,7 @@ TEST_F(Menus, KeepTheirEntriesForAClickThatIsToldOfTooLate) {
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   Q_EMIT m_menu.aboutToHide();
   pause->trigger();
-  EXPECT_TRUE(state().isPaused());
+  EXPECT_TRUE(state().expansion().isPaused());
 }
 
 // Everywhere in the program: in its windows, and in the menu itself.
@@ -373,9 +376,9 @@ class Shortcuts : public Menus {
  protected:
   void expectToWorkIn(QWidget& widget) {
     QTest::keyClick(&widget, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_TRUE(state().isPaused());
+    EXPECT_TRUE(state().expansion().isPaused());
     QTest::keyClick(&widget, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_FALSE(state().isPaused());
+    EXPECT_FALSE(state().expansion().isPaused());
     QTest::keyClick(&widget, Qt::Key_Comma, Qt::ControlModifier);
     QTest::keyClick(&widget, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(m_opened, (QStringList{u"settings"_s, u"manage-snippets"_s}));
@@ -409,7 +412,7 @@ TEST_F(Shortcuts, CloseTheOpenMenuAndDoWhatTheySay) {
   m_menu.popup({});
   ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_menu));
   QTest::keyClick(&m_menu, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_TRUE(state().isPaused());
+  EXPECT_TRUE(state().expansion().isPaused());
   EXPECT_FALSE(m_menu.isVisible());
   EXPECT_TRUE(actionWith(m_menu, u"Resume Expansion"_s));
 }
@@ -418,13 +421,14 @@ TEST_F(Shortcuts, CloseTheOpenMenuAndDoWhatTheySay) {
 TEST_F(Windows, HaveNoShortcutForWhatTheMenuDoesNotShow) {
   losePermission();
   MenuBarView menu(
-      state(), [](const QString& /*id*/) {}, [] {});
+      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
+      [] {});
   QWidget window;
   window.show();
   window.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
   QTest::keyClick(&window, Qt::Key_P, Qt::ControlModifier | Qt::ShiftModifier);
-  EXPECT_FALSE(state().isPaused());
+  EXPECT_FALSE(state().expansion().isPaused());
 }
 
 }  // namespace

@@ -25,7 +25,7 @@ constexpr std::chrono::milliseconds delayAfterQuickSearch{300};
 }  // namespace
 
 ExpansionCoordinator::ExpansionCoordinator(const Library& library,
-                                           const ExpansionServices& services)
+                                           const CoordinatorServices& services)
     : m_library(library), m_services(services) {}
 
 void ExpansionCoordinator::handlePotentialTrigger(const QString& buffer) {

@@ -7,13 +7,34 @@
 #include <QObject>
 #include <QString>
 
-#include "app/expansion/ExpansionServices.h"
+#include "app/expansion/FillInWindow.h"
 #include "app/expansion/PendingExpansion.h"
+#include "app/expansion/QuickSearchWindow.h"
+#include "base/LineOutput.h"
+#include "base/Scheduler.h"
 #include "core/ExpandedText.h"
+#include "core/KeyboardMonitor.h"
+#include "core/TextExpansionEngine.h"
+#include "core/injection/TextInjector.h"
+#include "platform/Workspace.h"
+#include "stats/StatsStore.h"
 
 namespace zarvy {
 
 class Library;
+
+// What the roads of an expansion take. All of it outlives AppState and what AppState posts.
+struct CoordinatorServices {
+  KeyboardMonitor& monitor;
+  TextExpansionEngine& engine;
+  TextInjector& injector;
+  Workspace& workspace;
+  StatsStore& stats;
+  FillInWindow& fillInWindow;
+  QuickSearchWindow& quickSearchWindow;
+  Scheduler& scheduler;
+  LineOutput& output;
+};
 
 // The roads of an expansion: a typed trigger becomes text at once, or after a form; a snippet
 // picked in quick search becomes text in the application that was in front. Decides nothing about
@@ -23,7 +44,7 @@ class ExpansionCoordinator final : public QObject {
 
  public:
   // Both outlive this object.
-  ExpansionCoordinator(const Library& library, const ExpansionServices& services);
+  ExpansionCoordinator(const Library& library, const CoordinatorServices& services);
 
   // Length of the latest match in user-perceived characters: what is to be deleted for it.
   [[nodiscard]] qsizetype pendingMatchLength() const { return m_pendingMatchLength; }
@@ -72,7 +93,7 @@ class ExpansionCoordinator final : public QObject {
   void type(const PendingExpansion& expansion, const ExpandedText& expanded);
 
   const Library& m_library;
-  const ExpansionServices m_services;
+  const CoordinatorServices m_services;
   qsizetype m_pendingMatchLength = 0;
   std::optional<PendingExpansion> m_pendingExpansion;
   bool m_showingFillInForm = false;

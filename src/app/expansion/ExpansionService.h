@@ -5,13 +5,40 @@
 #include <QObject>
 #include <QString>
 
-#include "app/expansion/ExpansionServices.h"
 #include "app/expansion/HotKeyWatch.h"
+#include "app/expansion/QuickSearchWindow.h"
+#include "app/expansion/SecureInputWatch.h"
+#include "base/LineOutput.h"
+#include "base/Scheduler.h"
+#include "base/TaskQueue.h"
+#include "core/KeyboardMonitor.h"
+#include "core/TextExpansionEngine.h"
+#include "core/injection/TextInjector.h"
+#include "platform/AccessibilityPermission.h"
+#include "platform/HotKeys.h"
+#include "platform/KeyEventPoster.h"
+#include "platform/SoundOutput.h"
 
 namespace zarvy {
 
 class ExpansionCoordinator;
 class Library;
+
+// What the running of expansion takes. All of it outlives AppState and what AppState posts.
+struct ExpansionServices {
+  KeyboardMonitor& monitor;
+  TextExpansionEngine& engine;
+  TextInjector& injector;
+  KeyEventPoster& poster;
+  SoundOutput& sound;
+  WorkerPool& workers;
+  SecureInputWatch& secureInputWatch;
+  AccessibilityPermission& permission;
+  const QuickSearchWindow& quickSearchWindow;
+  const HotKeys& hotKeys;
+  Scheduler& scheduler;
+  LineOutput& output;
+};
 
 // Whether expansion runs: it does once somebody starts it, unless the user has paused it or the
 // permission is missing. A signal is raised only when a value has really changed. Main thread.
@@ -43,6 +70,14 @@ class ExpansionService final : public QObject {
 
   // Listens for the quick search key of the settings from now on, and looks whose it is.
   void applyHotKey();
+
+  // What is known of the permission; to be asked for by requestAccessibilityPermission().
+  [[nodiscard]] const AccessibilityPermission& permission() const { return m_services.permission; }
+
+  // The application that keeps expansion from working, by having the keyboard for itself.
+  [[nodiscard]] const std::optional<QString>& secureInputAppName() const {
+    return m_services.secureInputWatch.secureInputAppName();
+  }
 
   // The quick search key where it is another program's: it does not open quick search then.
   [[nodiscard]] const std::optional<TakenHotKey>& takenHotKey() const {

@@ -72,6 +72,10 @@ void LibraryOperations::setSelectedSnippet(const std::optional<Snippet>& snippet
   if (const auto changed = replaced(m_library.snippets(), *snippet)) changeSnippets(*changed);
 }
 
+void LibraryOperations::setFolders(const QList<Folder>& folders) {
+  m_library.setFolders(folders);
+}
+
 void LibraryOperations::addFolder(const Folder& folder) {
   m_library.setFolders(m_library.folders() + QList{folder});
   m_saver.scheduleSave();

@@ -36,6 +36,8 @@ class LibraryOperations {
   // none with its id.
   void setSelectedSnippet(const std::optional<Snippet>& snippet);
 
+  // For a change of folders themselves: LibrarySaver::scheduleSave() behind it.
+  void setFolders(const QList<Folder>& folders);
   void addFolder(const Folder& folder);
   // Its snippets stay, in no folder. The engine's copies of them keep the folder until snippets are
   // next handed over; it makes nothing of it.
@@ -48,10 +50,10 @@ class LibraryOperations {
 
   // Whether a snippet has exactly this trigger, the one with `excludedID` left out.
   [[nodiscard]] bool isTriggerDuplicate(const QString& trigger,
-                                        const std::optional<QUuid>& excludedID) const;
+                                        const std::optional<QUuid>& excludedID = {}) const;
   // The same of the names of global variables, where case makes no difference.
   [[nodiscard]] bool isVariableNameDuplicate(const QString& name,
-                                             const std::optional<QUuid>& excludedID) const;
+                                             const std::optional<QUuid>& excludedID = {}) const;
 
  private:
   void changeSnippets(const QList<Snippet>& snippets);

@@ -108,8 +108,8 @@ ExpansionHarness& program() {
 
 Shown setup(bool isGranted) {
   program().permission.setTrusted(isGranted);
-  program().state->refreshAccessibilityPermission();
-  auto window = std::make_unique<PermissionRequestView>(*program().state, [] {});
+  program().state->expansion().refreshAccessibilityPermission();
+  auto window = std::make_unique<PermissionRequestView>(program().state->expansion(), [] {});
   window->show();
   return {std::move(window),
           {u"Accessibility Permission Required"_s, u"Works in any application"_s}};
@@ -147,7 +147,7 @@ Shown takenHotKey() {
   program().hotKeys.taken = {{49, 0x80000}};  // Alt+Space
   program().load({{program().snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   program().hotKeys.taken = {};
-  EXPECT_TRUE(program().state->takenHotKey());
+  EXPECT_TRUE(program().state->expansion().takenHotKey());
   Shown shown = coming();
   for (const QPushButton* offer : shown.window->findChildren<QPushButton*>()) {
     shown.texts.append(offer->text());
@@ -163,7 +163,8 @@ Shown menu() {
   program().secureInput.isEnabled = true;
   program().load({{program().snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   auto window = std::make_unique<MenuBarView>(
-      *program().state, [](const QString&) {}, [] {});
+      program().state->library(), program().state->selection(), program().state->expansion(),
+      [](const QString&) {}, [] {});
   program().scheduler.advance(std::chrono::seconds(1));
   window->resize(window->sizeHint());
   window->ensurePolished();

@@ -2,7 +2,6 @@
 
 #include <QPointer>
 
-#include "app/library/FilteredSnippets.h"
 #include "core/model/FirstRunContent.h"
 
 namespace zarvy {
@@ -12,6 +11,7 @@ AppState::AppState(const LibraryServices& library, const CoordinatorServices& co
     : m_engine(expansion.engine),
       m_scheduler(expansion.scheduler),
       m_libraryServices(library),
+      m_filter(library.locale),
       m_sync(m_library, m_engine, library.cloudSync, library.documents, m_scheduler, library.clock),
       m_saver(m_library, m_sync, m_engine, library.cloudSync, library.documents, m_scheduler),
       m_operations(m_library, m_selection, m_saver, m_engine, library.clock),
@@ -86,9 +86,9 @@ void AppState::syncIfEnabled() {
   });
 }
 
-QList<Snippet> AppState::filteredSnippets() const {
-  return zarvy::filteredSnippets(m_library.snippets(), m_selection.selectedFolderID(),
-                                 m_selection.searchText(), m_libraryServices.locale);
+QList<Snippet> AppState::filteredSnippets() {
+  return m_filter.filtered(m_library.snippets(), m_selection.selectedFolderID(),
+                           m_selection.searchText());
 }
 
 }  // namespace zarvy

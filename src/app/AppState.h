@@ -12,6 +12,7 @@
 #include "app/library/LibrarySelection.h"
 #include "app/library/LibraryServices.h"
 #include "app/library/LibrarySync.h"
+#include "app/library/SnippetFilter.h"
 #include "app/presence/DesktopPresence.h"
 
 namespace zarvy {
@@ -44,7 +45,7 @@ class AppState final : public QObject {
   [[nodiscard]] DesktopPresence& presence() { return m_presence; }
 
   // What of the library the selected folder and the search text leave, in stored order.
-  [[nodiscard]] QList<Snippet> filteredSnippets() const;
+  [[nodiscard]] QList<Snippet> filteredSnippets();
 
   // Once the library is loaded. Saves them as well, and does what follows from what has changed:
   // taskbar, login item, hot key.
@@ -67,6 +68,7 @@ class AppState final : public QObject {
   const LibraryServices m_libraryServices;
   Library m_library;
   LibrarySelection m_selection;
+  SnippetFilter m_filter;
   LibrarySync m_sync;
   LibrarySaver m_saver;
   LibraryOperations m_operations;

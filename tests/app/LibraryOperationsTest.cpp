@@ -179,6 +179,23 @@ TEST_F(LibraryOperationsTest, ShowWhatFolderAndSearchTextLeave) {
   EXPECT_EQ(state().filteredSnippets(), QList<Snippet>());
 }
 
+TEST_F(LibraryOperationsTest, AreFoundByTheirTextsAsTheyAreNow) {
+  LibrarySelection& selection = state().selection();
+  selection.setSearchText(u"alpha"_s);
+  EXPECT_EQ(state().filteredSnippets(), QList{a});
+  selection.setSelectedSnippetID(a.id);
+  Snippet edited = a;
+  edited.replacement = u"Omega"_s;
+  state().operations().setSelectedSnippet(edited);
+  EXPECT_EQ(state().filteredSnippets(), QList<Snippet>());
+  selection.setSearchText(u"OMEGA"_s);
+  EXPECT_EQ(state().filteredSnippets().size(), 1);
+  state().operations().deleteSnippets({a.id, b.id});
+  EXPECT_EQ(state().filteredSnippets(), QList<Snippet>());
+  selection.setSearchText(u"gamma"_s);
+  EXPECT_EQ(state().filteredSnippets(), QList{c});
+}
+
 TEST_F(LibraryOperationsTest, TellOfTheSelectionOnlyWhenItChanges) {
   LibrarySelection& selection = state().selection();
   const auto folder = count(selection, &LibrarySelection::selectedFolderIDChanged);

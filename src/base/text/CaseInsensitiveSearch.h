@@ -16,10 +16,14 @@ class CaseInsensitiveSearch {
   // An empty text is in every text.
   [[nodiscard]] bool isIn(const QString& text) const;
 
- private:
-  [[nodiscard]] QString folded(const QString& text) const;
+  // `text` as isInFolded() takes it: what many searches look through is folded once.
+  [[nodiscard]] static QString folded(const QString& text, const QByteArray& locale);
 
-  const bool m_isTurkic;
+  // The same as isIn() of a text that was folded for the same locale.
+  [[nodiscard]] bool isInFolded(const QString& folded) const;
+
+ private:
+  const QByteArray m_locale;
   const QString m_wanted;
 };
 

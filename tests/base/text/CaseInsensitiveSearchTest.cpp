@@ -35,8 +35,10 @@ TEST(CaseInsensitiveSearch, FindsATextWhateverItsCaseAndComposition) {
       {u"\\.*"_s, u"a\\.*b"_s, true},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(CaseInsensitiveSearch(row.wanted, row.locale).isIn(row.text), row.isIn)
+    const CaseInsensitiveSearch search(row.wanted, row.locale);
+    EXPECT_EQ(search.isIn(row.text), row.isIn)
         << row.wanted.toStdString() << " in " << row.text.toStdString();
+    EXPECT_EQ(search.isInFolded(CaseInsensitiveSearch::folded(row.text, row.locale)), row.isIn);
   }
 }
 
@@ -47,8 +49,10 @@ TEST(CaseInsensitiveSearch, KnowsTheFourLettersIOfTurkish) {
       {u"ilik"_s, u"ILIK"_s, true, "en_US"},    {u"ilik"_s, u"ILIK"_s, true, "trv_TW"},
   };
   for (const Row& row : rows) {
-    EXPECT_EQ(CaseInsensitiveSearch(row.wanted, row.locale).isIn(row.text), row.isIn)
+    const CaseInsensitiveSearch search(row.wanted, row.locale);
+    EXPECT_EQ(search.isIn(row.text), row.isIn)
         << row.wanted.toStdString() << " in " << row.text.toStdString();
+    EXPECT_EQ(search.isInFolded(CaseInsensitiveSearch::folded(row.text, row.locale)), row.isIn);
   }
 }
 

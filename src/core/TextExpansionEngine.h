@@ -15,7 +15,7 @@
 
 #include "base/LineOutput.h"
 #include "base/SteadyClock.h"
-#include "core/ExpandedText.h"
+#include "core/CursorMarker.h"
 #include "core/TriggerMatch.h"
 #include "core/matching/SlowPatterns.h"
 #include "core/model/GlobalVariable.h"

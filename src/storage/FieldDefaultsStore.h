@@ -5,8 +5,8 @@
 #include <QMap>
 
 #include "base/Scheduler.h"
+#include "core/placeholders/FieldDefaults.h"
 #include "storage/DebouncedSave.h"
-#include "storage/FieldDefaults.h"
 
 namespace zarvy {
 

@@ -2,8 +2,8 @@
 
 #include "base/UtcZone.h"
 #include "base/text/Regex.h"
-#include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
+#include "core/placeholders/FillInField.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"

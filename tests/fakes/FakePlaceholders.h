@@ -10,13 +10,13 @@
 
 #include "base/MainThread.h"
 #include "core/evaluation/Evaluator.h"
+#include "core/placeholders/Counters.h"
 #include "core/placeholders/DateFormatters.h"
+#include "core/placeholders/FieldDefaults.h"
 #include "core/placeholders/PlaceholderServices.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualScheduler.h"
 #include "platform/Pasteboard.h"
-#include "storage/Counters.h"
-#include "storage/FieldDefaults.h"
 #include "support/EnvironmentVariable.h"
 
 namespace zarvy {

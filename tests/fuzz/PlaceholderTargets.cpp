@@ -5,8 +5,8 @@
 
 #include "base/ThreadTimeClock.h"
 #include "base/text/Graphemes.h"
-#include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
+#include "core/placeholders/FillInField.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"
 

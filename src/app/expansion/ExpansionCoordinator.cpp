@@ -2,8 +2,8 @@
 
 #include <QPointer>
 
-#include "app/AssignIfChanged.h"
 #include "app/expansion/FolderColorOf.h"
+#include "app/library/AssignIfChanged.h"
 #include "app/library/Library.h"
 #include "base/text/Graphemes.h"
 #include "core/CursorMarker.h"

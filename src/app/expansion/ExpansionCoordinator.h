@@ -12,7 +12,7 @@
 #include "app/expansion/QuickSearchWindow.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
-#include "core/ExpandedText.h"
+#include "core/CursorMarker.h"
 #include "core/KeyboardMonitor.h"
 #include "core/TextExpansionEngine.h"
 #include "core/injection/TextInjector.h"

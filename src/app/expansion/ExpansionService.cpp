@@ -2,9 +2,9 @@
 
 #include <QPointer>
 
-#include "app/AssignIfChanged.h"
 #include "app/expansion/ExpansionCoordinator.h"
 #include "app/expansion/WantedCharacters.h"
+#include "app/library/AssignIfChanged.h"
 #include "app/library/Library.h"
 
 using namespace Qt::Literals::StringLiterals;

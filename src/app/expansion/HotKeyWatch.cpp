@@ -4,7 +4,7 @@
 #include <array>
 #include <iterator>
 
-#include "app/AssignIfChanged.h"
+#include "app/library/AssignIfChanged.h"
 #include "app/library/Library.h"
 #include "platform/ModifierFlags.h"
 #include "platform/VirtualKey.h"

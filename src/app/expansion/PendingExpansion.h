@@ -5,9 +5,9 @@
 
 #include <QList>
 
-#include "core/FillInField.h"
 #include "core/injection/TypedSince.h"
 #include "core/model/Snippet.h"
+#include "core/placeholders/FillInField.h"
 #include "platform/RunningApplication.h"
 
 namespace zarvy {

@@ -1,6 +1,6 @@
 #include "app/library/Library.h"
 
-#include "app/AssignIfChanged.h"
+#include "app/library/AssignIfChanged.h"
 
 namespace zarvy {
 

@@ -1,6 +1,6 @@
 #include "app/library/LibrarySelection.h"
 
-#include "app/AssignIfChanged.h"
+#include "app/library/AssignIfChanged.h"
 
 namespace zarvy {
 

@@ -2,7 +2,7 @@
 
 #include <QPointer>
 
-#include "app/AssignIfChanged.h"
+#include "app/library/AssignIfChanged.h"
 #include "app/library/Library.h"
 
 namespace zarvy {

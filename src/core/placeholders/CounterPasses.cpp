@@ -1,7 +1,7 @@
 #include "base/text/DecimalText.h"
+#include "core/placeholders/Counters.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/Replacement.h"
-#include "storage/Counters.h"
 
 namespace zarvy {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <QSet>
 
+#include "core/placeholders/FieldDefaults.h"
 #include "core/placeholders/FillInScan.h"
-#include "storage/FieldDefaults.h"
 
 namespace zarvy {
 namespace {

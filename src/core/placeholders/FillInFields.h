@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-#include "core/FillInField.h"
+#include "core/placeholders/FillInField.h"
 
 namespace zarvy {
 

@@ -4,7 +4,7 @@
 #include <QMap>
 #include <QString>
 
-#include "core/FillInField.h"
+#include "core/placeholders/FillInField.h"
 
 namespace zarvy {
 

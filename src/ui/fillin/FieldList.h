@@ -7,7 +7,7 @@
 #include <QUuid>
 #include <QWidget>
 
-#include "core/FillInField.h"
+#include "core/placeholders/FillInField.h"
 
 class QVBoxLayout;
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "core/FillInField.h"
+#include "core/placeholders/FillInField.h"
 
 class QVBoxLayout;
 

@@ -3,8 +3,8 @@
 #include <QList>
 #include <QString>
 
-#include "core/FillInField.h"
 #include "core/model/Snippet.h"
+#include "core/placeholders/FillInField.h"
 #include "ui/fillin/PreviewRun.h"
 
 namespace zarvy {

@@ -10,9 +10,9 @@
 #include <QUuid>
 #include <QWidget>
 
-#include "core/FillInField.h"
 #include "core/model/FolderColor.h"
 #include "core/model/Snippet.h"
+#include "core/placeholders/FillInField.h"
 #include "ui/fillin/EarlyKeys.h"
 #include "ui/fillin/FillInServices.h"
 

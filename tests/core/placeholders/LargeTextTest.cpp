@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "core/CursorMarker.h"
-#include "core/FillInField.h"
+#include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInFields.h"
 #include "core/placeholders/FillInValues.h"
 #include "core/placeholders/NestedSnippets.h"

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "core/FillInField.h"
 #include "core/TextExpansionEngine.h"
+#include "core/placeholders/FillInField.h"
 #include "core/placeholders/GoldenTable.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/ManualSteadyClock.h"

@@ -4,9 +4,9 @@
 #include <QMap>
 #include <QString>
 
-#include "core/FillInField.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
+#include "core/placeholders/FillInField.h"
 #include "fakes/FakePlaceholders.h"
 
 namespace zarvy {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "e2e/harness/WaitUntil.h"
+#include "e2e/harness/WindowManager.h"
 
 namespace zarvy::e2e {
 
@@ -75,6 +76,7 @@ void TargetApplication::bringToFront(const std::vector<ManagedWindow>& before) {
   xcb_window_t window = XCB_WINDOW_NONE;
   int looks = 0;
   const auto isInFront = [&] {
+    nudgeWindowManager(connection);
     const xcb_window_t newest = newestWindow(connection, before);
     looks = newest == window ? looks + 1 : 0;
     if (newest != XCB_WINDOW_NONE && looks % looksBetween == 0) turnTo(connection, newest);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "e2e/harness/WaitUntil.h"
+#include "e2e/harness/WindowManager.h"
 
 namespace zarvy::e2e {
 
@@ -73,6 +74,7 @@ std::optional<ManagedWindow> waitForWindow(const XConnection& connection,
   std::optional<ManagedWindow> found;
   static_cast<void>(waitUntil(
       [&] {
+        nudgeWindowManager(connection);
         for (const ManagedWindow& window : managedWindows(connection)) {
           if (window.title == title) found = window;
         }

@@ -40,7 +40,8 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& d
       m_output(output),
       m_onLost(std::move(onLost)),
       m_focusClaims([this] { return static_cast<pid_t>(m_session->keyboardOwner()); }),
-      m_passwordFields(optionsFrom(defaults)) {
+      m_passwordFields(optionsFrom(defaults)),
+      m_terminalPasswords([this] { return m_session->keyboardOwner(); }) {
   openSession();
 }
 

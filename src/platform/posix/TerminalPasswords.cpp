@@ -15,6 +15,7 @@ using namespace std::chrono_literals;
 // no terminal open one later.
 constexpr auto lookAgainIntoTerminal = 300ms;
 constexpr auto lookAgainIntoOthers = 2000ms;
+constexpr auto lookAgainUnderPointer = 300ms;
 
 }  // namespace
 
@@ -31,18 +32,29 @@ void TerminalPasswords::stop() {
 
 void TerminalPasswords::follow(qint64 process) {
   const std::lock_guard lock(m_mutex);
-  if (process == m_process) return;
+  if (process == m_told && process != 0) return;
+  m_told = process;
   m_process = process;
   findTerminals();
+  if (process == 0) m_lastLook = {};  // the next key may be the first of a password
   if (m_onEnd) static_cast<void>(ask());
 }
 
 bool TerminalPasswords::mustNotBeHeard() const {
   const std::lock_guard lock(m_mutex);
-  if (m_process == 0 || !m_onEnd) return false;
-  const auto patience = m_terminals.empty() ? lookAgainIntoOthers : lookAgainIntoTerminal;
-  if (Clock::now() - m_lastLook >= patience) findTerminals();
+  if (!m_onEnd) return false;
+  lookAgain();
   return ask();
+}
+
+void TerminalPasswords::lookAgain() const {
+  const bool isUnderPointer = m_told == 0;
+  const auto patience = isUnderPointer        ? lookAgainUnderPointer
+                        : m_terminals.empty() ? lookAgainIntoOthers
+                                              : lookAgainIntoTerminal;
+  if (Clock::now() - m_lastLook < patience) return;
+  if (isUnderPointer) m_process = m_keyboardOwner();
+  findTerminals();
 }
 
 void TerminalPasswords::findTerminals() const {

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 #include "platform/SecureInput.h"
@@ -18,6 +19,12 @@ namespace zarvy {
 // side of a connection, whose terminal is another machine's.
 class TerminalPasswords final : public SecureInput {
  public:
+  // `keyboardOwner` asks the display for the process that the next key goes to, 0 where it is not
+  // known. It is asked, a few times a second at most and on any thread, while follow() has told of
+  // none: the keyboard then goes to whatever window is under the pointer.
+  explicit TerminalPasswords(std::function<qint64()> keyboardOwner = [] { return qint64{0}; })
+      : m_keyboardOwner(std::move(keyboardOwner)) {}
+
   // Begins to ask the terminals, once. `onEnd` is called when a prompt turns out to have ended, on
   // the thread that has asked: what was typed until now is to stay unknown though it may not have
   // been read yet. Any thread.
@@ -39,12 +46,16 @@ class TerminalPasswords final : public SecureInput {
 
  private:
   using Clock = std::chrono::steady_clock;
+  void lookAgain() const;
   void findTerminals() const;
   [[nodiscard]] bool ask() const;
 
+  const std::function<qint64()> m_keyboardOwner;
+
   mutable std::mutex m_mutex;     // guards all below
   std::function<void()> m_onEnd;  // empty before start()
-  qint64 m_process = 0;
+  qint64 m_told = 0;              // by follow()
+  mutable qint64 m_process = 0;   // the same, or what was found where that is not known
   mutable TerminalMultiplexers m_multiplexers;
   mutable std::vector<int> m_terminals;  // the pseudoterminals of the process
   mutable Clock::time_point m_lastLook;  // for those

@@ -7,6 +7,7 @@
 #include <QFile>
 
 #include "e2e/behaviour/SecretTest.h"
+#include "e2e/harness/Windows.h"
 
 namespace zarvy::e2e {
 
@@ -94,6 +95,25 @@ class TerminalSecrets : public SecretTest {
   std::string m_folder;
   std::optional<ChildProcess> m_terminal;
 };
+
+// As without a window manager, or while a slow one has not said yet who is to have the keyboard.
+TEST_F(TerminalSecrets, areNeitherExpandedNorKeptWhereTheKeyboardIsWithThePointer) {
+  startTerminal(xterm, readSilently);
+  waitForToolTip(u"Zarvy: blocked by XTerm"_s);
+  stage().windowManager().stop();
+  const XConnection& connection = stage().connection();
+  xcb_warp_pointer(connection.get(), XCB_WINDOW_NONE, connection.root(), 0, 0, 0, 0, 5, 795);
+  xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_POINTER_ROOT,
+                      XCB_CURRENT_TIME);
+  connection.synchronise();
+  waitForToolTip(u"Zarvy"_s);
+  xcb_warp_pointer(connection.get(), XCB_WINDOW_NONE, activeWindow(connection), 0, 0, 0, 0, 50, 50);
+  connection.synchronise();
+  waitForToolTip(u"Zarvy: blocked by XTerm"_s);
+  answer(password + trigger);
+  expectToBeSaid(u'<' + password + trigger + u'>');
+  waitForToolTip(u"Zarvy"_s);
+}
 
 using TerminalAndPrompt = std::pair<Terminal, Prompt>;
 

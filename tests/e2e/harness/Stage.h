@@ -51,6 +51,8 @@ class Stage {
   TargetApplication& startTarget(TargetKind kind);
   [[nodiscard]] TargetApplication& target() { return *m_target; }
 
+  [[nodiscard]] WindowManager& windowManager() { return m_windowManager; }
+
   // A fresh folder that goes with the stage.
   [[nodiscard]] std::string makeFolder(const std::string& name);
 

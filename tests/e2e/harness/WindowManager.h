@@ -1,5 +1,6 @@
 #pragma once
 
+#include <csignal>
 #include <string>
 
 #include "e2e/harness/ChildProcess.h"
@@ -25,6 +26,9 @@ class WindowManager {
  public:
   WindowManager(WindowManagerKind kind, const XConnection& connection,
                 const Environment& environment, const std::string& logFolder);
+
+  // It does nothing more; what it has done stays.
+  void stop() { m_process.sendSignal(SIGSTOP); }
 
  private:
   ChildProcess m_process;

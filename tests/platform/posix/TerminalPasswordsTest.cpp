@@ -84,7 +84,8 @@ class TerminalPasswordsTest : public testing::Test {
   }
 
   int m_ends = 0;
-  TerminalPasswords m_passwords;
+  qint64 m_owner = 0;
+  TerminalPasswords m_passwords{[this] { return m_owner; }};
 };
 
 TEST_F(TerminalPasswordsTest, AreSecretAsLongAsThePromptReads) {
@@ -116,6 +117,18 @@ TEST_F(TerminalPasswordsTest, AreNobodysBusinessWhereAnotherApplicationHasTheKey
   EXPECT_FALSE(m_passwords.mustNotBeHeard());
   EXPECT_EQ(m_passwords.ownerProcessIdentifier(), std::nullopt);
   EXPECT_EQ(m_ends, 1);
+}
+
+TEST_F(TerminalPasswordsTest, AreFoundWhereTheKeyboardIsWithThePointer) {
+  const Tab tab;
+  tab.askForPassword();
+  start();
+  m_passwords.follow(::getppid());
+  m_owner = ::getpid();
+  EXPECT_FALSE(m_passwords.mustNotBeHeard()) << "the display tells who has it";
+  m_passwords.follow(0);
+  EXPECT_TRUE(m_passwords.mustNotBeHeard());
+  EXPECT_EQ(m_passwords.ownerProcessIdentifier(), ::getpid());
 }
 
 TEST_F(TerminalPasswordsTest, CountInEveryTab) {

@@ -146,11 +146,17 @@ xcb_window_t WindowProperties::topLevelOf(xcb_window_t focus) const {
   return topLevel;
 }
 
+// The innermost one: a window manager puts those of applications into frames of its own.
 xcb_window_t WindowProperties::windowUnderPointer() const {
   xcb_connection_t* xcb = m_connection.xcb();
-  const XcbPtr<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, rootInFront()), nullptr));
-  return pointer ? pointer->child : noWindow;
+  xcb_window_t found = noWindow;
+  for (xcb_window_t window = rootInFront(); window != noWindow;) {
+    const XcbPtr<xcb_query_pointer_reply_t> pointer(
+        xcb_query_pointer_reply(xcb, xcb_query_pointer(xcb, window), nullptr));
+    window = pointer ? pointer->child : noWindow;
+    if (window != noWindow) found = window;
+  }
+  return found;
 }
 
 bool WindowProperties::hasClass(xcb_window_t window) const {

@@ -48,6 +48,28 @@ TEST_F(LibrarySyncTest, TakesOverWhatTheOtherMachineHas) {
       << "a plain write and no upload";
 }
 
+TEST_F(LibrarySyncTest, BeginsWhenItIsTurnedOnAndNotWithAnyOtherChangeOfASetting) {
+  const auto statuses = count(state().sync(), &LibrarySync::syncStatusChanged);
+  Settings settings = state().library().settings();
+  settings.soundEnabled = !settings.soundEnabled;
+  state().changeSettings(settings);
+  rest();
+  EXPECT_EQ(*statuses, 0) << "it is off";
+  settings.iCloudSyncEnabled = true;
+  state().changeSettings(settings);
+  rest();
+  const int whenTurnedOn = *statuses;
+  EXPECT_GT(whenTurnedOn, 0);
+  settings.soundEnabled = !settings.soundEnabled;
+  state().changeSettings(settings);
+  rest();
+  EXPECT_EQ(*statuses, whenTurnedOn) << "it was on before";
+  settings.iCloudSyncEnabled = false;
+  state().changeSettings(settings);
+  rest();
+  EXPECT_EQ(*statuses, whenTurnedOn);
+}
+
 TEST_F(LibrarySyncTest, KeepsTheLibraryWhereNothingIsToBeTakenOver) {
   state().sync().performSync();
   rest();

@@ -153,6 +153,22 @@ TEST_F(QuickSearchExpansion, AsksForFieldsAndTypesThemIntoTheSameApplication) {
             "sleep 1000; end");
 }
 
+TEST_F(QuickSearchExpansion, DoesNotDecideWhereALaterTriggerIsExpanded) {
+  const Snippet plain = m_harness.snippet(u";ty"_s, u"Thanks"_s);
+  const Snippet letter = m_harness.snippet(u";d"_s, u"Dear {{field:Name}}"_s);
+  m_harness.load({{plain, letter}, {}, {}, {}});
+  m_harness.finish();
+  pressHotKey();
+  panel().select(plain);
+  m_harness.scheduler.advance(std::chrono::milliseconds{500});
+  m_harness.finish();
+  const RunningApplication other{40, u"terminal"_s, {}, 7};
+  m_harness.workspace.setFrontmost(other);
+  m_harness.type(u";d"_s);
+  ASSERT_TRUE(state().coordinator().pendingExpansion().has_value());
+  EXPECT_EQ(state().coordinator().pendingExpansion()->targetApp, other);
+}
+
 // The user has turned to another application meanwhile, and calls quick search there.
 TEST_F(QuickSearchExpansion, LeavesAnOpenFormAloneUnlessThePickHasFieldsToo) {
   const Snippet plain = m_harness.snippet(u";ty"_s, u"Thanks"_s);

@@ -333,6 +333,7 @@ TEST_F(KeyboardMonitorTest, ForgetsEverythingWhenStopped) {
   m_monitor.stop();
   EXPECT_FALSE(m_monitor.isMonitoring());
   EXPECT_EQ(m_source.handlerCount(), 0U);
+  EXPECT_EQ(m_source.localHandlerCount(), 0U);
   EXPECT_EQ(m_monitor.buffer(), QString());
   EXPECT_EQ(m_monitor.onPotentialTrigger, nullptr);
   EXPECT_EQ(m_monitor.onQuickSearchTriggered, nullptr);

@@ -66,6 +66,19 @@ TEST(CalendarArithmetic, HasNoDateBeyondTheCalendar) {
             5'002'026);
 }
 
+// Five million years at most, in whatever unit.
+TEST(CalendarArithmetic, HasNoDateOfMoreThanTheGreatestAmount) {
+  const std::pair<CalendarUnit, qint64> greatest[] = {{CalendarUnit::day, 1'825'000'000},
+                                                      {CalendarUnit::week, 260'000'000},
+                                                      {CalendarUnit::month, 60'000'000},
+                                                      {CalendarUnit::year, 5'000'000}};
+  for (const auto& [unit, amount] : greatest) {
+    EXPECT_NE(sum(unit, amount, u"2026-01-31T09:00"_s), u"none"_s) << amount;
+    EXPECT_EQ(sum(unit, amount + 1, u"2026-01-31T09:00"_s), u"none"_s) << amount;
+    EXPECT_EQ(sum(unit, -amount - 1, u"2026-01-31T09:00"_s), u"none"_s) << amount;
+  }
+}
+
 TEST(DateFormatter, WritesTheStylesOfTheLocale) {
   const QDateTime date = inBerlin(u"2026-01-21T15:04"_s);
   const RegionalSettings german{"de_DE"};

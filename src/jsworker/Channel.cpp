@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
@@ -22,6 +23,11 @@ constexpr Message lastMessage = Message::reply;
 void Channel::sendReady() const {
   const scriptwire::Ready ready{scriptwire::version};
   send(&ready, sizeof(ready));
+}
+
+bool Channel::isAsked() const {
+  pollfd request{m_socket, POLLIN, 0};
+  return poll(&request, 1, 0) > 0;
 }
 
 ScriptRequest Channel::receiveRequest() const {

@@ -21,6 +21,8 @@ class Channel {
 
   void sendReady() const;
   [[nodiscard]] ScriptRequest receiveRequest() const;
+  // Whether a request is there already.
+  [[nodiscard]] bool isAsked() const;
   // Only between a request and its result.
   [[nodiscard]] scriptwire::ClockAnswer ask(const scriptwire::ClockQuestion& question) const;
   void sendResult(const ScriptResult& result) const;

@@ -22,7 +22,7 @@ constexpr unsigned long long mostLeft = 128ULL * 1024 * 1024;
 constexpr itimerspec never{};
 constexpr itimerspec everyTenMilliseconds{.it_interval = {0, 10'000'000},
                                           .it_value = {0, 10'000'000}};
-constexpr itimerspec onceInASecond{.it_interval = {0, 0}, .it_value = {1, 0}};
+constexpr itimerspec onceInFiveSeconds{.it_interval = {0, 0}, .it_value = {5, 0}};
 
 int checked(int descriptor, const char* what) {
   if (descriptor < 0) throw std::system_error(errno, std::generic_category(), what);
@@ -33,17 +33,17 @@ int checked(int descriptor, const char* what) {
 
 ScriptWatch::ScriptWatch(int socket)
     : m_timer(checked(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd")),
-      m_memory(checked(open("/proc/self/statm", O_RDONLY | O_CLOEXEC), "statm")),
-      m_limit(mostMemory) {
+      m_laterTimer(checked(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK), "timerfd")),
+      m_memory(checked(open("/proc/self/statm", O_RDONLY | O_CLOEXEC), "statm")) {
   std::thread([this, socket] { watch(socket); }).detach();
 }
 
-void ScriptWatch::scriptBegins() {
-  m_limit = mostMemory;
+void ScriptWatch::scriptBegins() const {
+  timerfd_settime(m_laterTimer, 0, &never, nullptr);
   timerfd_settime(m_timer, 0, &everyTenMilliseconds, nullptr);
 }
 
-void ScriptWatch::scriptEnds() {
+void ScriptWatch::scriptEnds() const {
   timerfd_settime(m_timer, 0, &never, nullptr);
   endIfTooLarge();
 }
@@ -52,23 +52,32 @@ bool ScriptWatch::isLeftLarge() const {
   return residentMemory() > mostLeft;
 }
 
-void ScriptWatch::endSoonIfLeftLarge() {
-  m_limit = mostLeft;
-  timerfd_settime(m_timer, 0, &onceInASecond, nullptr);
+void ScriptWatch::endSoonIfLeftLarge() const {
+  timerfd_settime(m_laterTimer, 0, &onceInFiveSeconds, nullptr);
 }
 
 void ScriptWatch::watch(int socket) const {
-  std::array<pollfd, 2> watched{pollfd{m_timer, POLLIN, 0}, pollfd{socket, POLLRDHUP, 0}};
+  std::array<pollfd, 3> watched{pollfd{m_timer, POLLIN, 0}, pollfd{m_laterTimer, POLLIN, 0},
+                                pollfd{socket, POLLRDHUP, 0}};
   while (true) {
     if (poll(watched.data(), watched.size(), -1) < 0) continue;
-    if (watched[1].revents != 0) _exit(EXIT_SUCCESS);
+    if (watched[2].revents != 0) _exit(EXIT_SUCCESS);
     std::uint64_t expirations = 0;
     if (read(m_timer, &expirations, sizeof(expirations)) == sizeof(expirations)) endIfTooLarge();
+    if (read(m_laterTimer, &expirations, sizeof(expirations)) == sizeof(expirations)) {
+      endIfLeftLarge(socket);
+    }
   }
 }
 
 void ScriptWatch::endIfTooLarge() const {
-  if (residentMemory() > m_limit) _exit(EXIT_FAILURE);
+  if (residentMemory() > mostMemory) _exit(EXIT_FAILURE);
+}
+
+// A script that has come in the meantime is run.
+void ScriptWatch::endIfLeftLarge(int socket) const {
+  pollfd request{socket, POLLIN, 0};
+  if (isLeftLarge() && poll(&request, 1, 0) == 0) _exit(EXIT_FAILURE);
 }
 
 unsigned long long ScriptWatch::residentMemory() const {

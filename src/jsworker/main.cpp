@@ -28,7 +28,7 @@ namespace {
   zarvy::ScriptContext context;
   const zarvy::Channel channel(zarvy::scriptwire::workerSocket);
   const auto localTime = std::make_shared<zarvy::ProgramsLocalTime>(channel);
-  zarvy::ScriptWatch watch(zarvy::scriptwire::workerSocket);
+  const zarvy::ScriptWatch watch(zarvy::scriptwire::workerSocket);
   zarvy::giveUpPrivileges();
   zarvy::enterSandbox();
   channel.sendReady();
@@ -40,7 +40,7 @@ namespace {
     const zarvy::ScriptResult result = context.evaluate(request.expression);
     watch.scriptEnds();
     channel.sendResult(result);
-    if (!watch.isLeftLarge()) continue;
+    if (!watch.isLeftLarge() || channel.isAsked()) continue;  // a script waits for its second
     context.collectGarbage();
     watch.endSoonIfLeftLarge();
   }

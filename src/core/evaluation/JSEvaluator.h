@@ -31,7 +31,9 @@ struct ScriptLimits {
 
 // Evaluates JavaScript in a process of its own, which is started at the first use. A script that
 // takes too long, or takes the process with it, costs its own result and the globals that scripts
-// before it have left behind, nothing else. Any thread; calls wait for each other.
+// before it have left behind, nothing else. The process ends too, and the globals with it, where
+// scripts have left more than 128 MiB in use; the next script notices. Any thread; calls wait for
+// each other.
 class JSEvaluator final : public Evaluator {
  public:
   // `output` and `reaper` must outlive this object.

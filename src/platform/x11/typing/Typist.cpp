@@ -95,6 +95,8 @@ bool Typist::typeCharacters(std::span<const char32_t> characters,
       ++at;
       continue;
     }
+    awaitKeyboard();
+    if (!isLetIn()) return false;
     makeRoomFor(layout, upcoming.subspan(std::min(at, upcoming.size())));
     roomMadeAt = at;
   }

@@ -19,9 +19,9 @@ namespace zarvy {
 // the others their turn.
 //
 // Too slow is a pattern that was stopped after its 10 ms, that took 50 ms to compile, or that took
-// too much memory; and where the 50 ms are used up, each one that did much work. Work is
-// counted in steps, not in time alone. A round in which
-// expressions were compiled blames none for the whole, as the next one has that behind it.
+// too much memory; and where the 50 ms are used up, each one that did much work. Work is counted in
+// steps, not in time alone. A round in which expressions were compiled blames none for the whole,
+// as the next one has that behind it.
 class MatchingRound {
  public:
   static constexpr std::chrono::milliseconds timeOfAll{50};

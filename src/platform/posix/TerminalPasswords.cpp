@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 // no terminal open one later.
 constexpr auto lookAgainIntoTerminal = 300ms;
 constexpr auto lookAgainIntoOthers = 2000ms;
-constexpr auto lookAgainUnderPointer = 300ms;
+constexpr auto lookAgainForOwner = 300ms;
 
 }  // namespace
 
@@ -23,6 +23,7 @@ void TerminalPasswords::start(std::function<void()> onEnd) {
   const std::lock_guard lock(m_mutex);
   m_onEnd = std::move(onEnd);
   findTerminals();
+  if (m_told == 0) m_lastLook = {};  // the next key may be the first of a password
 }
 
 void TerminalPasswords::stop() {
@@ -36,25 +37,25 @@ void TerminalPasswords::follow(qint64 process) {
   m_told = process;
   m_process = process;
   findTerminals();
-  if (process == 0) m_lastLook = {};  // the next key may be the first of a password
+  if (process == 0) m_lastLook = {};  // as above
   if (m_onEnd) static_cast<void>(ask());
 }
 
 bool TerminalPasswords::mustNotBeHeard() const {
   const std::lock_guard lock(m_mutex);
   if (!m_onEnd) return false;
-  lookAgain();
+  if (mustLookAgain()) {
+    if (m_told == 0) m_process = m_keyboardOwner();
+    findTerminals();
+  }
   return ask();
 }
 
-void TerminalPasswords::lookAgain() const {
-  const bool isUnderPointer = m_told == 0;
-  const auto patience = isUnderPointer        ? lookAgainUnderPointer
+bool TerminalPasswords::mustLookAgain() const {
+  const auto patience = m_told == 0           ? lookAgainForOwner
                         : m_terminals.empty() ? lookAgainIntoOthers
                                               : lookAgainIntoTerminal;
-  if (Clock::now() - m_lastLook < patience) return;
-  if (isUnderPointer) m_process = m_keyboardOwner();
-  findTerminals();
+  return Clock::now() - m_lastLook >= patience;
 }
 
 void TerminalPasswords::findTerminals() const {

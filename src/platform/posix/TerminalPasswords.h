@@ -21,7 +21,7 @@ class TerminalPasswords final : public SecureInput {
  public:
   // `keyboardOwner` asks the display for the process that the next key goes to, 0 where it is not
   // known. It is asked, a few times a second at most and on any thread, while follow() has told of
-  // none: the keyboard then goes to whatever window is under the pointer.
+  // none: the keyboard then goes to whatever window is under the pointer. Not after stop().
   explicit TerminalPasswords(std::function<qint64()> keyboardOwner = [] { return qint64{0}; })
       : m_keyboardOwner(std::move(keyboardOwner)) {}
 
@@ -38,7 +38,8 @@ class TerminalPasswords final : public SecureInput {
   void follow(qint64 process);
 
   // Whether what is typed now is to be heard by nobody. Asks the terminals: some 5 us for each tab.
-  // Looks for new tabs now and then. Any thread.
+  // Looks for new tabs now and then, and for the owner of the keyboard where nobody has told it,
+  // which waits for the display. Any thread.
   [[nodiscard]] bool mustNotBeHeard() const;
 
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
@@ -46,7 +47,7 @@ class TerminalPasswords final : public SecureInput {
 
  private:
   using Clock = std::chrono::steady_clock;
-  void lookAgain() const;
+  [[nodiscard]] bool mustLookAgain() const;
   void findTerminals() const;
   [[nodiscard]] bool ask() const;
 

@@ -96,14 +96,25 @@ class TerminalSecrets : public SecretTest {
   std::optional<ChildProcess> m_terminal;
 };
 
+// What has the keyboard.
+using Focus = xcb_window_t (*)(const XConnection&);
+
+class TerminalSecretsWithThePointer : public TerminalSecrets,
+                                      public testing::WithParamInterface<Focus> {};
+
 // As without a window manager, or while a slow one has not said yet who is to have the keyboard.
-TEST_F(TerminalSecrets, areNeitherExpandedNorKeptWhereTheKeyboardIsWithThePointer) {
+TEST_P(TerminalSecretsWithThePointer, areNeitherExpandedNorKept) {
   startTerminal(xterm, readSilently);
   waitForToolTip(u"Zarvy: blocked by XTerm"_s);
-  stage().windowManager().stop();
   const XConnection& connection = stage().connection();
+  const auto isInFront = [&] {
+    nudgeWindowManager(connection);
+    return activeWindow(connection) != XCB_WINDOW_NONE;
+  };
+  ASSERT_TRUE(waitUntil(isInFront, deadline));
+  stage().windowManager().stop();
   xcb_warp_pointer(connection.get(), XCB_WINDOW_NONE, connection.root(), 0, 0, 0, 0, 5, 795);
-  xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_NONE, XCB_INPUT_FOCUS_POINTER_ROOT,
+  xcb_set_input_focus(connection.get(), XCB_INPUT_FOCUS_NONE, GetParam()(connection),
                       XCB_CURRENT_TIME);
   connection.synchronise();
   waitForToolTip(u"Zarvy"_s);
@@ -114,6 +125,12 @@ TEST_F(TerminalSecrets, areNeitherExpandedNorKeptWhereTheKeyboardIsWithThePointe
   expectToBeSaid(u'<' + password + trigger + u'>');
   waitForToolTip(u"Zarvy"_s);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    , TerminalSecretsWithThePointer,
+    testing::Values([](const XConnection&) { return xcb_window_t{XCB_INPUT_FOCUS_POINTER_ROOT}; },
+                    [](const XConnection& connection) { return connection.root(); }),
+    [](const auto& row) { return row.index == 0 ? "followingIt" : "atTheRootWindow"; });
 
 using TerminalAndPrompt = std::pair<Terminal, Prompt>;
 

@@ -9,8 +9,11 @@
 #include <gtest/gtest.h>
 
 #include "base/FileDescriptor.h"
+#include "e2e/harness/WaitUntil.h"
 #include "platform/posix/PseudoTerminals.h"
 #include "platform/posix/TerminalPasswords.h"
+
+using namespace std::chrono_literals;
 
 namespace zarvy {
 namespace {
@@ -129,6 +132,18 @@ TEST_F(TerminalPasswordsTest, AreFoundWhereTheKeyboardIsWithThePointer) {
   m_passwords.follow(0);
   EXPECT_TRUE(m_passwords.mustNotBeHeard());
   EXPECT_EQ(m_passwords.ownerProcessIdentifier(), ::getpid());
+  m_owner = ::getppid();
+  EXPECT_TRUE(e2e::waitUntil([this] { return !m_passwords.mustNotBeHeard(); }, 30s))
+      << "the pointer goes to another window without a word";
+}
+
+TEST_F(TerminalPasswordsTest, AreFoundWithThePointerWhereTheyAreOlderThanTheStart) {
+  const Tab tab;
+  tab.askForPassword();
+  m_owner = ::getpid();
+  m_passwords.follow(0);
+  start();
+  EXPECT_TRUE(m_passwords.mustNotBeHeard());
 }
 
 TEST_F(TerminalPasswordsTest, CountInEveryTab) {

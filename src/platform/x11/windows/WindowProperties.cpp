@@ -35,11 +35,12 @@ bool isThisMachine(QByteArray name) {
   return name == "localhost" || host(name) == host(QByteArray(own.data()));
 }
 
-// Of the process that a window tells and the one that opened its connection to the server. A
-// program in a sandbox tells a number that counts inside it. One that went into the background
-// after it had connected tells the truth: it comes from the other, which may have ended.
+// Chooses between the process number that a window tells and the process that opened the window's
+// connection, which the server knows. The told one is believed where it is that process or its
+// descendant, and where that process has ended: the program went into the background after it had
+// connected. Otherwise the number was counted inside a sandbox.
 qint64 believable(qint64 told, std::optional<pid_t> client) {
-  if (!client || parentOf(*client) == 0) return told;
+  if (!client || !isRunning(*client)) return told;
   return descendsFrom(static_cast<pid_t>(told), *client) ? told : *client;
 }
 
@@ -133,10 +134,15 @@ xcb_window_t WindowProperties::focusedTopLevel() const {
 // Toolkits give the focus to a window inside the one that carries the properties.
 xcb_window_t WindowProperties::topLevelOf(xcb_window_t focus) const {
   xcb_connection_t* xcb = m_connection.xcb();
-  xcb_window_t window = focus == XCB_INPUT_FOCUS_POINTER_ROOT ? windowUnderPointer() : focus;
-  xcb_window_t topLevel = noWindow;
   const auto& roots = m_connection.roots();
-  while (window != noWindow && std::find(roots.begin(), roots.end(), window) == roots.end()) {
+  const auto isRoot = [&](xcb_window_t window) {
+    return std::find(roots.begin(), roots.end(), window) != roots.end();
+  };
+  // With the focus on a root window, too, keys go to whatever is under the pointer.
+  const bool isAtPointer = focus == XCB_INPUT_FOCUS_POINTER_ROOT || isRoot(focus);
+  xcb_window_t window = isAtPointer ? windowUnderPointer() : focus;
+  xcb_window_t topLevel = noWindow;
+  while (window != noWindow && !isRoot(window)) {
     if (hasClass(window)) return window;
     topLevel = window;
     const XcbPtr<xcb_query_tree_reply_t> tree(

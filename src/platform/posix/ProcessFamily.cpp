@@ -21,12 +21,13 @@ std::string stateOf(pid_t process) {
                                                                     : line.substr(nameEnd + 2);
 }
 
-}  // namespace
-
+// 0 where there is none, or it cannot be learned.
 pid_t parentOf(pid_t process) {
   const std::string state = stateOf(process);
   return state.empty() ? 0 : static_cast<pid_t>(std::strtol(state.c_str() + 1, nullptr, 10));
 }
+
+}  // namespace
 
 bool isRunning(pid_t process) {
   const std::string state = stateOf(process);

@@ -4,10 +4,6 @@
 
 namespace zarvy {
 
-// The process that started `process`, or took it over; 0 where there is none, or it cannot be
-// learned. Any thread.
-[[nodiscard]] pid_t parentOf(pid_t process);
-
 // Whether there is such a process that has not ended; one that has and waits for its parent to
 // notice does not run. Any thread.
 [[nodiscard]] bool isRunning(pid_t process);

@@ -22,7 +22,7 @@ class TerminalPasswords final : public SecureInput {
   // `keyboardOwner` asks the display for the process that the next key goes to, 0 where it is not
   // known. It is asked, a few times a second at most and on any thread, while follow() has told of
   // none: the keyboard then goes to whatever window is under the pointer. Not after stop().
-  explicit TerminalPasswords(std::function<qint64()> keyboardOwner = [] { return qint64{0}; })
+  explicit TerminalPasswords(std::function<qint64()> keyboardOwner)
       : m_keyboardOwner(std::move(keyboardOwner)) {}
 
   // Begins to ask the terminals, once. `onEnd` is called when a prompt turns out to have ended, on

@@ -122,6 +122,14 @@ class OlderSecrets : public SecretTest {
         << "it holds " << field().toStdString();
   }
 
+  // From the plain field of Qt's form, which is in front.
+  void turnToSecretFieldOfForm() {
+    person().press(XKB_KEY_Shift_L);
+    person().tap(XKB_KEY_Tab);
+    person().releaseAll();
+    waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  }
+
   // The password and the trigger arrive in the prompt, and nowhere else.
   void typeSecretsInto(ChildProcess& prompt) {
     const auto field = [&] { return latest(prompt, "prompt"); };
@@ -159,10 +167,7 @@ TEST_F(Secrets, InAPasswordFieldOfQtAreNeitherExpandedNorKeptAnywhere) {
   expectField(plain, heard);
   EXPECT_TRUE(waitUntil([&] { return formsInProgram(heard).contains("UTF-16"); }, deadline))
       << "the search does not find what is in the buffer";
-  person().press(XKB_KEY_Shift_L);
-  person().tap(XKB_KEY_Tab);
-  person().releaseAll();
-  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  turnToSecretFieldOfForm();
   EXPECT_EQ(formsInProgram(heard), QList<QByteArray>()) << "what was typed before is still there";
   person().type(password);
   expectField(secret, password);
@@ -330,10 +335,7 @@ TEST_F(Secrets, DoNotKeepOtherApplicationsFromBeingHeard) {
   ChildProcess& form = startApplication(ZARVY_E2E_QT6_FORM);
   const auto plain = [&] { return latest(form, "plain"); };
   waitUntilReady(plain);
-  person().press(XKB_KEY_Shift_L);
-  person().tap(XKB_KEY_Tab);
-  person().releaseAll();
-  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  turnToSecretFieldOfForm();
   form.sendSignal(SIGSTOP);  // it cannot tell that it has lost the keyboard
   stage().startTarget(TargetKind::xterm);
   waitForToolTip(u"Zarvy"_s);
@@ -346,10 +348,7 @@ TEST_F(Secrets, StaySoThoughAnotherProgramSaysThatItHasTheKeyboard) {
   const auto plain = [&] { return latest(form, "plain"); };
   const auto secret = [&] { return latest(form, "secret"); };
   waitUntilReady(plain);
-  person().press(XKB_KEY_Shift_L);
-  person().tap(XKB_KEY_Tab);
-  person().releaseAll();
-  waitForToolTip(u"Zarvy: blocked by zarvy_e2e_qt6_form"_s);
+  turnToSecretFieldOfForm();
   ChildProcess liar({.program = ZARVY_E2E_LYING_APPLICATION,
                      .arguments = {stage().environment().at("AT_SPI_BUS_ADDRESS")},
                      .environment = stage().environment(),

@@ -1,11 +1,12 @@
-// What the list of the main window costs in a large library: what a key typed into its search
-// leaves.
+// What a large library costs its user: a key typed into the search of the main window, and the
+// change of one snippet.
 
 #include <optional>
 #include <utility>
 
 #include <benchmark/benchmark.h>
 
+#include "app/ExpansionHarness.h"
 #include "app/library/SnippetFilter.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -46,6 +47,27 @@ void search(benchmark::State& state, const QString& text, bool isFirst) {
     state.ResumeTiming();
   }
 }
+
+// What the main thread does at each key typed into the replacement or the trigger of one snippet;
+// the documents are written by another one.
+void changeOne(benchmark::State& state, bool hasNewTrigger) {
+  const QList<Snippet> snippets = library(state.range(0));
+  ExpansionHarness harness;
+  harness.load({snippets, {}, {}, {}});
+  Snippet changed = snippets.at(snippets.size() / 2);
+  int key = 0;
+  for (auto _ : state) {
+    changed.replacement = QString::number(++key);
+    if (hasNewTrigger) changed.trigger = u";trigger"_s + changed.replacement;
+    harness.state->operations().setSelectedSnippet(changed);
+  }
+  if (harness.engine.snippets().at(snippets.size() / 2) != changed) {
+    state.SkipWithError("the engine has not followed");
+  }
+}
+
+BENCHMARK_CAPTURE(changeOne, text, false)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(changeOne, trigger, true)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 
 BENCHMARK_CAPTURE(search, first_key, u"zebra"_s, true)->Arg(10'000)->Arg(100'000);
 BENCHMARK_CAPTURE(search, next_key, u"zebra"_s, false)->Arg(10'000)->Arg(100'000);

@@ -8,7 +8,6 @@
 #include "core/CursorMarker.h"
 #include "core/matching/GroupNames.h"
 #include "core/matching/MatchingRound.h"
-#include "core/matching/TriggerLibrary.h"
 #include "core/placeholders/Captures.h"
 #include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInFields.h"
@@ -53,43 +52,60 @@ QString nameOfRegex(const Snippet& snippet) {
 
 TextExpansionEngine::TextExpansionEngine(LineOutput& output, const SteadyClock& clock,
                                          const PlaceholderServices& services)
-    : m_output(output),
-      m_clock(clock),
-      m_services(services),
-      m_library(std::make_shared<TriggerLibrary>()),
-      m_regexCacheLibrary(m_library) {}
+    : m_output(output), m_clock(clock), m_services(services) {}
 
 TextExpansionEngine::~TextExpansionEngine() = default;
 
-void TextExpansionEngine::setSnippets(const QList<Snippet>& snippets) {
-  Library library = this->library();
+void TextExpansionEngine::setSnippets(const SnippetList& snippets) {
   // The list that is here already, as at every start and after a pause, needs no second index.
-  if (!library->snippets().isSharedWith(snippets)) {
-    library = std::make_shared<TriggerLibrary>(snippets);
-    m_slowPatterns.keepThoseOf(*library);
-    sayWhichAreTooLong(*library);
+  std::optional<TriggerLibrary> next;
+  if (!this->snippets().isSharedWith(snippets)) {
+    next.emplace(snippets);
+    m_slowPatterns.keepThoseOf(next->regexes());
+    for (const Snippet& snippet : snippets) sayIfTooLong(snippet);
   }
   // What is replaced lives to the end of this call, so that it is not taken apart under the locks.
-  Library replacedLibrary;
-  Library replacedCacheLibrary;
   QHash<QUuid, CompiledRegex> replacedCache;
   const std::scoped_lock snippetsGuard(m_snippetsLock);
   const std::scoped_lock cacheGuard(m_regexCacheLock);
-  replacedLibrary = std::exchange(m_library, library);
-  replacedCacheLibrary = std::exchange(m_regexCacheLibrary, std::move(library));
+  if (next) std::swap(m_library, *next);
+  m_regexCacheEdition = ++m_edition;
   replacedCache = std::exchange(m_regexCache, {});
 }
 
-void TextExpansionEngine::sayWhichAreTooLong(const TriggerLibrary& library) const {
-  for (const qsizetype position : library.tooLongPatterns()) {
-    m_output.print(u"Zarvy: Left out the regex for snippet '"_s +
-                   library.snippets().at(position).title + u"': it is longer than "_s +
-                   QString::number(TriggerLibrary::longestPattern) + u" characters"_s);
+void TextExpansionEngine::changeSnippets(const SnippetList& snippets, const ListChange& change) {
+  if (change.kind == ListChange::Kind::reset) return setSnippets(snippets);
+  QHash<QUuid, CompiledRegex> replacedCache;
+  QList<Snippet> regexes;
+  {
+    const std::scoped_lock snippetsGuard(m_snippetsLock);
+    const std::scoped_lock cacheGuard(m_regexCacheLock);
+    m_library.follow(snippets, change);
+    regexes = m_library.regexes();
+    m_regexCacheEdition = ++m_edition;
+    replacedCache = std::exchange(m_regexCache, {});
   }
+  m_slowPatterns.keepThoseOf(regexes);
+  if (change.kind == ListChange::Kind::removed) return;
+  auto changed = snippets.iteratorAt(change.first);
+  for (qsizetype left = change.count; left > 0; --left) sayIfTooLong(*changed++);
 }
 
-QList<Snippet> TextExpansionEngine::snippets() const {
-  return library()->snippets();
+void TextExpansionEngine::sayIfTooLong(const Snippet& snippet) const {
+  if (!TriggerLibrary::hasTooLongPattern(snippet)) return;
+  m_output.print(u"Zarvy: Left out the regex for snippet '"_s + snippet.title +
+                 u"': it is longer than "_s + QString::number(TriggerLibrary::longestPattern) +
+                 u" characters"_s);
+}
+
+SnippetList TextExpansionEngine::snippets() const {
+  const std::scoped_lock guard(m_snippetsLock);
+  return m_library.snippets();
+}
+
+TextExpansionEngine::Edition TextExpansionEngine::edition() const {
+  const std::scoped_lock guard(m_snippetsLock);
+  return m_edition;
 }
 
 void TextExpansionEngine::setGlobalVariables(const QList<GlobalVariable>& globalVariables) {
@@ -102,25 +118,25 @@ QList<GlobalVariable> TextExpansionEngine::globalVariables() const {
   return m_globalVariables;
 }
 
-TextExpansionEngine::Library TextExpansionEngine::library() const {
-  const std::scoped_lock guard(m_snippetsLock);
-  return m_library;
-}
-
 std::optional<TriggerMatch> TextExpansionEngine::findMatch(const QString& buffer) {
   if (!hasGraphemes(buffer, 2)) return std::nullopt;
-  const Library current = library();
-  if (const auto position = current->literals().find(buffer)) {
-    const Snippet& snippet = current->snippets().at(*position);
-    return TriggerMatch{snippet, snippet.trigger, {}};
+  QList<Snippet> regexes;
+  Edition edition = 0;
+  {
+    const std::scoped_lock guard(m_snippetsLock);
+    if (const auto snippet = m_library.literalThatEnds(buffer)) {
+      return TriggerMatch{*snippet, snippet->trigger, {}};
+    }
+    regexes = m_library.regexes();
+    edition = m_edition;
   }
   MatchingRound round = beginRound();
   std::optional<TriggerMatch> match;
   int asked = 0;
-  for (const qsizetype position : current->regexPositions()) {
+  for (const Snippet& snippet : std::as_const(regexes)) {
     // Those that are ruled out ahead do not look at the clock, but may be many.
     if (++asked % patternsBetweenLooks == 0) round.look();
-    match = matchRegex(current->snippets().at(position), buffer, current, round);
+    match = matchRegex(snippet, buffer, edition, round);
     if (match || round.isOver()) break;
   }
   conclude(round);
@@ -144,14 +160,14 @@ void TextExpansionEngine::conclude(const MatchingRound& round) {
 
 TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet) {
   MatchingRound round = beginRound();
-  return compiledRegex(snippet, library(), round);
+  return compiledRegex(snippet, edition(), round);
 }
 
 TextExpansionEngine::CompiledRegex TextExpansionEngine::compiledRegex(const Snippet& snippet,
-                                                                      const Library& library,
+                                                                      Edition edition,
                                                                       MatchingRound& round) {
   const std::scoped_lock guard(m_regexCacheLock);
-  if (m_regexCacheLibrary != library) return compile(snippet, round);
+  if (m_regexCacheEdition != edition) return compile(snippet, round);
   if (const auto known = m_regexCache.constFind(snippet.id); known != m_regexCache.constEnd()) {
     return *known;
   }
@@ -177,17 +193,16 @@ TextExpansionEngine::CompiledRegex TextExpansionEngine::compile(const Snippet& s
 std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
                                                             const QString& buffer) {
   MatchingRound round = beginRound();
-  auto match = matchRegex(snippet, buffer, library(), round);
+  auto match = matchRegex(snippet, buffer, edition(), round);
   conclude(round);
   return match;
 }
 
 std::optional<TriggerMatch> TextExpansionEngine::matchRegex(const Snippet& snippet,
-                                                            const QString& buffer,
-                                                            const Library& library,
+                                                            const QString& buffer, Edition edition,
                                                             MatchingRound& round) {
   if (round.isLeftOut(snippet)) return std::nullopt;
-  const CompiledRegex regex = compiledRegex(snippet, library, round);
+  const CompiledRegex regex = compiledRegex(snippet, edition, round);
   if (!regex || !regex->canMatch(buffer)) return std::nullopt;
   round.beginSearch();
   if (round.isOver()) return std::nullopt;
@@ -231,8 +246,9 @@ QList<FillInField> TextExpansionEngine::parseFillInFields(const QString& text) c
 
 QString TextExpansionEngine::expandNestedSnippets(const QString& text,
                                                   const QSet<QString>& visited) const {
-  const auto replacementOf = [current = library()](const QString& trigger) {
-    return current->replacementOf(trigger);
+  const auto replacementOf = [this](const QString& trigger) {
+    const std::scoped_lock guard(m_snippetsLock);
+    return m_library.replacementOf(trigger);
   };
   return zarvy::expandNestedSnippets(text, visited, replacementOf);
 }

@@ -18,6 +18,7 @@
 #include "core/CursorMarker.h"
 #include "core/TriggerMatch.h"
 #include "core/matching/SlowPatterns.h"
+#include "core/matching/TriggerLibrary.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
 #include "core/placeholders/PlaceholderServices.h"
@@ -48,10 +49,15 @@ class TextExpansionEngine {
   std::function<void(const Snippet&, const QString&, qint64)> onExpand;
 
   // The library, in its own order. Setting it discards every compiled expression. What matching
-  // needs is worked out before the lock is taken, so that a match never waits for an edit. Prints
-  // a line for each expression of more than 10,000 UTF-16 units; findMatch() never asks those.
-  void setSnippets(const QList<Snippet>& snippets);
-  [[nodiscard]] QList<Snippet> snippets() const;
+  // needs is worked out before the lock is taken, so that a match never waits for it. Prints a line
+  // for each expression of more than 10,000 UTF-16 units; findMatch() never asks those.
+  void setSnippets(const SnippetList& snippets);
+
+  // The same where `change` is what has become of the library that was set last: what it costs does
+  // not grow with the number of literal triggers. What is added stands behind all others.
+  void changeSnippets(const SnippetList& snippets, const ListChange& change);
+
+  [[nodiscard]] SnippetList snippets() const;
 
   void setGlobalVariables(const QList<GlobalVariable>& globalVariables);
   [[nodiscard]] QList<GlobalVariable> globalVariables() const;
@@ -98,18 +104,18 @@ class TextExpansionEngine {
   void warmUp() const;
 
  private:
-  using Library = std::shared_ptr<const TriggerLibrary>;
+  // Which setting of the library something belongs to.
+  using Edition = quint64;
 
-  [[nodiscard]] Library library() const;
-  void sayWhichAreTooLong(const TriggerLibrary& library) const;
+  void sayIfTooLong(const Snippet& snippet) const;
+  [[nodiscard]] Edition edition() const;
   [[nodiscard]] MatchingRound beginRound() const;
   void conclude(const MatchingRound& round);
-  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, const Library& library,
+  [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet, Edition edition,
                                             MatchingRound& round);
   [[nodiscard]] CompiledRegex compile(const Snippet& snippet, MatchingRound& round) const;
   [[nodiscard]] std::optional<TriggerMatch> matchRegex(const Snippet& snippet,
-                                                       const QString& buffer,
-                                                       const Library& library,
+                                                       const QString& buffer, Edition edition,
                                                        MatchingRound& round);
 
   LineOutput& m_output;
@@ -118,16 +124,19 @@ class TextExpansionEngine {
   SlowPatterns m_slowPatterns;
   std::atomic<int> m_crowdedRounds = 0;
 
-  // Taken together only by setSnippets(), in this order; every other road holds one at a time.
+  // Taken together only where the library is set or changed, in this order; every other road holds
+  // one at a time.
   mutable std::mutex m_snippetsLock;
   mutable std::mutex m_regexCacheLock;
 
-  Library m_library;  // guarded by m_snippetsLock; immutable, shared with the matches under way
+  TriggerLibrary m_library;  // guarded by m_snippetsLock
+  Edition m_edition = 0;     // of m_library; guarded by m_snippetsLock
 
-  // Guarded by m_regexCacheLock: expressions by Snippet::id, and the library they belong to. A
-  // match that is still at work on an earlier library neither reads nor fills the cache.
+  // Guarded by m_regexCacheLock: expressions by Snippet::id, and the edition of the library that
+  // they belong to. A match that is still at work on an earlier one neither reads nor fills the
+  // cache.
   QHash<QUuid, CompiledRegex> m_regexCache;
-  Library m_regexCacheLibrary;
+  Edition m_regexCacheEdition = 0;
 
   mutable std::mutex m_globalVariablesLock;
   QList<GlobalVariable> m_globalVariables;  // guarded by m_globalVariablesLock

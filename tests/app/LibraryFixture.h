@@ -21,7 +21,7 @@ class LibraryFixture : public AppStateFixture {
   void rest() { m_harness.pass(std::chrono::milliseconds{400}); }
 
   [[nodiscard]] QList<Snippet> savedSnippets() { return m_harness.store.loadSnippets(); }
-  [[nodiscard]] QList<Snippet> engineSnippets() { return m_harness.engine.snippets(); }
+  [[nodiscard]] QList<Snippet> engineSnippets() { return m_harness.engine.snippets().toList(); }
 
   const Folder work{QUuid::createUuid(), QStringLiteral("Work"), FolderColor::red, 0};
   const Folder home{QUuid::createUuid(), QStringLiteral("Home"), FolderColor::blue, 1};

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include "app/LibraryFixture.h"
@@ -84,6 +86,49 @@ TEST_F(LibraryOperationsTest, DeleteNothingForAnEmptySet) {
   state().operations().deleteSnippets({});
   EXPECT_EQ(*changes, 0);
   EXPECT_EQ(m_harness.scheduler.pendingCount(), 1U) << "nothing but the watch";
+}
+
+TEST_F(LibraryOperationsTest, TellWhatHasBecomeOfTheList) {
+  QList<ListChange> changes;
+  QObject::connect(&state().library(), &Library::snippetsChanged, &state(),
+                   [&changes](const ListChange& change) { changes.append(change); });
+  using Kind = ListChange::Kind;
+  state().operations().addSnippet(m_harness.snippet(u";d"_s, u"Delta"_s));
+  EXPECT_EQ(std::exchange(changes, {}), (QList<ListChange>{{Kind::added, 3, 1}}));
+  Snippet changed = b;
+  changed.title = u"new"_s;
+  state().operations().setSelectedSnippet(changed);
+  state().operations().setSelectedSnippet(changed);
+  EXPECT_EQ(std::exchange(changes, {}), (QList<ListChange>{{Kind::updated, 1, 1}}));
+  state().operations().deleteSnippets({a.id, b.id, QUuid::createUuid()});
+  EXPECT_EQ(std::exchange(changes, {}), (QList<ListChange>{{Kind::removed, 0, 2}}));
+  state().operations().addSnippet(a);
+  state().operations().addSnippet(b);
+  changes.clear();
+  state().operations().deleteSnippets({c.id, a.id});
+  EXPECT_EQ(std::exchange(changes, {}),
+            (QList<ListChange>{{Kind::removed, 2, 1}, {Kind::removed, 0, 1}}))
+      << "the last place first, so that the others hold";
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
+}
+
+TEST_F(LibraryOperationsTest, TellOfADeletionInVeryManyPlacesAsOfAnotherList) {
+  QSet<QUuid> ids;
+  for (int number = 0; number < 200; ++number) {
+    const Snippet snippet = m_harness.snippet(u";many"_s + QString::number(number), u"x"_s);
+    state().operations().addSnippet(snippet);
+    if (number % 2 == 0) ids.insert(snippet.id);
+  }
+  QList<ListChange> changes;
+  QObject::connect(&state().library(), &Library::snippetsChanged, &state(),
+                   [&changes](const ListChange& change) { changes.append(change); });
+  state().operations().deleteSnippets(ids);
+  EXPECT_EQ(changes, QList{ListChange()});
+  EXPECT_EQ(state().library().snippets().size(), 103);
+  EXPECT_EQ(engineSnippets(), state().library().snippets());
+  EXPECT_FALSE(m_harness.engine.findMatch(u";many0"_s));
+  EXPECT_TRUE(m_harness.engine.findMatch(u";many1"_s));
+  expectSaved();
 }
 
 TEST_F(LibraryOperationsTest, AddAFolderWithoutAWordToTheEngine) {

@@ -48,7 +48,7 @@ TEST_F(LoadData, GivesANewUserTheFirstRunContentAndSavesIt) {
 TEST_F(LoadData, FindsTheSameContentAtTheSecondStart) {
   m_harness.loadDocuments();
   m_harness.pass(milliseconds{50});
-  const QList<Snippet> first = state().library().snippets();
+  const SnippetList first = state().library().snippets();
   m_harness.makeState();
   m_harness.loadDocuments();
   EXPECT_EQ(state().library().snippets(), first);

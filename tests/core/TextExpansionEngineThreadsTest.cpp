@@ -60,7 +60,12 @@ TEST(TextExpansionEngineThreads, MatchesWhileTheLibraryIsEdited) {
     });
   }
   for (int number = 1; number <= editions; ++number) {
-    engine.setSnippets(edition(number, regexID));
+    // Every other one as a change of what is there.
+    if (number % 2 == 0) {
+      engine.setSnippets(edition(number, regexID));
+    } else {
+      engine.changeSnippets(edition(number, regexID), {ListChange::Kind::updated, 0, 3});
+    }
     engine.setGlobalVariables({{QUuid(), QString::number(number), {}, {}, {}}});
   }
   isEnding = true;

@@ -21,8 +21,7 @@ class FakeQuickSearchWindow final : public QuickSearchWindow {
     m_onSelect = nullptr;
   }
 
-  void show(const QList<Snippet>& snippets, const QList<Folder>& folders,
-            OnSelect onSelect) override {
+  void show(const SnippetList& snippets, const QList<Folder>& folders, OnSelect onSelect) override {
     hide();
     m_journal.add(QStringLiteral("panel of %1 snippets, %2 folders")
                       .arg(snippets.size())

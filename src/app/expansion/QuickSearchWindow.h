@@ -5,7 +5,7 @@
 #include <QList>
 
 #include "core/model/Folder.h"
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 
@@ -25,7 +25,7 @@ class QuickSearchWindow {
 
   // Opens the panel anew on these lists, which do not follow later changes. `onSelect` is called at
   // most once, with the choice, after the panel has been hidden.
-  virtual void show(const QList<Snippet>& snippets, const QList<Folder>& folders,
+  virtual void show(const SnippetList& snippets, const QList<Folder>& folders,
                     OnSelect onSelect) = 0;
 };
 

@@ -55,9 +55,10 @@ class UseCounter {
 
 }  // namespace
 
-QString wantedCharacters(const QList<Snippet>& snippets) {
+QString wantedCharacters(const SnippetList& snippets) {
   UseCounter counter;
-  for (qsizetype i = 0; i < snippets.size(); ++i) counter.count(snippets.at(i).replacement, i);
+  qsizetype position = 0;
+  for (const Snippet& snippet : snippets) counter.count(snippet.replacement, position++);
   std::vector<Use> uses = counter.take();
   std::stable_sort(uses.begin(), uses.end(),
                    [](const Use& a, const Use& b) { return a.snippetCount > b.snippetCount; });

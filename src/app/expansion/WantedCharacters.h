@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QList>
 #include <QString>
 
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 
@@ -11,6 +10,6 @@ namespace zarvy {
 // replacements hold first and, among equals, in the order of the library. Without control
 // characters of ASCII, which are no text, and without what is no character at all. Pure; any
 // thread.
-[[nodiscard]] QString wantedCharacters(const QList<Snippet>& snippets);
+[[nodiscard]] QString wantedCharacters(const SnippetList& snippets);
 
 }  // namespace zarvy

@@ -4,8 +4,30 @@
 
 namespace zarvy {
 
-void Library::setSnippets(const QList<Snippet>& snippets) {
-  if (assignIfChanged(m_snippets, snippets)) Q_EMIT snippetsChanged();
+void Library::setSnippets(const SnippetList& snippets) {
+  if (assignIfChanged(m_snippets, snippets)) Q_EMIT snippetsChanged({});
+}
+
+ListChange Library::appendSnippet(const Snippet& snippet) {
+  const ListChange change{ListChange::Kind::added, m_snippets.size(), 1};
+  m_snippets.append(snippet);
+  Q_EMIT snippetsChanged(change);
+  return change;
+}
+
+ListChange Library::replaceSnippet(qsizetype position, const Snippet& snippet) {
+  const ListChange change{ListChange::Kind::updated, position, 1};
+  if (m_snippets.at(position) == snippet) return change;
+  m_snippets.replace(position, snippet);
+  Q_EMIT snippetsChanged(change);
+  return change;
+}
+
+ListChange Library::removeSnippets(qsizetype first, qsizetype count) {
+  const ListChange change{ListChange::Kind::removed, first, count};
+  m_snippets.remove(first, count);
+  Q_EMIT snippetsChanged(change);
+  return change;
 }
 
 void Library::setFolders(const QList<Folder>& folders) {

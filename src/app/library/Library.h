@@ -6,8 +6,9 @@
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/ImportBatch.h"
+#include "core/model/ListChange.h"
 #include "core/model/Settings.h"
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 
@@ -18,7 +19,7 @@ class Library final : public QObject {
 
  public:
   // In stored order.
-  [[nodiscard]] const QList<Snippet>& snippets() const { return m_snippets; }
+  [[nodiscard]] const SnippetList& snippets() const { return m_snippets; }
   [[nodiscard]] const QList<Folder>& folders() const { return m_folders; }
   [[nodiscard]] const QList<GlobalVariable>& globalVariables() const { return m_globalVariables; }
 
@@ -32,14 +33,20 @@ class Library final : public QObject {
   // Newest first.
   [[nodiscard]] const QList<ImportBatch>& recentImports() const { return m_recentImports; }
 
-  void setSnippets(const QList<Snippet>& snippets);
+  void setSnippets(const SnippetList& snippets);
+  // Each of these changes a stretch of the list, and gives what it has announced.
+  ListChange appendSnippet(const Snippet& snippet);
+  ListChange replaceSnippet(qsizetype position, const Snippet& snippet);
+  ListChange removeSnippets(qsizetype first, qsizetype count);
+
   void setFolders(const QList<Folder>& folders);
   void setGlobalVariables(const QList<GlobalVariable>& globalVariables);
   void setSettings(const Settings& settings);
   void setRecentImports(const QList<ImportBatch>& recentImports);
 
  Q_SIGNALS:
-  void snippetsChanged();
+  // `change` leads from the list that was there before to that of now.
+  void snippetsChanged(const ListChange& change);
   void foldersChanged();
   void globalVariablesChanged();
   void settingsChanged();
@@ -47,7 +54,7 @@ class Library final : public QObject {
   void isLoadedChanged();
 
  private:
-  QList<Snippet> m_snippets;
+  SnippetList m_snippets;
   QList<Folder> m_folders;
   QList<GlobalVariable> m_globalVariables;
   Settings m_settings;

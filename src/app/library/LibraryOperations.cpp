@@ -1,6 +1,8 @@
 #include "app/library/LibraryOperations.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 #include "app/library/Library.h"
 #include "app/library/LibrarySaver.h"
@@ -22,14 +24,40 @@ QList<Record> without(QList<Record> records, const QUuid& id) {
   return records;
 }
 
-// Absent where none has the record's id.
-template <typename Record>
-std::optional<QList<Record>> replaced(QList<Record> records, const Record& record) {
-  const auto place = std::find_if(records.cbegin(), records.cend(), withId<Record>(record.id));
-  if (place == records.cend()) return std::nullopt;
-  records.replace(place - records.cbegin(), record);
-  return records;
+// The first snippet of that id; absent where none has it.
+std::optional<qsizetype> positionOf(const SnippetList& snippets, const QUuid& id) {
+  qsizetype position = 0;
+  for (const Snippet& snippet : snippets) {
+    if (snippet.id == id) return position;
+    ++position;
+  }
+  return std::nullopt;
 }
+
+struct Stretch {
+  qsizetype first = 0;
+  qsizetype count = 0;
+};
+
+// Where the snippets of these ids stand, in order.
+std::vector<Stretch> stretchesOf(const SnippetList& snippets, const QSet<QUuid>& ids) {
+  std::vector<Stretch> stretches;
+  qsizetype position = 0;
+  for (const Snippet& snippet : snippets) {
+    if (ids.contains(snippet.id)) {
+      const bool goesOn =
+          !stretches.empty() && stretches.back().first + stretches.back().count == position;
+      if (!goesOn) stretches.push_back({position, 0});
+      ++stretches.back().count;
+    }
+    ++position;
+  }
+  return stretches;
+}
+
+// A deletion in more places than this is told as another list: following it place by place would
+// take longer.
+constexpr std::size_t mostStretches = 64;
 
 }  // namespace
 
@@ -43,7 +71,7 @@ LibraryOperations::LibraryOperations(Library& library, LibrarySelection& selecti
       m_clock(clock) {}
 
 void LibraryOperations::addSnippet(const Snippet& snippet) {
-  changeSnippets(m_library.snippets() + QList{snippet});
+  afterChange(m_library.appendSnippet(snippet));
   m_selection.setSelectedSnippetID(snippet.id);
 }
 
@@ -53,23 +81,34 @@ void LibraryOperations::deleteSnippet(const QUuid& id) {
 
 void LibraryOperations::deleteSnippets(const QSet<QUuid>& ids) {
   if (ids.isEmpty()) return;
-  QList<Snippet> left = m_library.snippets();
-  left.removeIf([&ids](const Snippet& snippet) { return ids.contains(snippet.id); });
-  changeSnippets(left);
+  const std::vector<Stretch> stretches = stretchesOf(m_library.snippets(), ids);
+  if (stretches.size() > mostStretches) {
+    QList<Snippet> left = m_library.snippets().toList();
+    left.removeIf([&ids](const Snippet& snippet) { return ids.contains(snippet.id); });
+    m_library.setSnippets(left);
+    afterChange({});
+  } else {
+    // From the end, so that the places of the others hold.
+    for (auto stretch = stretches.rbegin(); stretch != stretches.rend(); ++stretch) {
+      const ListChange change = m_library.removeSnippets(stretch->first, stretch->count);
+      m_engine.changeSnippets(m_library.snippets(), change);
+    }
+    m_saver.scheduleSave();
+  }
   m_selection.forgetSnippets(ids);
 }
 
 std::optional<Snippet> LibraryOperations::selectedSnippet() const {
   const auto& id = m_selection.selectedSnippetID();
   if (!id) return std::nullopt;
-  const QList<Snippet>& snippets = m_library.snippets();
-  const auto found = std::find_if(snippets.begin(), snippets.end(), withId<Snippet>(*id));
-  return found == snippets.end() ? std::nullopt : std::optional(*found);
+  const auto position = positionOf(m_library.snippets(), *id);
+  return position ? std::optional(m_library.snippets().at(*position)) : std::nullopt;
 }
 
 void LibraryOperations::setSelectedSnippet(const std::optional<Snippet>& snippet) {
   if (!snippet) return;
-  if (const auto changed = replaced(m_library.snippets(), *snippet)) changeSnippets(*changed);
+  const auto position = positionOf(m_library.snippets(), snippet->id);
+  if (position) afterChange(m_library.replaceSnippet(*position, *snippet));
 }
 
 void LibraryOperations::setFolders(const QList<Folder>& folders) {
@@ -82,7 +121,7 @@ void LibraryOperations::addFolder(const Folder& folder) {
 }
 
 void LibraryOperations::deleteFolder(const QUuid& id) {
-  QList<Snippet> snippets = m_library.snippets();
+  QList<Snippet> snippets = m_library.snippets().toList();
   for (Snippet& snippet : snippets) {
     if (snippet.folderID == id) snippet.folderID.reset();
   }
@@ -98,9 +137,12 @@ void LibraryOperations::addGlobalVariable(const GlobalVariable& variable) {
 
 void LibraryOperations::updateGlobalVariable(GlobalVariable variable) {
   variable.modifiedAt = m_clock.now();
-  if (const auto changed = replaced(m_library.globalVariables(), variable)) {
-    changeGlobalVariables(*changed);
-  }
+  QList<GlobalVariable> variables = m_library.globalVariables();
+  const auto place =
+      std::find_if(variables.begin(), variables.end(), withId<GlobalVariable>(variable.id));
+  if (place == variables.end()) return;
+  *place = variable;
+  changeGlobalVariables(variables);
 }
 
 void LibraryOperations::deleteGlobalVariable(const QUuid& id) {
@@ -124,9 +166,8 @@ bool LibraryOperations::isVariableNameDuplicate(const QString& name,
   return std::any_of(variables.begin(), variables.end(), isOther);
 }
 
-void LibraryOperations::changeSnippets(const QList<Snippet>& snippets) {
-  m_library.setSnippets(snippets);
-  m_engine.setSnippets(m_library.snippets());
+void LibraryOperations::afterChange(const ListChange& change) {
+  m_engine.changeSnippets(m_library.snippets(), change);
   m_saver.scheduleSave();
 }
 

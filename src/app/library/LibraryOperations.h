@@ -9,6 +9,7 @@
 #include "core/TextExpansionEngine.h"
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
+#include "core/model/ListChange.h"
 #include "core/model/Snippet.h"
 
 namespace zarvy {
@@ -56,7 +57,7 @@ class LibraryOperations {
                                              const std::optional<QUuid>& excludedID = {}) const;
 
  private:
-  void changeSnippets(const QList<Snippet>& snippets);
+  void afterChange(const ListChange& change);
   void changeGlobalVariables(const QList<GlobalVariable>& variables);
 
   Library& m_library;

@@ -14,15 +14,6 @@ namespace {
 // Gathers a burst of changes, such as typing in an editor, into one save.
 constexpr std::chrono::milliseconds debounce{50};
 
-void writeSnippetsAndFolders(const DataStore& store, const SyncedLists& lists) {
-  store.saveSnippets(lists.snippets);
-  store.saveFolders(lists.folders);
-}
-
-void writeGlobalVariables(const DataStore& store, const SyncedLists& lists) {
-  store.saveGlobalVariables(lists.globalVariables);
-}
-
 }  // namespace
 
 LibrarySaver::LibrarySaver(const Library& library, LibrarySync& sync, TextExpansionEngine& engine,
@@ -47,22 +38,29 @@ void LibrarySaver::saveGlobalVariablesAndUpload() {
   m_documents.post(saving(snapshot(), writeGlobalVariables));
 }
 
+void LibrarySaver::writeSnippetsAndFolders(const DataStore& store, const Snapshot& snapshot) {
+  store.saveSnippets(snapshot.snippets.toList());
+  store.saveFolders(snapshot.folders);
+}
+
+void LibrarySaver::writeGlobalVariables(const DataStore& store, const Snapshot& snapshot) {
+  store.saveGlobalVariables(snapshot.globalVariables);
+}
+
 std::shared_ptr<const LibrarySaver::Snapshot> LibrarySaver::snapshot() const {
   return std::make_shared<const Snapshot>(
-      Snapshot{{m_library.snippets(), m_library.folders(), m_library.globalVariables()},
-               m_library.settings().iCloudSyncEnabled,
-               m_sync.syncMetadata()});
+      Snapshot{m_library.snippets(), m_library.folders(), m_library.globalVariables(),
+               m_library.settings().iCloudSyncEnabled, m_sync.syncMetadata()});
 }
 
 // One step after the other, each where it belongs: documents, shared file, documents, main thread.
 DocumentQueue::Work LibrarySaver::saving(std::shared_ptr<const Snapshot> snapshot, Write write) {
   return [snapshot = std::move(snapshot), write, &service = m_service, &documents = m_documents,
           announce = announcing()](const DataStore& store) {
-    const SyncedLists& lists = snapshot->lists;
-    write(store, lists);
+    write(store, *snapshot);
     if (!snapshot->iCloudSyncEnabled) return;
     const SyncMetadata next = service.nextMetadata(snapshot->metadata);
-    service.upload(lists.snippets, lists.folders, lists.globalVariables, next,
+    service.upload(snapshot->snippets.toList(), snapshot->folders, snapshot->globalVariables, next,
                    [&documents, next, announce] {
                      documents.post([next, announce](const DataStore& afterwards) {
                        afterwards.saveSyncMetadata(next);

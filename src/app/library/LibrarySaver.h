@@ -8,10 +8,12 @@
 
 #include "base/Scheduler.h"
 #include "core/TextExpansionEngine.h"
+#include "core/model/Folder.h"
+#include "core/model/GlobalVariable.h"
+#include "core/model/SnippetList.h"
 #include "core/model/SyncMetadata.h"
 #include "storage/DebouncedSave.h"
 #include "storage/DocumentQueue.h"
-#include "storage/sync/SyncedData.h"
 #include "storage/sync/iCloudSyncService.h"
 
 namespace zarvy {
@@ -41,12 +43,16 @@ class LibrarySaver final : public QObject {
  private:
   // What a save is about, as it was when it was asked for.
   struct Snapshot {
-    SyncedLists lists;
+    SnippetList snippets;
+    QList<Folder> folders;
+    QList<GlobalVariable> globalVariables;
     bool iCloudSyncEnabled = false;
     std::optional<SyncMetadata> metadata;
   };
-  using Write = void (*)(const DataStore& store, const SyncedLists& lists);
+  using Write = void (*)(const DataStore& store, const Snapshot& snapshot);
 
+  static void writeSnippetsAndFolders(const DataStore& store, const Snapshot& snapshot);
+  static void writeGlobalVariables(const DataStore& store, const Snapshot& snapshot);
   [[nodiscard]] std::shared_ptr<const Snapshot> snapshot() const;
   [[nodiscard]] DocumentQueue::Work saving(std::shared_ptr<const Snapshot> snapshot, Write write);
   [[nodiscard]] std::function<void(const SyncMetadata&)> announcing();

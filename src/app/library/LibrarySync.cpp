@@ -19,7 +19,8 @@ LibrarySync::LibrarySync(Library& library, TextExpansionEngine& engine,
 
 void LibrarySync::performSync() {
   setStatus(SyncStatus::syncing());
-  m_service.sync(m_library.snippets(), m_library.folders(), m_library.globalVariables(), m_metadata,
+  m_service.sync(m_library.snippets().toList(), m_library.folders(), m_library.globalVariables(),
+                 m_metadata,
                  [weak = QPointer(this), &scheduler = m_scheduler](const SyncResult& result) {
                    scheduler.post([weak, result] {
                      if (weak) weak->applySyncResult(result);
@@ -62,7 +63,7 @@ void LibrarySync::applySyncResult(const SyncResult& result) {
 void LibrarySync::saveSnippetsAndFolders() {
   m_documents.post(
       [snippets = m_library.snippets(), folders = m_library.folders()](const DataStore& store) {
-        store.saveSnippets(snippets);
+        store.saveSnippets(snippets.toList());
         store.saveFolders(folders);
       });
 }

@@ -9,7 +9,7 @@
 #include <QString>
 #include <QUuid>
 
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 
@@ -23,7 +23,7 @@ class SnippetFilter {
   // Those of `snippets`, in their order, that lie in the folder of that id, unless it is absent,
   // and in whose title, trigger or replacement `searchText` occurs. An empty `searchText` narrows
   // nothing down.
-  [[nodiscard]] QList<Snippet> filtered(const QList<Snippet>& snippets,
+  [[nodiscard]] QList<Snippet> filtered(const SnippetList& snippets,
                                         const std::optional<QUuid>& folderID,
                                         const QString& searchText);
 

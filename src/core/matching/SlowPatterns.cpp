@@ -16,14 +16,13 @@ QSet<QString> SlowPatterns::leftOut() const {
   return m_leftOut;
 }
 
-void SlowPatterns::keepThoseOf(const TriggerLibrary& library) {
+void SlowPatterns::keepThoseOf(const QList<Snippet>& regexes) {
   const std::scoped_lock guard(m_lock);
   if (m_times.isEmpty()) return;
   QHash<QString, int> kept;
-  for (const qsizetype position : library.regexPositions()) {
-    const QString& pattern = library.snippets().at(position).trigger;
-    const auto times = std::as_const(m_times).constFind(pattern);
-    if (times != m_times.cend()) kept.insert(pattern, *times);
+  for (const Snippet& snippet : regexes) {
+    const auto times = std::as_const(m_times).constFind(snippet.trigger);
+    if (times != m_times.cend()) kept.insert(snippet.trigger, *times);
   }
   m_times = std::move(kept);
   m_leftOut.removeIf([this](const QString& pattern) { return !m_times.contains(pattern); });

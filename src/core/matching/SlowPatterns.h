@@ -3,10 +3,11 @@
 #include <mutex>
 
 #include <QHash>
+#include <QList>
 #include <QSet>
 #include <QString>
 
-#include "core/matching/TriggerLibrary.h"
+#include "core/model/Snippet.h"
 
 namespace zarvy {
 
@@ -21,8 +22,8 @@ class SlowPatterns {
 
   [[nodiscard]] QSet<QString> leftOut() const;
 
-  // Forgets the patterns that no snippet of `library` has.
-  void keepThoseOf(const TriggerLibrary& library);
+  // Forgets the patterns that none of these snippets has.
+  void keepThoseOf(const QList<Snippet>& regexes);
 
  private:
   mutable std::mutex m_lock;

@@ -1,108 +1,123 @@
 #include "core/matching/SuffixIndex.h"
 
 #include <algorithm>
-#include <tuple>
+#include <utility>
 
 #include "base/text/Graphemes.h"
 
 namespace zarvy {
+namespace {
 
-SuffixIndex::SuffixIndex(const QList<Snippet>& snippets) {
-  std::vector<Entry> entries = numberTriggers(snippets);
-  if (entries.empty()) return;
-  sortEntries(entries);
-  grow(entries);
+constexpr std::size_t root = 0;
+constexpr std::size_t shortestTrigger = 2;  // user-perceived characters
+
+std::size_t commonLength(std::u32string_view a, std::u32string_view b) {
+  const auto [end, unused] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  return static_cast<std::size_t>(end - a.begin());
 }
 
-std::vector<SuffixIndex::Entry> SuffixIndex::numberTriggers(const QList<Snippet>& snippets) {
-  std::vector<Entry> entries;
-  for (qsizetype position = 0; position < snippets.size(); ++position) {
-    const Snippet& snippet = snippets.at(position);
-    if (snippet.isRegexTrigger) continue;
-    const std::size_t begin = m_numbers.size();
-    ReverseGraphemes walk(snippet.trigger);
-    for (QStringView grapheme = walk.next(); !grapheme.isEmpty(); grapheme = walk.next()) {
-      m_numbers.push_back(m_graphemes.add(grapheme));
+}  // namespace
+
+void insertRank(Ranks& ranks, Rank rank) {
+  ranks.insert(std::lower_bound(ranks.cbegin(), ranks.cend(), rank), rank);
+}
+
+void removeRank(Ranks& ranks, Rank rank) {
+  const auto place = std::lower_bound(ranks.cbegin(), ranks.cend(), rank);
+  if (place != ranks.cend() && *place == rank) ranks.erase(place);
+}
+
+void SuffixIndex::add(QStringView trigger, Rank rank) {
+  const Numbers numbers = numbersOf(trigger);
+  if (numbers.size() < shortestTrigger) return;
+  std::u32string_view rest = numbers;
+  std::size_t node = root;
+  for (;;) {
+    const std::size_t common = commonLength(m_nodes[node].label, rest);
+    if (common < m_nodes[node].label.size()) split(node, common);
+    rest.remove_prefix(common);
+    if (rest.empty()) break;
+    auto child = childOf(m_nodes[node], rest.front());
+    if (!child) {
+      child = makeNode(rest);
+      std::vector<Child>& children = m_nodes[node].children;
+      children.insert(placeOf(children, rest.front()), {rest.front(), *child});
     }
-    const std::size_t length = m_numbers.size() - begin;
-    if (length < 2) {
-      m_numbers.resize(begin);
-    } else {
-      entries.push_back({begin, length, position});
-    }
+    node = *child;
   }
-  return entries;
+  insertRank(m_nodes[node].ranks, rank);
 }
 
-// By their characters, and by position among the same ones.
-void SuffixIndex::sortEntries(std::vector<Entry>& entries) const {
-  const auto charactersOf = [this](const Entry& entry) {
-    const Number* const begin = m_numbers.data() + entry.begin;
-    return std::pair(begin, begin + entry.length);
-  };
-  std::sort(entries.begin(), entries.end(), [&](const Entry& a, const Entry& b) {
-    const auto [aBegin, aEnd] = charactersOf(a);
-    const auto [bBegin, bEnd] = charactersOf(b);
-    const auto order = std::lexicographical_compare_three_way(aBegin, aEnd, bBegin, bEnd);
-    return order != 0 ? order < 0 : a.position < b.position;
-  });
-}
-
-// Level by level, so that the nodes near the root, which every search visits, lie together.
-void SuffixIndex::grow(const std::vector<Entry>& entries) {
-  std::vector<Span> spans{{0, entries.size(), 0}};
-  m_nodes.emplace_back();
-  m_firstCharacters.push_back(m_numbers[entries.front().begin]);
-  for (std::size_t index = 0; index < m_nodes.size(); ++index) {
-    fillNode(index, Span(spans[index]), entries, spans);
+void SuffixIndex::remove(QStringView trigger, Rank rank) {
+  const Numbers numbers = numbersOf(trigger);
+  if (numbers.size() < shortestTrigger) return;
+  std::vector<std::size_t> path{root};
+  std::u32string_view rest = numbers;
+  while (!rest.empty()) {
+    const auto child = childOf(m_nodes[path.back()], rest.front());
+    if (!child || !rest.starts_with(m_nodes[*child].label)) return;
+    rest.remove_prefix(m_nodes[*child].label.size());
+    path.push_back(*child);
   }
+  removeRank(m_nodes[path.back()].ranks, rank);
+  removeEmptyNodes(path);
 }
 
-void SuffixIndex::fillNode(std::size_t index, const Span& span, const std::vector<Entry>& entries,
-                           std::vector<Span>& spans) {
-  const Entry& front = entries[span.first];
-  const std::size_t depth = commonLength(front, entries[span.last - 1], span.depth);
-  Node node;
-  node.labelBegin = front.begin + span.depth;
-  node.labelEnd = front.begin + depth;
-  node.firstChild = m_nodes.size();
+SuffixIndex::Numbers SuffixIndex::numbersOf(QStringView trigger) {
+  Numbers numbers;
+  ReverseGraphemes walk(trigger);
+  for (QStringView grapheme = walk.next(); !grapheme.isEmpty(); grapheme = walk.next()) {
+    numbers.push_back(m_graphemes.add(grapheme));
+  }
+  return numbers;
+}
 
-  // Sorted as they are, the triggers that end here come first, the one of lowest position ahead.
-  std::size_t next = span.first;
-  if (front.length == depth) node.position = front.position;
-  while (next < span.last && entries[next].length == depth) ++next;
-
-  const auto characterHere = [&](const Entry& entry) { return m_numbers[entry.begin + depth]; };
-  while (next < span.last) {
-    std::size_t end = next;
-    while (end < span.last && characterHere(entries[end]) == characterHere(entries[next])) ++end;
+std::size_t SuffixIndex::makeNode(std::u32string_view label) {
+  std::size_t place = m_nodes.size();
+  if (m_unused.empty()) {
     m_nodes.emplace_back();
-    m_firstCharacters.push_back(characterHere(entries[next]));
-    spans.push_back({next, end, depth});
-    ++node.childCount;
-    next = end;
+  } else {
+    place = m_unused.back();
+    m_unused.pop_back();
   }
-  m_nodes[index] = node;
+  m_nodes[place].label = label;
+  return place;
 }
 
-// How many characters two triggers have in common from the start, `from` of which are known.
-std::size_t SuffixIndex::commonLength(const Entry& a, const Entry& b, std::size_t from) const {
-  const std::size_t limit = std::min(a.length, b.length);
-  std::size_t length = from;
-  while (length < limit && m_numbers[a.begin + length] == m_numbers[b.begin + length]) ++length;
-  return length;
+// Puts a node ahead of the part of the label that is behind `depth` characters.
+void SuffixIndex::split(std::size_t node, std::size_t depth) {
+  const std::size_t lower = makeNode(std::u32string_view(m_nodes[node].label).substr(depth));
+  Node& upper = m_nodes[node];
+  m_nodes[lower].children = std::exchange(upper.children, {{m_nodes[lower].label.front(), lower}});
+  m_nodes[lower].ranks = std::exchange(upper.ranks, {});
+  upper.label.resize(depth);
 }
 
-const SuffixIndex::Node* SuffixIndex::child(const Node& node, Number first) const {
-  const Number* const begin = m_firstCharacters.data() + node.firstChild;
-  const Number* const end = begin + node.childCount;
-  const Number* const found = std::lower_bound(begin, end, first);
-  if (found == end || *found != first) return nullptr;
-  return &m_nodes[static_cast<std::size_t>(found - m_firstCharacters.data())];
+// A node that is left with a single child stays: the next trigger often forks there once more.
+void SuffixIndex::removeEmptyNodes(const std::vector<std::size_t>& path) {
+  for (std::size_t level = path.size() - 1; level > 0; --level) {
+    Node& node = m_nodes[path[level]];
+    if (!node.ranks.isEmpty() || !node.children.empty()) return;
+    std::vector<Child>& siblings = m_nodes[path[level - 1]].children;
+    siblings.erase(placeOf(siblings, node.label.front()));
+    node = {};
+    m_unused.push_back(path[level]);
+  }
 }
 
-std::optional<qsizetype> SuffixIndex::find(QStringView text) const {
-  if (m_nodes.empty()) return std::nullopt;
+std::vector<SuffixIndex::Child>::const_iterator SuffixIndex::placeOf(
+    const std::vector<Child>& children, Number first) {
+  return std::lower_bound(children.begin(), children.end(), first,
+                          [](const Child& child, Number wanted) { return child.first < wanted; });
+}
+
+std::optional<std::size_t> SuffixIndex::childOf(const Node& node, Number first) {
+  const auto place = placeOf(node.children, first);
+  if (place == node.children.end() || place->first != first) return std::nullopt;
+  return place->node;
+}
+
+std::optional<Rank> SuffixIndex::find(QStringView text) const {
   ReverseGraphemes walk(text);
   const auto nextNumber = [&]() -> std::optional<Number> {
     const QStringView grapheme = walk.next();
@@ -110,19 +125,18 @@ std::optional<qsizetype> SuffixIndex::find(QStringView text) const {
     return m_graphemes.find(grapheme);
   };
 
-  std::optional<qsizetype> best;
-  const Node* node = &m_nodes.front();
-  std::size_t label = node->labelBegin;
-  while (node) {
-    for (; label < node->labelEnd; ++label) {
-      if (nextNumber() != m_numbers[label]) return best;
+  std::optional<Rank> best;
+  std::size_t node = root;
+  while (!m_nodes[node].children.empty()) {
+    const auto first = nextNumber();
+    const auto child = first ? childOf(m_nodes[node], *first) : std::nullopt;
+    if (!child) break;
+    node = *child;
+    const Node& here = m_nodes[node];
+    for (const Number number : std::u32string_view(here.label).substr(1)) {
+      if (nextNumber() != number) return best;
     }
-    if (node->position != noPosition && (!best || node->position < *best)) best = node->position;
-    if (node->childCount == 0) break;
-    const std::optional<Number> number = nextNumber();
-    if (!number) break;
-    node = child(*node, *number);
-    if (node) label = node->labelBegin + 1;
+    if (!here.ranks.isEmpty() && (!best || here.ranks.front() < *best)) best = here.ranks.front();
   }
   return best;
 }

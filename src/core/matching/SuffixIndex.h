@@ -1,71 +1,67 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <vector>
 
-#include <QList>
 #include <QStringView>
+#include <QVarLengthArray>
 
 #include "base/text/CanonicalGraphemes.h"
-#include "core/model/Snippet.h"
 
 namespace zarvy {
 
-// The literal triggers of a library, arranged so that the one that ends a text is found without a
-// walk over the library: a tree over the characters of the triggers, last character first, in
-// which a run without a fork is a single node. Immutable once made, so any number of threads may
-// search.
+// Where a snippet stands among the others of a library: of two snippets the one that comes first
+// has the lower rank. Ranks need not be successive, so a snippet keeps its rank when others go.
+using Rank = quint64;
+
+// Ascending. Nearly always one: that of the only snippet with a trigger.
+using Ranks = QVarLengthArray<Rank, 1>;
+
+void insertRank(Ranks& ranks, Rank rank);
+void removeRank(Ranks& ranks, Rank rank);
+
+// Literal triggers, arranged so that the one that ends a text is found without a walk over the
+// library: a radix tree over the characters of the triggers, last character first. Finding is for
+// any number of threads at a time, while none adds or removes.
 //
 // A text ends with a trigger where their last user-perceived characters are the same one by one,
 // under canonical equivalence and with case. Triggers of fewer than two characters are left out.
 class SuffixIndex {
  public:
-  SuffixIndex() = default;
-  explicit SuffixIndex(const QList<Snippet>& snippets);
+  void add(QStringView trigger, Rank rank);
+  // Must have been added.
+  void remove(QStringView trigger, Rank rank);
 
-  // The lowest position in the list of a snippet whose trigger ends `text`.
-  [[nodiscard]] std::optional<qsizetype> find(QStringView text) const;
+  // The lowest rank whose trigger ends `text`.
+  [[nodiscard]] std::optional<Rank> find(QStringView text) const;
 
  private:
   using Number = CanonicalGraphemes::Number;
-  static constexpr qsizetype noPosition = -1;
+  using Numbers = std::u32string;  // the characters of a trigger, last one first
 
-  // A trigger while the tree is being built: a stretch of m_numbers.
-  struct Entry {
-    std::size_t begin = 0;
-    std::size_t length = 0;
-    qsizetype position = noPosition;
+  struct Child {
+    Number first = 0;  // of its label; here so that a look through many children is quick
+    std::size_t node = 0;
   };
-
-  // The entries below a node; they agree in their first `depth` characters.
-  struct Span {
-    std::size_t first = 0;
-    std::size_t last = 0;  // one behind
-    std::size_t depth = 0;
-  };
-
   struct Node {
-    std::size_t labelBegin = 0;  // of m_numbers: what leads here from the parent
-    std::size_t labelEnd = 0;
-    std::size_t firstChild = 0;  // the children stand side by side, by their first character
-    std::size_t childCount = 0;
-    qsizetype position = noPosition;  // of the first snippet whose trigger ends here
+    Numbers label;                // what leads here from the parent
+    std::vector<Child> children;  // ascending by their first character
+    Ranks ranks;                  // of the triggers that end here
   };
 
-  [[nodiscard]] std::vector<Entry> numberTriggers(const QList<Snippet>& snippets);
-  void sortEntries(std::vector<Entry>& entries) const;
-  void grow(const std::vector<Entry>& entries);
-  void fillNode(std::size_t index, const Span& span, const std::vector<Entry>& entries,
-                std::vector<Span>& spans);
-  [[nodiscard]] std::size_t commonLength(const Entry& a, const Entry& b, std::size_t from) const;
-  [[nodiscard]] const Node* child(const Node& node, Number first) const;
+  [[nodiscard]] Numbers numbersOf(QStringView trigger);
+  [[nodiscard]] std::size_t makeNode(std::u32string_view label);
+  void split(std::size_t node, std::size_t depth);
+  void removeEmptyNodes(const std::vector<std::size_t>& path);
+  [[nodiscard]] static std::vector<Child>::const_iterator placeOf(
+      const std::vector<Child>& children, Number first);
+  [[nodiscard]] static std::optional<std::size_t> childOf(const Node& node, Number first);
 
   CanonicalGraphemes m_graphemes;
-  std::vector<Number> m_numbers;  // the characters of every trigger, reversed, end to end
-  std::vector<Node> m_nodes;      // the root first; empty without a trigger
-  // The first character of each node's label, apart from the nodes so that looking through many
-  // children touches little memory.
-  std::vector<Number> m_firstCharacters;
+  std::vector<Node> m_nodes{1};       // the root first, which has no label
+  std::vector<std::size_t> m_unused;  // places in m_nodes
 };
 
 }  // namespace zarvy

@@ -20,7 +20,7 @@ constexpr qint64 greatestCost = qint64{64} * 1024 * 1024;
 
 class Nesting {
  public:
-  explicit Nesting(const QList<Snippet>& snippets) : m_snippets(snippets) {}
+  explicit Nesting(const SnippetList& snippets) : m_snippets(snippets) {}
 
   QString resolved(const QString& text, std::size_t depth) {
     if (depth >= greatestDepth) return text;
@@ -47,7 +47,7 @@ class Nesting {
     return value;
   }
 
-  const QList<Snippet>& m_snippets;
+  const SnippetList& m_snippets;
   // What a trigger gives at each depth: nothing else decides it, so that it is worked out once.
   std::array<QHash<QString, QString>, greatestDepth> m_known;
   ExpansionLimit m_limit{greatestCost};
@@ -55,7 +55,7 @@ class Nesting {
 
 }  // namespace
 
-QString withNestedSnippets(const QString& text, const QList<Snippet>& snippets) {
+QString withNestedSnippets(const QString& text, const SnippetList& snippets) {
   return Nesting(snippets).resolved(text, 0);
 }
 

@@ -132,7 +132,7 @@ QString withFixedTexts(QString text, const PreviewDates& dates) {
 }  // namespace
 
 QList<PreviewRun> previewRuns(const QString& replacement, const QList<FillInField>& fields,
-                              const QList<Snippet>& snippets, const PreviewDates& dates) {
+                              const SnippetList& snippets, const PreviewDates& dates) {
   QString text = withNestedSnippets(replacement, snippets);
   for (const FillInField& field : fields) text = withField(text, field);
   text = withScripts(withCounters(withLetterCases(text)));

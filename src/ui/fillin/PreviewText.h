@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 #include "core/placeholders/FillInField.h"
 #include "ui/fillin/PreviewRun.h"
 
@@ -24,7 +24,6 @@ struct PreviewDates {
 // thread.
 [[nodiscard]] QList<PreviewRun> previewRuns(const QString& replacement,
                                             const QList<FillInField>& fields,
-                                            const QList<Snippet>& snippets,
-                                            const PreviewDates& dates);
+                                            const SnippetList& snippets, const PreviewDates& dates);
 
 }  // namespace zarvy

@@ -7,7 +7,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 
-QuickSearchModel::QuickSearchModel(const QList<Snippet>& snippets, const QList<Folder>& folders)
+QuickSearchModel::QuickSearchModel(const SnippetList& snippets, const QList<Folder>& folders)
     : m_snippets(snippets),
       m_folders(folders),
       m_texts(searchedTextsOf(snippets)),

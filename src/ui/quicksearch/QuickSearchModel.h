@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "core/model/Folder.h"
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 #include "ui/quicksearch/QuickSearchRanking.h"
 
 namespace zarvy {
@@ -24,7 +24,7 @@ class QuickSearchModel final : public QAbstractListModel {
   };
 
   // Shows all of `snippets`, and goes on with the lists as they are now.
-  QuickSearchModel(const QList<Snippet>& snippets, const QList<Folder>& folders);
+  QuickSearchModel(const SnippetList& snippets, const QList<Folder>& folders);
 
   void setSearchText(const QString& searchText);
 
@@ -38,7 +38,7 @@ class QuickSearchModel final : public QAbstractListModel {
   [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
  private:
-  const QList<Snippet> m_snippets;
+  const SnippetList m_snippets;
   const QList<Folder> m_folders;
   const QList<SearchedTexts> m_texts;
   std::vector<qsizetype> m_results;  // positions in m_snippets

@@ -26,7 +26,7 @@ bool holdsEach(const QList<QStringView>& words, const SearchedTexts& snippet) {
 
 }  // namespace
 
-QList<SearchedTexts> searchedTextsOf(const QList<Snippet>& snippets) {
+QList<SearchedTexts> searchedTextsOf(const SnippetList& snippets) {
   QList<SearchedTexts> result;
   result.reserve(snippets.size());
   for (const Snippet& snippet : snippets) {

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QString>
 
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 
@@ -16,7 +16,7 @@ struct SearchedTexts {
 };
 
 // One entry for each snippet, in their order.
-[[nodiscard]] QList<SearchedTexts> searchedTextsOf(const QList<Snippet>& snippets);
+[[nodiscard]] QList<SearchedTexts> searchedTextsOf(const SnippetList& snippets);
 
 // The positions of the snippets that a search for `searchText` finds, in the order in which they
 // are shown. An empty text finds all of them. Otherwise each of its words, parted by blanks, must

@@ -47,7 +47,7 @@ void addHint(QHBoxLayout& line, const QList<Key>& keys, const QString& action) {
 
 }  // namespace
 
-QuickSearchView::QuickSearchView(const QList<Snippet>& snippets, const QList<Folder>& folders,
+QuickSearchView::QuickSearchView(const SnippetList& snippets, const QList<Folder>& folders,
                                  OnSelect onSelect, OnDismiss onDismiss)
     : m_onSelect(std::move(onSelect)),
       m_onDismiss(std::move(onDismiss)),

@@ -7,7 +7,7 @@
 #include <QWidget>
 
 #include "core/model/Folder.h"
-#include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 #include "ui/quicksearch/QuickSearchModel.h"
 
 class QLabel;
@@ -30,7 +30,7 @@ class QuickSearchView final : public QWidget {
   using OnDismiss = std::function<void()>;
 
   // The callbacks may hide the window that the view is in, but not delete it on the spot.
-  QuickSearchView(const QList<Snippet>& snippets, const QList<Folder>& folders, OnSelect onSelect,
+  QuickSearchView(const SnippetList& snippets, const QList<Folder>& folders, OnSelect onSelect,
                   OnDismiss onDismiss);
 
   // Empty at first.

@@ -50,7 +50,7 @@ void QuickSearchWindowController::hide() {
   m_absence.cancel();  // last: the end of the panel may be a loss of activity
 }
 
-void QuickSearchWindowController::show(const QList<Snippet>& snippets, const QList<Folder>& folders,
+void QuickSearchWindowController::show(const SnippetList& snippets, const QList<Folder>& folders,
                                        OnSelect onSelect) {
   hide();
   ++m_opening;

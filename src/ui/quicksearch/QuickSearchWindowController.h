@@ -29,8 +29,7 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
 
   [[nodiscard]] bool isVisible() const override;
   void hide() override;
-  void show(const QList<Snippet>& snippets, const QList<Folder>& folders,
-            OnSelect onSelect) override;
+  void show(const SnippetList& snippets, const QList<Folder>& folders, OnSelect onSelect) override;
 
  private:
   [[nodiscard]] OnSelect wrapped(const OnSelect& onSelect);

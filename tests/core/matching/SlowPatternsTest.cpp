@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/matching/SlowPatterns.h"
+#include "core/matching/TriggerLibrary.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -26,7 +27,7 @@ class SlowPatternsTest : public testing::Test {
   }
 
   void handOver(const QList<Snippet>& snippets) {
-    m_patterns.keepThoseOf(TriggerLibrary(snippets));
+    m_patterns.keepThoseOf(TriggerLibrary(snippets).regexes());
   }
 
   SlowPatterns m_patterns;

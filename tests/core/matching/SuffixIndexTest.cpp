@@ -6,6 +6,7 @@
 #include "core/TextExpansionEngine.h"
 #include "core/matching/NaiveMatcher.h"
 #include "core/matching/SuffixIndex.h"
+#include "core/matching/TriggerLibrary.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/ManualSteadyClock.h"
 #include "fakes/RecordingLineOutput.h"
@@ -25,6 +26,14 @@ QList<Snippet> literals(const QStringList& triggers) {
     snippets.append(snippet);
   }
   return snippets;
+}
+
+SuffixIndex indexOf(const QList<Snippet>& snippets) {
+  SuffixIndex index;
+  for (qsizetype position = 0; position < snippets.size(); ++position) {
+    index.add(snippets.at(position).trigger, static_cast<Rank>(position));
+  }
+  return index;
 }
 
 struct Row {
@@ -82,22 +91,43 @@ const Row table[] = {
 TEST(SuffixIndex, FindsTheFirstTriggerThatEndsTheText) {
   for (const Row& row : table) {
     SCOPED_TRACE(row.text.toStdString());
-    EXPECT_EQ(SuffixIndex(literals(row.triggers)).find(row.text), row.position);
+    EXPECT_EQ(indexOf(literals(row.triggers)).find(row.text), row.position);
     const auto naive = NaiveMatcher(literals(row.triggers)).findMatch(row.text);
     EXPECT_EQ(naive ? std::optional(naive->position) : std::nullopt, row.position)
         << "the reference is wrong";
   }
 }
 
-TEST(SuffixIndex, LeavesRegularExpressionsOut) {
-  QList<Snippet> snippets = literals({u"ab"_s, u"ab"_s});
-  snippets[0].isRegexTrigger = true;
-  EXPECT_EQ(SuffixIndex(snippets).find(u"ab"), 1);
+TEST(SuffixIndex, FindsWhatIsLeftWhenTriggersGo) {
+  SuffixIndex index = indexOf(literals({u"xab"_s, u"ab"_s, u"ab"_s, u"yab"_s}));
+  index.remove(u"ab", 1);
+  EXPECT_EQ(index.find(u"ab"), 2);
+  index.remove(u"xab", 0);
+  EXPECT_EQ(index.find(u"xab"), 2);
+  index.remove(u"ab", 2);
+  EXPECT_EQ(index.find(u"xab"), std::nullopt);
+  EXPECT_EQ(index.find(u"yab"), 3);
+  index.add(u"xab", 0);
+  EXPECT_EQ(index.find(u"xab"), 0);
+  index.remove(u"yab", 3);
+  index.remove(u"xab", 0);
+  EXPECT_EQ(index.find(u"yab"), std::nullopt);
+}
+
+TEST(SuffixIndex, KeepsTheRankThatASnippetHad) {
+  SuffixIndex index;
+  index.add(u"ab", 7);
+  index.add(u"xab", 5);
+  index.add(u"ab", 3);
+  EXPECT_EQ(index.find(u"xab"), 3);
+  index.remove(u"ab", 3);
+  EXPECT_EQ(index.find(u"xab"), 5);
+  EXPECT_EQ(index.find(u"ab"), 7);
 }
 
 TEST(SuffixIndex, HoldsTriggersOfAnyLength) {
   const QString text(200000, u'a');
-  const SuffixIndex index(literals({u"b"_s + text, text}));
+  const SuffixIndex index = indexOf(literals({u"b"_s + text, text}));
   EXPECT_EQ(index.find(text), 1);
   EXPECT_EQ(index.find(u"b"_s + text), 0);
   EXPECT_EQ(index.find(text.chopped(1)), std::nullopt);
@@ -222,6 +252,53 @@ TEST(SuffixIndex, AgreesWithTwoPlainPassesOnRandomLibraries) {
   EXPECT_GE(cases, 100000);
   EXPECT_GE(matches, cases / 5) << "too few of the cases match to prove anything";
   EXPECT_LE(matches, cases * 4 / 5) << "too few of the cases fail to match to prove anything";
+}
+
+// A library after one random operation, and what the operation was.
+ListChange changed(QList<Snippet>& snippets, RandomTexts& random) {
+  const QList<Snippet> others = random.library();
+  const int last = static_cast<int>(snippets.size()) - 1;
+  if (last < 0 || random.upTo(2) == 0) {
+    const ListChange change{ListChange::Kind::added, snippets.size(), others.size()};
+    snippets += others;
+    return change;
+  }
+  const qsizetype first = random.upTo(last);
+  const qsizetype count = 1 + random.upTo(std::min(3, last - static_cast<int>(first)));
+  if (random.upTo(1) == 0) {
+    snippets.remove(first, count);
+    return {ListChange::Kind::removed, first, count};
+  }
+  const qsizetype updated = std::min(count, others.size());
+  for (qsizetype n = 0; n < updated; ++n) snippets[first + n] = others.at(n);
+  return {ListChange::Kind::updated, first, updated};
+}
+
+TEST(TriggerLibrary, IsAfterEachChangeWhatItWouldBeIfItWereMadeOfTheList) {
+  RandomTexts random(20261122);
+  int matches = 0;
+  int kinds[3] = {};
+  for (int round = 0; round < 500; ++round) {
+    TriggerLibrary followed;
+    QList<Snippet> snippets;
+    for (int step = 0; step < 20; ++step) {
+      const ListChange change = changed(snippets, random);
+      ++kinds[static_cast<int>(change.kind)];
+      followed.follow(snippets, change);
+      const TriggerLibrary made(snippets);
+      ASSERT_EQ(followed.snippets().toList(), snippets);
+      ASSERT_EQ(followed.regexes(), made.regexes());
+      for (int buffers = 0; buffers < 5; ++buffers) {
+        const QString buffer = random.buffer(snippets);
+        const auto match = followed.literalThatEnds(buffer);
+        ASSERT_EQ(match, made.literalThatEnds(buffer)) << testing::PrintToString(buffer);
+        ASSERT_EQ(followed.replacementOf(buffer), made.replacementOf(buffer));
+        matches += match ? 1 : 0;
+      }
+    }
+  }
+  EXPECT_GE(matches, 5000) << "too few matches to prove anything";
+  EXPECT_GE(*std::min_element(kinds, kinds + 3), 2000);
 }
 
 }  // namespace

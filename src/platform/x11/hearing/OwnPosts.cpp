@@ -15,8 +15,6 @@ using namespace std::chrono_literals;
 constexpr auto timeOfPost = 10us;
 constexpr auto longestTimeToCome = 2000us;
 
-constexpr auto longestWaitForEvents = 20ms;
-
 }  // namespace
 
 void OwnPosts::record(uint32_t sequence, uint8_t keycode, bool press) {
@@ -47,7 +45,7 @@ std::chrono::microseconds OwnPosts::timeToCome() {
 
 void OwnPosts::awaitEvents() {
   std::unique_lock lock(m_mutex);
-  m_allCame.wait_for(lock, longestWaitForEvents, [this] { return m_posts.empty(); });
+  m_allCame.wait_for(lock, m_longestWait, [this] { return m_posts.empty(); });
 }
 
 }  // namespace zarvy::x11

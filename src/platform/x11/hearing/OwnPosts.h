@@ -13,6 +13,10 @@ namespace zarvy::x11 {
 // later, so a post accounts for one event only. Any thread.
 class OwnPosts {
  public:
+  // awaitEvents() waits no longer than that.
+  explicit OwnPosts(std::chrono::milliseconds longestWait = std::chrono::milliseconds{20})
+      : m_longestWait(longestWait) {}
+
   // Hold this while posting and recording, so that no event of a post is looked at before the post
   // is on record.
   [[nodiscard]] std::unique_lock<std::mutex> lockForPosting() { return std::unique_lock(m_mutex); }
@@ -39,6 +43,7 @@ class OwnPosts {
     bool press;
   };
 
+  const std::chrono::milliseconds m_longestWait;
   std::mutex m_mutex;
   std::condition_variable m_allCame;
   std::deque<Post> m_posts;

@@ -15,15 +15,8 @@ HiddenWindow::~HiddenWindow() {
   xcb_destroy_window(m_connection.xcb(), m_id);
 }
 
-// Without an event mask it goes to whoever made the window.
 void HiddenWindow::sendMessage() const {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = m_id;
-  message.type = XCB_ATOM_INTEGER;
-  xcb_send_event(m_connection.xcb(), 0, m_id, XCB_EVENT_MASK_NO_EVENT,
-                 reinterpret_cast<const char*>(&message));
+  sendToOwner(m_connection, {.window = m_id, .type = XCB_ATOM_INTEGER});
   m_connection.flush();
 }
 

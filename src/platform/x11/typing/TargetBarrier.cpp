@@ -103,16 +103,10 @@ void TargetBarrier::letKeymapBeRead() {
 TargetBarrier::Answer TargetBarrier::ping(xcb_window_t window, Clock::duration longest) {
   std::unique_lock lock(m_mutex);
   const uint32_t token = ++m_lastPing;
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = m_connection.atoms().wmProtocols;
-  message.data.data32[0] = m_connection.atoms().netWmPing;
-  message.data.data32[1] = token;  // stands where a time stamp is: the answer brings it back
-  message.data.data32[2] = window;
-  xcb_send_event(m_connection.xcb(), 0, window, XCB_EVENT_MASK_NO_EVENT,
-                 reinterpret_cast<const char*>(&message));
+  // The token stands where a time stamp is: the answer brings it back.
+  sendToOwner(m_connection, {.window = window,
+                             .type = m_connection.atoms().wmProtocols,
+                             .data = {m_connection.atoms().netWmPing, token, window}});
   m_connection.flush();
   const bool answered = waitFor(lock, longest, [&] { return m_lastAnswer >= token; });
   return answered ? Answer::read : Answer::silent;

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/connection/XcbReply.h"
 #include "platform/x11/windows/WindowProperties.h"
 
@@ -47,18 +48,14 @@ void X11ActivationPolicy::windowClosed(quint64 nativeWindow) {
 }
 
 void X11ActivationPolicy::ask(quint64 nativeWindow) const {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = static_cast<xcb_window_t>(nativeWindow);
-  message.type = m_connection.atoms().netWmState;
-  message.data.data32[0] = m_kind == Kind::accessory ? addState : removeState;
-  message.data.data32[1] = m_connection.atoms().netWmStateSkipTaskbar;
-  message.data.data32[2] = m_connection.atoms().netWmStateSkipPager;
-  message.data.data32[3] = sourceApplication;
-  xcb_send_event(m_connection.xcb(), 0, m_properties.rootOf(message.window),
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                 reinterpret_cast<const char*>(&message));
+  const auto window = static_cast<xcb_window_t>(nativeWindow);
+  const Atoms& atoms = m_connection.atoms();
+  sendToWindowManager(
+      m_connection, m_properties.rootOf(window),
+      {.window = window,
+       .type = atoms.netWmState,
+       .data = {m_kind == Kind::accessory ? addState : removeState, atoms.netWmStateSkipTaskbar,
+                atoms.netWmStateSkipPager, sourceApplication}});
   m_connection.flush();
 }
 

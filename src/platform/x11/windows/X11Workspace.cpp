@@ -7,6 +7,7 @@
 #include <QFileInfo>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace zarvy::x11 {
 
@@ -124,16 +125,10 @@ bool X11Workspace::activate(const RunningApplication& application) {
 }
 
 void X11Workspace::requestActivation(xcb_window_t root, xcb_window_t window) {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = m_connection.atoms().netActiveWindow;
-  message.data.data32[0] = sourcePager;
-  message.data.data32[1] = XCB_CURRENT_TIME;
-  xcb_send_event(m_connection.xcb(), 0, root,
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                 reinterpret_cast<const char*>(&message));
+  sendToWindowManager(m_connection, root,
+                      {.window = window,
+                       .type = m_connection.atoms().netActiveWindow,
+                       .data = {sourcePager, XCB_CURRENT_TIME}});
 }
 
 // As a window manager would.

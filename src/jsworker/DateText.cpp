@@ -1,26 +1,17 @@
 #include "jsworker/DateText.h"
 
-#include <memory>
-
 #include <unicode/ucal.h>
 #include <unicode/uloc.h>
 
 namespace zarvy {
-namespace {
-
-struct CloseFormat {
-  void operator()(UDateFormat* format) const { udat_close(format); }
-};
-
-}  // namespace
 
 std::u16string dateText(UDateFormatStyle date, UDateFormatStyle time) {
   UErrorCode status = U_ZERO_ERROR;
-  const std::unique_ptr<UDateFormat, CloseFormat> format(
+  const icu::LocalUDateFormatPointer format(
       udat_open(time, date, nullptr, nullptr, 0, nullptr, 0, &status));
   if (U_FAILURE(status)) return {};
   std::u16string text(256, u'\0');  // no locale's styles come near it
-  const int32_t length = udat_format(format.get(), ucal_getNow(), text.data(),
+  const int32_t length = udat_format(format.getAlias(), ucal_getNow(), text.data(),
                                      static_cast<int32_t>(text.size()), nullptr, &status);
   if (U_FAILURE(status)) return {};
   text.resize(static_cast<std::size_t>(length));

@@ -4,6 +4,8 @@
 
 #include <unicode/unorm2.h>
 
+#include "base/text/IcuText.h"
+
 namespace zarvy {
 namespace {
 
@@ -42,19 +44,11 @@ QString canonicalDecomposition(QStringView text) {
   const UNormalizer2* normalizer = decomposer();
   if (!normalizer || text.isEmpty()) return text.toString();
   const auto length = static_cast<int32_t>(text.size());
-  QString result(text.size() * 2, Qt::Uninitialized);
-  for (;;) {
-    UErrorCode status = U_ZERO_ERROR;
-    const int32_t size =
-        unorm2_normalize(normalizer, text.utf16(), length, reinterpret_cast<UChar*>(result.data()),
-                         static_cast<int32_t>(result.size()), &status);
-    if (status != U_BUFFER_OVERFLOW_ERROR) {
-      if (U_FAILURE(status)) return text.toString();
-      result.truncate(size);
-      return result;
-    }
-    result.resize(size);
-  }
+  const auto decompose = [&](char16_t* target, int32_t capacity, UErrorCode* status) {
+    return unorm2_normalize(normalizer, text.utf16(), length, target, capacity, status);
+  };
+  const auto result = textFromIcu(text.size() * 2, decompose);
+  return result ? *result : text.toString();
 }
 
 CanonicalGraphemes::Number CanonicalGraphemes::add(QStringView grapheme) {

@@ -1,12 +1,11 @@
 #include "base/text/CaseMapping.h"
 
-#include <memory>
-
 #include <unicode/ucasemap.h>
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
 
 #include "base/text/CodePoints.h"
+#include "base/text/IcuText.h"
 
 namespace zarvy {
 namespace {
@@ -14,23 +13,11 @@ namespace {
 // The mapping of no language in particular: null would be that of the environment.
 constexpr const char* noLanguage = "";
 
-// Calls `map`, a function of ICU's usual form (target, capacity, status) -> length. The text itself
-// is the answer where ICU refuses it, which only a lack of memory makes it do.
+// The text itself is the answer where ICU refuses it, which only a lack of memory makes it do.
 template <typename Map>
 QString mapped(QStringView text, Map map) {
-  QString result(text.size() + text.size() / 8, Qt::Uninitialized);
-  UErrorCode status = U_ZERO_ERROR;
-  const auto capacity = [&result] { return static_cast<int32_t>(result.size()); };
-  const auto target = [&result] { return reinterpret_cast<char16_t*>(result.data()); };
-  int32_t length = map(target(), capacity(), &status);
-  if (status == U_BUFFER_OVERFLOW_ERROR) {
-    result.resize(length);
-    status = U_ZERO_ERROR;
-    length = map(target(), capacity(), &status);
-  }
-  if (U_FAILURE(status)) return text.toString();
-  result.truncate(length);
-  return result;
+  const auto result = textFromIcu(text.size() + text.size() / 8, map);
+  return result ? *result : text.toString();
 }
 
 int32_t sizeOf(QStringView text) {
@@ -43,28 +30,25 @@ QString lower(QStringView text) {
   });
 }
 
-struct CloseCaseMap {
-  void operator()(UCaseMap* map) const { ucasemap_close(map); }
-};
-
 // Gives the first character its title form and the rest their lower one.
 class WordCapitals {
  public:
   WordCapitals() {
     UErrorCode status = U_ZERO_ERROR;
-    m_map.reset(ucasemap_open(noLanguage,
-                              U_TITLECASE_WHOLE_STRING | U_TITLECASE_NO_BREAK_ADJUSTMENT, &status));
+    m_map.adoptInstead(ucasemap_open(
+        noLanguage, U_TITLECASE_WHOLE_STRING | U_TITLECASE_NO_BREAK_ADJUSTMENT, &status));
   }
 
   [[nodiscard]] QString apply(QStringView word) {
-    if (!m_map) return word.toString();
+    if (m_map.isNull()) return word.toString();
     return mapped(word, [this, word](char16_t* target, int32_t capacity, UErrorCode* status) {
-      return ucasemap_toTitle(m_map.get(), target, capacity, word.utf16(), sizeOf(word), status);
+      return ucasemap_toTitle(m_map.getAlias(), target, capacity, word.utf16(), sizeOf(word),
+                              status);
     });
   }
 
  private:
-  std::unique_ptr<UCaseMap, CloseCaseMap> m_map;
+  icu::LocalUCaseMapPointer m_map;
 };
 
 // The first position from `start` on at which `isWanted` holds for the code point; else the end.

@@ -1,42 +1,40 @@
 #include "core/model/Folder.h"
 
-#include <utility>
-
-#include "base/json/JsonObjectReader.h"
-#include "base/json/JsonScalars.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+
+static void readMember(JsonObjectReader& reader, QStringView key, FolderColor& color) {
+  const auto known = folderColorFromRawText(reader.string(key));
+  if (!known) reader.fail(key, QStringLiteral("is not one of the eight colours"));
+  color = known.value_or(FolderColor::blue);
+}
+
+static QJsonValue jsonValue(FolderColor color) {
+  return rawText(color);
+}
+
 namespace {
 
-FolderColor readColor(JsonObjectReader& reader) {
-  const auto color = folderColorFromRawText(reader.string(u"color"));
-  if (!color) reader.fail(u"color", u"is not one of the eight colours"_s);
-  return color.value_or(FolderColor::blue);
-}
+constexpr std::tuple folderFields{
+    jsonField(u"id", &Folder::id),
+    jsonField(u"name", &Folder::name),
+    jsonField(u"color", &Folder::color),
+    jsonField(u"sortOrder", &Folder::sortOrder),
+};
 
 }  // namespace
 
 JsonResult<Folder> Folder::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  Folder folder;
-  folder.id = reader.uuid(u"id");
-  folder.name = reader.string(u"name");
-  folder.color = readColor(reader);
-  folder.sortOrder = reader.integer(u"sortOrder");
-  return reader.result(std::move(folder));
+  return recordFromJson<Folder>(value, folderFields);
 }
 
 QJsonObject Folder::toJson() const {
-  return {{u"id"_s, jsonText(id)},
-          {u"name"_s, name},
-          {u"color"_s, rawText(color)},
-          {u"sortOrder"_s, sortOrder}};
+  return recordToJson(*this, folderFields);
 }
 
 size_t qHash(const Folder& folder, size_t seed) noexcept {
-  return qHashMulti(seed, folder.id, folder.name, folder.color, folder.sortOrder);
+  return recordHash(folder, folderFields, seed);
 }
 
 }  // namespace zarvy

@@ -1,33 +1,25 @@
 #include "core/model/ImportBatch.h"
 
-#include <utility>
-
-#include <QJsonArray>
-
-#include "base/json/JsonObjectReader.h"
-#include "base/json/JsonScalars.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+namespace {
+
+constexpr std::tuple importBatchFields{
+    jsonField(u"id", &ImportBatch::id),
+    jsonField(u"timestamp", &ImportBatch::timestamp),
+    jsonField(u"sourceFile", &ImportBatch::sourceFile),
+    jsonField(u"snippetIDs", &ImportBatch::snippetIDs),
+};
+
+}  // namespace
 
 JsonResult<ImportBatch> ImportBatch::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  ImportBatch batch;
-  batch.id = reader.uuid(u"id");
-  batch.timestamp = reader.instant(u"timestamp");
-  batch.sourceFile = reader.string(u"sourceFile");
-  batch.snippetIDs = reader.uuids(u"snippetIDs");
-  return reader.result(std::move(batch));
+  return recordFromJson<ImportBatch>(value, importBatchFields);
 }
 
 QJsonObject ImportBatch::toJson() const {
-  QJsonArray ids;
-  for (const QUuid& snippetID : snippetIDs) ids.append(jsonText(snippetID));
-  return {{u"id"_s, jsonText(id)},
-          {u"timestamp"_s, jsonText(timestamp)},
-          {u"sourceFile"_s, sourceFile},
-          {u"snippetIDs"_s, ids}};
+  return recordToJson(*this, importBatchFields);
 }
 
 }  // namespace zarvy

@@ -1,32 +1,27 @@
 #include "core/model/Settings.h"
 
-#include "base/json/JsonObjectReader.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+namespace {
+
+constexpr std::tuple settingsFields{
+    jsonField(u"soundEnabled", &Settings::soundEnabled),
+    jsonField(u"iCloudSyncEnabled", &Settings::iCloudSyncEnabled),
+    jsonField(u"launchAtLogin", &Settings::launchAtLogin),
+    jsonField(u"hideDockIcon", &Settings::hideDockIcon),
+    jsonFieldWithDefault(u"quickSearchKeyCode", &Settings::quickSearchKeyCode),
+    jsonFieldWithDefault(u"quickSearchModifiers", &Settings::quickSearchModifiers),
+};
+
+}  // namespace
 
 JsonResult<Settings> Settings::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  Settings settings;
-  settings.soundEnabled = reader.boolean(u"soundEnabled");
-  settings.iCloudSyncEnabled = reader.boolean(u"iCloudSyncEnabled");
-  settings.launchAtLogin = reader.boolean(u"launchAtLogin");
-  settings.hideDockIcon = reader.boolean(u"hideDockIcon");
-  settings.quickSearchKeyCode =
-      reader.unsigned16(u"quickSearchKeyCode", settings.quickSearchKeyCode);
-  settings.quickSearchModifiers =
-      reader.unsigned64(u"quickSearchModifiers", settings.quickSearchModifiers);
-  return reader.result(settings);
+  return recordFromJson<Settings>(value, settingsFields);
 }
 
 QJsonObject Settings::toJson() const {
-  return {{u"soundEnabled"_s, soundEnabled},
-          {u"iCloudSyncEnabled"_s, iCloudSyncEnabled},
-          {u"launchAtLogin"_s, launchAtLogin},
-          {u"hideDockIcon"_s, hideDockIcon},
-          {u"quickSearchKeyCode"_s, quickSearchKeyCode},
-          {u"quickSearchModifiers"_s, jsonNumber(quickSearchModifiers)}};
+  return recordToJson(*this, settingsFields);
 }
 
 }  // namespace zarvy

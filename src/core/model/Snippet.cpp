@@ -2,12 +2,23 @@
 
 #include <utility>
 
-#include "base/json/JsonObjectReader.h"
-#include "base/json/JsonScalars.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+namespace {
+
+constexpr std::tuple snippetFields{
+    jsonField(u"id", &Snippet::id),
+    jsonField(u"title", &Snippet::title),
+    jsonField(u"trigger", &Snippet::trigger),
+    jsonField(u"replacement", &Snippet::replacement),
+    jsonField(u"folderID", &Snippet::folderID),
+    jsonField(u"createdAt", &Snippet::createdAt),
+    jsonField(u"modifiedAt", &Snippet::modifiedAt),
+    jsonFieldWithDefault(u"isRegexTrigger", &Snippet::isRegexTrigger),
+};
+
+}  // namespace
 
 Snippet Snippet::create(QString title, QString trigger, QString replacement, const Clock& clock,
                         std::optional<QUuid> folderID) {
@@ -21,36 +32,15 @@ Snippet Snippet::create(QString title, QString trigger, QString replacement, con
 }
 
 JsonResult<Snippet> Snippet::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  Snippet snippet;
-  snippet.id = reader.uuid(u"id");
-  snippet.title = reader.string(u"title");
-  snippet.trigger = reader.string(u"trigger");
-  snippet.replacement = reader.string(u"replacement");
-  snippet.folderID = reader.optionalUuid(u"folderID");
-  snippet.createdAt = reader.instant(u"createdAt");
-  snippet.modifiedAt = reader.instant(u"modifiedAt");
-  snippet.isRegexTrigger = reader.boolean(u"isRegexTrigger", false);
-  return reader.result(std::move(snippet));
+  return recordFromJson<Snippet>(value, snippetFields);
 }
 
 QJsonObject Snippet::toJson() const {
-  QJsonObject object{{u"id"_s, jsonText(id)},
-                     {u"title"_s, title},
-                     {u"trigger"_s, trigger},
-                     {u"replacement"_s, replacement},
-                     {u"createdAt"_s, jsonText(createdAt)},
-                     {u"modifiedAt"_s, jsonText(modifiedAt)},
-                     {u"isRegexTrigger"_s, isRegexTrigger}};
-  if (folderID) object.insert(u"folderID"_s, jsonText(*folderID));
-  return object;
+  return recordToJson(*this, snippetFields);
 }
 
 size_t qHash(const Snippet& snippet, size_t seed) noexcept {
-  seed = qHashMulti(seed, snippet.id, snippet.title, snippet.trigger, snippet.replacement);
-  seed = snippet.folderID ? qHashMulti(seed, quint8{1}, *snippet.folderID)
-                          : qHashMulti(seed, quint8{0});
-  return qHashMulti(seed, snippet.createdAt, snippet.modifiedAt, snippet.isRegexTrigger);
+  return recordHash(snippet, snippetFields, seed);
 }
 
 }  // namespace zarvy

@@ -1,28 +1,25 @@
 #include "core/model/StatsSummary.h"
 
-#include "base/json/JsonObjectReader.h"
-#include "base/json/JsonScalars.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+namespace {
+
+constexpr std::tuple statsSummaryFields{
+    jsonField(u"totalExpansions", &StatsSummary::totalExpansions),
+    jsonField(u"totalCharactersSaved", &StatsSummary::totalCharactersSaved),
+    jsonField(u"totalTimeSavedSeconds", &StatsSummary::totalTimeSavedSeconds),
+    jsonField(u"firstExpansionDate", &StatsSummary::firstExpansionDate),
+};
+
+}  // namespace
 
 JsonResult<StatsSummary> StatsSummary::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  StatsSummary summary;
-  summary.totalExpansions = reader.integer(u"totalExpansions");
-  summary.totalCharactersSaved = reader.integer(u"totalCharactersSaved");
-  summary.totalTimeSavedSeconds = reader.number(u"totalTimeSavedSeconds");
-  summary.firstExpansionDate = reader.optionalInstant(u"firstExpansionDate");
-  return reader.result(summary);
+  return recordFromJson<StatsSummary>(value, statsSummaryFields);
 }
 
 QJsonObject StatsSummary::toJson() const {
-  QJsonObject object{{u"totalExpansions"_s, totalExpansions},
-                     {u"totalCharactersSaved"_s, totalCharactersSaved},
-                     {u"totalTimeSavedSeconds"_s, totalTimeSavedSeconds}};
-  if (firstExpansionDate) object.insert(u"firstExpansionDate"_s, jsonText(*firstExpansionDate));
-  return object;
+  return recordToJson(*this, statsSummaryFields);
 }
 
 }  // namespace zarvy

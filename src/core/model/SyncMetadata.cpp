@@ -1,27 +1,24 @@
 #include "core/model/SyncMetadata.h"
 
-#include <utility>
-
-#include "base/json/JsonObjectReader.h"
-#include "base/json/JsonScalars.h"
-
-using namespace Qt::Literals::StringLiterals;
+#include "base/json/JsonRecord.h"
 
 namespace zarvy {
+namespace {
+
+constexpr std::tuple syncMetadataFields{
+    jsonField(u"lastSyncDate", &SyncMetadata::lastSyncDate),
+    jsonField(u"deviceID", &SyncMetadata::deviceID),
+    jsonField(u"dataVersion", &SyncMetadata::dataVersion),
+};
+
+}  // namespace
 
 JsonResult<SyncMetadata> SyncMetadata::fromJson(const QJsonValue& value) {
-  JsonObjectReader reader(value);
-  SyncMetadata metadata;
-  metadata.lastSyncDate = reader.instant(u"lastSyncDate");
-  metadata.deviceID = reader.string(u"deviceID");
-  metadata.dataVersion = reader.integer(u"dataVersion");
-  return reader.result(std::move(metadata));
+  return recordFromJson<SyncMetadata>(value, syncMetadataFields);
 }
 
 QJsonObject SyncMetadata::toJson() const {
-  return {{u"lastSyncDate"_s, jsonText(lastSyncDate)},
-          {u"deviceID"_s, deviceID},
-          {u"dataVersion"_s, dataVersion}};
+  return recordToJson(*this, syncMetadataFields);
 }
 
 }  // namespace zarvy

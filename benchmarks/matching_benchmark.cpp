@@ -8,7 +8,7 @@
 #include <benchmark/benchmark.h>
 
 #include "base/LineOutput.h"
-#include "base/ThreadTimeClock.h"
+#include "base/SteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 

@@ -4,9 +4,9 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/Clock.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
-#include "base/SystemClock.h"
 #include "base/UtcZone.h"
 #include "stats/StatsStore.h"
 #include "storage/DataStore.h"

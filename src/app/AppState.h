@@ -10,7 +10,6 @@
 #include "app/library/LibraryOperations.h"
 #include "app/library/LibrarySaver.h"
 #include "app/library/LibrarySelection.h"
-#include "app/library/LibraryServices.h"
 #include "app/library/LibrarySync.h"
 #include "app/library/SnippetFilter.h"
 #include "app/presence/DesktopPresence.h"

@@ -13,4 +13,10 @@ class Clock {
   [[nodiscard]] virtual QDateTime now() const = 0;
 };
 
+// The machine's own clock.
+class SystemClock final : public Clock {
+ public:
+  [[nodiscard]] QDateTime now() const override { return QDateTime::currentDateTimeUtc(); }
+};
+
 }  // namespace zarvy

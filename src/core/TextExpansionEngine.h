@@ -16,7 +16,6 @@
 #include "base/LineOutput.h"
 #include "base/SteadyClock.h"
 #include "core/CursorMarker.h"
-#include "core/TriggerMatch.h"
 #include "core/matching/SlowPatterns.h"
 #include "core/matching/TriggerLibrary.h"
 #include "core/model/GlobalVariable.h"
@@ -28,6 +27,17 @@ namespace zarvy {
 struct FillInField;
 class MatchingRound;
 class Regex;
+
+// The snippet whose trigger ends the typed text.
+struct TriggerMatch {
+  Snippet snippet;
+  // What the match consumed; its length in user-perceived characters is what gets deleted.
+  QString matchedString;
+  // The named groups of a regular-expression trigger that took part; empty for a literal one.
+  QMap<QString, QString> captures;
+
+  bool operator==(const TriggerMatch&) const = default;
+};
 
 // Decides whether the text just typed ends in a trigger, and turns the snippet's replacement into
 // the text to type. Any thread, unless said otherwise; in practice the main one.

@@ -7,10 +7,7 @@
 
 #include "base/text/CalendarDays.h"
 #include "core/model/ExpansionEvent.h"
-#include "stats/DailyStats.h"
-#include "stats/HourlyStats.h"
-#include "stats/SnippetUsage.h"
-#include "stats/StatsMetrics.h"
+#include "stats/StatsFigures.h"
 
 namespace zarvy {
 

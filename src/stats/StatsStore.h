@@ -10,10 +10,7 @@
 #include "core/model/ExpansionEvent.h"
 #include "core/model/Snippet.h"
 #include "core/model/StatsSummary.h"
-#include "stats/DailyStats.h"
-#include "stats/HourlyStats.h"
-#include "stats/SnippetUsage.h"
-#include "stats/StatsMetrics.h"
+#include "stats/StatsFigures.h"
 #include "storage/DebouncedSave.h"
 
 namespace zarvy {

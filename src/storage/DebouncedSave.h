@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/Scheduler.h"
-#include "base/TaskHandle.h"
 #include "storage/DocumentQueue.h"
 
 namespace zarvy {

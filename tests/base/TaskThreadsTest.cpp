@@ -7,8 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "base/TaskThreads.h"
-#include "base/ThreadSerialQueue.h"
-#include "base/ThreadWorkerPool.h"
+#include "base/ThreadQueues.h"
 
 namespace zarvy {
 namespace {

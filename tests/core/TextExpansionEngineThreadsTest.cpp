@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/ThreadTimeClock.h"
+#include "base/SteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"

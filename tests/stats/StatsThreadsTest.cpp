@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/ThreadSerialQueue.h"
+#include "base/ThreadQueues.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualScheduler.h"
 #include "stats/StatsStore.h"

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/ThreadSerialQueue.h"
+#include "base/ThreadQueues.h"
 #include "fakes/ManualScheduler.h"
 #include "storage/CounterStore.h"
 #include "storage/DataFolder.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 
 #include <QList>
@@ -8,7 +9,6 @@
 #include <QString>
 
 #include "app/expansion/FillInWindow.h"
-#include "app/expansion/PendingExpansion.h"
 #include "app/expansion/QuickSearchWindow.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
@@ -16,12 +16,27 @@
 #include "core/KeyboardMonitor.h"
 #include "core/TextExpansionEngine.h"
 #include "core/injection/TextInjector.h"
+#include "core/injection/TypedSince.h"
+#include "core/model/Snippet.h"
+#include "core/placeholders/FillInField.h"
+#include "platform/RunningApplication.h"
 #include "platform/Workspace.h"
 #include "stats/StatsStore.h"
 
 namespace zarvy {
 
 class Library;
+
+// An expansion that waits for its form.
+struct PendingExpansion {
+  Snippet snippet;
+  QList<FillInField> fields;
+  std::optional<RunningApplication> targetApp;  // in front when the form was asked for
+  qsizetype matchLength = 0;  // user-perceived characters to delete in front of the caret
+  std::shared_ptr<TypedSince> typedSince;  // the trigger; none where nothing was typed
+
+  bool operator==(const PendingExpansion&) const = default;
+};
 
 // What the roads of an expansion take. All of it outlives AppState and what AppState posts.
 struct CoordinatorServices {

@@ -6,7 +6,6 @@
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/ImportBatch.h"
-#include "core/model/ListChange.h"
 #include "core/model/Settings.h"
 #include "core/model/SnippetList.h"
 

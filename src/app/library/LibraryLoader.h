@@ -1,21 +1,51 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
-#include "app/library/LoadedLibrary.h"
+#include <QByteArray>
+#include <QList>
+
+#include "base/Clock.h"
 #include "base/Scheduler.h"
+#include "core/model/Folder.h"
+#include "core/model/GlobalVariable.h"
+#include "core/model/ImportBatch.h"
+#include "core/model/Settings.h"
+#include "core/model/Snippet.h"
+#include "core/model/SyncMetadata.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DocumentQueue.h"
 #include "storage/FieldDefaultsStore.h"
+#include "storage/sync/iCloudSyncService.h"
 
 namespace zarvy {
+
+// What the program reads from its documents at start, beside what its stores keep for themselves.
+struct LoadedLibrary {
+  QList<Snippet> snippets;
+  QList<Folder> folders;
+  Settings settings;
+  QList<GlobalVariable> globalVariables;
+  QList<ImportBatch> importBatches = {};          // newest first
+  std::optional<SyncMetadata> syncMetadata = {};  // of the last sync; absent before the first
+};
 
 // The stores that keep documents of their own in memory.
 struct LoadedStores {
   CounterStore& counters;
   StatsStore& stats;
   FieldDefaultsStore& fieldDefaults;
+};
+
+// What the library takes. All of it outlives AppState and what AppState posts.
+struct LibraryServices {
+  DocumentQueue& documents;
+  LoadedStores stores;
+  const iCloudSyncService& cloudSync;
+  const Clock& clock;
+  QByteArray locale;  // the user's, as ICU names it
 };
 
 // Reads all documents at start. Main thread; the reading happens on the documents' queue.

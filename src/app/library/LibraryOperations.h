@@ -9,8 +9,8 @@
 #include "core/TextExpansionEngine.h"
 #include "core/model/Folder.h"
 #include "core/model/GlobalVariable.h"
-#include "core/model/ListChange.h"
 #include "core/model/Snippet.h"
+#include "core/model/SnippetList.h"
 
 namespace zarvy {
 

@@ -10,7 +10,6 @@
 #include "core/TextExpansionEngine.h"
 #include "core/model/SyncMetadata.h"
 #include "storage/DocumentQueue.h"
-#include "storage/sync/SyncResult.h"
 #include "storage/sync/SyncStatus.h"
 #include "storage/sync/iCloudSyncService.h"
 

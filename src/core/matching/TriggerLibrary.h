@@ -7,7 +7,6 @@
 #include <QList>
 
 #include "core/matching/SuffixIndex.h"
-#include "core/model/ListChange.h"
 #include "core/model/SnippetList.h"
 
 namespace zarvy {

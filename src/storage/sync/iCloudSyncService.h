@@ -17,7 +17,7 @@
 #include "core/model/SyncMetadata.h"
 #include "platform/CloudDrive.h"
 #include "platform/UserDefaults.h"
-#include "storage/sync/SyncResult.h"
+#include "storage/sync/SyncStatus.h"
 #include "storage/sync/SyncVerdict.h"
 #include "storage/sync/SyncedData.h"
 

@@ -6,7 +6,7 @@
 #include <QObject>
 
 #include "app/expansion/QuickSearchWindow.h"
-#include "base/TaskHandle.h"
+#include "base/Scheduler.h"
 #include "ui/quicksearch/QuickSearchServices.h"
 #include "ui/window/Panel.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/ThreadWorkerPool.h"
+#include "base/ThreadQueues.h"
 #include "core/injection/TextInjector.h"
 #include "fakes/FakeInputMethod.h"
 #include "fakes/FakeWorkspace.h"

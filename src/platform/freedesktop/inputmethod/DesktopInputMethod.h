@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "base/ThreadSerialQueue.h"
+#include "base/ThreadQueues.h"
 #include "platform/InputMethod.h"
 
 namespace zarvy {

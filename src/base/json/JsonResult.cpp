@@ -1,4 +1,4 @@
-#include "base/json/JsonError.h"
+#include "base/json/JsonResult.h"
 
 using namespace Qt::Literals::StringLiterals;
 

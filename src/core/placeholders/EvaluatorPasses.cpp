@@ -2,12 +2,14 @@
 #include "core/evaluation/Evaluator.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/PlaceholderScan.h"
+#include "core/placeholders/Replacement.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
 namespace {
 
+constexpr QStringView scriptOpeners[] = {u"{{js:"};
 constexpr QStringView commandOpeners[] = {u"{{shell:"};
 
 // Whether `part` of `text` begins and ends between user-perceived characters.
@@ -18,8 +20,15 @@ bool isOfWholeCharacters(QStringView text, QStringView part) {
 
 }  // namespace
 
-// Other than the other passes this one begins anew after each command: equal commands run once
-// each, and a command may write a further one, up to the limit.
+QString javaScriptPass(const QString& text, PassContext& context) {
+  const auto valueOf = [&javaScript = context.services.javaScript](const Placeholder& placeholder) {
+    return javaScript.evaluate(placeholder.argument.toString());
+  };
+  return replacePlaceholders(text, {scriptOpeners}, valueOf, context.limit);
+}
+
+// Other than the other passes this one begins again at the start after each command: equal commands
+// run once each, and a command may write a further one, up to the limit.
 QString shellPass(const QString& text, PassContext& context) {
   QString result = text;
   while (const auto placeholder = PlaceholderScan(result, {commandOpeners}).next()) {

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 
 #include "base/PrivateMemory.h"
+#include "platform/desktop/DesktopFactory.h"
 #include "ui/Scenes.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -48,8 +49,9 @@ ScriptWorkerCommand scriptWorkerFor(const RegionalSettings& region) {
 ZarvyApp::ZarvyApp(LineOutput& output)
     : m_output(output),
       m_mainThread(m_scheduler),
-      m_desktop(m_scheduler, m_output, m_userDefaults,
-                [] { QCoreApplication::exit(statusWithoutDisplay); }),
+      m_desktop(makeDesktop(m_scheduler, m_output, m_userDefaults,
+                            [] { QCoreApplication::exit(statusWithoutDisplay); })),
+      m_parts(m_desktop->parts()),
       m_store(m_output),
       m_keyboardProcessing("com.zarvy.keyboardprocessing"),
       m_storageQueue("zarvy-storage"),
@@ -65,24 +67,24 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_sound(m_soundWorkers, soundFile()),
       m_region(RegionalSettings::ofUser()),
       m_dates(m_region),
-      m_pasteboard(m_othersClipboard),
+      m_pasteboard(m_desktop->othersClipboard()),
       m_shell(m_childReaper),
       m_javaScript(m_output, m_childReaper, scriptWorkerFor(m_region)),
       m_engine(m_output, m_matchingClock, placeholderServices()),
-      m_monitor(m_desktop.parts(), m_desktop, m_scheduler, m_keyboardProcessing, m_output),
-      m_injector(TextInjector::make(m_desktop.parts(), m_desktop.parts(), m_inputMethod, m_sleeper,
-                                    m_workers, m_scheduler)),
-      m_secureInputWatch(m_desktop.parts(), m_desktop.parts(), m_scheduler),
+      m_monitor(m_parts.keyEventSource, *m_desktop, m_scheduler, m_keyboardProcessing, m_output),
+      m_injector(TextInjector::make(m_parts.keyEventPoster, m_parts.workspace,
+                                    m_desktop->inputMethod(), m_sleeper, m_workers, m_scheduler)),
+      m_secureInputWatch(m_parts.secureInput, m_parts.workspace, m_scheduler),
       m_loginItem(QCoreApplication::applicationFilePath()),
       m_colorScheme(
           sessionOfWindows(), [this](ColorScheme scheme) { m_colors.setColorScheme(scheme); },
           &keepMemoryPrivate),
-      m_ownWindows([this](quint64 window) { m_desktop.parts().windowOpened(window); },
-                   [this](quint64 window) { m_desktop.parts().windowClosed(window); }),
+      m_ownWindows([this](quint64 window) { m_parts.activationPolicy.windowOpened(window); },
+                   [this](quint64 window) { m_parts.activationPolicy.windowClosed(window); }),
       m_fillInWindow(fillInServices()),
       m_quickSearchWindow(quickSearchServices()),
       m_state(libraryServices(), coordinatorServices(), expansionServices(), presenceServices()),
-      m_windows(m_state, m_desktop.parts()),
+      m_windows(m_state, m_parts.workspace),
       m_menu(
           m_state.library(), m_state.selection(), m_state.expansion(),
           [this](const QString& id) { m_windows.comeForwardWith(id); }, &QCoreApplication::quit),
@@ -98,13 +100,13 @@ bool ZarvyApp::end() {
   m_secureInputWatch.stop();
   m_mainThread.close();
   m_injector->cutShort();
-  m_desktop.abandonTyping();
+  m_desktop->abandonTyping();
   const auto start = std::chrono::steady_clock::now();
   const bool isTyped = m_workers.drainUntil(start + patienceWithTyping) &&
                        m_keyboardProcessing.drainUntil(start + patienceWithTyping);
   const bool isSaved = finishSaves(start + patienceWithDisks);
   if (!isTyped) return false;
-  m_desktop.close();
+  m_desktop->close();
   const auto soundsEnd = std::chrono::steady_clock::now() + patienceWithSounds;
   m_hasEndedInOrder = m_soundWorkers.drainUntil(soundsEnd) && isSaved;
   return m_hasEndedInOrder;
@@ -113,7 +115,7 @@ bool ZarvyApp::end() {
 void ZarvyApp::start() {
   m_scheduler.postAfter(patienceWithPortal, &keepMemoryPrivate);
   m_trayIcon.show();
-  if (!m_desktop.isTrusted()) m_output.print(m_desktop.reasonForMissing());
+  if (!m_desktop->isTrusted()) m_output.print(m_desktop->reasonForMissing());
   m_state.loadData();
 }
 
@@ -133,14 +135,23 @@ PlaceholderServices ZarvyApp::placeholderServices() {
 }
 
 CoordinatorServices ZarvyApp::coordinatorServices() {
-  return {m_monitor,           m_engine,    *m_injector, m_desktop.parts(), m_stats, m_fillInWindow,
+  return {m_monitor,           m_engine,    *m_injector, m_parts.workspace, m_stats, m_fillInWindow,
           m_quickSearchWindow, m_scheduler, m_output};
 }
 
 ExpansionServices ZarvyApp::expansionServices() {
-  return {
-      m_monitor,          m_engine,  *m_injector,         m_desktop.parts(), m_sound,     m_workers,
-      m_secureInputWatch, m_desktop, m_quickSearchWindow, m_desktop.parts(), m_scheduler, m_output};
+  return {m_monitor,
+          m_engine,
+          *m_injector,
+          m_parts.keyEventPoster,
+          m_sound,
+          m_workers,
+          m_secureInputWatch,
+          *m_desktop,
+          m_quickSearchWindow,
+          m_parts.hotKeys,
+          m_scheduler,
+          m_output};
 }
 
 LibraryServices ZarvyApp::libraryServices() {
@@ -149,16 +160,16 @@ LibraryServices ZarvyApp::libraryServices() {
 }
 
 FillInServices ZarvyApp::fillInServices() {
-  return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_desktop.parts()};
+  return {m_engine, m_fieldDefaults, m_dates, m_clock, m_scheduler, m_parts.workspace};
 }
 
 QuickSearchServices ZarvyApp::quickSearchServices() {
-  return {m_scheduler, m_desktop.parts(), [this] { return m_desktop.hasCompositor(); },
-          [this](quint64 window) { m_desktop.parts().leaveOut(window); }};
+  return {m_scheduler, m_parts.workspace, [this] { return m_desktop->hasCompositor(); },
+          [this](quint64 window) { m_parts.activationPolicy.leaveOut(window); }};
 }
 
 PresenceServices ZarvyApp::presenceServices() {
-  return {m_desktop.parts(), m_loginItem, m_ownWindows, m_scheduler, m_output};
+  return {m_parts.activationPolicy, m_loginItem, m_ownWindows, m_scheduler, m_output};
 }
 
 }  // namespace zarvy

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "Desktop.h"
 #include "app/AppState.h"
 #include "base/Clock.h"
 #include "base/LineOutput.h"
@@ -19,14 +18,13 @@
 #include "core/evaluation/ShellEvaluator.h"
 #include "core/injection/TextInjector.h"
 #include "core/placeholders/DateFormatters.h"
+#include "platform/Desktop.h"
 #include "platform/freedesktop/CanberraSoundOutput.h"
 #include "platform/freedesktop/PortalColorScheme.h"
 #include "platform/freedesktop/QSettingsUserDefaults.h"
 #include "platform/freedesktop/QtPasteboard.h"
 #include "platform/freedesktop/SyncedFolderDrive.h"
 #include "platform/freedesktop/XdgLoginItem.h"
-#include "platform/freedesktop/inputmethod/DesktopInputMethod.h"
-#include "platform/x11/clipboard/X11Pasteboard.h"
 #include "stats/StatsStore.h"
 #include "storage/CounterStore.h"
 #include "storage/DataStore.h"
@@ -83,8 +81,8 @@ class ZarvyApp {
   QtScheduler m_scheduler;
   MainThread m_mainThread;
   QSettingsUserDefaults m_userDefaults;
-  Desktop m_desktop;
-  DesktopInputMethod m_inputMethod;
+  const std::unique_ptr<Desktop> m_desktop;
+  const DesktopParts& m_parts;  // of the desktop
   DataStore m_store;
   ThreadSerialQueue m_keyboardProcessing;
   ThreadSerialQueue m_storageQueue;
@@ -100,7 +98,6 @@ class ZarvyApp {
   CanberraSoundOutput m_sound;
   const RegionalSettings m_region;
   DateFormatters m_dates;
-  x11::X11Pasteboard m_othersClipboard;
   QtPasteboard m_pasteboard;
   ChildReaper m_childReaper;
   ShellEvaluator m_shell;

@@ -18,10 +18,8 @@
 #include "base/StandardErrorMessages.h"
 #include "base/StandardLineOutput.h"
 #include "base/TerminationSignals.h"
-#include "platform/freedesktop/accessibility/ToolkitBridge.h"
+#include "platform/desktop/ProgramStart.h"
 #include "platform/posix/DeathWatch.h"
-#include "platform/x11/connection/DisplayProbe.h"
-#include "platform/x11/typing/TypingRecord.h"
 #include "storage/DataStore.h"
 
 namespace {
@@ -34,15 +32,6 @@ constexpr std::chrono::milliseconds patienceWithToolkit{500};
 
 void limitEnd() {
   zarvy::endProcessWithin(longestEnd);
-}
-
-// The platform plugins that Qt is to try, in their order. Where none loads, Qt ends the program;
-// this one stays up, to say why nothing expands.
-QByteArray platformPlugins() {
-  const QByteArray chosen = qgetenv("QT_QPA_PLATFORM");
-  const bool wantsX = chosen.isEmpty() || chosen.startsWith("xcb");
-  if (wantsX && !zarvy::x11::canReachDisplay()) return "offscreen";
-  return (chosen.isEmpty() ? "xcb" : chosen) + ";offscreen";
 }
 
 // No display was there when it started, and none can be added; somebody who starts the program
@@ -106,12 +95,12 @@ int main(int argc, char* argv[]) {
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
   std::signal(SIGCHLD, SIG_DFL);
-  const zarvy::DeathWatch deathWatch(&zarvy::x11::releaseKeysOfDeadProcess);
+  const zarvy::DeathWatch deathWatch(&zarvy::releaseKeysLeftBy);
 
   // The program has no options, and those of Qt are not for its users.
   QByteArray program = argc > 0 ? argv[0] : "zarvy";
   QByteArray option = "-platform";
-  QByteArray plugins = platformPlugins();
+  QByteArray plugins = zarvy::toolkitPlugins();
   std::array arguments{program.data(), option.data(), plugins.data()};
   auto argumentCount = static_cast<int>(arguments.size());
   QApplication application(argumentCount, arguments.data());
@@ -131,7 +120,7 @@ int main(int argc, char* argv[]) {
     output.print(QStringLiteral("Zarvy is running already."));
     return 0;
   }
-  zarvy::keepToolkitFromBusThatHangs();
+  zarvy::keepToolkitFromServicesThatHang();
   const zarvy::TerminationSignals signals(&QCoreApplication::quit, &limitEnd);
   zarvy::ZarvyApp app(output);
   app.start();

@@ -3,18 +3,9 @@
 #include <atomic>
 
 #include "platform/AbsentDesktop.h"
+#include "platform/DesktopParts.h"
 
 namespace zarvy {
-
-// What a desktop offers the program.
-struct DesktopParts {
-  KeyEventSource& keyEventSource;
-  KeyEventPoster& keyEventPoster;
-  Workspace& workspace;
-  SecureInput& secureInput;
-  HotKeys& hotKeys;
-  ActivationPolicy& activationPolicy;
-};
 
 // A desktop that may come after those who stand on it have been made: absent until it has come, and
 // again once it has gone. Each call goes to where its port says that it may be made.
@@ -90,7 +81,7 @@ class LateDesktop final : public KeyEventSource,
   [[nodiscard]] const DesktopParts& now() const { return *m_parts.load(); }
 
   AbsentDesktop m_absent;
-  const DesktopParts m_absentParts{m_absent, m_absent, m_absent, m_absent, m_absent, m_absent};
+  const DesktopParts m_absentParts = partsOf(m_absent);
   std::atomic<const DesktopParts*> m_parts = &m_absentParts;
 };
 

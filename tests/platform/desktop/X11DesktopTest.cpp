@@ -5,13 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include "Desktop.h"
 #include "e2e/harness/Person.h"
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/WaitUntil.h"
 #include "fakes/FakeUserDefaults.h"
 #include "fakes/ManualScheduler.h"
 #include "fakes/RecordingLineOutput.h"
+#include "platform/Desktop.h"
+#include "platform/KeyEventSource.h"
+#include "platform/desktop/DesktopFactory.h"
 #include "support/QtPrinters.h"
 
 namespace zarvy {
@@ -28,8 +30,8 @@ class LateX11Desktop : public testing::Test {
     qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/dev/null");
   }
 
-  [[nodiscard]] std::optional<KeyEventSource::Token> listen(Desktop& desktop) {
-    return desktop.parts().addGlobalMonitor([this](const KeyEvent& event) {
+  [[nodiscard]] std::optional<KeyEventSource::Token> listen(const Desktop& desktop) {
+    return desktop.parts().keyEventSource.addGlobalMonitor([this](const KeyEvent& event) {
       m_heard += event.charactersIgnoringModifiers.value_or(u""_s);
     });
   }
@@ -53,8 +55,9 @@ class LateX11Desktop : public testing::Test {
 };
 
 TEST_F(LateX11Desktop, IsFoundWhenItIsLookedForAgain) {
-  Desktop desktop(m_scheduler, m_output, m_defaults, [] {});
-  KeyEventSource& source = desktop.parts();
+  const auto made = makeDesktop(m_scheduler, m_output, m_defaults, [] {});
+  Desktop& desktop = *made;
+  KeyEventSource& source = desktop.parts().keyEventSource;
   desktop.lookAgain();
   EXPECT_FALSE(desktop.isTrusted());
   EXPECT_EQ(desktop.reasonForMissing(), u"No X display can be reached."_s);
@@ -83,7 +86,8 @@ TEST_F(LateX11Desktop, IsFoundWhenItIsLookedForAgain) {
 TEST_F(LateX11Desktop, IsNotFoundWhileItLacksAnExtension) {
   const e2e::PrivateXServer server(m_folder.path().toStdString(), {"-extension", "XTEST"});
   qputenv("DISPLAY", server.display().c_str());
-  Desktop desktop(m_scheduler, m_output, m_defaults, [] {});
+  const auto made = makeDesktop(m_scheduler, m_output, m_defaults, [] {});
+  Desktop& desktop = *made;
   desktop.lookAgain();
   EXPECT_FALSE(desktop.isTrusted());
   EXPECT_EQ(desktop.reasonForMissing(),

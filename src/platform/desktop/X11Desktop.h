@@ -6,46 +6,41 @@
 
 #include <QString>
 
-#include "EitherSecureInput.h"
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
-#include "platform/AccessibilityPermission.h"
+#include "platform/Desktop.h"
 #include "platform/LateDesktop.h"
 #include "platform/UserDefaults.h"
+#include "platform/desktop/EitherSecureInput.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
+#include "platform/freedesktop/inputmethod/DesktopInputMethod.h"
 #include "platform/posix/FocusClaims.h"
 #include "platform/posix/TerminalPasswords.h"
 #include "platform/x11/X11Session.h"
+#include "platform/x11/clipboard/X11Pasteboard.h"
 
 namespace zarvy {
 
-// The desktop that the program has found: the X display, or none, or one that is found later. Made
-// and dropped on the main thread, after everything that types has ended; dropping it gives the
-// keyboard mapping back.
-class Desktop final : public AccessibilityPermission {
+// The X display, with what the session's services and the terminals know of passwords. Dropping it
+// gives the keyboard mapping back.
+class X11Desktop final : public Desktop {
  public:
   // Whether Chromium and its relatives are made to tell of their password fields: a user's default.
   static constexpr QStringView browsersKey = u"ZarvyAskBrowsersForPasswordFields";
 
-  // `onLost` is called on the main thread if the display goes away.
-  Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
-          std::function<void()> onLost);
-  ~Desktop() override;
-  Desktop(const Desktop&) = delete;
-  Desktop& operator=(const Desktop&) = delete;
+  // As makeDesktop().
+  X11Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
+             std::function<void()> onLost);
+  ~X11Desktop() override;
+  X11Desktop(const X11Desktop&) = delete;
+  X11Desktop& operator=(const X11Desktop&) = delete;
 
-  // What the display offers; nothing until there is one.
-  [[nodiscard]] LateDesktop& parts() { return m_desktop; }
-
-  // Whether windows may let through what is behind them.
-  [[nodiscard]] bool hasCompositor() const;
-
-  // Typing that is still under way stops at once. Any thread.
-  void abandonTyping();
-
-  // Gives the keyboard mapping back. After everything that hears and types has ended. Says that the
-  // display has gone where that has not been said.
-  void close();
+  [[nodiscard]] const DesktopParts& parts() const override { return m_parts; }
+  [[nodiscard]] const Pasteboard& othersClipboard() const override { return m_clipboard; }
+  [[nodiscard]] InputMethod& inputMethod() override { return m_inputMethod; }
+  [[nodiscard]] bool hasCompositor() const override;
+  void abandonTyping() override;
+  void close() override;
 
   [[nodiscard]] bool isTrusted() const override;
   [[nodiscard]] QString reasonForMissing() const override;
@@ -74,9 +69,12 @@ class Desktop final : public AccessibilityPermission {
   std::unique_ptr<x11::X11Session> m_session;
   // These are present exactly while there is a session.
   std::optional<EitherSecureInput> m_secureInput;
-  std::optional<DesktopParts> m_parts;
-  LateDesktop m_desktop;
+  std::optional<DesktopParts> m_sessionParts;
+  LateDesktop m_late;
+  const DesktopParts m_parts = partsOf(m_late);
   bool m_isClosed = false;
+  const x11::X11Pasteboard m_clipboard;
+  DesktopInputMethod m_inputMethod;
 };
 
 }  // namespace zarvy

@@ -1,4 +1,4 @@
-#include "Desktop.h"
+#include "platform/desktop/X11Desktop.h"
 
 #include <utility>
 
@@ -28,14 +28,14 @@ xcb_connection_t* toolkitConnection() {
 
 PasswordFields::Options optionsFrom(const UserDefaults& defaults) {
   PasswordFields::Options options;
-  options.wakesBrowsers = defaults.string(Desktop::browsersKey.toString()) == u"true";
+  options.wakesBrowsers = defaults.string(X11Desktop::browsersKey.toString()) == u"true";
   return options;
 }
 
 }  // namespace
 
-Desktop::Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
-                 std::function<void()> onLost)
+X11Desktop::X11Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& defaults,
+                       std::function<void()> onLost)
     : m_scheduler(scheduler),
       m_output(output),
       m_onLost(std::move(onLost)),
@@ -46,12 +46,12 @@ Desktop::Desktop(Scheduler& scheduler, LineOutput& output, const UserDefaults& d
 }
 
 // Its thread calls the session.
-Desktop::~Desktop() {
+X11Desktop::~X11Desktop() {
   m_passwordFields.stop();
   m_terminalPasswords.stop();
 }
 
-void Desktop::openSession() {
+void X11Desktop::openSession() {
   m_session = x11::X11Session::open(
       m_scheduler, m_output,
       {.ownBundleIdentifier = QCoreApplication::applicationName(),
@@ -76,53 +76,53 @@ void Desktop::openSession() {
       &m_reason);
   if (!m_session) return;
   m_secureInput.emplace(m_session->secureInput(), m_passwords);
-  m_parts.emplace(DesktopParts{m_session->keyEventSource(), m_session->keyEventPoster(),
-                               m_session->workspace(), *m_secureInput, m_session->hotKeys(),
-                               m_session->activationPolicy()});
-  m_desktop.come(*m_parts);
+  m_sessionParts.emplace(DesktopParts{m_session->keyEventSource(), m_session->keyEventPoster(),
+                                      m_session->workspace(), *m_secureInput, m_session->hotKeys(),
+                                      m_session->activationPolicy()});
+  m_late.come(*m_sessionParts);
   m_passwordFields.start(
       [this] { m_session->forgetWhatWasTyped(); }, [this] { m_session->fenceKeys(); },
       [this](qint64 process) { return m_focusClaims.isCredible(static_cast<pid_t>(process)); });
   m_terminalPasswords.start([this] { m_session->fenceKeys(); });
 }
 
-void Desktop::lookAgain() {
+void X11Desktop::lookAgain() {
   if (!m_session && !m_isClosed) openSession();
 }
 
-bool Desktop::hasCompositor() const {
+bool X11Desktop::hasCompositor() const {
   return m_session && m_session->hasCompositor();
 }
 
-void Desktop::abandonTyping() {
+void X11Desktop::abandonTyping() {
   if (m_session) m_session->abandonTyping();
 }
 
-void Desktop::close() {
+void X11Desktop::close() {
   if (m_session && !m_session->isAlive()) sayThatDisplayHasGone();
   m_isClosed = true;
   m_passwordFields.stop();
   m_terminalPasswords.stop();
-  m_desktop.leave();
-  m_parts.reset();
+  m_late.leave();
+  m_sessionParts.reset();
   m_secureInput.reset();
   m_session.reset();
 }
 
-void Desktop::sayThatDisplayHasGone() {
+void X11Desktop::sayThatDisplayHasGone() {
   if (!std::exchange(m_hasSaidSo, true)) m_output.print(displayHasGone());
 }
 
-bool Desktop::isTrusted() const {
+bool X11Desktop::isTrusted() const {
   return m_session && m_session->isAlive();
 }
 
-QString Desktop::reasonForMissing() const {
+QString X11Desktop::reasonForMissing() const {
   if (isTrusted()) return {};
   return m_session ? displayHasGone() : m_reason;
 }
 
-QString Desktop::remedy() const {
+QString X11Desktop::remedy() const {
   if (isTrusted()) return {};
   if (x11::canReachDisplay())
     return u"Turn that on where the X server is started, and log in again."_s;

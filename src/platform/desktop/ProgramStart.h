@@ -1,0 +1,25 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <QByteArray>
+
+namespace zarvy {
+
+// What the program does for the desktop ahead of makeDesktop().
+
+// The platform plugins that Qt is to try, in their order, as its option -platform takes them. Where
+// none loads, Qt ends the program; the last of these loads everywhere, and the program stays up to
+// say why nothing expands. Asks the display. Before the QApplication is made.
+[[nodiscard]] QByteArray toolkitPlugins();
+
+// Releases the keys that the process, a run of this program, had down on the desktop when it died.
+// For a process that outlives it. Has the desktop answer, however long that takes.
+void releaseKeysLeftBy(pid_t died);
+
+// Has the toolkit leave services of the session alone that hang: the main thread would wait for
+// them without limit. Main thread, between the making of the QApplication and its exec(); waits
+// where something hangs, for four seconds at most.
+void keepToolkitFromServicesThatHang();
+
+}  // namespace zarvy

@@ -49,9 +49,12 @@ void KeyboardMonitor::start() {
     m_output.print(u"KeyboardMonitor: No accessibility permission"_s);
     return;
   }
-  m_globalMonitor =
-      m_source.addGlobalMonitor([this, life = std::weak_ptr(m_life)](const KeyEvent& event) {
+  m_globalMonitor = m_source.addGlobalMonitor(
+      [this, life = std::weak_ptr(m_life)](const KeyEvent& event) {
         if (!life.expired()) handleEvent(event);
+      },
+      [this, life = std::weak_ptr(m_life)] {
+        if (!life.expired()) queue(&KeyboardMonitor::forget);
       });
   if (!m_localMonitor)
     m_localMonitor =
@@ -149,16 +152,20 @@ void KeyboardMonitor::processKey(Typed& typed, quint16 keyCode,
   }
 }
 
+// What was typed stays where it is; what is typed from now on goes elsewhere.
+void KeyboardMonitor::forget(Typed& typed) {
+  typed.buffer.clear();
+  typed.since.end();
+}
+
 bool KeyboardMonitor::handleSpecialKey(Typed& typed, quint16 keyCode) {
   switch (keyCode) {
     case virtualkey::deleteBackward:
       typed.buffer.removeLast();
       typed.since.removeLast();
       return true;
-    // Also what stands for a change of the window or a secret.
     case virtualkey::escape:
-      typed.buffer.clear();
-      typed.since.end();
+      forget(typed);
       return true;
     case virtualkey::returnKey:
     case virtualkey::tab:

@@ -85,6 +85,7 @@ class KeyboardMonitor {
   static void processKey(Typed& typed, quint16 keyCode, const std::optional<QString>& characters,
                          const OfferCopy& offer);
   [[nodiscard]] static bool handleSpecialKey(Typed& typed, quint16 keyCode);
+  static void forget(Typed& typed);
 
   KeyEventSource& m_source;
   const AccessibilityPermission& m_permission;

@@ -20,7 +20,8 @@ class AbsentDesktop final : public KeyEventSource,
                             public HotKeys,
                             public ActivationPolicy {
  public:
-  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/) override {
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/,
+                                                      std::function<void()> /*onForget*/) override {
     return std::nullopt;
   }
   [[nodiscard]] std::optional<Token> addLocalMonitor(Handler /*handler*/) override {

@@ -7,7 +7,8 @@
 
 namespace zarvy {
 
-// Hears every key-down, autorepeat included. The events can be neither changed nor swallowed.
+// Hears every key-down, autorepeat included. The events can be neither changed nor swallowed: a
+// platform that could hold them back lets all of them through.
 class KeyEventSource {
  public:
   using Handler = std::function<void(const KeyEvent&)>;
@@ -16,13 +17,18 @@ class KeyEventSource {
   virtual ~KeyEventSource() = default;
 
   // Installs `handler` for the keys that are meant for other applications. It is called on the main
-  // thread, in typing order. Absent where hearing is not possible. Main thread.
-  [[nodiscard]] virtual std::optional<Token> addGlobalMonitor(Handler handler) = 0;
+  // thread, in typing order. In its place among the keys `onForget` is called where what was typed
+  // before no longer stands before the caret, as after a click or where another window has the
+  // keyboard, and in place of each key that nobody is to know of. Absent where hearing is not
+  // possible. Main thread.
+  [[nodiscard]] virtual std::optional<Token> addGlobalMonitor(Handler handler,
+                                                              std::function<void()> onForget) = 0;
 
-  // The same for the keys that are meant for this program's own windows.
+  // The same for the keys that are meant for this program's own windows. There nothing is
+  // forgotten.
   [[nodiscard]] virtual std::optional<Token> addLocalMonitor(Handler handler) = 0;
 
-  // Ends it: once this returns the handler is not called again. Main thread.
+  // Ends it: once this returns neither is called again. Main thread.
   virtual void removeMonitor(Token token) = 0;
 };
 

@@ -22,8 +22,9 @@ class LateDesktop final : public KeyEventSource,
   // After everything that hears and types has ended. Main thread.
   void leave() { m_parts = &m_absentParts; }
 
-  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override {
-    return now().keyEventSource.addGlobalMonitor(std::move(handler));
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler,
+                                                      std::function<void()> onForget) override {
+    return now().keyEventSource.addGlobalMonitor(std::move(handler), std::move(onForget));
   }
   [[nodiscard]] std::optional<Token> addLocalMonitor(Handler handler) override {
     return now().keyEventSource.addLocalMonitor(std::move(handler));

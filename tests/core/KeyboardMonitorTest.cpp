@@ -417,6 +417,33 @@ TEST_F(TypedSinceOffers, EndWithEscape) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(virtualkey::escape), typed(u"b"_s)}), u"a"_s);
 }
 
+TEST_F(TypedSinceOffers, EndWhereTheSourceHasWhatWasTypedForgotten) {
+  std::shared_ptr<TypedSince> kept;
+  m_monitor.onPotentialTrigger = [&](const QString&) { kept = m_monitor.typedSinceOffer(); };
+  m_monitor.start();
+  m_source.type(u"s"_s);
+  runQueues();
+  m_monitor.onPotentialTrigger = nullptr;
+  m_source.type(u"a"_s);
+  m_source.forget();
+  m_source.type(u"b"_s);
+  runQueues();
+  EXPECT_EQ(kept->text().all, u"a"_s);
+  EXPECT_EQ(m_monitor.buffer(), u"b"_s);
+}
+
+TEST_F(KeyboardMonitorTest, TakesForgettingForNoKey) {
+  listen(m_monitor);
+  m_monitor.quickSearchKeyCode = virtualkey::escape;
+  m_monitor.quickSearchModifiers = 0;
+  m_monitor.start();
+  m_source.type(u"a"_s);
+  m_source.forget();
+  runQueues();
+  EXPECT_EQ(m_monitor.buffer(), u""_s);
+  EXPECT_EQ(m_quickSearches, 0);
+}
+
 TEST_F(TypedSinceOffers, DoNotSeeTheProgramsOwnKeys) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), synthetic(u"b"_s)}), u"a"_s);
 }
@@ -485,9 +512,11 @@ TEST_F(KeyboardMonitorTest, DoesNothingOnceItIsGone) {
   m_source.press(virtualkey::space, command);     // and the hot key
   m_source.type(u"b"_s);                          // and a key on the queue
   const auto lateHandlers = m_source.handlers();  // and one that is being delivered
+  const auto lateForgetters = m_source.forgetters();
   monitor.reset();
   EXPECT_EQ(m_source.handlerCount(), 0U);
   for (const auto& [token, handler] : lateHandlers) handler(typed(u"c"_s));
+  for (const auto& [token, onForget] : lateForgetters) onForget();
   runQueues();
   EXPECT_EQ(m_offers, QStringList());
   EXPECT_EQ(m_quickSearches, 0);

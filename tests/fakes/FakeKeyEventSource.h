@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <utility>
@@ -11,10 +12,11 @@ namespace zarvy {
 // Key presses that the test makes up. Main thread.
 class FakeKeyEventSource final : public KeyEventSource {
  public:
-  std::optional<Token> addGlobalMonitor(Handler handler) override {
+  std::optional<Token> addGlobalMonitor(Handler handler, std::function<void()> onForget) override {
     ++m_addCount;
     if (!m_canHear) return std::nullopt;
     m_handlers.emplace(++m_lastToken, std::move(handler));
+    m_forgetters.emplace(m_lastToken, std::move(onForget));
     return m_lastToken;
   }
 
@@ -26,6 +28,7 @@ class FakeKeyEventSource final : public KeyEventSource {
 
   void removeMonitor(Token token) override {
     m_handlers.erase(token);
+    m_forgetters.erase(token);
     m_localHandlers.erase(token);
   }
 
@@ -56,18 +59,26 @@ class FakeKeyEventSource final : public KeyEventSource {
     send({keyCode, modifierFlags, std::nullopt, 0.0});
   }
 
+  // What was typed so far is none of what stands before the caret.
+  void forget() const {
+    const auto forgetters = m_forgetters;
+    for (const auto& [token, onForget] : forgetters) onForget();
+  }
+
   [[nodiscard]] std::size_t handlerCount() const { return m_handlers.size(); }
   [[nodiscard]] std::size_t localHandlerCount() const { return m_localHandlers.size(); }
   [[nodiscard]] int addCount() const { return m_addCount; }
 
-  // A copy of the installed handlers, for a test of what happens to late events.
+  // Copies of what is installed, for a test of what happens to late events.
   [[nodiscard]] std::map<Token, Handler> handlers() const { return m_handlers; }
+  [[nodiscard]] std::map<Token, std::function<void()>> forgetters() const { return m_forgetters; }
 
  private:
   bool m_canHear = true;
   int m_addCount = 0;
   Token m_lastToken = 0;
   std::map<Token, Handler> m_handlers;
+  std::map<Token, std::function<void()>> m_forgetters;
   std::map<Token, Handler> m_localHandlers;
 };
 

@@ -31,9 +31,11 @@ class LateX11Desktop : public testing::Test {
   }
 
   [[nodiscard]] std::optional<KeyEventSource::Token> listen(const Desktop& desktop) {
-    return desktop.parts().keyEventSource.addGlobalMonitor([this](const KeyEvent& event) {
-      m_heard += event.charactersIgnoringModifiers.value_or(u""_s);
-    });
+    return desktop.parts().keyEventSource.addGlobalMonitor(
+        [this](const KeyEvent& event) {
+          m_heard += event.charactersIgnoringModifiers.value_or(u""_s);
+        },
+        [] {});
   }
 
   [[nodiscard]] bool hears(const QString& text) {

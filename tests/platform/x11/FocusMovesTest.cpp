@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "e2e/harness/WaitUntil.h"
-#include "platform/VirtualKey.h"
 #include "platform/x11/BareWindow.h"
 #include "platform/x11/KeyboardDesk.h"
 #include "platform/x11/windows/WindowOwner.h"
@@ -52,7 +51,7 @@ TEST_F(FocusMoves, HaveWhatWasTypedForgotten) {
   m_desk.person().type(u"s"_s);
   std::vector<quint16> keys;
   for (const KeyEvent& event : m_desk.heard(4)) keys.push_back(event.keyCode);
-  EXPECT_EQ(keys, (std::vector<quint16>{virtualkey::escape, 0, virtualkey::escape, 1}));
+  EXPECT_EQ(keys, (std::vector<quint16>{KeyboardDesk::forgetting, 0, KeyboardDesk::forgetting, 1}));
 }
 
 TEST_F(FocusMoves, AreOfWindowsThatSayOnWhichConnectionTheyWereMade) {

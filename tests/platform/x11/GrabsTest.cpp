@@ -90,7 +90,7 @@ int pressesIn(const e2e::XConnection& connection) {
 QString told(const std::vector<KeyEvent>& events) {
   QString text;
   for (const KeyEvent& event : events) {
-    if (event.keyCode == 53) {
+    if (event.keyCode == KeyboardDesk::forgetting) {
       if (!text.endsWith(u'*')) text += u'*';
     } else {
       text += event.charactersIgnoringModifiers.value_or(QString());

@@ -79,7 +79,7 @@ TEST(Hearing, HasWhatWasTypedForgottenAtAClickButNotWhileScrolling) {
   desk.person().type(u"d"_s, {.interval = 2ms});
   std::vector<quint16> keys;
   for (const KeyEvent& event : desk.heard(4)) keys.push_back(event.keyCode);
-  EXPECT_EQ(keys, (std::vector<quint16>{0, 1, virtualkey::escape, 2}));
+  EXPECT_EQ(keys, (std::vector<quint16>{0, 1, KeyboardDesk::forgetting, 2}));
 }
 
 TEST(Hearing, NamesKeysByTheirPlaceAndModifiersByTheirFlags) {

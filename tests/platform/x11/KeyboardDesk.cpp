@@ -63,7 +63,10 @@ void KeyboardDesk::openSession() {
                                &reason);
   if (!m_session) throw std::runtime_error(reason.toStdString());
   const auto token = m_session->keyEventSource().addGlobalMonitor(
-      [this](const KeyEvent& event) { m_heard.push_back(event); });
+      [this](const KeyEvent& event) { m_heard.push_back(event); },
+      [this] {
+        m_heard.push_back({forgetting, 0, std::nullopt, 0.0});
+      });
   if (!token) throw std::runtime_error("the adapters do not hear");
 }
 

@@ -56,6 +56,9 @@ class KeyboardDesk {
   // Types through the adapters under test.
   void type(const QString& text);
 
+  // Among what was heard, in place of what the listeners are to forget at.
+  static constexpr quint16 forgetting = 0xFFFF;
+
   // What the adapters have heard so far; waits until `count` presses have come, not long.
   [[nodiscard]] std::vector<KeyEvent> heard(std::size_t count);
 

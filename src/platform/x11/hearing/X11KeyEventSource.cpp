@@ -7,7 +7,6 @@
 
 #include "base/Scheduler.h"
 #include "platform/SyntheticEvent.h"
-#include "platform/x11/hearing/ForgettingKey.h"
 
 namespace zarvy::x11 {
 
@@ -45,9 +44,22 @@ struct X11KeyEventSource::Monitors {
   }
 
   void report(const KeyEvent& event, bool isLocal) const {
-    const auto current = monitors;  // a handler may remove itself
+    tellEach([&](const Monitor& monitor) {
+      if (monitor.isLocal == isLocal) monitor.handler(event);
+    });
+  }
+
+  void reportForgetting() const {
+    tellEach([](const Monitor& monitor) {
+      if (!monitor.isLocal) monitor.onForget();
+    });
+  }
+
+  template <typename Tell>
+  void tellEach(const Tell& tell) const {
+    const auto current = monitors;  // one may remove itself
     for (const auto& [token, monitor] : current) {
-      if (monitor.isLocal == isLocal && monitors.contains(token)) monitor.handler(event);
+      if (monitors.contains(token)) tell(monitor);
     }
   }
 };
@@ -59,12 +71,13 @@ X11KeyEventSource::X11KeyEventSource(Scheduler& scheduler, std::function<bool()>
 
 X11KeyEventSource::~X11KeyEventSource() = default;
 
-std::optional<KeyEventSource::Token> X11KeyEventSource::addGlobalMonitor(Handler handler) {
-  return add({std::move(handler), false});
+std::optional<KeyEventSource::Token> X11KeyEventSource::addGlobalMonitor(
+    Handler handler, std::function<void()> onForget) {
+  return add({std::move(handler), std::move(onForget), false});
 }
 
 std::optional<KeyEventSource::Token> X11KeyEventSource::addLocalMonitor(Handler handler) {
-  return add({std::move(handler), true});
+  return add({std::move(handler), nullptr, true});
 }
 
 KeyEventSource::Token X11KeyEventSource::add(Monitor monitor) {
@@ -92,7 +105,7 @@ void X11KeyEventSource::deliverOwnKeys() {
 
 void X11KeyEventSource::deliverForgetting() {
   if (m_monitors->isEmpty) return;
-  m_monitors->enqueue([](const Monitors& monitors) { monitors.report(forgettingKey(), false); });
+  m_monitors->enqueue([](const Monitors& monitors) { monitors.reportForgetting(); });
   wakeMainThread();
 }
 

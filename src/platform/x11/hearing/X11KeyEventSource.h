@@ -19,7 +19,8 @@ class X11KeyEventSource final : public KeyEventSource {
   X11KeyEventSource(Scheduler& scheduler, std::function<bool()> ownMenuIsOpen);
   ~X11KeyEventSource() override;
 
-  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler) override;
+  [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler,
+                                                      std::function<void()> onForget) override;
   [[nodiscard]] std::optional<Token> addLocalMonitor(Handler handler) override;
   void removeMonitor(Token token) override;
 
@@ -37,6 +38,7 @@ class X11KeyEventSource final : public KeyEventSource {
  private:
   struct Monitor {
     Handler handler;
+    std::function<void()> onForget;
     bool isLocal = false;
   };
   struct Monitors;

@@ -32,7 +32,6 @@ class AbsentDesktop final : public KeyEventSource,
   [[nodiscard]] std::unique_ptr<TypingSession> beginTyping(const QString& /*text*/) override {
     return std::make_unique<DeafSession>();
   }
-  void prepare(const QString& /*characters*/) override {}
 
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
     return std::nullopt;
@@ -65,8 +64,6 @@ class AbsentDesktop final : public KeyEventSource,
    public:
     bool pressKey(quint16 /*virtualKeyCode*/) override { return false; }
     bool pressText(QStringView /*run*/) override { return false; }
-    bool pressTextAgain(QStringView /*run*/) override { return false; }
-    [[nodiscard]] bool mustWait() const override { return false; }
   };
 };
 

@@ -21,13 +21,14 @@ class TypingSession {
   // surrogate pair may be cut between them. False where something of the run could not be typed.
   virtual bool pressText(QStringView run) = 0;
 
-  // The same for somebody's own letters, which stood there and were deleted for a moment, with no
-  // pair cut: at once, since what they type next is to come behind. pressText() waits for whoever
-  // types with a modifier held.
-  virtual bool pressTextAgain(QStringView run) = 0;
+  // For a platform on which a modifier that somebody holds changes what is typed, so that
+  // pressText() waits for whoever types with one: whether it would wait so now.
+  [[nodiscard]] virtual bool mustWait() const { return false; }
 
-  // Whether pressText() would wait so now.
-  [[nodiscard]] virtual bool mustWait() const = 0;
+  // For the same platform: pressText() without that wait. It types somebody's own letters, which
+  // stood there and were deleted for a moment, and what they type next is to come behind. No pair
+  // is cut.
+  virtual bool pressTextAgain(QStringView run) { return pressText(run); }
 };
 
 // Sends key events that KeyEventSource recognises as this program's own. Any thread.
@@ -35,14 +36,14 @@ class KeyEventPoster {
  public:
   virtual ~KeyEventPoster() = default;
 
-  // `text` is all that the session is about to type: a hint that lets the platform make room for
-  // characters which the keyboard layout lacks, once, ahead of the first one; keys that are pressed
-  // before the text do not wait for that. May wait for held modifiers to be released.
+  // `text` is all that the session is about to type: a hint for a platform that needs to make room
+  // for characters which the keyboard layout lacks, once, ahead of the first one; keys that are
+  // pressed before the text do not wait for that. May wait for held modifiers to be released.
   [[nodiscard]] virtual std::unique_ptr<TypingSession> beginTyping(const QString& text) = 0;
 
-  // A hint of characters that sessions to come are likely to need, most wanted first. May do
-  // nothing. May take a while: not on the main thread.
-  virtual void prepare(const QString& characters) = 0;
+  // A hint for the same platform: characters that sessions to come are likely to need, most wanted
+  // first. May take a while: not on the main thread.
+  virtual void prepare(const QString& /*characters*/) {}
 };
 
 }  // namespace zarvy

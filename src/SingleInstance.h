@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 class QLocalServer;
 

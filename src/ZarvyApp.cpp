@@ -5,7 +5,7 @@
 #include <QDBusConnection>
 #include <QGuiApplication>
 
-#include "base/PrivateMemory.h"
+#include "base/posix/PrivateMemory.h"
 #include "platform/desktop/DesktopFactory.h"
 #include "ui/Scenes.h"
 

@@ -1,10 +1,6 @@
 #include "base/QtScheduler.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <sys/eventfd.h>
-#include <system_error>
-#include <unistd.h>
 #include <utility>
 
 #include <QTimer>

@@ -6,8 +6,8 @@
 #include <QObject>
 #include <QSocketNotifier>
 
-#include "base/EventFd.h"
 #include "base/Scheduler.h"
+#include "base/posix/WakeUp.h"
 
 namespace zarvy {
 
@@ -36,7 +36,7 @@ class QtScheduler final : public Scheduler {
   std::deque<Task> m_tasks;
   // Raised exactly while m_tasks is not empty, so that a nested event loop goes on where the outer
   // one stopped.
-  EventFd m_wakeUp;
+  WakeUp m_wakeUp;
   QSocketNotifier m_notifier;
   QObject m_timers;  // parent of the running timers, and the context that ends them
 };

@@ -4,12 +4,13 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <pthread.h>
 #include <thread>
 #include <unistd.h>
 #include <utility>
 
 #include <QByteArray>
+
+#include "base/posix/ThreadName.h"
 
 namespace zarvy {
 
@@ -78,7 +79,7 @@ class StandardLineOutput::Writer {
   }
 
   void writeLines() {
-    pthread_setname_np(pthread_self(), "zarvy-output");
+    nameThisThread("zarvy-output");
     std::unique_lock lock(m_mutex);
     while (true) {
       m_wake.wait(lock, [this] { return !m_lines.empty() || m_isEnding; });

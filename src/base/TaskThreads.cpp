@@ -1,7 +1,8 @@
 #include "base/TaskThreads.h"
 
-#include <pthread.h>
 #include <utility>
+
+#include "base/posix/ThreadName.h"
 
 namespace zarvy {
 
@@ -42,7 +43,7 @@ bool TaskThreads::hasNothingToDo() const {
 }
 
 void TaskThreads::runTasks() {
-  pthread_setname_np(pthread_self(), m_name.substr(0, 15).c_str());
+  nameThisThread(m_name);
   std::unique_lock lock(m_mutex);
   while (true) {
     ++m_idle;

@@ -14,8 +14,8 @@ constexpr std::array handledSignals{SIGTERM, SIGINT, SIGHUP};
 
 // A signal handler has no argument of its own, so what it reaches must be global.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
-std::atomic<const EventFd*> raisedBySignals = nullptr;
-static_assert(std::atomic<const EventFd*>::is_always_lock_free);
+std::atomic<const WakeUp*> raisedBySignals = nullptr;
+static_assert(std::atomic<const WakeUp*>::is_always_lock_free);
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::atomic<void (*)()> calledAtOnce = nullptr;
 static_assert(std::atomic<void (*)()>::is_always_lock_free);
@@ -36,7 +36,7 @@ void setHandler(int signal, void (*handler)(int)) {
 void noteSignal(int) {
   const int before = errno;
   if (void (*const atOnce)() = calledAtOnce) atOnce();
-  if (const EventFd* raised = raisedBySignals) raised->raise();
+  if (const WakeUp* raised = raisedBySignals) raised->raise();
   for (const int signal : handledSignals) {
     if (!isIgnored(signal)) setHandler(signal, SIG_DFL);
   }

@@ -4,7 +4,7 @@
 
 #include <QSocketNotifier>
 
-#include "base/EventFd.h"
+#include "base/posix/WakeUp.h"
 
 namespace zarvy {
 
@@ -24,7 +24,7 @@ class TerminationSignals {
   TerminationSignals& operator=(const TerminationSignals&) = delete;
 
  private:
-  EventFd m_raised;
+  WakeUp m_raised;
   QSocketNotifier m_notifier;
 };
 

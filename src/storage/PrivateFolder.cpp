@@ -9,7 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 #include "storage/ReplaceFile.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -7,7 +7,7 @@
 
 #include <QFile>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 using namespace Qt::Literals::StringLiterals;
 

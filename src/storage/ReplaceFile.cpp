@@ -15,7 +15,7 @@
 
 #include <QFile>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 namespace {

@@ -1,7 +1,7 @@
 #include <array>
 #include <sys/socket.h>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 #include "core/evaluation/ScriptConversation.h"
 #include "fuzz/ByteSource.h"
 #include "fuzz/ProtocolTargets.h"

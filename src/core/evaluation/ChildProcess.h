@@ -7,7 +7,7 @@
 #include <QByteArrayList>
 #include <QDeadlineTimer>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 

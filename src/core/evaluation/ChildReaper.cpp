@@ -2,8 +2,9 @@
 
 #include <iterator>
 #include <poll.h>
-#include <pthread.h>
 #include <utility>
+
+#include "base/posix/ThreadName.h"
 
 namespace zarvy {
 
@@ -27,7 +28,7 @@ void ChildReaper::adopt(ChildProcess child) {
 }
 
 void ChildReaper::reapAsTheyEnd() {
-  pthread_setname_np(pthread_self(), "child-reaper");
+  nameThisThread("child-reaper");
   std::vector<ChildProcess> children;
   while (true) {
     std::vector<pollfd> watched{{m_wakeUp.descriptor(), POLLIN, 0}};

@@ -4,7 +4,7 @@
 #include <thread>
 #include <vector>
 
-#include "base/EventFd.h"
+#include "base/posix/WakeUp.h"
 #include "core/evaluation/ChildProcess.h"
 
 namespace zarvy {
@@ -26,7 +26,7 @@ class ChildReaper {
  private:
   void reapAsTheyEnd();
 
-  EventFd m_wakeUp;                     // raised when one of the two below has changed
+  WakeUp m_wakeUp;                      // raised when one of the two below has changed
   std::mutex m_mutex;                   // guards the two below
   std::vector<ChildProcess> m_adopted;  // that the thread has yet to take over
   bool m_ending = false;

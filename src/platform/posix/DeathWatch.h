@@ -3,7 +3,7 @@
 #include <functional>
 #include <sys/types.h>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 

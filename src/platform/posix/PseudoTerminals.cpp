@@ -9,7 +9,7 @@
 #include <string_view>
 #include <termios.h>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 

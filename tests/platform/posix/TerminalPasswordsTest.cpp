@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 #include "e2e/harness/WaitUntil.h"
 #include "platform/posix/PseudoTerminals.h"
 #include "platform/posix/TerminalPasswords.h"

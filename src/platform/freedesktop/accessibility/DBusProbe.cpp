@@ -14,7 +14,7 @@
 #include <QDeadlineTimer>
 #include <QStringList>
 
-#include "base/FileDescriptor.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 

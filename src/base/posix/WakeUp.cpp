@@ -1,4 +1,4 @@
-#include "base/EventFd.h"
+#include "base/posix/WakeUp.h"
 
 #include <cerrno>
 #include <sys/eventfd.h>
@@ -7,19 +7,19 @@
 
 namespace zarvy {
 
-EventFd::EventFd() : m_descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+WakeUp::WakeUp() : m_descriptor(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (m_descriptor < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
 }
 
-EventFd::~EventFd() {
+WakeUp::~WakeUp() {
   ::close(m_descriptor);
 }
 
-void EventFd::raise() const {
+void WakeUp::raise() const {
   ::eventfd_write(m_descriptor, 1);
 }
 
-void EventFd::lower() const {
+void WakeUp::lower() const {
   eventfd_t count = 0;
   ::eventfd_read(m_descriptor, &count);
 }

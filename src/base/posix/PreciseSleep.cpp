@@ -1,4 +1,4 @@
-#include "base/SystemSleeper.h"
+#include "base/posix/PreciseSleep.h"
 
 #include <cerrno>
 #include <ctime>
@@ -25,7 +25,7 @@ timespec deadlineAfter(std::chrono::microseconds duration) {
 
 }  // namespace
 
-void SystemSleeper::sleepFor(std::chrono::microseconds duration) {
+void sleepPrecisely(std::chrono::microseconds duration) {
   if (duration <= std::chrono::microseconds::zero()) return;
   const timespec deadline = deadlineAfter(duration);
   // The kernel may round a wake-up late by the thread's slack, 50 microseconds unless told

@@ -1,4 +1,4 @@
-#include "base/PrivateMemory.h"
+#include "base/posix/PrivateMemory.h"
 
 #include <sys/prctl.h>
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/PrivateMemory.h"
+#include "base/posix/PrivateMemory.h"
 #include "support/MemoryReader.h"
 
 namespace zarvy {

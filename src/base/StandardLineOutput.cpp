@@ -1,6 +1,5 @@
 #include "base/StandardLineOutput.h"
 
-#include <cerrno>
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -11,6 +10,7 @@
 #include <QByteArray>
 
 #include "base/posix/ThreadName.h"
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 
@@ -21,17 +21,8 @@ namespace {
 constexpr std::chrono::milliseconds patienceAtTheEnd{500};
 
 void writeToStandardOutput(const QByteArray& bytes) {
-  const char* rest = bytes.constData();
-  auto left = static_cast<std::size_t>(bytes.size());
-  while (left > 0) {
-    const ssize_t written = ::write(STDOUT_FILENO, rest, left);
-    if (written < 0) {
-      if (errno == EINTR) continue;
-      return;
-    }
-    rest += written;
-    left -= static_cast<std::size_t>(written);
-  }
+  static_cast<void>(
+      writeAll(STDOUT_FILENO, bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
 // What a page has put on the clipboard, or a command has printed, may stand in a line: it is not to

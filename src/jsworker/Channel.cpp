@@ -1,11 +1,11 @@
 #include "jsworker/Channel.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <poll.h>
-#include <sys/socket.h>
 #include <unistd.h>
 #include <utility>
+
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 
@@ -69,27 +69,11 @@ void Channel::sendText(std::u16string_view text) const {
 }
 
 void Channel::send(const void* data, std::size_t size) const {
-  const char* rest = static_cast<const char*>(data);
-  while (size > 0) {
-    const ssize_t sent = ::send(m_socket, rest, size, MSG_NOSIGNAL);
-    if (sent < 0) {
-      if (errno == EINTR) continue;
-      _exit(EXIT_SUCCESS);
-    }
-    rest += sent;
-    size -= static_cast<std::size_t>(sent);
-  }
+  if (!sendAll(m_socket, data, size)) _exit(EXIT_SUCCESS);
 }
 
 void Channel::receive(void* data, std::size_t size) const {
-  char* rest = static_cast<char*>(data);
-  while (size > 0) {
-    const ssize_t received = ::recv(m_socket, rest, size, MSG_WAITALL);
-    if (received < 0 && errno == EINTR) continue;
-    if (received <= 0) _exit(EXIT_SUCCESS);
-    rest += received;
-    size -= static_cast<std::size_t>(received);
-  }
+  if (!receiveAll(m_socket, data, size)) _exit(EXIT_SUCCESS);
 }
 
 }  // namespace zarvy

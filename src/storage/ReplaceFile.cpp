@@ -16,20 +16,10 @@
 #include <QFile>
 
 #include "base/posix/FileDescriptor.h"
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 namespace {
-
-bool writeAll(int descriptor, const QByteArray& content) {
-  qsizetype written = 0;
-  while (written < content.size()) {
-    const ssize_t count = ::write(descriptor, content.constData() + written,
-                                  static_cast<size_t>(content.size() - written));
-    if (count < 0 && errno != EINTR) return false;
-    if (count > 0) written += count;
-  }
-  return true;
-}
 
 bool synchronize(int descriptor) {
   int result = 0;
@@ -109,8 +99,9 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
     // Before it was locked another process may have removed it as one that was left behind.
     if (::access(temporary.c_str(), F_OK) != 0 && errno == ENOENT) continue;
     if (isBehindLink) keepMode(place, descriptor.get());
-    if (!writeAll(descriptor.get(), content) || !synchronize(descriptor.get()) ||
-        std::rename(temporary.c_str(), place.c_str()) != 0) {
+    if (!writeAll(descriptor.get(), content.constData(),
+                  static_cast<std::size_t>(content.size())) ||
+        !synchronize(descriptor.get()) || std::rename(temporary.c_str(), place.c_str()) != 0) {
       const QString error = lastError();
       ::unlink(temporary.c_str());
       return error;

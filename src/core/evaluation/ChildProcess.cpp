@@ -3,14 +3,13 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
-#include "core/evaluation/Waiting.h"
+#include "base/posix/Waiting.h"
 
 namespace zarvy {
 namespace {
@@ -125,7 +124,7 @@ ChildProcess::ChildProcess(pid_t id) : m_id(id), m_end(openEnd(m_id)) {
 }
 
 bool ChildProcess::waitForEnd(const QDeadlineTimer& deadline) const {
-  return waitUntilReady(m_end.get(), POLLIN, deadline);
+  return waitUntilReadable(m_end.get(), deadline);
 }
 
 void ChildProcess::signalGroup(int signal) const {

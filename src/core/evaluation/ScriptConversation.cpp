@@ -1,13 +1,10 @@
 #include "core/evaluation/ScriptConversation.h"
 
 #include <cerrno>
-#include <poll.h>
 #include <string>
-#include <sys/socket.h>
 
 #include "base/zone/SystemLocalTime.h"
 #include "core/evaluation/ClockAnswers.h"
-#include "core/evaluation/Waiting.h"
 
 namespace zarvy {
 namespace {
@@ -84,15 +81,11 @@ std::variant<ScriptReply, ScriptFailure> ScriptConversation::receiveReply() {
 }
 
 bool ScriptConversation::send(const void* data, std::size_t size) {
-  return move(POLLOUT, size, [&, rest = static_cast<const char*>(data)](std::size_t left) {
-    return ::send(m_socket, rest + (size - left), left, MSG_DONTWAIT | MSG_NOSIGNAL);
-  });
+  return isDone(sendInTime(m_socket, data, size, m_deadline));
 }
 
 bool ScriptConversation::receive(void* data, std::size_t size) {
-  return move(POLLIN, size, [&, rest = static_cast<char*>(data)](std::size_t left) {
-    return ::recv(m_socket, rest + (size - left), left, MSG_DONTWAIT);
-  });
+  return isDone(receiveInTime(m_socket, data, size, m_deadline));
 }
 
 bool ScriptConversation::receive(QString& text, std::uint32_t length) {
@@ -100,20 +93,9 @@ bool ScriptConversation::receive(QString& text, std::uint32_t length) {
   return receive(text.data(), length * sizeof(QChar));
 }
 
-// Moves bytes while there is time. A blocked call would not come back in time, so none blocks.
-template <typename Step>
-bool ScriptConversation::move(short event, std::size_t size, Step step) {
-  while (size > 0) {
-    const ssize_t moved = step(size);
-    if (moved > 0) {
-      size -= static_cast<std::size_t>(moved);
-    } else if (moved < 0 && errno == EAGAIN) {
-      if (!waitUntilReady(m_socket, event, m_deadline)) return failed(ScriptFailure::timedOut);
-    } else if (moved == 0 || errno != EINTR) {
-      return failed(ScriptFailure::gone);
-    }
-  }
-  return true;
+bool ScriptConversation::isDone(TransferEnd end) {
+  if (end == TransferEnd::done) return true;
+  return failed(end == TransferEnd::timedOut ? ScriptFailure::timedOut : ScriptFailure::gone);
 }
 
 bool ScriptConversation::failed(ScriptFailure failure) {

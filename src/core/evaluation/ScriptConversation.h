@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include "base/posix/TimedTransfers.h"
 #include "jsworker/wire/ScriptWire.h"
 
 namespace zarvy {
@@ -45,8 +46,7 @@ class ScriptConversation {
   [[nodiscard]] bool send(const void* data, std::size_t size);
   [[nodiscard]] bool receive(void* data, std::size_t size);
   [[nodiscard]] bool receive(QString& text, std::uint32_t length);
-  template <typename Step>
-  [[nodiscard]] bool move(short event, std::size_t size, Step step);
+  [[nodiscard]] bool isDone(TransferEnd end);
   [[nodiscard]] bool failed(ScriptFailure failure);
 
   const int m_socket;

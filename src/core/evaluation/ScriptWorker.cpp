@@ -1,16 +1,13 @@
 #include "core/evaluation/ScriptWorker.h"
 
-#include <array>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
-#include <poll.h>
-#include <sys/socket.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
 
-#include "core/evaluation/Waiting.h"
+#include "base/posix/Waiting.h"
 
 namespace zarvy {
 namespace {
@@ -33,6 +30,12 @@ QByteArrayList environmentOfWorker() {
   return environment;
 }
 
+SocketPair newSockets() {
+  auto sockets = makeSocketPair();
+  if (!sockets) fail(errno, "socketpair");
+  return std::move(*sockets);
+}
+
 ChildProcess start(const QByteArrayList& arguments, int socket) {
   // Not the program's own output, where the lines of the program stand. The error stream stays, for
   // the loader's complaint about a missing library.
@@ -45,23 +48,14 @@ ChildProcess start(const QByteArrayList& arguments, int socket) {
 
 }  // namespace
 
-ScriptWorker::SocketPair::SocketPair() {
-  std::array<int, 2> ends{};
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) {
-    fail(errno, "socketpair");
-  }
-  own = FileDescriptor(ends[0]);
-  workers = FileDescriptor(ends[1]);
-}
-
 ScriptWorker::ScriptWorker(const QByteArrayList& arguments, SocketPair sockets, ChildReaper& reaper)
     : m_reaper(reaper),
       m_socket(std::move(sockets.own)),
-      m_process(start(arguments, sockets.workers.get())) {}
+      m_process(start(arguments, sockets.other.get())) {}
 
 ScriptWorker::ScriptWorker(const QByteArrayList& arguments, std::chrono::milliseconds startLimit,
                            ChildReaper& reaper)
-    : ScriptWorker(arguments, SocketPair(), reaper) {
+    : ScriptWorker(arguments, newSockets(), reaper) {
   // From here on the destructor ends the process.
   waitUntilItTakesScripts(QDeadlineTimer(startLimit));
 }
@@ -79,7 +73,7 @@ void ScriptWorker::waitUntilItTakesScripts(const QDeadlineTimer& deadline) const
 }
 
 bool ScriptWorker::waitsForScripts() const {
-  return !waitUntilReady(m_socket.get(), POLLIN | POLLRDHUP, QDeadlineTimer(0));
+  return !waitUntilReadable(m_socket.get(), QDeadlineTimer(0));
 }
 
 std::variant<ScriptReply, ScriptFailure> ScriptWorker::run(const QString& expression,

@@ -7,6 +7,7 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include "base/posix/DescriptorPairs.h"
 #include "core/evaluation/ChildReaper.h"
 #include "core/evaluation/ScriptConversation.h"
 
@@ -35,11 +36,6 @@ class ScriptWorker {
                                                              const QDeadlineTimer& deadline) const;
 
  private:
-  struct SocketPair {
-    SocketPair();
-    FileDescriptor own;
-    FileDescriptor workers;
-  };
   ScriptWorker(const QByteArrayList& arguments, SocketPair sockets, ChildReaper& reaper);
 
   void waitUntilItTakesScripts(const QDeadlineTimer& deadline) const;

@@ -1,18 +1,14 @@
 #include "core/evaluation/ShellEvaluator.h"
 
-#include <array>
 #include <cerrno>
 #include <csignal>
-#include <fcntl.h>
-#include <optional>
-#include <poll.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 #include <QStringDecoder>
 
-#include "core/evaluation/Waiting.h"
+#include "base/posix/DescriptorPairs.h"
+#include "base/posix/TimedTransfers.h"
 
 namespace zarvy {
 namespace {
@@ -28,18 +24,11 @@ constexpr qsizetype mostOutput = 64'000'000;  // bytes
   throw std::system_error(error, std::generic_category());
 }
 
-struct Pipe {
-  Pipe() {
-    std::array<int, 2> ends{};
-    if (::pipe2(ends.data(), O_CLOEXEC) != 0) fail(errno);
-    reading = FileDescriptor(ends[0]);
-    writing = FileDescriptor(ends[1]);
-    if (::fcntl(ends[0], F_SETFL, O_NONBLOCK) != 0) fail(errno);
-  }
-
-  FileDescriptor reading;  // does not block
-  FileDescriptor writing;
-};
+Pipe newPipe() {
+  auto pipe = makePipe();
+  if (!pipe) fail(errno);
+  return std::move(*pipe);
+}
 
 QString shellError(const QString& reason) {
   return reason.isEmpty() ? u"[Shell Error]"_s : u"[Shell Error: "_s + reason + u']';
@@ -50,19 +39,6 @@ QByteArray argumentFor(const QString& command) {
   if (command.contains(QChar(u'\0'))) fail(EINVAL);
   if (!command.isValidUtf16()) fail(EILSEQ);
   return command.toUtf8();
-}
-
-// Absent where the end does not come before the deadline.
-std::optional<QByteArray> readToEnd(const FileDescriptor& pipe, const QDeadlineTimer& deadline) {
-  QByteArray bytes;
-  std::array<char, 65'536> part{};
-  while (bytes.size() <= mostOutput && waitUntilReady(pipe.get(), POLLIN, deadline)) {
-    const ssize_t count = ::read(pipe.get(), part.data(), part.size());
-    if (count == 0) return bytes;
-    if (count > 0) bytes.append(part.data(), count);
-    if (count < 0 && errno != EAGAIN && errno != EINTR) break;
-  }
-  return std::nullopt;
 }
 
 // Empty where the bytes are not valid UTF-8 from the first to the last.
@@ -95,8 +71,8 @@ QString ShellEvaluator::evaluate(const QString& command) {
 
 QString ShellEvaluator::run(const QByteArray& command) {
   const QDeadlineTimer deadline(m_limit);
-  Pipe output;
-  Pipe error;
+  Pipe output = newPipe();
+  Pipe error = newPipe();
   ChildProcess shell = startShell(command, output.writing.get(), error.writing.get());
   output.writing.reset();
   error.writing.reset();
@@ -107,7 +83,7 @@ QString ShellEvaluator::run(const QByteArray& command) {
     return shellTimeout;
   }
   const bool succeeded = shell.reap() == 0;
-  const auto bytes = readToEnd(succeeded ? output.reading : error.reading, deadline);
+  const auto bytes = readToEnd((succeeded ? output : error).reading.get(), mostOutput, deadline);
   if (!bytes) return shellTimeout;
   return succeeded ? textOfOutput(*bytes) : shellError(decoded(*bytes).trimmed());
 }

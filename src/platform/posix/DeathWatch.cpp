@@ -1,13 +1,14 @@
 #include "platform/posix/DeathWatch.h"
 
-#include <array>
-#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <sys/prctl.h>
-#include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
+
+#include "base/posix/DescriptorPairs.h"
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 
@@ -30,15 +31,11 @@ void keepOnly(int lifeLine) {
 // False where the other process has ended without saying it.
 bool isTold(char word, int lifeLine) {
   char told = 0;
-  ssize_t count = 0;
-  do {
-    count = ::read(lifeLine, &told, 1);
-  } while (count < 0 && errno == EINTR);
-  return count == 1 && told == word;
+  return receiveAll(lifeLine, &told, 1) && told == word;
 }
 
 void tell(char word, int lifeLine) {
-  static_cast<void>(::send(lifeLine, &word, 1, MSG_NOSIGNAL));
+  static_cast<void>(sendAll(lifeLine, &word, 1));
 }
 
 // In a session of its own, so that what is meant for the program's job in a shell does not end it.
@@ -55,10 +52,10 @@ void tell(char word, int lifeLine) {
 }  // namespace
 
 DeathWatch::DeathWatch(const std::function<void(pid_t)>& tidyUp) {
-  std::array<int, 2> ends{};
-  if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return;
-  m_lifeLine = FileDescriptor(ends[0]);
-  FileDescriptor watchers(ends[1]);
+  auto ends = makeSocketPair();
+  if (!ends) return;
+  m_lifeLine = std::move(ends->own);
+  FileDescriptor& watchers = ends->other;
   const pid_t self = ::getpid();
   if (::fork() == 0) {
     m_lifeLine.reset();

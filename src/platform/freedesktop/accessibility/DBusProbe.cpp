@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <cstring>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -15,6 +13,8 @@
 #include <QStringList>
 
 #include "base/posix/FileDescriptor.h"
+#include "base/posix/Waiting.h"
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 
@@ -68,18 +68,14 @@ FileDescriptor connectTo(const SocketName& name) {
 }
 
 bool send(const FileDescriptor& socket, const QByteArray& text) {
-  const auto size = static_cast<std::size_t>(text.size());
-  return ::send(socket.get(), text.constData(), size, MSG_NOSIGNAL) == text.size();
+  return sendAll(socket.get(), text.constData(), static_cast<std::size_t>(text.size()));
 }
 
 // Empty where none comes in time.
 QByteArray receiveLine(const FileDescriptor& socket, const QDeadlineTimer& deadline) {
   QByteArray text;
   while (!text.contains('\n') && text.size() < longestLine) {
-    pollfd waiting{.fd = socket.get(), .events = POLLIN, .revents = 0};
-    const int count = ::poll(&waiting, 1, static_cast<int>(deadline.remainingTime()));
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) return {};
+    if (!waitUntilReadable(socket.get(), deadline)) return {};
     std::array<char, 256> bytes{};
     const ssize_t size = ::recv(socket.get(), bytes.data(), bytes.size(), 0);
     if (size <= 0) return {};

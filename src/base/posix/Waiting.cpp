@@ -1,4 +1,4 @@
-#include "core/evaluation/Waiting.h"
+#include "base/posix/Waiting.h"
 
 #include <cerrno>
 #include <chrono>
@@ -6,9 +6,11 @@
 
 namespace zarvy {
 
-bool waitUntilReady(int descriptor, short events, const QDeadlineTimer& deadline) {
+namespace {
+
+bool waitUntilReady(int descriptor, short event, const QDeadlineTimer& deadline) {
   using namespace std::chrono;
-  pollfd watched{descriptor, events, 0};
+  pollfd watched{descriptor, event, 0};
   while (true) {
     const nanoseconds left = deadline.remainingTimeAsDuration();
     const auto wholeSeconds = duration_cast<seconds>(left);
@@ -17,6 +19,16 @@ bool waitUntilReady(int descriptor, short events, const QDeadlineTimer& deadline
     if (ready >= 0) return ready > 0;
     if (errno != EINTR) return false;
   }
+}
+
+}  // namespace
+
+bool waitUntilReadable(int descriptor, const QDeadlineTimer& deadline) {
+  return waitUntilReady(descriptor, POLLIN, deadline);
+}
+
+bool waitUntilWritable(int descriptor, const QDeadlineTimer& deadline) {
+  return waitUntilReady(descriptor, POLLOUT, deadline);
 }
 
 }  // namespace zarvy

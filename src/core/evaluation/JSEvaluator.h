@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "base/LineOutput.h"
-#include "core/evaluation/ChildReaper.h"
+#include "base/posix/ChildReaper.h"
 #include "core/evaluation/Evaluator.h"
 #include "core/evaluation/ScriptWorker.h"
 

@@ -7,8 +7,8 @@
 #include <QDeadlineTimer>
 #include <QString>
 
+#include "base/posix/ChildReaper.h"
 #include "base/posix/DescriptorPairs.h"
-#include "core/evaluation/ChildReaper.h"
 #include "core/evaluation/ScriptConversation.h"
 
 namespace zarvy {

@@ -4,7 +4,7 @@
 
 #include <QByteArrayList>
 
-#include "core/evaluation/ChildReaper.h"
+#include "base/posix/ChildReaper.h"
 #include "core/evaluation/Evaluator.h"
 
 namespace zarvy {

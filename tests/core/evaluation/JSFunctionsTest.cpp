@@ -7,8 +7,8 @@
 #include <unicode/ucal.h>
 #include <unicode/udat.h>
 
+#include "base/posix/Processes.h"
 #include "core/evaluation/JSEvaluator.h"
-#include "core/evaluation/Processes.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"

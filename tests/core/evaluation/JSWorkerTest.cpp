@@ -10,8 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include "base/posix/Processes.h"
 #include "core/evaluation/JSEvaluator.h"
-#include "core/evaluation/Processes.h"
 #include "fakes/RecordingLineOutput.h"
 #include "support/QtPrinters.h"
 

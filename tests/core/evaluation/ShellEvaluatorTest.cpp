@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/evaluation/Processes.h"
+#include "base/posix/Processes.h"
 #include "core/evaluation/ShellEvaluator.h"
 #include "support/QtPrinters.h"
 

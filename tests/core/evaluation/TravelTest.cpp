@@ -10,10 +10,10 @@
 #include <gtest/gtest.h>
 
 #include "base/UtcZone.h"
+#include "base/posix/Processes.h"
 #include "base/text/CalendarDays.h"
 #include "base/text/DateFormatter.h"
 #include "core/evaluation/JSEvaluator.h"
-#include "core/evaluation/Processes.h"
 #include "fakes/RecordingLineOutput.h"
 
 namespace zarvy {

@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "core/evaluation/ChildProcess.h"
-#include "core/evaluation/ChildReaper.h"
-#include "core/evaluation/Processes.h"
+#include "base/posix/ChildProcess.h"
+#include "base/posix/ChildReaper.h"
+#include "base/posix/Processes.h"
 
 namespace zarvy {
 namespace {

@@ -1,15 +1,14 @@
-#include "core/evaluation/ChildProcess.h"
+#include "base/posix/ChildProcess.h"
 
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
-#include "base/posix/Waiting.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 namespace {
@@ -99,9 +98,16 @@ pid_t spawn(const QByteArrayList& arguments, const std::vector<int>& descriptors
   return id;
 }
 
-// Not by the C library's function, which its header of 2.36 hides from C++.
-int openEnd(pid_t id) {
-  return static_cast<int>(::syscall(SYS_pidfd_open, id, 0));
+// A child without a handle could be neither waited for nor handed on.
+ProcessHandle handleOf(pid_t child) {
+  try {
+    return ProcessHandle(child);
+  } catch (const std::system_error&) {
+    ::kill(-child, SIGKILL);
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    throw;
+  }
 }
 
 }  // namespace
@@ -113,32 +119,10 @@ ChildProcess::ChildProcess(const QByteArrayList& arguments, const std::vector<in
                            const QByteArrayList& environment)
     : ChildProcess(spawn(arguments, descriptors, pointersTo(environment).data())) {}
 
-ChildProcess::ChildProcess(pid_t id) : m_id(id), m_end(openEnd(m_id)) {
-  if (m_end.get() >= 0) return;
-  const int error = errno;
-  // It could be neither waited for nor handed on.
-  ::kill(-m_id, SIGKILL);
-  while (::waitpid(m_id, nullptr, 0) < 0 && errno == EINTR) {
-  }
-  check(error, "pidfd_open");
-}
-
-bool ChildProcess::waitForEnd(const QDeadlineTimer& deadline) const {
-  return waitUntilReadable(m_end.get(), deadline);
-}
+ChildProcess::ChildProcess(pid_t id) : m_id(id), m_handle(handleOf(m_id)) {}
 
 void ChildProcess::signalGroup(int signal) const {
   ::kill(-m_id, signal);
-}
-
-std::optional<int> ChildProcess::reap() {
-  siginfo_t end{};
-  const auto idOfEnd = static_cast<id_t>(m_end.get());
-  while (::waitid(P_PIDFD, idOfEnd, &end, WEXITED | WNOHANG) != 0) {
-    if (errno != EINTR) return -1;  // someone else took it: how it ended is not known
-  }
-  if (end.si_pid == 0) return std::nullopt;
-  return end.si_status;
 }
 
 }  // namespace zarvy

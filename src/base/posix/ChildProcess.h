@@ -7,7 +7,7 @@
 #include <QByteArrayList>
 #include <QDeadlineTimer>
 
-#include "base/posix/FileDescriptor.h"
+#include "base/posix/ProcessHandle.h"
 
 namespace zarvy {
 
@@ -32,23 +32,25 @@ class ChildProcess {
   [[nodiscard]] pid_t id() const { return m_id; }
 
   // Readable once the child has ended.
-  [[nodiscard]] int endDescriptor() const { return m_end.get(); }
+  [[nodiscard]] int endDescriptor() const { return m_handle.endDescriptor(); }
 
   // Sleeps until the child has ended. False where the deadline comes first.
-  [[nodiscard]] bool waitForEnd(const QDeadlineTimer& deadline) const;
+  [[nodiscard]] bool waitForEnd(const QDeadlineTimer& deadline) const {
+    return m_handle.waitForEnd(deadline);
+  }
 
   // Sends `signal` to the child and to what it has started. Not after it has been reaped.
   void signalGroup(int signal) const;
 
   // Takes an ended child from the kernel: its exit status, or the signal that ended it. Absent
   // while it runs. Does not block.
-  [[nodiscard]] std::optional<int> reap();
+  [[nodiscard]] std::optional<int> reap() { return m_handle.reap(); }
 
  private:
   explicit ChildProcess(pid_t id);
 
   pid_t m_id = -1;
-  FileDescriptor m_end;
+  ProcessHandle m_handle;
 };
 
 }  // namespace zarvy

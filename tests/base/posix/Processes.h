@@ -14,7 +14,7 @@
 
 #include "e2e/harness/WaitUntil.h"
 
-// What the tests of evaluators want to know about processes.
+// What tests want to know about processes.
 namespace zarvy::processes {
 
 // For a machine that does much else. Nothing waits that long unless something is wrong.

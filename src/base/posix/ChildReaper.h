@@ -4,8 +4,8 @@
 #include <thread>
 #include <vector>
 
+#include "base/posix/ChildProcess.h"
 #include "base/posix/WakeUp.h"
-#include "core/evaluation/ChildProcess.h"
 
 namespace zarvy {
 

@@ -1,4 +1,4 @@
-#include "core/evaluation/ChildReaper.h"
+#include "base/posix/ChildReaper.h"
 
 #include <iterator>
 #include <poll.h>

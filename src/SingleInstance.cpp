@@ -1,12 +1,9 @@
 #include "SingleInstance.h"
 
-#include <cerrno>
 #include <chrono>
 #include <fcntl.h>
 #include <filesystem>
 #include <future>
-#include <sys/file.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -22,6 +19,8 @@
 #include <QSysInfo>
 #include <QThread>
 
+#include "base/posix/FileLock.h"
+#include "base/posix/PeerUser.h"
 #include "storage/PrivateFolder.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -73,14 +72,6 @@ QString socketFor(const QString& dataDirectory) {
   return runtime + u"/zarvy-%1.socket"_s.arg(QString::fromLatin1(hash.first(16)));
 }
 
-// Who has made the other end. Beside the documents it depends on their folder who can.
-bool isOfThisUser(int connection) {
-  ucred other{};
-  socklen_t size = sizeof other;
-  return ::getsockopt(connection, SOL_SOCKET, SO_PEERCRED, &other, &size) != 0 ||
-         other.uid == ::getuid();
-}
-
 QString thisHost() {
   return QSysInfo::machineHostName();
 }
@@ -109,11 +100,12 @@ SingleInstance::Claim claimOn(const QString& dataDirectory, const QString& socke
     FileDescriptor lock(::open(QFile::encodeName(file).constData(),
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (!lock.isOpen()) continue;
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) == 0) {
+    const FileLock result = tryToLock(lock.get());
+    if (result == FileLock::taken) {
       setContent(lock.get(), thisHost() + u'\n');
       return {.lock = std::move(lock)};
     }
-    if (errno != EWOULDBLOCK) continue;
+    if (result == FileLock::impossible) continue;
     // A home that two machines share has one of them on each.
     const QStringList said = contentOf(lock.get()).split(u'\n');
     const bool isElsewhere = !said.front().isEmpty() && said.front() != thisHost();
@@ -173,6 +165,7 @@ void SingleInstance::listen(std::function<bool()> onOtherStart) {
       [server = m_server.get(), onOtherStart = std::move(onOtherStart)] {
         while (QLocalSocket* const other = server->nextPendingConnection()) {
           other->deleteLater();
+          // Beside the documents it depends on their folder who can make one.
           if (!isOfThisUser(static_cast<int>(other->socketDescriptor()))) continue;
           if (onOtherStart()) answer(*other);
         }

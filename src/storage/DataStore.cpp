@@ -3,16 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <pwd.h>
-#include <unistd.h>
 #include <utility>
 
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
+#include "base/posix/UserAccount.h"
 #include "storage/DocumentBackups.h"
 #include "storage/DocumentFile.h"
 #include "storage/MapJson.h"
@@ -55,15 +53,6 @@ constexpr std::array allDocuments{
     syncMetadataDocument, globalVariablesDocument, countersDocument, statsEventsDocument,
     statsSummaryDocument, fieldDefaultsDocument};
 
-// As the system has it, where the environment does not tell.
-QString homeOfThisUser() {
-  passwd user{};
-  passwd* found = nullptr;
-  std::array<char, 16384> texts{};
-  if (::getpwuid_r(::getuid(), &user, texts.data(), texts.size(), &found) != 0 || !found) return {};
-  return QFile::decodeName(found->pw_dir);
-}
-
 QStringList documentNames() {
   QStringList names;
   for (const DocumentKind& kind : allDocuments) names += kind.fileName.toString();
@@ -77,7 +66,7 @@ std::optional<QString> DataStore::desktopApplicationSupport() {
   QString chosen = qEnvironmentVariable("XDG_DATA_HOME");
   if (QDir::isAbsolutePath(chosen)) return chosen;
   QString home = qEnvironmentVariable("HOME");
-  if (!QDir::isAbsolutePath(home)) home = homeOfThisUser();
+  if (!QDir::isAbsolutePath(home)) home = homeInUserList().value_or(QString());
   if (!QDir::isAbsolutePath(home)) return std::nullopt;
   return QDir::cleanPath(home + u"/.local/share"_s);
 }

@@ -2,13 +2,11 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
 #include <string>
 #include <string_view>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -16,6 +14,8 @@
 #include <QFile>
 
 #include "base/posix/FileDescriptor.h"
+#include "base/posix/FileLock.h"
+#include "base/posix/TemporaryFile.h"
 #include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
@@ -47,17 +47,16 @@ std::filesystem::path behindLinks(const QString& path) {
   return QFile::encodeName(path).toStdString();
 }
 
-// What stands before and behind the six characters that make the name of a temporary file unique.
+// What stands before and behind the characters that make the name of a temporary file unique.
 // The ending is what no other program gives to its own, which may lie in the same folder.
 std::string temporaryStart(const std::filesystem::path& place) {
   return std::string(".").append(place.filename().string()).append(".");
 }
 constexpr std::string_view temporaryEnd = ".zarvy-save";
-constexpr std::string_view unique = "XXXXXX";
 
 bool isTemporaryOf(const std::filesystem::path& place, const std::string& name) {
   const std::string start = temporaryStart(place);
-  return name.size() == start.size() + unique.size() + temporaryEnd.size() &&
+  return name.size() == start.size() + uniqueLength + temporaryEnd.size() &&
          name.starts_with(start) && name.ends_with(temporaryEnd);
 }
 
@@ -79,8 +78,7 @@ void removeIfLeftBehind(const std::filesystem::path& file) {
   const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!opened.isOpen() || !isOldFile(opened.get())) return;
   // Whoever is writing it holds the lock; where there are no locks, there is nobody to ask.
-  const bool isHeld = ::flock(opened.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-  if (!isHeld) ::unlink(file.c_str());
+  if (tryToLock(opened.get()) != FileLock::heldByAnother) ::unlink(file.c_str());
 }
 
 }  // namespace
@@ -90,12 +88,10 @@ std::optional<QString> replaceFile(const QString& path, const QByteArray& conten
   const std::filesystem::path folder = place.parent_path();
   const bool isBehindLink = place != QFile::encodeName(path).toStdString();
   while (true) {
-    std::string temporary = folder / temporaryStart(place).append(unique).append(temporaryEnd);
-    // Made with mode 0600 whatever the umask; locked as long as it is open.
-    const FileDescriptor descriptor(
-        ::mkostemps(temporary.data(), static_cast<int>(temporaryEnd.size()), O_CLOEXEC));
+    const auto [descriptor, temporary] =
+        makeTemporaryFile((folder / temporaryStart(place)).native(), temporaryEnd);
     if (!descriptor.isOpen()) return lastError();
-    static_cast<void>(::flock(descriptor.get(), LOCK_EX));
+    lockIfPossible(descriptor.get());  // as long as it is open
     // Before it was locked another process may have removed it as one that was left behind.
     if (::access(temporary.c_str(), F_OK) != 0 && errno == ENOENT) continue;
     if (isBehindLink) keepMode(place, descriptor.get());

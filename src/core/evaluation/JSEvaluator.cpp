@@ -9,6 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/posix/OwnProgram.h"
+
 namespace zarvy {
 namespace {
 
@@ -31,7 +33,7 @@ bool spellsEndlessLoop(const QString& expression) {
 }  // namespace
 
 ScriptWorkerCommand ScriptWorkerCommand::besideThisProgram() {
-  const QFileInfo program(QFile::symLinkTarget(u"/proc/self/exe"_s));
+  const QFileInfo program(pathOfOwnProgram());
   return {program.absolutePath() + u"/zarvy-js-worker"_s, {}};
 }
 

@@ -2,14 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <pwd.h>
-#include <unistd.h>
 #include <utility>
-#include <vector>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,17 +17,6 @@ constexpr std::array<QStringView, 5> usualFolders{u"Nextcloud", u"Dropbox", u"On
                                                   u"pCloudDrive", u"Sync"};
 
 }  // namespace
-
-std::optional<QString> SyncedFolderDrive::realHomeDirectory() {
-  passwd user{};
-  passwd* found = nullptr;
-  std::vector<char> texts(1024);  // what `user` points into
-  while (::getpwuid_r(::getuid(), &user, texts.data(), texts.size(), &found) == ERANGE) {
-    texts.resize(2 * texts.size());
-  }
-  if (found == nullptr || found->pw_dir == nullptr || *found->pw_dir == '\0') return std::nullopt;
-  return QFile::decodeName(found->pw_dir);
-}
 
 SyncedFolderDrive::SyncedFolderDrive(const UserDefaults& defaults, HomeLookup home)
     : m_defaults(defaults), m_home(std::move(home)) {}

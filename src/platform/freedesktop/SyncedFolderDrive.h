@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "base/posix/UserAccount.h"
 #include "platform/CloudDrive.h"
 #include "platform/UserDefaults.h"
 
@@ -19,11 +20,8 @@ class SyncedFolderDrive final : public CloudDrive {
   // Gives a home folder; absent where there is none.
   using HomeLookup = std::function<std::optional<QString>()>;
 
-  // That of the user whom the process belongs to, by the system's list of users. Any thread.
-  [[nodiscard]] static std::optional<QString> realHomeDirectory();
-
   // Reads `defaults` at each use.
-  explicit SyncedFolderDrive(const UserDefaults& defaults, HomeLookup home = realHomeDirectory);
+  explicit SyncedFolderDrive(const UserDefaults& defaults, HomeLookup home = homeInUserList);
 
   [[nodiscard]] bool isSignedIn() const override;
   [[nodiscard]] std::optional<QString> homeDirectory() const override;

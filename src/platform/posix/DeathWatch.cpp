@@ -3,11 +3,11 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <unistd.h>
 #include <utility>
 
 #include "base/posix/DescriptorPairs.h"
+#include "base/posix/ThreadName.h"
 #include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
@@ -42,7 +42,7 @@ void tell(char word, int lifeLine) {
 [[noreturn]] void watch(int lifeLine, pid_t watched, const std::function<void(pid_t)>& tidyUp) {
   for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) std::signal(signal, SIG_IGN);
   ::setsid();
-  ::prctl(PR_SET_NAME, "zarvy-watch");
+  nameThisThread("zarvy-watch");
   keepOnly(lifeLine);
   tell(watching, lineOfWatcher);
   if (!isTold(endInOrder, lineOfWatcher)) tidyUp(watched);

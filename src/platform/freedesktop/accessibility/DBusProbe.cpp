@@ -2,10 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
-#include <cstring>
-#include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <QByteArray>
@@ -13,6 +9,7 @@
 #include <QStringList>
 
 #include "base/posix/FileDescriptor.h"
+#include "base/posix/LocalSocketAddress.h"
 #include "base/posix/Waiting.h"
 #include "base/posix/WholeTransfers.h"
 
@@ -23,33 +20,17 @@ namespace {
 // More than a first line is long, of a bus that means it.
 constexpr qsizetype longestLine = 1024;
 
-struct SocketName {
-  sockaddr_un address{};
-  socklen_t length = 0;
-};
-
-// An abstract name begins with a zero byte, and does not end with one.
-std::optional<SocketName> socketNamed(const QByteArray& name, bool isAbstract) {
-  SocketName result;
-  result.address.sun_family = AF_UNIX;
-  const std::size_t start = isAbstract ? 1 : 0;
-  const auto size = static_cast<std::size_t>(name.size());
-  if (name.isEmpty() || start + size >= sizeof result.address.sun_path) return std::nullopt;
-  std::memcpy(result.address.sun_path + start, name.constData(), size);
-  const std::size_t end = isAbstract ? start + size : start + size + 1;
-  result.length = static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + end);
-  return result;
-}
-
 // Of one part: "unix:" and then keys and values, whose odd characters are written "%xx".
-std::optional<SocketName> socketOf(const QByteArray& part) {
+std::optional<LocalSocketAddress> socketOf(const QByteArray& part) {
   const QByteArray transport = "unix:";
   if (!part.startsWith(transport)) return std::nullopt;
   for (const QByteArray& pair : part.mid(transport.size()).split(',')) {
     const qsizetype sign = pair.indexOf('=');
     const QByteArray key = pair.first(std::max<qsizetype>(sign, 0));
     if (key != "path" && key != "abstract") continue;
-    return socketNamed(QByteArray::fromPercentEncoding(pair.mid(sign + 1)), key == "abstract");
+    using Kind = LocalSocketAddress::Kind;
+    return LocalSocketAddress::of(QByteArray::fromPercentEncoding(pair.mid(sign + 1)),
+                                  key == "abstract" ? Kind::abstract : Kind::path);
   }
   return std::nullopt;
 }
@@ -58,13 +39,6 @@ std::optional<SocketName> socketOf(const QByteArray& part) {
 QByteArray greeting() {
   const QByteArray user = QByteArray::number(::getuid()).toHex();
   return QByteArray(1, '\0') + "AUTH EXTERNAL " + user + "\r\n";
-}
-
-FileDescriptor connectTo(const SocketName& name) {
-  FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  const auto* address = reinterpret_cast<const sockaddr*>(&name.address);
-  if (::connect(socket.get(), address, name.length) != 0) return FileDescriptor();
-  return socket;
 }
 
 bool send(const FileDescriptor& socket, const QByteArray& text) {
@@ -77,16 +51,16 @@ QByteArray receiveLine(const FileDescriptor& socket, const QDeadlineTimer& deadl
   while (!text.contains('\n') && text.size() < longestLine) {
     if (!waitUntilReadable(socket.get(), deadline)) return {};
     std::array<char, 256> bytes{};
-    const ssize_t size = ::recv(socket.get(), bytes.data(), bytes.size(), 0);
+    const ssize_t size = ::read(socket.get(), bytes.data(), bytes.size());
     if (size <= 0) return {};
     text.append(bytes.data(), size);
   }
   return text;
 }
 
-bool answers(const SocketName& name, std::chrono::milliseconds limit) {
+bool answers(const LocalSocketAddress& address, std::chrono::milliseconds limit) {
   const QDeadlineTimer deadline(limit);
-  const FileDescriptor socket = connectTo(name);
+  const FileDescriptor socket = connectTo(address);
   return socket.isOpen() && send(socket, greeting()) &&
          receiveLine(socket, deadline).startsWith("OK");
 }
@@ -95,8 +69,8 @@ bool answers(const SocketName& name, std::chrono::milliseconds limit) {
 
 std::optional<QString> partThatAnswers(const QString& address, std::chrono::milliseconds limit) {
   for (const QString& part : address.split(u';', Qt::SkipEmptyParts)) {
-    const auto name = socketOf(part.toUtf8());
-    if (name && answers(*name, limit)) return part;
+    const auto socket = socketOf(part.toUtf8());
+    if (socket && answers(*socket, limit)) return part;
   }
   return std::nullopt;
 }

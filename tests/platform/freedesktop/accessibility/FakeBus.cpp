@@ -1,14 +1,13 @@
 #include "platform/freedesktop/accessibility/FakeBus.h"
 
 #include <array>
-#include <cstddef>
-#include <cstring>
 #include <stdexcept>
 #include <sys/socket.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 #include <QUuid>
+
+#include "base/posix/LocalSocketAddress.h"
 
 namespace zarvy {
 
@@ -17,15 +16,10 @@ FakeBus::FakeBus(Manner manner, const QString& name, bool isAbstract)
       m_path(isAbstract ? name + QUuid::createUuid().toString(QUuid::WithoutBraces)
                         : m_folder.filePath(name)),
       m_listening(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  const QByteArray path = m_path.toUtf8();
-  const std::size_t start = isAbstract ? 1 : 0;
-  const auto size = static_cast<std::size_t>(path.size());
-  std::memcpy(address.sun_path + start, path.constData(), size);
-  const std::size_t length = offsetof(sockaddr_un, sun_path) + 1 + size;
-  if (::bind(m_listening.get(), reinterpret_cast<const sockaddr*>(&address),
-             static_cast<socklen_t>(length)) != 0) {
+  using Kind = LocalSocketAddress::Kind;
+  const auto address =
+      LocalSocketAddress::of(m_path.toUtf8(), isAbstract ? Kind::abstract : Kind::path);
+  if (!address || ::bind(m_listening.get(), address->get(), address->length()) != 0) {
     throw std::runtime_error("the socket cannot be made");
   }
   if (manner == Manner::refuses) return;

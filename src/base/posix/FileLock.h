@@ -1,0 +1,20 @@
+#pragma once
+
+namespace zarvy {
+
+// A lock on the whole of an open file, for whoever asks for one as well. It goes when the last
+// descriptor of that opening is closed, at the latest with the process. Any thread.
+
+enum class FileLock {
+  taken,
+  heldByAnother,
+  impossible,  // some file systems have no locks
+};
+
+// Does not wait for another.
+[[nodiscard]] FileLock tryToLock(int file);
+
+// Waits until nobody else has it. Without a lock where there are none.
+void lockIfPossible(int file);
+
+}  // namespace zarvy

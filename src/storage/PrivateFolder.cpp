@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/posix/ErrorText.h"
 #include "base/posix/FileDescriptor.h"
 #include "storage/ReplaceFile.h"
 
@@ -20,7 +21,7 @@ std::optional<QString> makePrivateFolder(const QString& path) {
   const QString parent = QFileInfo(path).path();
   if (!QDir().mkpath(parent)) return u"cannot make the folder "_s + parent;
   if (::mkdir(QFile::encodeName(path).constData(), S_IRWXU) != 0) {
-    return errno == EEXIST ? std::nullopt : std::optional(qt_error_string(errno));
+    return errno == EEXIST ? std::nullopt : std::optional(textOfError(errno));
   }
   return synchronizeFolder(parent);
 }

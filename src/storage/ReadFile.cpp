@@ -7,6 +7,7 @@
 
 #include <QFile>
 
+#include "base/posix/ErrorText.h"
 #include "base/posix/FileDescriptor.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,7 +18,7 @@ namespace {
 constexpr qint64 mebibyte = qint64{1} << 20;
 
 JsonError errorOfReading() {
-  return {{}, qt_error_string(errno)};
+  return {{}, textOfError(errno)};
 }
 
 }  // namespace
@@ -27,7 +28,7 @@ JsonResult<QByteArray> readFile(const QString& path, qint64 largest) {
       ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status {};
   if (!descriptor.isOpen() || ::fstat(descriptor.get(), &status) != 0) return errorOfReading();
-  if (S_ISDIR(status.st_mode)) return JsonError{{}, qt_error_string(EISDIR)};
+  if (S_ISDIR(status.st_mode)) return JsonError{{}, textOfError(EISDIR)};
   if (!S_ISREG(status.st_mode)) return JsonError{{}, u"Not a regular file"_s};
   QFile file;
   if (!file.open(descriptor.get(), QIODevice::ReadOnly | QIODevice::Unbuffered)) {

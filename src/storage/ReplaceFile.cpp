@@ -13,6 +13,7 @@
 
 #include <QFile>
 
+#include "base/posix/ErrorText.h"
 #include "base/posix/FileDescriptor.h"
 #include "base/posix/FileLock.h"
 #include "base/posix/TemporaryFile.h"
@@ -31,7 +32,7 @@ bool synchronize(int descriptor) {
 }
 
 QString lastError() {
-  return qt_error_string(errno);
+  return textOfError(errno);
 }
 
 // The file that `path` leads to, whether or not there is one. A circle of links stays what it is.

@@ -1,6 +1,7 @@
 #include "jsworker/Sandbox.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <fcntl.h>
 #include <memory>
 #include <sched.h>
@@ -11,6 +12,8 @@
 #include <sys/resource.h>
 #include <system_error>
 #include <unistd.h>
+
+#include "jsworker/RefusedCalls.h"
 
 namespace zarvy {
 namespace {
@@ -74,6 +77,14 @@ constexpr int harmlessCalls[] = {
     SCMP_SYS(write),
 };
 
+// What usual work asks for in vain: the engine wants another scheduling for its threads, and ICU
+// looks for files of data beside what it has within itself.
+constexpr int neededByNothing[] = {
+    SCMP_SYS(newfstatat),
+    SCMP_SYS(sched_setscheduler),
+    SCMP_SYS(stat),
+};
+
 struct ReleaseFilter {
   void operator()(scmp_filter_ctx filter) const { seccomp_release(filter); }
 };
@@ -88,11 +99,16 @@ constexpr scmp_datum_t threadFlags = CLONE_VM | CLONE_THREAD;
 }  // namespace
 
 void enterSandbox() {
-  const std::unique_ptr<void, ReleaseFilter> owner(seccomp_init(SCMP_ACT_ERRNO(EPERM)));
+  constexpr std::uint32_t silently = SCMP_ACT_ERRNO(EPERM);
+  const std::uint32_t refusal = actionForRefusedCalls();
+  const std::unique_ptr<void, ReleaseFilter> owner(seccomp_init(refusal));
   scmp_filter_ctx filter = owner.get();
   if (!filter) throw std::system_error(ENOMEM, std::generic_category(), "seccomp");
   check(seccomp_attr_set(filter, SCMP_FLTATR_CTL_TSYNC, 1));
   for (const int call : harmlessCalls) check(seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0));
+  if (refusal != silently) {
+    for (const int call : neededByNothing) check(seccomp_rule_add(filter, silently, call, 0));
+  }
   for (const int call : {SCMP_SYS(mmap), SCMP_SYS(mprotect)}) {
     // No page that can be executed: there is no compiler of machine code here.
     check(seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 1,

@@ -3,8 +3,9 @@
 namespace zarvy {
 
 // Takes from the whole process, all of its threads, and for good: opening files, sockets, starting
-// programs, and whatever else a script has no use for. Such a call then fails with EPERM. What is
-// open stays open. Throws std::system_error where the kernel refuses, and nothing is taken then.
+// programs, and whatever else a script has no use for. Such a call then fails with EPERM, and
+// the first one of those that nobody expects is told on standard error. What is open stays open.
+// Throws std::system_error where the kernel refuses, and nothing is taken then.
 void enterSandbox();
 
 // What the process gives up before it runs anything: dumping its memory to a file, being looked

@@ -124,6 +124,36 @@ TEST_F(JSWorker, IsConfined) {
   EXPECT_GE(threads, 2);
 }
 
+// Which it would say on standard error.
+TEST_F(JSWorker, IsRefusedNothingThatItsWorkTakes) {
+  const QTemporaryDir folder;
+  const std::string path = folder.filePath(u"errors"_s).toStdString();
+  const int errors = dup(STDERR_FILENO);
+  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+  ASSERT_EQ(dup2(file, STDERR_FILENO), STDERR_FILENO);
+  for (const QString& script : {
+           u"1 + 1"_s,
+           u"[now(), today(), time(), random(1, 6), uuid()].join()"_s,
+           u"new Date().toLocaleString('sv') + new Intl.NumberFormat('ar').format(1e9)"_s,
+           u"new Intl.DateTimeFormat('de', {dateStyle: 'long'}).formatRange(0, 1e12)"_s,
+           u"['z', 'ä', 'ß'].sort(new Intl.Collator('de').compare).join()"_s,
+           u"Promise.resolve(1).then(one => { kept = one })"_s,
+           u"'x'.repeat(5e6).replace(/x/g, 'y').length"_s,
+           u"(() => { let all = []; for (let i = 0; i < 1e6; ++i) all.push({i}); return 1 })()"_s,
+           u"(() => new Uint8Array(160e6).fill(1).length)()"_s,
+           u"(function deeper() { return 1 + deeper() })()"_s,
+           u"1 + 1"_s,
+       }) {
+    EXPECT_NE(m_evaluator.evaluate(script), errorMark) << script.toStdString();
+  }
+  dup2(errors, STDERR_FILENO);
+  close(errors);
+  close(file);
+  std::ostringstream printed;
+  printed << std::ifstream(path).rdbuf();
+  EXPECT_EQ(printed.str(), "");
+}
+
 TEST_F(JSWorker, IsTheFirstThatTheSystemGivesUpWhenMemoryRunsOut) {
   EXPECT_EQ(m_evaluator.evaluate(u"1"_s), u"1"_s);
   std::ifstream file("/proc/" + std::to_string(worker()) + "/oom_score_adj");

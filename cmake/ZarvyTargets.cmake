@@ -12,11 +12,17 @@ target_compile_options(zarvy_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-align
   -Woverloaded-virtual -Wconversion -Wsign-conversion -Wformat=2)
 
+# What Qt had given up by the release of Debian 12, or where it is there by that of Debian 13, is not used.
+set(ZARVY_QT_WITHOUT_DEPRECATED 0x060400)
+if(Qt6_VERSION VERSION_GREATER_EQUAL 6.8)
+  set(ZARVY_QT_WITHOUT_DEPRECATED 0x060800)
+endif()
+
 add_library(zarvy_options INTERFACE)
 target_link_libraries(zarvy_options INTERFACE zarvy_warnings)
 target_compile_definitions(zarvy_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
-  QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+  QT_DISABLE_DEPRECATED_BEFORE=${ZARVY_QT_WITHOUT_DEPRECATED})
 if(ZARVY_SANITIZE)
   target_compile_options(zarvy_options INTERFACE
     -fsanitize=${ZARVY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)

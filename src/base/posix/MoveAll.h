@@ -17,13 +17,10 @@ template <typename Step, typename Wait>
     const ssize_t count = step(moved);
     if (count > 0) {
       moved += static_cast<std::size_t>(count);
-    } else if (count == 0) {
-      return false;
-    } else if (errno == EAGAIN) {
-      if (!wait()) return false;
-    } else if (errno != EINTR) {
-      return false;
+      continue;
     }
+    const bool goesOn = count < 0 && (errno == EINTR || (errno == EAGAIN && wait()));
+    if (!goesOn) return false;
   }
   return true;
 }

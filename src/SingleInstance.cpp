@@ -20,7 +20,7 @@
 #include <QThread>
 
 #include "base/posix/FileLock.h"
-#include "base/posix/PeerUser.h"
+#include "base/posix/Users.h"
 #include "storage/PrivateFolder.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -5,7 +5,7 @@
 #include <QDBusConnection>
 #include <QGuiApplication>
 
-#include "base/posix/PrivateMemory.h"
+#include "base/posix/OwnProcess.h"
 #include "platform/desktop/DesktopFactory.h"
 #include "ui/Scenes.h"
 

@@ -56,14 +56,14 @@ const std::array<Text, 2>& texts() {
   return all;
 }
 
-// More characters than there are spare keys for, together with those of texts(): its expansion
+// More characters than there are scratch keys for, together with those of texts(): its expansion
 // takes theirs off the keyboard, so that their next one cannot find them prepared.
 const e2e::TestSnippet& intruder() {
   static const e2e::TestSnippet snippet{u";in"_s, textOf(otherSixtyLetters())};
   return snippet;
 }
 
-// Four times as many characters as there are spare keys for, so that these are changed again and
+// Four times as many characters as there are scratch keys for, so that these are changed again and
 // again within the text.
 const e2e::TestSnippet& manyLetters() {
   static const e2e::TestSnippet snippet{u";ma"_s, [] {

@@ -9,7 +9,7 @@
 
 #include <QByteArray>
 
-#include "base/posix/ThreadName.h"
+#include "base/posix/OwnProcess.h"
 #include "base/posix/WholeTransfers.h"
 
 namespace zarvy {

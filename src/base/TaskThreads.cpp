@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "base/posix/ThreadName.h"
+#include "base/posix/OwnProcess.h"
 
 namespace zarvy {
 

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-#include "platform/AbsentDesktop.h"
 #include "platform/DesktopParts.h"
+#include "platform/NullDesktop.h"
 
 namespace zarvy {
 
@@ -20,7 +20,7 @@ class LateDesktop final : public KeyEventSource,
   void come(const DesktopParts& parts) { m_parts = &parts; }
 
   // After everything that hears and types has ended. Main thread.
-  void leave() { m_parts = &m_absentParts; }
+  void leave() { m_parts = &m_nullParts; }
 
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler handler,
                                                       std::function<void()> onForget) override {
@@ -81,9 +81,9 @@ class LateDesktop final : public KeyEventSource,
  private:
   [[nodiscard]] const DesktopParts& now() const { return *m_parts.load(); }
 
-  AbsentDesktop m_absent;
-  const DesktopParts m_absentParts = partsOf(m_absent);
-  std::atomic<const DesktopParts*> m_parts = &m_absentParts;
+  NullDesktop m_null;
+  const DesktopParts m_nullParts = partsOf(m_null);
+  std::atomic<const DesktopParts*> m_parts = &m_nullParts;
 };
 
 }  // namespace zarvy

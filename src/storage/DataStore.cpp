@@ -10,7 +10,7 @@
 #include <QFileInfo>
 
 #include "base/json/JsonText.h"
-#include "base/posix/UserAccount.h"
+#include "base/posix/Users.h"
 #include "storage/DocumentBackups.h"
 #include "storage/DocumentFile.h"
 #include "storage/MapJson.h"

@@ -5,7 +5,7 @@
 
 #include "fuzz/ByteSource.h"
 #include "fuzz/ProtocolTargets.h"
-#include "platform/x11/hearing/GrabProtocol.h"
+#include "platform/x11/capture/GrabProtocol.h"
 
 namespace zarvy::fuzz {
 namespace {

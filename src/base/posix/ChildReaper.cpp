@@ -4,7 +4,7 @@
 #include <poll.h>
 #include <utility>
 
-#include "base/posix/ThreadName.h"
+#include "base/posix/OwnProcess.h"
 
 namespace zarvy {
 

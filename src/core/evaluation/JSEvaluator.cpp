@@ -9,7 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "base/posix/OwnProgram.h"
+#include "base/posix/OwnProcess.h"
 
 namespace zarvy {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "base/posix/UserAccount.h"
+#include "base/posix/Users.h"
 #include "platform/CloudDrive.h"
 #include "platform/UserDefaults.h"
 

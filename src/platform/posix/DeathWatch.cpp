@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "base/posix/DescriptorPairs.h"
-#include "base/posix/ThreadName.h"
+#include "base/posix/OwnProcess.h"
 #include "base/posix/WholeTransfers.h"
 
 namespace zarvy {

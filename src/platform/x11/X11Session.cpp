@@ -6,18 +6,18 @@
 
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
+#include "platform/x11/capture/GrabRecord.h"
+#include "platform/x11/capture/GrabWatch.h"
+#include "platform/x11/capture/KeyCapture.h"
+#include "platform/x11/capture/KeyFence.h"
+#include "platform/x11/capture/OwnPosts.h"
+#include "platform/x11/capture/X11HotKeys.h"
+#include "platform/x11/capture/X11KeyEventSource.h"
+#include "platform/x11/capture/X11SecureInput.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/EventReader.h"
-#include "platform/x11/hearing/GrabRecord.h"
-#include "platform/x11/hearing/GrabWatch.h"
-#include "platform/x11/hearing/KeyFence.h"
-#include "platform/x11/hearing/KeyHearing.h"
-#include "platform/x11/hearing/OwnPosts.h"
-#include "platform/x11/hearing/X11HotKeys.h"
-#include "platform/x11/hearing/X11KeyEventSource.h"
-#include "platform/x11/hearing/X11SecureInput.h"
-#include "platform/x11/keyboard/FollowedKeymap.h"
 #include "platform/x11/keyboard/HeldKeys.h"
+#include "platform/x11/keyboard/LiveKeymap.h"
 #include "platform/x11/keyboard/OwnMapChanges.h"
 #include "platform/x11/keyboard/PersonsKeys.h"
 #include "platform/x11/typing/HeldModifiers.h"
@@ -38,7 +38,7 @@ using namespace Qt::Literals::StringLiterals;
 struct X11Session::Keyboards {
   std::unique_ptr<Connection> connection;
   OwnMapChanges ownChanges;
-  std::unique_ptr<FollowedKeymap> keymap;  // of the union of all
+  std::unique_ptr<LiveKeymap> keymap;  // of the union of all
   std::unique_ptr<PersonsKeys> persons;
 
   [[nodiscard]] static std::unique_ptr<Keyboards> open(QString* reason) {
@@ -49,7 +49,7 @@ struct X11Session::Keyboards {
     const auto unionOfAll = static_cast<uint16_t>(connection.coreKeyboard());
     const uint16_t fake = HeldKeys(connection).ownFakeKeyboard().value_or(unionOfAll);
     keyboards->persons = std::make_unique<PersonsKeys>(fake);
-    keyboards->keymap = FollowedKeymap::create(connection, keyboards->ownChanges, unionOfAll);
+    keyboards->keymap = LiveKeymap::create(connection, keyboards->ownChanges, unionOfAll);
     if (keyboards->keymap) return keyboards;
     *reason = u"The X display does not give its keyboard layout."_s;
     return nullptr;
@@ -68,7 +68,7 @@ struct X11Session::Parts {
                     [this, ownMenuIsOpen = options.ownMenuIsOpen] {
                       return ownWindowHasFocus || ownMenuIsOpen();
                     }),
-        hearing(*connection, posts, *keyboards->keymap,
+        capture(*connection, posts, *keyboards->keymap,
                 [this, mustNotBeHeard = std::move(options.mustNotBeHeard)](xcb_timestamp_t time) {
                   return fence.isAhead() || grabs.mayHide(time) || mustNotBeHeard();
                 }),
@@ -94,17 +94,17 @@ struct X11Session::Parts {
 
   void connectReader() {
     grabs.onGrab([this] { source.deliverForgetting(); });
-    hearing.onPress([this](const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); });
-    hearing.onHiddenPress([this] { source.deliverForgetting(); });
-    hearing.onPointerPress([this] { source.deliverForgetting(); });
-    hearing.onStateChange([this] { modifiers.stateChanged(); });
-    hearing.onForeignKey([this](const auto& key) { followKey(key); });
-    hearing.onKeyboardsChanged(
+    capture.onPress([this](const KeyEvent& event) { source.deliver(event, ownWindowHasFocus); });
+    capture.onHiddenPress([this] { source.deliverForgetting(); });
+    capture.onPointerPress([this] { source.deliverForgetting(); });
+    capture.onStateChange([this] { modifiers.stateChanged(); });
+    capture.onForeignKey([this](const auto& key) { followKey(key); });
+    capture.onKeyboardsChanged(
         [this] { keyboards->persons->keepKeyboards(HeldKeys(*connection).allKeyboards()); });
     reader.pauseBetweenReads([this] { return pauseForOwnKeys(); });
     reader.addListener([this](const auto& event) { fence.handleEvent(event); });
     reader.addListener([this](const auto& event) { grabs.handleEvent(event); });
-    reader.addListener([this](const auto& event) { hearing.handleEvent(event); });
+    reader.addListener([this](const auto& event) { capture.handleEvent(event); });
     reader.addListener([this](const auto& event) { barrier.handleEvent(event); });
   }
 
@@ -114,7 +114,7 @@ struct X11Session::Parts {
     return pause;
   }
 
-  void followKey(const KeyHearing::ForeignKey& key) {
+  void followKey(const KeyCapture::ForeignKey& key) {
     if (key.isPress) {
       keyboards->persons->press(key.keyboard, key.keycode);
       if (keyboards->keymap->current()->modifiers().momentary[key.keycode]) {
@@ -164,7 +164,7 @@ struct X11Session::Parts {
   // The toolkit is slow to believe that the focus has left it, so the display's events tell.
   std::atomic<bool> ownWindowHasFocus = false;
   X11SecureInput secureInput;
-  KeyHearing hearing;
+  KeyCapture capture;
   KeySender sender;
   WindowProperties windows;
   TargetBarrier barrier;
@@ -191,9 +191,9 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   releaseKeysLeftDown(*parts->connection, parts->sender);
   parts->lookAtHeldKeys();
   parts->grabs.tellFocus();
-  parts->typist.reclaimSpareKeys();
-  parts->typist.onNoSpareKeys([&output] {
-    output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);
+  parts->typist.reclaimScratchKeys();
+  parts->typist.onNoScratchKeys([&output] {
+    output.print(u"No scratch keys: characters that the keyboard layout lacks are left out"_s);
   });
   Parts* raw = parts.get();
   parts->reader.start([raw, &scheduler, onLost = std::move(onLost)] {

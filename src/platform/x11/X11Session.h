@@ -22,7 +22,7 @@ class Workspace;
 namespace zarvy::x11 {
 
 // The X11 adapters, on their one connection. Made and dropped on the main thread, after everything
-// that types has ended; dropping it gives the spare keys back.
+// that types has ended; dropping it gives the scratch keys back.
 class X11Session {
  public:
   struct Options {

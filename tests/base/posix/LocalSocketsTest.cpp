@@ -5,7 +5,7 @@
 
 #include "base/posix/DescriptorPairs.h"
 #include "base/posix/LocalSocketAddress.h"
-#include "base/posix/PeerUser.h"
+#include "base/posix/Users.h"
 
 namespace zarvy {
 namespace {

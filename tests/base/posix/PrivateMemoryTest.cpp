@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/posix/PrivateMemory.h"
+#include "base/posix/OwnProcess.h"
 #include "support/MemoryReader.h"
 
 namespace zarvy {

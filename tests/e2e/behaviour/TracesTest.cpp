@@ -83,7 +83,7 @@ TEST_P(TracesAfterASignal, areGoneWhenItComesInTheMiddleOfTwoThousandCharacters)
   stage().startTarget(TargetKind::qt6);
   const MappingDump before = stage().mapping();
   const auto properties = rootProperties();
-  // More different characters than there are spare keys: their meaning changes all the time.
+  // More different characters than there are scratch keys: their meaning changes all the time.
   const QString text = (textOfTwelveScripts() + u" and SHIFTED {Keys} "_s).repeated(5);
   ASSERT_GE(text.toUcs4().size(), 2000);
   stage().startProgram(programPath(), {{u";lo"_s, text}});

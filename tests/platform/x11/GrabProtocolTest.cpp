@@ -5,7 +5,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
-#include "platform/x11/hearing/GrabProtocol.h"
+#include "platform/x11/capture/GrabProtocol.h"
 
 namespace zarvy::x11 {
 namespace {

@@ -13,10 +13,10 @@
 #include "e2e/harness/Person.h"
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/Xkb.h"
+#include "platform/x11/capture/OwnPosts.h"
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/HeldKeys.h"
-#include "platform/x11/keyboard/KeyboardLook.h"
+#include "platform/x11/keyboard/KeyboardSnapshot.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
 #include "platform/x11/keyboard/PersonsKeys.h"
 #include "platform/x11/typing/HeldModifiers.h"
@@ -43,7 +43,7 @@ class HeldModifiersOnServer : public testing::Test {
 
   // What a run finds now.
   [[nodiscard]] HeldModifiers::RunKeyboard found() const {
-    const KeyboardLook seen = KeyboardLook::take(*m_ours);
+    const KeyboardSnapshot seen = KeyboardSnapshot::take(*m_ours);
     const ModifierKeys& keys = m_keymap->modifiers();
     return {.number = m_typedOn.value_or(m_personsKeyboard),
             .keys = keys,
@@ -88,12 +88,12 @@ class HeldModifiersOnServer : public testing::Test {
 
   [[nodiscard]] uint32_t locked() const {
     m_theirs.synchronise();
-    return KeyboardLook::take(*m_ours).state.lockedModifiers;
+    return KeyboardSnapshot::take(*m_ours).state.lockedModifiers;
   }
 
   [[nodiscard]] bool isShifted() const {
     m_theirs.synchronise();
-    return (KeyboardLook::take(*m_ours).state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
+    return (KeyboardSnapshot::take(*m_ours).state.heldModifiers & XCB_MOD_MASK_SHIFT) != 0;
   }
 
   [[nodiscard]] Keys held() const {
@@ -220,13 +220,13 @@ TEST_F(HeldModifiersOnServer, GoUpWithinALongRunThatDoesNotKnowOfThem) {
   for (const xkb_keysym_t symbol : symbols) {
     m_person.press(symbol, e2e::Body::serverKeyboard);
     m_theirs.synchronise();
-    ASSERT_NE(KeyboardLook::take(*m_ours).state.heldModifiers, 0U) << symbol;
+    ASSERT_NE(KeyboardSnapshot::take(*m_ours).state.heldModifiers, 0U) << symbol;
     {
       TypingRun run(*m_ours, m_sender, m_modifiers, keyboard);
       for (int stroke = 0; stroke < 4; ++stroke) run.type({.keycode = keyOfNoMeaning});
     }
     m_ours->synchronize();
-    EXPECT_EQ(KeyboardLook::take(*m_ours).state.heldModifiers, 0U) << symbol;
+    EXPECT_EQ(KeyboardSnapshot::take(*m_ours).state.heldModifiers, 0U) << symbol;
     m_person.releaseAll();
   }
 }

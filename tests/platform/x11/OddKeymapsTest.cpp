@@ -49,7 +49,7 @@ TEST_P(KeyboardOfItsOwnLayout, IsHeardByItAndTypedForByTheOther) {
     desk.letAdaptersCatchUp(e2e::Body::serverKeyboard);
     expected += typed;
     EXPECT_EQ(desk.witness().text().toStdString(), expected.toStdString());
-    // First what most layouts have, each elsewhere, so that no spare key comes into it.
+    // First what most layouts have, each elsewhere, so that no scratch key comes into it.
     const QString text = round == 0 ? u"Lazy Quiz"_s : mixed;
     desk.type(text);
     expected += text;
@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(Of, KeyboardOfItsOwnLayout, testing::Values("de", "fr",
 
 TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
   KeyboardDesk desk({.layouts = "us"});
-  desk.changePersonsLayout("br");  // writes a slash where others have a spare key
+  desk.changePersonsLayout("br");  // writes a slash where others have a scratch key
   const std::vector<std::string> before = mappingsOfBothKeyboards(desk);
   desk.type(mixed);
   EXPECT_EQ(desk.witness().text(), mixed);
@@ -89,7 +89,7 @@ TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
 }
 
 // Whoever types on a keyboard without them takes them away from an application that lags behind.
-TEST(KeyboardsOfTheirOwn, GetTheSpareKeysTooWhereTheyHaveLostThem) {
+TEST(KeyboardsOfTheirOwn, GetTheScratchKeysTooWhereTheyHaveLostThem) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(mixed);
   EXPECT_EQ(desk.witness().text(), mixed);
@@ -106,7 +106,7 @@ TEST(KeyboardsOfTheirOwn, GetTheSpareKeysTooWhereTheyHaveLostThem) {
 // xkbcomp writes a key without symbols only where it has something else.
 const std::string symbolsOfEscape = "    key  <ESC> {";
 
-TEST(SpareKeysOfOddKeymaps, AreNotThoseThatDoSomethingWithoutWritingAnything) {
+TEST(ScratchKeysOfOddKeymaps, AreNotThoseThatDoSomethingWithoutWritingAnything) {
   KeyboardDesk desk({.layouts = "us"});
   desk.closeSession();
   desk.changeKeymap(
@@ -122,7 +122,7 @@ TEST(SpareKeysOfOddKeymaps, AreNotThoseThatDoSomethingWithoutWritingAnything) {
   EXPECT_TRUE(desk.mapping().keyboard == before.keyboard);
 }
 
-TEST(SpareKeysOfOddKeymaps, AreNotThoseThatHaveBeenGivenAMeaningMeanwhile) {
+TEST(ScratchKeysOfOddKeymaps, AreNotThoseThatHaveBeenGivenAMeaningMeanwhile) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(u"ж"_s);
   EXPECT_EQ(desk.witness().text(), u"ж"_s);

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/capture/OwnPosts.h"
 
 namespace zarvy::x11 {
 namespace {

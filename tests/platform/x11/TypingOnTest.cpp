@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Row{"BothWhereBothAreInjected", "us", u"The Quick brown Fox! (jumps) "_s,
                         u"dDaAlL10"_s},
                     Row{"OnAnotherLayout", "de", u"Größe: {[@€]} ~ µ "_s, u"yYxXqQ19"_s},
-                    Row{"WhereSpareKeysAreTyped", "us", u"жук Жук äöü ÄÖÜ "_s, u"abcABC12"_s}),
+                    Row{"WhereScratchKeysAreTyped", "us", u"жук Жук äöü ÄÖÜ "_s, u"abcABC12"_s}),
     [](const auto& row) { return row.param.name; });
 
 }  // namespace

@@ -15,8 +15,8 @@
 #include "e2e/harness/PrivateXServer.h"
 #include "e2e/harness/WaitUntil.h"
 #include "e2e/harness/Xkb.h"
+#include "platform/x11/capture/OwnPosts.h"
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TypingRecord.h"
 

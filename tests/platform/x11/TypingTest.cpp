@@ -145,7 +145,7 @@ TEST(TypingKeys, WritesASurrogatePairThatIsCutBetweenRuns) {
   EXPECT_EQ(desk.witness().text(), u"1234567890123456789😀x"_s);
 }
 
-TEST(SpareKeys, AreChangedOnceForATextAndNotAtAllForTheNext) {
+TEST(ScratchKeys, AreChangedOnceForATextAndNotAtAllForTheNext) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(u"plain"_s);
   const int before = desk.witness().mappingChanges();
@@ -156,7 +156,7 @@ TEST(SpareKeys, AreChangedOnceForATextAndNotAtAllForTheNext) {
   EXPECT_EQ(desk.witness().mappingChanges(), once);
 }
 
-TEST(SpareKeys, AreFilledAheadOfNeed) {
+TEST(ScratchKeys, AreFilledAheadOfNeed) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(u"plain"_s);
   desk.session().keyEventPoster().prepare(u"жukÄ日"_s);
@@ -166,7 +166,7 @@ TEST(SpareKeys, AreFilledAheadOfNeed) {
   EXPECT_EQ(desk.witness().mappingChanges(), changes);
 }
 
-TEST(SpareKeys, AreFilledBehindTheKeysThatComeAheadOfTheText) {
+TEST(ScratchKeys, AreFilledBehindTheKeysThatComeAheadOfTheText) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(u"plain"_s);
   const int before = desk.witness().mappingChanges();
@@ -179,7 +179,7 @@ TEST(SpareKeys, AreFilledBehindTheKeysThatComeAheadOfTheText) {
   EXPECT_GT(desk.witness().mappingChanges(), before);
 }
 
-TEST(SpareKeys, AreGivenBackAtTheEnd) {
+TEST(ScratchKeys, AreGivenBackAtTheEnd) {
   for (const std::string layouts : {"us", "de", "ru,us"}) {
     KeyboardDesk desk({.layouts = layouts});
     const e2e::MappingDump before = desk.mapping();
@@ -191,7 +191,7 @@ TEST(SpareKeys, AreGivenBackAtTheEnd) {
   }
 }
 
-TEST(SpareKeys, SurviveANewLayout) {
+TEST(ScratchKeys, SurviveANewLayout) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(u"äжx"_s);
   EXPECT_EQ(desk.witness().text(), u"äжx"_s);

@@ -4,7 +4,7 @@
 
 #include "fakes/ManualScheduler.h"
 #include "platform/SyntheticEvent.h"
-#include "platform/x11/hearing/X11KeyEventSource.h"
+#include "platform/x11/capture/X11KeyEventSource.h"
 
 namespace zarvy::x11 {
 namespace {

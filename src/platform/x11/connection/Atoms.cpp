@@ -29,7 +29,7 @@ Atoms Atoms::intern(xcb_connection_t* xcb) {
       Row{&Atoms::utf8String, "UTF8_STRING"},
       Row{&Atoms::wmProtocols, "WM_PROTOCOLS"},
       Row{&Atoms::ximServers, "XIM_SERVERS"},
-      Row{&Atoms::zarvySpareKeys, "_ZARVY_SPARE_KEYS"},
+      Row{&Atoms::zarvyScratchKeys, "_ZARVY_SPARE_KEYS"},
       Row{&Atoms::zarvyTypesOn, "_ZARVY_TYPES_ON"},
   };
   std::array<xcb_intern_atom_cookie_t, rows.size()> cookies{};

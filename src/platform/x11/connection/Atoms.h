@@ -26,7 +26,7 @@ struct Atoms {
   xcb_atom_t utf8String = XCB_ATOM_NONE;
   xcb_atom_t wmProtocols = XCB_ATOM_NONE;
   xcb_atom_t ximServers = XCB_ATOM_NONE;
-  xcb_atom_t zarvySpareKeys = XCB_ATOM_NONE;
+  xcb_atom_t zarvyScratchKeys = XCB_ATOM_NONE;
   xcb_atom_t zarvyTypesOn = XCB_ATOM_NONE;
 
   [[nodiscard]] static Atoms intern(xcb_connection_t* xcb);

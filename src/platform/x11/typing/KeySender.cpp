@@ -3,8 +3,8 @@
 #include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
+#include "platform/x11/capture/OwnPosts.h"
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/hearing/OwnPosts.h"
 
 namespace zarvy::x11 {
 

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/x11/hearing/OwnPosts.h"
+#include "platform/x11/capture/OwnPosts.h"
 
 namespace zarvy::x11 {
 

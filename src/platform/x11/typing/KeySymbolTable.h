@@ -16,7 +16,7 @@ class OwnMapChanges;
 // table of its own, since users may give them different layouts.
 class KeySymbolTable {
  public:
-  // A key type of the keymap under which a spare key carries its symbols.
+  // A key type of the keymap under which a scratch key carries its symbols.
   struct SlotType {
     uint8_t index = 0;  // the server's number of the type
     int levels = 0;

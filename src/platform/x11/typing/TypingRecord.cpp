@@ -7,9 +7,9 @@
 #include <QFile>
 #include <QString>
 
+#include "platform/x11/capture/OwnPosts.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/connection/XcbReply.h"
-#include "platform/x11/hearing/OwnPosts.h"
 #include "platform/x11/keyboard/HeldKeys.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
 #include "platform/x11/typing/KeySender.h"

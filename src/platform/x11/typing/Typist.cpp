@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/x11/connection/Connection.h"
-#include "platform/x11/keyboard/FollowedKeymap.h"
+#include "platform/x11/keyboard/LiveKeymap.h"
 #include "platform/x11/typing/TargetBarrier.h"
 #include "platform/x11/typing/TypingRun.h"
 
@@ -30,8 +30,8 @@ Typist::Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChan
       m_modifiers(modifiers),
       m_barrier(barrier),
       m_grabProbe(connection),
-      m_spareKeys(connection, ownChanges, keyboard.keymap, barrier, windows,
-                  [this] { static_cast<void>(lookOnceModifiersAreUnused()); }),
+      m_scratchKeys(connection, ownChanges, keyboard.keymap, barrier, windows,
+                    [this] { static_cast<void>(lookOnceModifiersAreUnused()); }),
       m_record(connection) {}
 
 void Typist::beginSession() {
@@ -55,7 +55,7 @@ bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
   while (isLetIn()) {
     // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
-    // For the same reason the spare keys are left alone here.
+    // For the same reason the scratch keys are left alone here.
     Look seen = look();
     if (m_textWasTyped && m_barrier.awaitKeyDetour(seen.server.focus)) {
       m_textWasTyped = false;
@@ -121,8 +121,8 @@ std::optional<std::size_t> Typist::typeWhatHasAKey(const Layout& layout,
   if (strokes.empty()) return 0;
   if (!holdFreeKeyboard()) return std::nullopt;
   for (std::size_t i = 0; i < strokes.size(); ++i) {
-    const bool isSpare = m_spareKeys.keycodes()[strokes[i].keycode];
-    if (isSpare) m_spareKeys.markUsed(characters[i], layout.focus);
+    const bool isSpare = m_scratchKeys.keycodes()[strokes[i].keycode];
+    if (isSpare) m_scratchKeys.markUsed(characters[i], layout.focus);
   }
   m_textWasTyped = true;
   m_record.write(layout.keyboard.number);
@@ -133,10 +133,10 @@ std::optional<std::size_t> Typist::typeWhatHasAKey(const Layout& layout,
 
 void Typist::makeRoomFor(const Layout& layout, std::span<const char32_t> text) {
   const std::vector<char32_t> missing = lacking(layout, text);
-  m_spareKeys.makeRoom(missing);
-  if (missing.empty() || m_spareKeys.capacity() > 0 || m_reportedNoSpareKeys) return;
-  m_reportedNoSpareKeys = true;
-  m_onNoSpareKeys();
+  m_scratchKeys.makeRoom(missing);
+  if (missing.empty() || m_scratchKeys.capacity() > 0 || m_reportedNoScratchKeys) return;
+  m_reportedNoScratchKeys = true;
+  m_onNoScratchKeys();
 }
 
 void Typist::prepare(std::span<const char32_t> characters) {
@@ -144,16 +144,16 @@ void Typist::prepare(std::span<const char32_t> characters) {
   const auto snapshot = m_keyboard.keymap.current();
   const bool isInUse = (m_keyboard.persons.held() & snapshot->modifiers().momentary).any();
   if (m_isAbandoned || isInUse) return;
-  m_spareKeys.follow();
+  m_scratchKeys.follow();
   const KeyboardState state = KeyboardState::query(m_connection);
   std::vector<char32_t> wanted;
   for (uint32_t i = 0; i < snapshot->layoutCount(); ++i) {
     const uint32_t layout = (state.effectiveLayout + i) % snapshot->layoutCount();
-    const auto strokes = snapshot->strokes(layout, 0, m_spareKeys.keycodes());
+    const auto strokes = snapshot->strokes(layout, 0, m_scratchKeys.keycodes());
     std::copy_if(characters.begin(), characters.end(), std::back_inserter(wanted),
                  [&](char32_t character) { return !strokes->contains(character); });
   }
-  if (!m_spareKeys.mustAwaitReaders(wanted)) m_spareKeys.makeRoom(wanted);
+  if (!m_scratchKeys.mustAwaitReaders(wanted)) m_scratchKeys.makeRoom(wanted);
 }
 
 void Typist::abandonSessions() {
@@ -162,14 +162,14 @@ void Typist::abandonSessions() {
   m_keyboard.persons.abandonWaits();
 }
 
-void Typist::reclaimSpareKeys() {
+void Typist::reclaimScratchKeys() {
   const std::lock_guard lock(m_mutex);
-  if (m_spareKeys.reclaim()) m_keyboard.keymap.reload();
+  if (m_scratchKeys.reclaim()) m_keyboard.keymap.reload();
 }
 
 void Typist::leaveNoTrace() {
   const std::lock_guard lock(m_mutex);
-  m_spareKeys.giveBack();
+  m_scratchKeys.giveBack();
   m_modifiers.letGo();
 }
 
@@ -195,7 +195,7 @@ bool Typist::holdFreeKeyboard() {
 Typist::Look Typist::look() const {
   m_sender.awaitPosted();
   Look seen{.server = {}, .releases = m_keyboard.persons.releases()};
-  seen.server = KeyboardLook::take(m_connection);
+  seen.server = KeyboardSnapshot::take(m_connection);
   return seen;
 }
 
@@ -216,12 +216,12 @@ Typist::Look Typist::lookOnceModifiersAreUnused() {
 
 // The keyboard as it is for the next run.
 Typist::Layout Typist::keysOf(const Look& seen) const {
-  const KeyboardLook& look = seen.server;
+  const KeyboardSnapshot& look = seen.server;
   const auto snapshot = m_keyboard.keymap.named(look.keymap);
   const KeyboardState& state = look.state;
   const ModifierKeys& keys = snapshot->modifiers();
   uint32_t unwanted = keys.shift | keys.levelThree | keys.control | keys.option | keys.command;
-  if (snapshot->shiftTurnsCapsLock() || !m_spareKeys.workUnderCapsLock()) unwanted |= keys.lock;
+  if (snapshot->shiftTurnsCapsLock() || !m_scratchKeys.workUnderCapsLock()) unwanted |= keys.lock;
   const uint32_t unlocked = state.lockedModifiers & unwanted & ~keys.numLock;
   const uint32_t locked = state.lockedModifiers & ~unlocked;
   return {.snapshot = snapshot,
@@ -239,7 +239,7 @@ Typist::Layout Typist::keysOf(const Look& seen) const {
 
 Typist::Layout Typist::charactersOf(const Look& seen) {
   static_cast<void>(m_keyboard.keymap.named(seen.server.keymap));  // which is followed
-  m_spareKeys.follow();
+  m_scratchKeys.follow();
   Layout layout = keysOf(seen);
   // Layout keys that are held will have been released.
   layout.strokes = strokesOf(layout.snapshot, seen.server.state.lockedLayout, layout.locked);
@@ -248,8 +248,10 @@ Typist::Layout Typist::charactersOf(const Look& seen) {
 
 std::shared_ptr<const CharacterStrokes> Typist::strokesOf(
     const std::shared_ptr<const KeymapSnapshot>& snapshot, uint32_t layout, uint32_t locked) {
-  LayoutKey key{
-      .snapshot = snapshot, .layout = layout, .locked = locked, .excluded = m_spareKeys.keycodes()};
+  LayoutKey key{.snapshot = snapshot,
+                .layout = layout,
+                .locked = locked,
+                .excluded = m_scratchKeys.keycodes()};
   if (!(key == m_layoutKey)) {
     m_strokes = key.snapshot->strokes(key.layout, key.locked, key.excluded);
     m_layoutKey = std::move(key);
@@ -267,7 +269,7 @@ std::vector<char32_t> Typist::lacking(const Layout& layout, std::span<const char
 std::optional<KeyStroke> Typist::strokeOf(const Layout& layout, char32_t character) const {
   const auto found = layout.strokes->find(character);
   if (found != layout.strokes->end()) return found->second;
-  return m_spareKeys.strokeOf(character, layout.capsLock);
+  return m_scratchKeys.strokeOf(character, layout.capsLock);
 }
 
 }  // namespace zarvy::x11

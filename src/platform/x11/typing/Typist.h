@@ -8,16 +8,16 @@
 #include <span>
 #include <vector>
 
-#include "platform/x11/hearing/GrabProbe.h"
-#include "platform/x11/keyboard/KeyboardLook.h"
+#include "platform/x11/capture/GrabProbe.h"
+#include "platform/x11/keyboard/KeyboardSnapshot.h"
 #include "platform/x11/typing/HeldModifiers.h"
-#include "platform/x11/typing/SpareKeys.h"
+#include "platform/x11/typing/ScratchKeys.h"
 #include "platform/x11/typing/TypingRecord.h"
 
 namespace zarvy::x11 {
 
 class Connection;
-class FollowedKeymap;
+class LiveKeymap;
 class KeySender;
 class OwnMapChanges;
 class TargetBarrier;
@@ -38,15 +38,15 @@ class Typist {
  public:
   // What there is of the keyboard. `keymap` is that of the union of all keyboards.
   struct Keyboard {
-    FollowedKeymap& keymap;
+    LiveKeymap& keymap;
     PersonsKeys& persons;
   };
 
   Typist(Connection& connection, Keyboard keyboard, OwnMapChanges& ownChanges, KeySender& sender,
          HeldModifiers& modifiers, TargetBarrier& barrier, const WindowProperties& windows);
 
-  // Called once if ever a character finds no spare key at all. On a typing thread.
-  void onNoSpareKeys(std::function<void()> handler) { m_onNoSpareKeys = std::move(handler); }
+  // Called once if ever a character finds no scratch key at all. On a typing thread.
+  void onNoScratchKeys(std::function<void()> handler) { m_onNoScratchKeys = std::move(handler); }
 
   // A session is about to type.
   void beginSession();
@@ -64,17 +64,17 @@ class Typist {
   // Whether typeCharacters() would wait now.
   [[nodiscard]] bool mustWait();
 
-  // Puts the likely characters of sessions to come on spare keys, those first that the layout in
+  // Puts the likely characters of sessions to come on scratch keys, those first that the layout in
   // force lacks. Does nothing where it would have to wait, and a session with it.
   void prepare(std::span<const char32_t> characters);
 
   // Gives back what an earlier run of this program left behind. Before the reader starts.
-  void reclaimSpareKeys();
+  void reclaimScratchKeys();
 
   // The end is near: sessions that are still under way type nothing more and wait for nothing.
   void abandonSessions();
 
-  // Gives the spare keys back. After the last session.
+  // Gives the scratch keys back. After the last session.
   void leaveNoTrace();
 
  private:
@@ -90,7 +90,7 @@ class Typist {
 
   // What the server says of the keyboard, and what had been heard just before.
   struct Look {
-    KeyboardLook server;
+    KeyboardSnapshot server;
     std::array<uint32_t, 256> releases{};  // as PersonsKeys counts them
   };
   [[nodiscard]] bool isLetIn() const { return !m_isAbandoned && !m_isShutOut; }
@@ -115,12 +115,12 @@ class Typist {
   HeldModifiers& m_modifiers;
   TargetBarrier& m_barrier;
   const GrabProbe m_grabProbe;
-  std::function<void()> m_onNoSpareKeys;
+  std::function<void()> m_onNoScratchKeys;
 
   std::atomic<bool> m_isAbandoned = false;
 
   std::mutex m_mutex;  // guards all below, and keeps runs whole
-  SpareKeys m_spareKeys;
+  ScratchKeys m_scratchKeys;
   TypingRecord m_record;
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
@@ -128,7 +128,7 @@ class Typist {
   bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_textWasTyped = false;   // by the user or by sessions, since the last key
-  bool m_reportedNoSpareKeys = false;
+  bool m_reportedNoScratchKeys = false;
 
   struct LayoutKey {
     std::shared_ptr<const KeymapSnapshot> snapshot;

@@ -6,7 +6,8 @@ namespace zarvy::x11 {
 
 class Typist;
 
-// Posts keys through XTEST; the layout's own keys where it has the character, spare keys elsewhere.
+// Posts keys through XTEST; the layout's own keys where it has the character, scratch keys
+// elsewhere.
 class X11KeyEventPoster final : public KeyEventPoster {
  public:
   explicit X11KeyEventPoster(Typist& typist) : m_typist(typist) {}

@@ -24,23 +24,17 @@ constexpr int spacing = 24;
 constexpr int innerSpacing = 12;
 constexpr QSize symbolSize(64, 64);
 constexpr QSize checkMarkSize(16, 16);
-constexpr double subheadline = 0.92;
 const QString checkMark = u":/icons/check-circle.svg"_s;
 
-// In a font of that share of the desktop's.
-QLabel* makeText(const QString& text, QWidget* parent, double scale = 1) {
-  auto* const label = inTone(new QLabel(text, parent), {Tone::Color::secondary, scale});
+QLabel* makeText(const QString& text, QWidget* parent, const TextStyle& style = textStyle::body) {
+  auto* const label = inTone(new QLabel(text, parent), {TextColor::secondary, style});
   label->setWordWrap(true);
   label->setAlignment(Qt::AlignCenter);
   return label;
 }
 
-QLabel* makeHeadline(const QString& text, double scale, QWidget* parent) {
-  auto* const label = new QLabel(text, parent);
-  QFont font = label->font();
-  font.setPointSizeF(font.pointSizeF() * scale);
-  font.setWeight(QFont::DemiBold);
-  label->setFont(font);
+QLabel* makeTitle(const QString& text, QWidget* parent) {
+  auto* const label = inTone(new QLabel(text, parent), {TextColor::primary, textStyle::title});
   label->setAlignment(Qt::AlignCenter);
   return label;
 }
@@ -51,12 +45,12 @@ QLabel* makeSymbol(const QString& file, const QSize& size, QWidget* parent) {
   return label;
 }
 
-// A line behind a check mark, in a font of that share of the desktop's.
-QWidget* makePoint(const QString& text, double scale, QWidget* parent) {
+// A line behind a check mark.
+QWidget* makePoint(const QString& text, QWidget* parent) {
   auto* const point = new QWidget(parent);
   auto* const row = new QHBoxLayout(point);
   row->setContentsMargins(0, 0, 0, 0);
-  auto* const label = makeText(text, point, scale);
+  auto* const label = makeText(text, point, textStyle::subheadline);
   label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   row->addWidget(makeSymbol(checkMark, checkMarkSize, point));
   row->addWidget(label, 1);
@@ -93,7 +87,7 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   auto* const symbol = makeSymbol(u":/icons/keyboard.svg"_s, symbolSize, this);
   symbol->setAlignment(Qt::AlignCenter);
   column.addWidget(symbol);
-  column.addWidget(makeHeadline(u"Accessibility Permission Required"_s, 1.3, this));
+  column.addWidget(makeTitle(u"Accessibility Permission Required"_s, this));
   column.addWidget(
       makeText(u"Zarvy needs accessibility permission to detect when you type trigger words and "
                "expand them into snippets."_s,
@@ -103,7 +97,7 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   for (const QString& point :
        {u"Monitor keyboard input to detect triggers"_s,
         u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s}) {
-    list->addWidget(makePoint(point, subheadline, points));
+    list->addWidget(makePoint(point, points));
   }
   column.addWidget(points);
   auto* const divider = new QFrame(this);
@@ -118,7 +112,7 @@ QWidget* PermissionRequestView::makeGranted() {
   auto* const row = new QHBoxLayout;
   row->setSpacing(innerSpacing / 2);
   auto* const headline =
-      inTone(new QLabel(u"Permission Granted"_s, part), {Tone::Color::granted, 1, QFont::DemiBold});
+      inTone(new QLabel(u"Permission Granted"_s, part), {meaning::success, textStyle::headline});
   row->addStretch();
   row->addWidget(makeSymbol(checkMark, checkMarkSize, part));
   row->addWidget(headline);

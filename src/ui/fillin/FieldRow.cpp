@@ -17,7 +17,6 @@
 #include "ui/fillin/WrappedLabel.h"
 #include "ui/style/ControlOutline.h"
 #include "ui/style/ToneKeeper.h"
-#include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,8 +29,8 @@ constexpr int editorHeight = 80;
 constexpr int sectionPadding = 6;
 constexpr qsizetype shownContentLength = 100;  // in user-perceived characters
 
-constexpr Tone remark{Tone::Color::secondary, captionScale};
-constexpr Tone mark{Tone::Color::required, 1, QFont::DemiBold};
+constexpr Tone remark{TextColor::secondary, textStyle::caption};
+constexpr Tone mark{meaning::required, textStyle::headline};
 
 QString shownContent(const QString& content) {
   const QStringView beginning = firstGraphemes(content, shownContentLength);
@@ -133,7 +132,7 @@ void FieldRow::addSection(QVBoxLayout& column) {
   column.addWidget(input);
 
   auto* const content =
-      inTone(new WrappedLabel(shownContent(m_field.type.content), this), {Tone::Color::secondary});
+      inTone(new WrappedLabel(shownContent(m_field.type.content), this), {TextColor::secondary});
   auto* const box = new RoundedBox(*content, {QPalette::Window, sectionPadding}, this);
   box->setVisible(m_field.isChecked);
   column.addWidget(box);

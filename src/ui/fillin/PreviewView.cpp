@@ -12,6 +12,7 @@
 #include <QTextCursor>
 #include <QTextDocument>
 
+#include "ui/style/Ink.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -104,12 +105,12 @@ QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
   if (kind == PreviewRun::Kind::plain) return format;
   const QColor base = activeColor(palette(), QPalette::Base);
   const bool isRequired = kind == PreviewRun::Kind::required;
-  const QColor color =
-      isRequired ? tintOf(FolderColor::red) : activeColor(palette(), QPalette::Highlight);
+  const QColor color = isRequired ? systemColor(meaning::required, palette())
+                                  : activeColor(palette(), QPalette::Highlight);
   const QColor background = blended(base, color, highlightOpacity);
   format.setFontWeight(QFont::Medium);
-  format.setForeground(isRequired ? requiredColor(palette(), background)
-                                  : accentColor(palette(), background));
+  format.setForeground(
+      inkOn(isRequired ? Ink(meaning::required) : Ink(TextColor::accent), palette(), background));
   format.setBackground(withOpacity(color, highlightOpacity));
   return format;
 }

@@ -30,7 +30,6 @@
 #include "ui/style/Divider.h"
 #include "ui/style/FolderTint.h"
 #include "ui/style/ToneKeeper.h"
-#include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -101,10 +100,10 @@ QWidget* StandaloneFillInForm::makeHeader() {
   line->setSpacing(barPadding);
   auto* const texts = new QVBoxLayout;
   texts->setSpacing(2);
-  texts->addWidget(inTone(new QLabel(u"Fill In Values"_s, bar),
-                          {Tone::Color::primary, titleScale, QFont::DemiBold}));
+  texts->addWidget(
+      inTone(new QLabel(u"Fill In Values"_s, bar), {TextColor::primary, textStyle::heading}));
   texts->addWidget(inTone(new QLabel(u"Complete the fields below"_s, bar),
-                          {Tone::Color::tertiary, captionScale}));
+                          {TextColor::tertiary, textStyle::caption}));
   line->addLayout(texts);
   line->addStretch(1);
   line->addWidget(new TriggerBadge(m_snippet, tintOf(m_folderColor), bar), 0, Qt::AlignVCenter);
@@ -131,7 +130,7 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
   auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
   column->setSpacing(4);
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane),
-                           {Tone::Color::secondary, captionScale, QFont::Normal, QPalette::Base}));
+                           {TextColor::secondary, textStyle::caption, QPalette::Base}));
   m_preview = new PreviewView(pane);
   column->addWidget(
       new RoundedBox(*m_preview, {QPalette::Base, RoundedBox::scrollBarPadding}, pane), 1);
@@ -204,7 +203,7 @@ QWidget* StandaloneFillInForm::makeRows() {
   if (m_fields.isEmpty()) {
     setAccessibleDescription(nothingToFillIn);
     auto* const none = inTone(new QLabel(nothingToFillIn, this),
-                              {Tone::Color::secondary, 1, QFont::Normal, QPalette::Base});
+                              {TextColor::secondary, textStyle::body, QPalette::Base});
     none->setAlignment(Qt::AlignCenter);
     none->setWordWrap(true);
     return none;

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QHelpEvent>
 #include <QPainter>
 
 #include "core/model/Snippet.h"
+#include "ui/style/Fonts.h"
 #include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
 #include "ui/style/WholeText.h"
@@ -34,7 +34,7 @@ int widthOf(const QString& text, const QFont& font) {
 
 }  // namespace
 
-TriggerBadge::TriggerBadge(const Snippet& snippet, const QColor& color, QWidget* parent)
+TriggerBadge::TriggerBadge(const Snippet& snippet, SystemColor color, QWidget* parent)
     : QWidget(parent),
       m_prefix(snippet.isRegexTrigger ? u".*"_s : QString()),
       m_trigger(snippet.trigger),
@@ -45,11 +45,7 @@ TriggerBadge::TriggerBadge(const Snippet& snippet, const QColor& color, QWidget*
 }
 
 QFont TriggerBadge::textFont(QFont::Weight weight) const {
-  QFont result = scaledFont(font(), captionScale);
-  result.setFamilies({QFontDatabase::systemFont(QFontDatabase::FixedFont).family()});
-  result.setStyleHint(QFont::Monospace);
-  result.setWeight(weight);
-  return result;
+  return styledFont(font(), {textStyle::badge.scale, weight, true});
 }
 
 int TriggerBadge::prefixWidth() const {
@@ -87,15 +83,16 @@ bool TriggerBadge::event(QEvent* event) {
 void TriggerBadge::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(withOpacity(m_color, fillOpacity));
-  painter.setPen(QPen(withOpacity(m_color, strokeOpacity), badgeStrokeWidth));
+  const QColor color = systemColor(m_color, palette());
+  painter.setBrush(withOpacity(color, fillOpacity));
+  painter.setPen(QPen(withOpacity(color, strokeOpacity), badgeStrokeWidth));
   const QRectF capsule = QRectF(rect()).adjusted(badgeStrokeWidth, badgeStrokeWidth,
                                                  -badgeStrokeWidth, -badgeStrokeWidth);
   painter.drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
 
   const QRect area = textArea();
   painter.setFont(textFont(QFont::Bold));
-  const QColor ground = blended(activeColor(palette(), QPalette::Window), m_color, fillOpacity);
+  const QColor ground = blended(activeColor(palette(), QPalette::Window), color, fillOpacity);
   painter.setPen(secondaryColor(palette(), ground));
   painter.drawText(area.adjusted(-prefixWidth(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
                    m_prefix);

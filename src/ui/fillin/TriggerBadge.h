@@ -1,8 +1,9 @@
 #pragma once
 
-#include <QColor>
 #include <QString>
 #include <QWidget>
+
+#include "ui/style/SystemColors.h"
 
 namespace zarvy {
 
@@ -13,7 +14,7 @@ class TriggerBadge final : public QWidget {
   Q_OBJECT
 
  public:
-  TriggerBadge(const Snippet& snippet, const QColor& color, QWidget* parent);
+  TriggerBadge(const Snippet& snippet, SystemColor color, QWidget* parent);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -31,7 +32,7 @@ class TriggerBadge final : public QWidget {
   const QString m_prefix;  // says that the trigger is an expression; empty where it is none
   const QString m_trigger;
   const QString m_shown;  // on one line
-  const QColor m_color;
+  const SystemColor m_color;
 };
 
 }  // namespace zarvy

@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include "ui/style/Fonts.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
@@ -55,7 +56,7 @@ void Keycap::paintEvent(QPaintEvent* /*event*/) {
 }
 
 QFont Keycap::keyFont() const {
-  return scaledFont(font(), captionScale);
+  return styledFont(font(), textStyle::caption);
 }
 
 }  // namespace zarvy

@@ -1,7 +1,6 @@
 #include "ui/quicksearch/QuickSearchModel.h"
 
 #include "app/expansion/FolderColorOf.h"
-#include "ui/style/FolderTint.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,7 +37,7 @@ QVariant QuickSearchModel::data(const QModelIndex& index, int role) const {
     case triggerRole:
       return snippet.trigger;
     case folderColorRole:
-      return tintOf(folderColorOf(snippet, m_folders));
+      return QVariant::fromValue(folderColorOf(snippet, m_folders));
     default:
       return {};
   }

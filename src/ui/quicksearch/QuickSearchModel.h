@@ -20,7 +20,7 @@ class QuickSearchModel final : public QAbstractListModel {
  public:
   enum Role {
     triggerRole = Qt::UserRole,  // QString
-    folderColorRole,             // QColor
+    folderColorRole,             // FolderColor
   };
 
   // Shows all of `snippets`, and goes on with the lists as they are now.

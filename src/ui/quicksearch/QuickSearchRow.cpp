@@ -1,10 +1,11 @@
 #include "ui/quicksearch/QuickSearchRow.h"
 
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QPainter>
 
 #include "ui/quicksearch/QuickSearchModel.h"
+#include "ui/style/FolderTint.h"
+#include "ui/style/Fonts.h"
 #include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
 
@@ -18,18 +19,7 @@ constexpr int lineSpacing = 1;
 constexpr double rowRadius = 6;
 constexpr int circleExtent = 8;
 constexpr int textIndent = margin + padding + circleExtent + padding;
-constexpr double triggerScale = 12.0 / 13.0;
 constexpr double selectionOpacity = 0.22;
-
-QFont triggerFont(const QFont& titleFont) {
-  QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-  if (titleFont.pixelSize() > 0) {
-    font.setPixelSize(titleFont.pixelSize());
-  } else {
-    font.setPointSizeF(titleFont.pointSizeF());
-  }
-  return scaledFont(font, triggerScale);
-}
 
 // At the left whatever its direction, in which it is read all the same.
 void drawLine(QPainter& painter, const QRect& area, const QFont& font, const QString& text) {
@@ -55,11 +45,12 @@ void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setBrush(withOpacity(accent, selectionOpacity));
     painter->drawRoundedRect(row.adjusted(margin, 0, -margin, 0), rowRadius, rowRadius);
   }
-  painter->setBrush(index.data(QuickSearchModel::folderColorRole).value<QColor>());
+  const auto folder = index.data(QuickSearchModel::folderColorRole).value<FolderColor>();
+  painter->setBrush(systemColor(tintOf(folder), option.palette));
   painter->drawEllipse(QRectF(row.left() + margin + padding,
                               row.top() + (row.height() - circleExtent) / 2.0, circleExtent,
                               circleExtent));
-  const QFont lowerFont = triggerFont(option.font);
+  const QFont lowerFont = styledFont(option.font, textStyle::trigger);
   QRect title = row.adjusted(textIndent, verticalPadding, -(margin + padding), 0);
   title.setHeight(QFontMetrics(option.font).height());
   QRect trigger = title.translated(0, title.height() + lineSpacing);
@@ -74,7 +65,7 @@ void QuickSearchRow::paint(QPainter* painter, const QStyleOptionViewItem& option
 QSize QuickSearchRow::sizeHint(const QStyleOptionViewItem& option,
                                const QModelIndex& /*index*/) const {
   const int lines = QFontMetrics(option.font).height() + lineSpacing +
-                    QFontMetrics(triggerFont(option.font)).height();
+                    QFontMetrics(styledFont(option.font, textStyle::trigger)).height();
   return {0, lines + 2 * verticalPadding};
 }
 

@@ -25,7 +25,6 @@ namespace {
 constexpr int horizontalPadding = 18;  // where the circles of the rows are, too
 constexpr int searchPadding = 14;      // below; above there is the panel's strip
 constexpr int searchIconExtent = 18;
-constexpr double searchScale = 18.0 / 13.0;
 constexpr int resultsPadding = 4;
 constexpr int nothingFoundExtent = 28;
 constexpr int footerPadding = 8;
@@ -42,7 +41,7 @@ void addHint(QHBoxLayout& line, const QList<Key>& keys, const QString& action) {
   QWidget* const bar = line.parentWidget();
   line.addSpacing(hintGap);
   for (const Key& key : keys) line.addWidget(new Keycap(key.name, key.symbol, bar));
-  line.addWidget(inTone(new QLabel(action, bar), {Tone::Color::tertiary, captionScale}));
+  line.addWidget(inTone(new QLabel(action, bar), {TextColor::tertiary, textStyle::caption}));
 }
 
 }  // namespace
@@ -112,7 +111,7 @@ QWidget* QuickSearchView::makeNothingFound() {
   column->addStretch(1);
   column->addWidget(new SymbolView(Symbol::nothingFound, nothingFoundExtent, page), 0,
                     Qt::AlignHCenter);
-  column->addWidget(inTone(new QLabel(u"No snippets found"_s, page), {Tone::Color::tertiary}), 0,
+  column->addWidget(inTone(new QLabel(u"No snippets found"_s, page), {TextColor::tertiary}), 0,
                     Qt::AlignHCenter);
   column->addStretch(1);
   return page;
@@ -123,7 +122,7 @@ QWidget* QuickSearchView::makeFooter() {
   auto* const line = new QHBoxLayout(bar);
   line->setContentsMargins(horizontalPadding, footerPadding, horizontalPadding, footerPadding);
   line->setSpacing(hintSpacing);
-  m_count = inTone(new QLabel(bar), {Tone::Color::tertiary, captionScale});
+  m_count = inTone(new QLabel(bar), {TextColor::tertiary, textStyle::caption});
   line->addWidget(m_count);
   line->addStretch(1);
   addHint(*line, {{u"up arrow"_s, Symbol::up}, {u"down arrow"_s, Symbol::down}}, u"navigate"_s);
@@ -140,7 +139,7 @@ void QuickSearchView::changeEvent(QEvent* event) {
 }
 
 void QuickSearchView::scaleSearchField() {
-  m_search->setFont(scaledFont(font(), searchScale));
+  m_search->setFont(styledFont(font(), textStyle::search));
 }
 
 // It is written on the window itself.

@@ -24,11 +24,6 @@ bool isSame(const QPalette& one, const QPalette& other) {
   });
 }
 
-bool isDark(const QPalette& palette) {
-  const QColor window = activeColor(palette, QPalette::Window);
-  return window.lightness() < activeColor(palette, QPalette::WindowText).lightness();
-}
-
 // For a style that has the other one only.
 QPalette plainPalette(bool dark) {
   const QColor window = dark ? QColor(0x32, 0x32, 0x32) : QColor(0xEF, 0xEF, 0xEF);

@@ -1,32 +1,31 @@
 #pragma once
 
-#include <QColor>
-
 #include "core/model/FolderColor.h"
+#include "ui/style/SystemColors.h"
 
 namespace zarvy {
 
-// The colour that stands for `color` on the screen, in a light and in a dark palette alike.
-[[nodiscard]] inline QColor tintOf(FolderColor color) {
+// The colour that stands for `color` on the screen.
+[[nodiscard]] inline SystemColor tintOf(FolderColor color) {
   switch (color) {
     case FolderColor::red:
-      return {0xE5, 0x48, 0x4D};
+      return SystemColor::red;
     case FolderColor::orange:
-      return {0xE8, 0x7A, 0x1D};
+      return SystemColor::orange;
     case FolderColor::yellow:
-      return {0xD9, 0xA4, 0x06};
+      return SystemColor::yellow;
     case FolderColor::green:
-      return {0x2F, 0xA8, 0x4F};
+      return SystemColor::green;
     case FolderColor::blue:
-      return {0x2F, 0x7F, 0xE0};
+      return SystemColor::blue;
     case FolderColor::purple:
-      return {0x9A, 0x5B, 0xD6};
+      return SystemColor::purple;
     case FolderColor::pink:
-      return {0xE2, 0x5C, 0x9A};
+      return SystemColor::pink;
     case FolderColor::gray:
       break;
   }
-  return {0x8A, 0x8F, 0x98};
+  return SystemColor::gray;
 }
 
 }  // namespace zarvy

@@ -7,27 +7,6 @@
 #include "ui/style/Tones.h"
 
 namespace zarvy {
-namespace {
-
-QColor colorOf(const Tone& tone, const QPalette& palette) {
-  const QColor ground = activeColor(palette, tone.ground);
-  switch (tone.color) {
-    case Tone::Color::secondary:
-      return secondaryColor(palette, ground);
-    case Tone::Color::tertiary:
-      return tertiaryColor(palette, ground);
-    case Tone::Color::required:
-      return requiredColor(palette, ground);
-    case Tone::Color::granted:
-      return grantedColor(palette, ground);
-    case Tone::Color::primary:
-      break;
-  }
-  return activeColor(palette, QPalette::WindowText);
-}
-
-}  // namespace
-
 ToneKeeper::ToneKeeper(QWidget& widget, const Tone& tone)
     : QObject(&widget), m_widget(widget), m_tone(tone) {
   widget.setForegroundRole(QPalette::WindowText);  // also on the ground of an input
@@ -57,11 +36,10 @@ void ToneKeeper::apply() {
   const QWidget* const parent = m_widget.parentWidget();
   if (m_isApplying || parent == nullptr) return;
   m_isApplying = true;
-  QFont font = scaledFont(QApplication::font(&m_widget), m_tone.scale);
-  font.setWeight(m_tone.weight);
-  m_widget.setFont(font);
+  m_widget.setFont(styledFont(QApplication::font(&m_widget), m_tone.style));
   QPalette palette;
-  palette.setColor(QPalette::WindowText, colorOf(m_tone, parent->palette()));
+  palette.setColor(QPalette::WindowText, inkOn(m_tone.ink, parent->palette(),
+                                               activeColor(parent->palette(), m_tone.ground)));
   m_widget.setPalette(palette);
   m_isApplying = false;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <QFont>
 #include <QObject>
 #include <QPalette>
+
+#include "ui/style/Fonts.h"
+#include "ui/style/Ink.h"
 
 class QWidget;
 
@@ -10,11 +12,8 @@ namespace zarvy {
 
 // Text apart from the desktop's usual one.
 struct Tone {
-  enum class Color { primary, secondary, tertiary, required, granted };
-
-  Color color = Color::primary;
-  double scale = 1;  // in relation to the desktop's usual text
-  QFont::Weight weight = QFont::Normal;
+  Ink ink = TextColor::primary;
+  TextStyle style = {};
   QPalette::ColorRole ground = QPalette::Window;  // what it is written on
 };
 

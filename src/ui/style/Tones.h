@@ -4,13 +4,9 @@
 #include <cmath>
 
 #include <QColor>
-#include <QFont>
 #include <QPalette>
 
-#include "core/model/FolderColor.h"
-#include "ui/style/FolderTint.h"
-
-// Colours and sizes that follow from those of the desktop, in a light and in a dark palette alike.
+// Colours that follow from those of the desktop, in a light and in a dark palette alike.
 namespace zarvy {
 
 // `amount` of `over` laid on `under`, from 0 to 1. Opaque.
@@ -30,6 +26,11 @@ namespace zarvy {
 // As in the window that has the keyboard: what is kept must not depend on which one has it.
 [[nodiscard]] inline QColor activeColor(const QPalette& palette, QPalette::ColorRole role) {
   return palette.color(QPalette::Active, role);
+}
+
+[[nodiscard]] inline bool isDark(const QPalette& palette) {
+  const QColor window = activeColor(palette, QPalette::Window);
+  return window.lightness() < activeColor(palette, QPalette::WindowText).lightness();
 }
 
 // Lines between areas and around boxes.
@@ -66,12 +67,6 @@ inline constexpr double lineContrast = 3;
 }
 
 // As text on `background`.
-[[nodiscard]] inline QColor requiredColor(const QPalette& palette, const QColor& background) {
-  return legible(tintOf(FolderColor::red), background, activeColor(palette, QPalette::Text));
-}
-[[nodiscard]] inline QColor grantedColor(const QPalette& palette, const QColor& background) {
-  return legible(tintOf(FolderColor::green), background, activeColor(palette, QPalette::Text));
-}
 [[nodiscard]] inline QColor accentColor(const QPalette& palette, const QColor& background) {
   return legible(activeColor(palette, QPalette::Highlight), background,
                  activeColor(palette, QPalette::Text));
@@ -102,19 +97,6 @@ inline constexpr double lineContrast = 3;
 }
 [[nodiscard]] inline QColor focusColor(const QPalette& palette) {
   return visibleLine(palette, activeColor(palette, QPalette::Highlight));
-}
-
-// Sizes in relation to the desktop's own text.
-inline constexpr double titleScale = 15.0 / 13.0;
-inline constexpr double captionScale = 0.85;
-
-[[nodiscard]] inline QFont scaledFont(QFont font, double scale) {
-  if (font.pixelSize() > 0) {
-    font.setPixelSize(static_cast<int>(std::lround(font.pixelSize() * scale)));
-  } else {
-    font.setPointSizeF(font.pointSizeF() * scale);
-  }
-  return font;
 }
 
 }  // namespace zarvy

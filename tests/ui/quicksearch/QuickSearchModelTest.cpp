@@ -7,7 +7,6 @@
 #include "support/QtPrinters.h"
 #include "ui/quicksearch/QuickSearchModel.h"
 #include "ui/quicksearch/SearchedLibrary.h"
-#include "ui/style/FolderTint.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -59,11 +58,11 @@ TEST(QuickSearchModels, TellTitleTriggerAndColourOfTheFolder) {
   EXPECT_EQ(first.data(QuickSearchModel::triggerRole).toString(), u";in"_s);
   EXPECT_EQ(first.data(Qt::AccessibleTextRole).toString(), u"<b>In</b>, ;in"_s);
   const auto color = [&model](int row) {
-    return model.index(row, 0).data(QuickSearchModel::folderColorRole).value<QColor>();
+    return model.index(row, 0).data(QuickSearchModel::folderColorRole).value<FolderColor>();
   };
-  EXPECT_EQ(color(0), tintOf(FolderColor::green));
-  EXPECT_EQ(color(1), tintOf(FolderColor::gray));
-  EXPECT_EQ(color(2), tintOf(FolderColor::gray));
+  EXPECT_EQ(color(0), FolderColor::green);
+  EXPECT_EQ(color(1), FolderColor::gray);
+  EXPECT_EQ(color(2), FolderColor::gray);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@
 #include "ui/quicksearch/QuickSearchView.h"
 #include "ui/quicksearch/SearchedLibrary.h"
 #include "ui/screenshots/DesktopTheme.h"
-#include "ui/style/FolderTint.h"
+#include "ui/style/SystemColors.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -346,8 +346,9 @@ TEST(QuickSearchRows, ShowTheColourOfTheFolderAndTheSelection) {
     const QImage selected = paintedRow(model, palette, true);
     const QPoint circle(22, 25);
     const QPoint background(580, 25);
-    EXPECT_EQ(colorIn(plain, circle), tintOf(FolderColor::purple));
-    EXPECT_EQ(colorIn(selected, circle), tintOf(FolderColor::purple));
+    const QColor purple = systemColor(SystemColor::purple, palette);
+    EXPECT_EQ(colorIn(plain, circle), purple);
+    EXPECT_EQ(colorIn(selected, circle), purple);
     EXPECT_EQ(colorIn(plain, background), window);
     EXPECT_NE(colorIn(selected, background), window);
     EXPECT_NE(colorIn(selected, background), palette.color(QPalette::Highlight)) << "faint";

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "ui/screenshots/DesktopTheme.h"
+#include "ui/style/Fonts.h"
+#include "ui/style/Ink.h"
 #include "ui/style/Tones.h"
 
 namespace zarvy {
@@ -23,7 +25,8 @@ TEST(Tones, CanBeReadInALightAndInADarkPalette) {
         desktopPalette(QStringLiteral("dark"))}) {
     for (const auto role : {QPalette::Window, QPalette::Base}) {
       const QColor ground = palette.color(role);
-      EXPECT_GE(contrastBetween(requiredColor(palette, ground), ground), 4.5);
+      EXPECT_GE(contrastBetween(inkOn(meaning::required, palette, ground), ground), 4.5);
+      EXPECT_GE(contrastBetween(inkOn(meaning::success, palette, ground), ground), 4.5);
       EXPECT_GE(contrastBetween(accentColor(palette, ground), ground), 4.5);
       EXPECT_GE(contrastBetween(secondaryColor(palette, ground), ground), 4.5);
       EXPECT_GE(contrastBetween(tertiaryColor(palette, ground), ground), 4.5);
@@ -39,7 +42,7 @@ TEST(Tones, AreThoseOfTheWindowThatHasTheKeyboard) {
   }
   fading.setCurrentColorGroup(QPalette::Inactive);
   const QColor ground = Qt::white;
-  EXPECT_EQ(requiredColor(fading, ground), requiredColor(plain, ground));
+  EXPECT_EQ(inkOn(meaning::required, fading, ground), inkOn(meaning::required, plain, ground));
   EXPECT_EQ(accentColor(fading, ground), accentColor(plain, ground));
   EXPECT_EQ(secondaryColor(fading, ground), secondaryColor(plain, ground));
   EXPECT_EQ(tertiaryColor(fading, ground), tertiaryColor(plain, ground));
@@ -56,14 +59,6 @@ TEST(Tones, MeasureContrastAsTheStandardDoes) {
   EXPECT_NEAR(contrastBetween(Qt::white, Qt::black), 21, 0.001);
   EXPECT_NEAR(contrastBetween(Qt::white, Qt::white), 1, 0.001);
   EXPECT_NEAR(contrastBetween(QColor(0x77, 0x77, 0x77), Qt::white), 4.48, 0.01);
-}
-
-TEST(Tones, ScaleFontsOfPointsAndOfPixels) {
-  QFont font;
-  font.setPointSizeF(10);
-  EXPECT_DOUBLE_EQ(scaledFont(font, 1.5).pointSizeF(), 15);
-  font.setPixelSize(20);
-  EXPECT_EQ(scaledFont(font, 0.85).pixelSize(), 17);
 }
 
 }  // namespace

@@ -2,11 +2,11 @@
 
 #include <QObject>
 #include <QPalette>
+#include <QPointer>
+#include <QWidget>
 
 #include "ui/style/Fonts.h"
 #include "ui/style/Ink.h"
-
-class QWidget;
 
 namespace zarvy {
 
@@ -17,8 +17,8 @@ struct Tone {
   QPalette::ColorRole ground = QPalette::Window;  // what it is written on
 };
 
-// Keeps a label, a check box or the like in a tone while the desktop's palette and font change.
-// Belongs to the widget, which has a parent.
+// Keeps a label, a check box or the like in a tone while the desktop's palette and font change, and
+// wherever it moves. While it is disabled it looks as the desktop has it. Belongs to the widget.
 class ToneKeeper final : public QObject {
   Q_OBJECT
 
@@ -28,10 +28,12 @@ class ToneKeeper final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void followParent();
   void apply();
 
   QWidget& m_widget;
   const Tone m_tone;
+  QPointer<QWidget> m_parent;  // null of a window
   bool m_isApplying = false;
 };
 

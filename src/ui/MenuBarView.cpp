@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QIcon>
 #include <QKeyEvent>
 
 #include "app/expansion/ExpansionService.h"
@@ -14,6 +13,7 @@
 #include "ui/MenuCircumstancesOf.h"
 #include "ui/Scenes.h"
 #include "ui/style/QuietEntries.h"
+#include "ui/symbols/SymbolIcon.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -73,7 +73,8 @@ void MenuBarView::keyPressEvent(QKeyEvent* event) {
 // The actions stay for good: a panel that draws the menu itself tells of a click by its entry, and
 // may do so after it has told that the menu has closed.
 void MenuBarView::makeRow(const MenuEntry& entry) {
-  QAction* const action = addAction(QIcon::fromTheme(entry.iconName), QString());
+  const QIcon icon = entry.symbol ? symbolIcon(*entry.symbol) : QIcon();
+  QAction* const action = addAction(icon, QString());
   action->setShortcut(entry.shortcut);
   action->setAutoRepeat(false);
   action->setEnabled(entry.action != MenuAction::none);

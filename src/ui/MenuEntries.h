@@ -6,6 +6,8 @@
 #include <QList>
 #include <QString>
 
+#include "ui/symbols/Symbol.h"
+
 namespace zarvy {
 
 // What the menu behind the tray icon depends on.
@@ -33,7 +35,7 @@ enum class MenuAction {
 struct MenuEntry {
   QString text;
   MenuAction action = MenuAction::none;
-  QString iconName;  // by the icon naming of the desktops; empty for none
+  std::optional<Symbol> symbol;
   QKeySequence shortcut;
   bool hasDividerBehind = false;
   bool isVisible = true;

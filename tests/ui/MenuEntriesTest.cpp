@@ -19,7 +19,7 @@ QStringList described(const MenuCircumstances& circumstances) {
         entry.text + u" > "_s + QString::fromLatin1(actions[static_cast<int>(entry.action)]);
     if (!entry.shortcut.isEmpty())
       line += u' ' + entry.shortcut.toString(QKeySequence::PortableText);
-    if (!entry.iconName.isEmpty()) line += u" ["_s + entry.iconName + u']';
+    if (entry.symbol) line += u" ["_s + rowOf(*entry.symbol).themeName.toString() + u']';
     lines.append(line);
     if (entry.hasDividerBehind) lines.append(u"-"_s);
   }

@@ -6,6 +6,7 @@
 
 #include "ui/style/Fonts.h"
 #include "ui/style/Tones.h"
+#include "ui/symbols/SymbolPicture.h"
 
 namespace zarvy {
 namespace {

@@ -5,7 +5,7 @@
 #include <QString>
 #include <QWidget>
 
-#include "ui/quicksearch/Symbol.h"
+#include "ui/symbols/Symbol.h"
 
 namespace zarvy {
 

@@ -81,7 +81,7 @@ QWidget* QuickSearchView::makeSearchBar() {
   auto* const line = new QHBoxLayout(bar);
   line->setContentsMargins(horizontalPadding, 0, horizontalPadding, searchPadding);
   line->setSpacing(10);
-  line->addWidget(new SymbolView(Symbol::search, searchIconExtent, bar));
+  line->addWidget(new SymbolView(Symbol::magnifyingglass, searchIconExtent, bar));
   m_search = new QLineEdit(bar);
   m_search->setPlaceholderText(u"Search snippets..."_s);
   m_search->setAccessibleName(u"Search snippets"_s);
@@ -109,7 +109,7 @@ QWidget* QuickSearchView::makeNothingFound() {
   auto* const column = new QVBoxLayout(page);
   column->setSpacing(8);
   column->addStretch(1);
-  column->addWidget(new SymbolView(Symbol::nothingFound, nothingFoundExtent, page), 0,
+  column->addWidget(new SymbolView(Symbol::docTextMagnifyingglass, nothingFoundExtent, page), 0,
                     Qt::AlignHCenter);
   column->addWidget(inTone(new QLabel(u"No snippets found"_s, page), {TextColor::tertiary}), 0,
                     Qt::AlignHCenter);
@@ -125,7 +125,8 @@ QWidget* QuickSearchView::makeFooter() {
   m_count = inTone(new QLabel(bar), {TextColor::tertiary, textStyle::caption});
   line->addWidget(m_count);
   line->addStretch(1);
-  addHint(*line, {{u"up arrow"_s, Symbol::up}, {u"down arrow"_s, Symbol::down}}, u"navigate"_s);
+  addHint(*line, {{u"up arrow"_s, Symbol::arrowUp}, {u"down arrow"_s, Symbol::arrowDown}},
+          u"navigate"_s);
   addHint(*line, {{u"return"_s}}, u"expand"_s);
   addHint(*line, {{u"esc"_s}}, u"close"_s);
   return bar;

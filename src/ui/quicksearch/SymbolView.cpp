@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "ui/style/Tones.h"
+#include "ui/symbols/SymbolPicture.h"
 
 namespace zarvy {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "ui/quicksearch/Symbol.h"
+#include "ui/symbols/Symbol.h"
 
 namespace zarvy {
 

@@ -3,35 +3,24 @@
 #include <algorithm>
 
 #include <QEvent>
-#include <QPainter>
-#include <QVBoxLayout>
 
 #include "ui/fillin/FieldRow.h"
-#include "ui/style/Lines.h"
-#include "ui/style/Tones.h"
 
 namespace zarvy {
 namespace {
 
-constexpr int horizontalPadding = 12;
-constexpr int verticalPadding = 9;
-constexpr double listRadius = 8;
 constexpr double greatestNameShare = 0.36;
 
 }  // namespace
 
-FieldList::FieldList(const QList<FillInField>& fields, QWidget* parent) : QWidget(parent) {
-  auto* const column = new QVBoxLayout(this);
-  column->setContentsMargins(horizontalPadding, verticalPadding, horizontalPadding,
-                             verticalPadding);
-  column->setSpacing(2 * verticalPadding + 1);
+FieldList::FieldList(const QList<FillInField>& fields, QWidget* parent) : Card(parent) {
   m_rows.reserve(static_cast<std::size_t>(fields.size()));
   for (const FillInField& field : fields) {
     auto* const row = new FieldRow(field, this);
     const qsizetype index = static_cast<qsizetype>(m_rows.size());
     connect(row, &FieldRow::changed, this,
             [this, row, index] { Q_EMIT changed(index, row->field()); });
-    column->addWidget(row);
+    addRow(*row);
     m_rows.push_back(row);
   }
 }
@@ -48,26 +37,13 @@ std::optional<QUuid> FieldList::focusedFieldID() const {
   return found == m_rows.end() ? std::nullopt : std::optional((*found)->field().id);
 }
 
-void FieldList::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.setRenderHint(QPainter::Antialiasing);
-  const QColor line = separatorColor(palette());
-  painter.setPen(QPen(line, lineWidth(painter)));
-  painter.setBrush(palette().color(QPalette::Window));
-  painter.drawRoundedRect(outlineWithin(painter, rect()), listRadius, listRadius);
-  for (std::size_t index = 1; index < m_rows.size(); ++index) {
-    const int y = m_rows[index]->y() - verticalPadding - 1;
-    drawRule(painter, {horizontalPadding, y, width() - 2 * horizontalPadding, 1}, line);
-  }
-}
-
 void FieldList::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
+  Card::resizeEvent(event);
   alignNames();
 }
 
 void FieldList::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  Card::changeEvent(event);
   if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) alignNames();
 }
 

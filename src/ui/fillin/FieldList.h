@@ -5,18 +5,16 @@
 
 #include <QList>
 #include <QUuid>
-#include <QWidget>
 
 #include "core/placeholders/FillInField.h"
-
-class QVBoxLayout;
+#include "ui/controls/Card.h"
 
 namespace zarvy {
 
 class FieldRow;
 
-// The rows of a form, one under the other, on a card with lines between them.
-class FieldList final : public QWidget {
+// The rows of a form.
+class FieldList final : public Card {
   Q_OBJECT
 
  public:
@@ -30,7 +28,6 @@ class FieldList final : public QWidget {
   void changed(qsizetype index, const zarvy::FillInField& field);
 
  protected:
-  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
 

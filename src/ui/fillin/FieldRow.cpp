@@ -9,12 +9,12 @@
 #include <QVBoxLayout>
 
 #include "base/text/Graphemes.h"
-#include "ui/fillin/ElidedCheckBox.h"
-#include "ui/fillin/ElidedLabel.h"
-#include "ui/fillin/MultiLineEditor.h"
-#include "ui/fillin/OptionPicker.h"
-#include "ui/fillin/RoundedBox.h"
-#include "ui/fillin/WrappedLabel.h"
+#include "ui/controls/ElidedCheckBox.h"
+#include "ui/controls/ElidedLabel.h"
+#include "ui/controls/MultiLineEditor.h"
+#include "ui/controls/OptionPicker.h"
+#include "ui/controls/RoundedBox.h"
+#include "ui/controls/WrappedLabel.h"
 #include "ui/style/ControlOutline.h"
 #include "ui/style/ToneKeeper.h"
 

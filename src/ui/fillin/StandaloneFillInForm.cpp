@@ -17,17 +17,16 @@
 #include "core/TextExpansionEngine.h"
 #include "core/placeholders/DateFormatters.h"
 #include "storage/FieldDefaultsStore.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/PaneSplitter.h"
+#include "ui/controls/RoundedBox.h"
+#include "ui/controls/TintedButton.h"
+#include "ui/controls/TriggerBadge.h"
 #include "ui/fillin/FieldList.h"
-#include "ui/fillin/Pane.h"
-#include "ui/fillin/PaneSplitter.h"
 #include "ui/fillin/PreviewText.h"
 #include "ui/fillin/PreviewView.h"
-#include "ui/fillin/ProminentButton.h"
-#include "ui/fillin/RoundedBox.h"
 #include "ui/fillin/RowsArea.h"
-#include "ui/fillin/TriggerBadge.h"
 #include "ui/style/ControlOutline.h"
-#include "ui/style/Divider.h"
 #include "ui/style/FolderTint.h"
 #include "ui/style/ToneKeeper.h"
 
@@ -111,10 +110,10 @@ QWidget* StandaloneFillInForm::makeHeader() {
 }
 
 QWidget* StandaloneFillInForm::makePanes() {
-  auto* const splitter = new PaneSplitter(this);
+  auto* const splitter = new PaneSplitter(Qt::Vertical, u"Size of the preview"_s, this);
   splitter->setAutoFillBackground(true);
   splitter->setBackgroundRole(QPalette::Base);
-  auto* const upper = new Pane(leastRowsHeight, splitter);
+  auto* const upper = new Pane({0, leastRowsHeight}, splitter);
   m_upperPane = makePadded<QVBoxLayout>(upper, 0);
   splitter->addWidget(upper);
   splitter->addWidget(makePreviewPane());
@@ -126,7 +125,7 @@ QWidget* StandaloneFillInForm::makePanes() {
 }
 
 QWidget* StandaloneFillInForm::makePreviewPane() {
-  auto* const pane = new Pane(leastPreviewHeight, this);
+  auto* const pane = new Pane({0, leastPreviewHeight}, this);
   auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
   column->setSpacing(4);
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane),
@@ -142,7 +141,8 @@ QWidget* StandaloneFillInForm::makeButtons() {
   auto* const line = makePadded<QHBoxLayout>(bar, barPadding);
   m_cancel = outlined(new QPushButton(u"Cancel"_s, bar));
   connect(m_cancel, &QPushButton::clicked, this, [this] { m_onCancel(); });
-  m_expand = outlined(new ProminentButton(u"Expand"_s, bar));
+  m_expand = outlined(new TintedButton(TintedButton::Tint::prominent, u"Expand"_s, bar));
+  m_expand->setDefault(true);
   connect(m_expand, &QPushButton::clicked, this, &StandaloneFillInForm::expand);
   line->addWidget(m_cancel);
   line->addStretch(1);

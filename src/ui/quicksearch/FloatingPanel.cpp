@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QVBoxLayout>
 
-#include "ui/quicksearch/CloseButton.h"
+#include "ui/controls/CloseButton.h"
 #include "ui/style/Lines.h"
 #include "ui/style/Tones.h"
 

@@ -1,7 +1,7 @@
 #include "ui/quicksearch/QuickSearchList.h"
 
+#include "ui/controls/SlimScrollBar.h"
 #include "ui/quicksearch/QuickSearchRow.h"
-#include "ui/quicksearch/SlimScrollBar.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,21 +1,18 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "ui/controls/TwoLineRows.h"
 
 namespace zarvy {
 
-// Draws a row of the results: the folder's colour, the title, and the trigger below it. All rows
-// are of one height.
-class QuickSearchRow final : public QStyledItemDelegate {
+// Draws a row of the results: the folder's colour, the title, and the trigger below it.
+class QuickSearchRow final : public TwoLineRows {
   Q_OBJECT
 
  public:
-  using QStyledItemDelegate::QStyledItemDelegate;
+  using TwoLineRows::TwoLineRows;
 
-  void paint(QPainter* painter, const QStyleOptionViewItem& option,
-             const QModelIndex& index) const override;
-  [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
-                               const QModelIndex& index) const override;
+ protected:
+  [[nodiscard]] TwoLineRow rowAt(const QModelIndex& index) const override;
 };
 
 }  // namespace zarvy

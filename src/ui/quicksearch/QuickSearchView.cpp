@@ -6,16 +6,16 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "ui/quicksearch/Keycap.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/EmptyState.h"
+#include "ui/controls/Keycap.h"
+#include "ui/controls/PlainField.h"
+#include "ui/controls/SymbolView.h"
 #include "ui/quicksearch/QuickSearchList.h"
-#include "ui/quicksearch/SymbolView.h"
-#include "ui/style/Divider.h"
 #include "ui/style/ToneKeeper.h"
-#include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -59,8 +59,6 @@ QuickSearchView::QuickSearchView(const SnippetList& snippets, const QList<Folder
   column->addWidget(makeResults(), 1);
   column->addWidget(new Divider(this));
   column->addWidget(makeFooter());
-  scaleSearchField();
-  colorSearchField();
   showResults();
 }
 
@@ -82,10 +80,9 @@ QWidget* QuickSearchView::makeSearchBar() {
   line->setContentsMargins(horizontalPadding, 0, horizontalPadding, searchPadding);
   line->setSpacing(10);
   line->addWidget(new SymbolView(Symbol::magnifyingglass, searchIconExtent, bar));
-  m_search = new QLineEdit(bar);
+  m_search = new PlainField(textStyle::search, bar);
   m_search->setPlaceholderText(u"Search snippets..."_s);
   m_search->setAccessibleName(u"Search snippets"_s);
-  m_search->setFrame(false);
   connect(m_search, &QLineEdit::textChanged, this, &QuickSearchView::filter);
   connect(m_search, &QLineEdit::returnPressed, this, [this] { choose(m_selectedIndex); });
   line->addWidget(m_search, 1);
@@ -100,21 +97,10 @@ QWidget* QuickSearchView::makeResults() {
   connect(m_list, &QListView::clicked, this,
           [this](const QModelIndex& index) { choose(index.row()); });
   m_pages->addWidget(m_list);
-  m_pages->addWidget(makeNothingFound());
+  auto* const nothing = new EmptyState(Symbol::docTextMagnifyingglass, nothingFoundExtent, m_pages);
+  nothing->setTexts({}, u"No snippets found"_s);
+  m_pages->addWidget(nothing);
   return m_pages;
-}
-
-QWidget* QuickSearchView::makeNothingFound() {
-  auto* const page = new QWidget(m_pages);
-  auto* const column = new QVBoxLayout(page);
-  column->setSpacing(8);
-  column->addStretch(1);
-  column->addWidget(new SymbolView(Symbol::docTextMagnifyingglass, nothingFoundExtent, page), 0,
-                    Qt::AlignHCenter);
-  column->addWidget(inTone(new QLabel(u"No snippets found"_s, page), {TextColor::tertiary}), 0,
-                    Qt::AlignHCenter);
-  column->addStretch(1);
-  return page;
 }
 
 QWidget* QuickSearchView::makeFooter() {
@@ -130,27 +116,6 @@ QWidget* QuickSearchView::makeFooter() {
   addHint(*line, {{u"return"_s}}, u"expand"_s);
   addHint(*line, {{u"esc"_s}}, u"close"_s);
   return bar;
-}
-
-// A font with a size of its own does not change with that of the desktop.
-void QuickSearchView::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::FontChange) scaleSearchField();
-  if (event->type() == QEvent::PaletteChange) colorSearchField();
-  QWidget::changeEvent(event);
-}
-
-void QuickSearchView::scaleSearchField() {
-  m_search->setFont(styledFont(font(), textStyle::search));
-}
-
-// It is written on the window itself.
-void QuickSearchView::colorSearchField() {
-  const QColor ground = activeColor(palette(), QPalette::Window);
-  QPalette own;
-  own.setColor(QPalette::Base, Qt::transparent);
-  own.setColor(QPalette::Text, activeColor(palette(), QPalette::WindowText));
-  own.setColor(QPalette::PlaceholderText, tertiaryColor(palette(), ground));
-  m_search->setPalette(own);
 }
 
 // What the search field has no use for.

@@ -48,16 +48,12 @@ class QuickSearchView final : public QWidget {
   void selectedIndexChanged();
 
  protected:
-  void changeEvent(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
   [[nodiscard]] QWidget* makeSearchBar();
   [[nodiscard]] QWidget* makeResults();
-  [[nodiscard]] QWidget* makeNothingFound();
   [[nodiscard]] QWidget* makeFooter();
-  void scaleSearchField();
-  void colorSearchField();
   void filter();
   void showResults();
   void setSelectedIndex(int row);

@@ -17,6 +17,7 @@ inline constexpr TextStyle title{1.3, QFont::DemiBold};            // of a windo
 inline constexpr TextStyle heading{15.0 / 13.0, QFont::DemiBold};  // of a form
 inline constexpr TextStyle headline{1, QFont::DemiBold};
 inline constexpr TextStyle body{};
+inline constexpr TextStyle emphasized{1, QFont::Medium};
 inline constexpr TextStyle subheadline{0.92};
 inline constexpr TextStyle caption{0.85};
 inline constexpr TextStyle search{18.0 / 13.0};  // of a field that a window is about

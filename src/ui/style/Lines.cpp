@@ -44,4 +44,10 @@ void drawRule(QPainter& painter, const QRect& area, const QColor& color) {
   painter.fillRect(painter.deviceTransform().inverted().mapRect(line), color);
 }
 
+void drawUprightRule(QPainter& painter, const QRect& area, const QColor& color) {
+  QRectF line = wholePixels(painter, area);
+  line.setWidth(linePixels(painter));
+  painter.fillRect(painter.deviceTransform().inverted().mapRect(line), color);
+}
+
 }  // namespace zarvy

@@ -16,7 +16,8 @@ namespace zarvy {
 // The middle of a line of that width around `area`, on its inside.
 [[nodiscard]] QRectF outlineWithin(const QPainter& painter, const QRect& area);
 
-// A line of that width along the top of `area`.
+// A line of that width along the top of `area`, or along its left side.
 void drawRule(QPainter& painter, const QRect& area, const QColor& color);
+void drawUprightRule(QPainter& painter, const QRect& area, const QColor& color);
 
 }  // namespace zarvy

@@ -1,6 +1,8 @@
 #include "ui/symbols/SymbolIcon.h"
 
 #include <memory>
+#include <utility>
+#include <variant>
 
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -12,16 +14,19 @@
 namespace zarvy {
 namespace {
 
-QColor colorOf(const Ink& ink, QIcon::Mode mode) {
+using IconInk = std::variant<Ink, QColor>;
+
+QColor colorOf(const IconInk& ink, QIcon::Mode mode) {
   const QPalette palette = QGuiApplication::palette();
   if (mode == QIcon::Disabled) return palette.color(QPalette::Disabled, QPalette::WindowText);
   if (mode == QIcon::Selected) return activeColor(palette, QPalette::HighlightedText);
-  return inkOn(ink, palette, activeColor(palette, QPalette::Window), lineContrast);
+  if (const auto* const color = std::get_if<QColor>(&ink)) return *color;
+  return inkOn(std::get<Ink>(ink), palette, activeColor(palette, QPalette::Window), lineContrast);
 }
 
 class SymbolIconEngine final : public QIconEngine {
  public:
-  SymbolIconEngine(Symbol symbol, const Ink& ink) : m_symbol(symbol), m_ink(ink) {}
+  SymbolIconEngine(Symbol symbol, IconInk ink) : m_symbol(symbol), m_ink(std::move(ink)) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
              QIcon::State /*state*/) override {
@@ -45,13 +50,17 @@ class SymbolIconEngine final : public QIconEngine {
 
  private:
   const Symbol m_symbol;
-  const Ink m_ink;
+  const IconInk m_ink;
 };
 
 }  // namespace
 
 QIcon symbolIcon(Symbol symbol, const Ink& ink) {
   return QIcon(std::make_unique<SymbolIconEngine>(symbol, ink).release());
+}
+
+QIcon symbolIcon(Symbol symbol, const QColor& color) {
+  return QIcon(std::make_unique<SymbolIconEngine>(symbol, color).release());
 }
 
 }  // namespace zarvy

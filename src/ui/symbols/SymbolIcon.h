@@ -11,4 +11,7 @@ namespace zarvy {
 // palette of the desktop, and is faint where it is disabled.
 [[nodiscard]] QIcon symbolIcon(Symbol symbol, const Ink& ink = TextColor::primary);
 
+// In `color` alone, for a button that has a text of that colour.
+[[nodiscard]] QIcon symbolIcon(Symbol symbol, const QColor& color);
+
 }  // namespace zarvy

@@ -6,11 +6,11 @@
 #include <QToolTip>
 
 #include "support/QtPrinters.h"
-#include "ui/fillin/ElidedCheckBox.h"
-#include "ui/fillin/ElidedLabel.h"
+#include "ui/controls/ElidedCheckBox.h"
+#include "ui/controls/ElidedLabel.h"
+#include "ui/controls/TriggerBadge.h"
 #include "ui/fillin/FillInHarness.h"
 #include "ui/fillin/StandaloneFillInForm.h"
-#include "ui/fillin/TriggerBadge.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -8,11 +8,11 @@
 #include <QWheelEvent>
 
 #include "support/QtPrinters.h"
+#include "ui/controls/TriggerBadge.h"
 #include "ui/fillin/FieldRow.h"
 #include "ui/fillin/FillInHarness.h"
 #include "ui/fillin/PreviewView.h"
 #include "ui/fillin/StandaloneFillInForm.h"
-#include "ui/fillin/TriggerBadge.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -10,9 +10,9 @@
 #include <gtest/gtest.h>
 
 #include "support/QtPrinters.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/RoundedBox.h"
 #include "ui/fillin/FieldList.h"
-#include "ui/fillin/RoundedBox.h"
-#include "ui/style/Divider.h"
 #include "ui/style/Lines.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -12,7 +12,7 @@
 #include <gtest/gtest.h>
 
 #include "support/QtPrinters.h"
-#include "ui/quicksearch/Keycap.h"
+#include "ui/controls/Keycap.h"
 #include "ui/quicksearch/QuickSearchList.h"
 #include "ui/quicksearch/QuickSearchRow.h"
 #include "ui/quicksearch/QuickSearchView.h"

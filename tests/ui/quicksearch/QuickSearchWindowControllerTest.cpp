@@ -11,7 +11,7 @@
 #include "fakes/Journal.h"
 #include "fakes/ManualScheduler.h"
 #include "support/QtPrinters.h"
-#include "ui/quicksearch/CloseButton.h"
+#include "ui/controls/CloseButton.h"
 #include "ui/quicksearch/FloatingPanel.h"
 #include "ui/quicksearch/QuickSearchList.h"
 #include "ui/quicksearch/QuickSearchView.h"

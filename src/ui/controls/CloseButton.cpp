@@ -1,4 +1,4 @@
-#include "ui/quicksearch/CloseButton.h"
+#include "ui/controls/CloseButton.h"
 
 #include <QPainter>
 
@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr int extent = 20;
+constexpr int buttonExtent = 20;
 constexpr double crossExtent = 8;
 constexpr double crossWidth = 1.25;
 
@@ -19,7 +19,7 @@ CloseButton::CloseButton(QWidget* parent) : QAbstractButton(parent) {
   setAccessibleName(u"Close"_s);
   setFocusPolicy(Qt::NoFocus);
   setAttribute(Qt::WA_Hover);  // painted anew when the pointer comes and goes
-  setFixedSize(extent, extent);
+  setFixedSize(buttonExtent, buttonExtent);
 }
 
 void CloseButton::paintEvent(QPaintEvent* /*event*/) {

@@ -1,4 +1,4 @@
-#include "ui/quicksearch/Keycap.h"
+#include "ui/controls/Keycap.h"
 
 #include <QEvent>
 #include <QFontMetrics>

@@ -1,4 +1,4 @@
-#include "ui/fillin/ElidedLabel.h"
+#include "ui/controls/ElidedLabel.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "ui/fillin/MultiLineEditor.h"
+#include "ui/controls/MultiLineEditor.h"
 
 #include <QTextDocument>
 

@@ -1,4 +1,4 @@
-#include "ui/fillin/OptionPicker.h"
+#include "ui/controls/OptionPicker.h"
 
 #include <QListView>
 #include <QWheelEvent>

@@ -1,4 +1,4 @@
-#include "ui/fillin/TriggerBadge.h"
+#include "ui/controls/TriggerBadge.h"
 
 #include <algorithm>
 #include <cmath>
@@ -20,7 +20,7 @@ namespace {
 
 constexpr int badgePaddingX = 10;
 constexpr int badgePaddingY = 5;
-constexpr int gap = 4;  // behind the prefix
+constexpr int prefixGap = 4;  // behind the prefix
 constexpr int greatestWidth = 220;
 constexpr int leastTextWidth = 24;
 constexpr double fillOpacity = 0.12;
@@ -50,7 +50,7 @@ QFont TriggerBadge::textFont(QFont::Weight weight) const {
 
 int TriggerBadge::prefixWidth() const {
   if (m_prefix.isEmpty()) return 0;
-  return widthOf(m_prefix, textFont(QFont::Bold)) + gap;
+  return widthOf(m_prefix, textFont(QFont::Bold)) + prefixGap;
 }
 
 QSize TriggerBadge::sizeHint() const {

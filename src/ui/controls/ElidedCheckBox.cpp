@@ -1,4 +1,4 @@
-#include "ui/fillin/ElidedCheckBox.h"
+#include "ui/controls/ElidedCheckBox.h"
 
 #include <QHelpEvent>
 #include <QStyle>

@@ -1,4 +1,4 @@
-#include "ui/quicksearch/SlimScrollBar.h"
+#include "ui/controls/SlimScrollBar.h"
 
 #include <QPainter>
 #include <QStyle>

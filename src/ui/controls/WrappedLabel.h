@@ -4,8 +4,8 @@
 
 namespace zarvy {
 
-// A text over as many lines as it takes, shown as it was typed. Breaks also a word that is too long
-// for a line.
+// A text over as many lines as it takes, shown as it was typed and aligned to a side or centred.
+// Breaks also a word that is too long for a line.
 class WrappedLabel final : public QLabel {
   Q_OBJECT
 

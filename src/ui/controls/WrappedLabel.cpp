@@ -1,4 +1,4 @@
-#include "ui/fillin/WrappedLabel.h"
+#include "ui/controls/WrappedLabel.h"
 
 #include <cmath>
 
@@ -11,16 +11,15 @@ namespace {
 
 constexpr int usualWidth = 240;
 
-// Lays `text` out from the top on; the height in all.
-double layOut(QTextLayout& layout, QString text, const QFont& font, double width) {
+// Lays the text out from the top on; the height in all.
+double layOut(QTextLayout& layout, const QLabel& label, double width) {
+  QString text = label.text();
   text.replace(u'\n', QChar::LineSeparator);
   layout.setText(text);
-  layout.setFont(font);
-  layout.setTextOption([] {
-    QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    return option;
-  }());
+  layout.setFont(label.font());
+  QTextOption option(label.alignment() & Qt::AlignHorizontal_Mask);
+  option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  layout.setTextOption(option);
   double height = 0;
   layout.beginLayout();
   for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
@@ -50,12 +49,12 @@ QSize WrappedLabel::minimumSizeHint() const {
 
 int WrappedLabel::heightForWidth(int width) const {
   QTextLayout layout;
-  return static_cast<int>(std::ceil(layOut(layout, text(), font(), width)));
+  return static_cast<int>(std::ceil(layOut(layout, *this, width)));
 }
 
 void WrappedLabel::paintEvent(QPaintEvent* /*event*/) {
   QTextLayout layout;
-  layOut(layout, text(), font(), width());
+  layOut(layout, *this, width());
   QPainter painter(this);
   painter.setPen(palette().color(QPalette::WindowText));
   layout.draw(&painter, {0, 0});

@@ -1,4 +1,4 @@
-#include "ui/fillin/RoundedBox.h"
+#include "ui/controls/RoundedBox.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -10,7 +10,7 @@
 namespace zarvy {
 namespace {
 
-constexpr double radius = 4;
+constexpr double boxRadius = 4;
 constexpr int strokeWidth = 1;  // at most, without the keyboard
 constexpr double focusWidth = 2;
 
@@ -37,12 +37,13 @@ void RoundedBox::paintEvent(QPaintEvent* /*event*/) {
   if (m_content.hasFocus()) {
     constexpr double inset = focusWidth / 2;
     painter.setPen(QPen(focusColor(palette()), focusWidth));
-    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), boxRadius,
+                            boxRadius);
     return;
   }
   const QColor line = m_look.isInput ? outlineColor(palette()) : separatorColor(palette());
   painter.setPen(QPen(line, lineWidth(painter)));
-  painter.drawRoundedRect(outlineWithin(painter, rect()), radius, radius);
+  painter.drawRoundedRect(outlineWithin(painter, rect()), boxRadius, boxRadius);
 }
 
 }  // namespace zarvy

@@ -4,11 +4,13 @@
 #include <functional>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -20,6 +22,15 @@
 #include "ui/Scenes.h"
 #include "ui/contrast/PaintedTexts.h"
 #include "ui/contrast/RealPalettes.h"
+#include "ui/controls/EmptyState.h"
+#include "ui/controls/FormSection.h"
+#include "ui/controls/GroupedForm.h"
+#include "ui/controls/SearchField.h"
+#include "ui/controls/SegmentedPicker.h"
+#include "ui/controls/Sheet.h"
+#include "ui/controls/SmallButton.h"
+#include "ui/controls/SymbolLabel.h"
+#include "ui/controls/TintedButton.h"
 #include "ui/fillin/FillInHarness.h"
 #include "ui/fillin/StandaloneFillInForm.h"
 #include "ui/quicksearch/FloatingPanel.h"
@@ -171,6 +182,49 @@ Shown menu() {
   return {std::move(window), {u"Blocked by Safe"_s, u"1 snippets"_s, u"Settings..."_s}};
 }
 
+// What no window has yet, and some more of what many will have.
+Shown controls() {
+  auto window = std::make_unique<QWidget>();
+  auto* const column = new QVBoxLayout(window.get());
+  column->addWidget(new SearchField(u"Search variables..."_s, window.get()));
+  column->addWidget(new SegmentedPicker(u"Range"_s, {u"Today"_s, u"7 Days"_s}, window.get()));
+  for (const auto& [tint, text] :
+       {std::pair(TintedButton::Tint::prominent, u"Import..."_s),
+        std::pair(TintedButton::Tint::destructive, u"Clear History"_s),
+        std::pair(TintedButton::Tint::prominentDestructive, u"Delete"_s)}) {
+    column->addWidget(new TintedButton(tint, text, window.get()));
+  }
+  column->addWidget(smallButton(u"Record Shortcut"_s, window.get()));
+  auto* const form = new GroupedForm(window.get());
+  auto* const undo = new QPushButton(u"Undo"_s, form);
+  form->addSection(u"Sync"_s).addRow(u"Imported"_s, *undo, u"2 snippets"_s);
+  column->addWidget(form);
+  column->addWidget(new SymbolLabel(Symbol::checkmarkCircleFill, meaning::success, u"Synced"_s,
+                                    {meaning::success}, window.get()));
+  auto* const nothing = new EmptyState(Symbol::globe, 48, window.get());
+  nothing->setTexts(u"No Results"_s, u"Nothing matches."_s);
+  column->addWidget(nothing);
+  window->resize(400, window->sizeHint().height());
+  window->show();
+  return {std::move(window),
+          {u"Search variables..."_s, u"Today"_s, u"7 Days"_s, u"Import..."_s, u"Clear History"_s,
+           u"Delete"_s, u"Record Shortcut"_s, u"Sync"_s, u"Imported"_s, u"2 snippets"_s, u"Undo"_s,
+           u"Synced"_s, u"No Results"_s, u"Nothing matches."_s}};
+}
+
+Shown sheet() {
+  static QWidget owner;
+  auto window = std::make_unique<Sheet>(Sheet::Words{u"Add Text Field"_s, u"Insert"_s}, 300, owner);
+  window->setAttribute(Qt::WA_DeleteOnClose, false);
+  auto* const field = new QLineEdit(window.get());
+  field->setPlaceholderText(u"Field name"_s);
+  window->body().addWidget(new QCheckBox(u"Required"_s, window.get()));
+  window->body().addWidget(field);
+  window->open();
+  return {std::move(window),
+          {u"Add Text Field"_s, u"Required"_s, u"Field name"_s, u"Cancel"_s, u"Insert"_s}};
+}
+
 const SomeWindow allWindows[] = {{"Form", form},
                                  {"FormWithoutFields", formWithoutFields},
                                  {"QuickSearch", quickSearch},
@@ -180,7 +234,9 @@ const SomeWindow allWindows[] = {{"Form", form},
                                  {"SetupGranted", setupGranted},
                                  {"Coming", coming},
                                  {"TakenHotKey", takenHotKey},
-                                 {"Menu", menu}};
+                                 {"Menu", menu},
+                                 {"Controls", controls},
+                                 {"Sheet", sheet}};
 
 class Contrast : public testing::TestWithParam<SomeWindow> {
  protected:

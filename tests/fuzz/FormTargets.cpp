@@ -8,7 +8,7 @@
 #include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/FillInValues.h"
 #include "core/placeholders/ReferenceLanguage.h"
-#include "ui/fillin/PreviewText.h"
+#include "ui/preview/PreviewText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

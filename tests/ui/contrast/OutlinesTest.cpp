@@ -11,8 +11,8 @@
 
 #include "ui/contrast/RealPalettes.h"
 #include "ui/fillin/FillInHarness.h"
-#include "ui/fillin/PreviewView.h"
 #include "ui/fillin/StandaloneFillInForm.h"
+#include "ui/preview/PreviewView.h"
 #include "ui/style/LegiblePalette.h"
 #include "ui/style/Tones.h"
 

@@ -2,8 +2,8 @@
 
 #include "support/QtPrinters.h"
 #include "ui/fillin/FillInHarness.h"
-#include "ui/fillin/PreviewView.h"
 #include "ui/fillin/StandaloneFillInForm.h"
+#include "ui/preview/PreviewView.h"
 #include "ui/screenshots/DesktopTheme.h"
 #include "ui/style/Tones.h"
 

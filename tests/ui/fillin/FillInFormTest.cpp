@@ -11,8 +11,8 @@
 #include "ui/controls/TriggerBadge.h"
 #include "ui/fillin/FieldRow.h"
 #include "ui/fillin/FillInHarness.h"
-#include "ui/fillin/PreviewView.h"
 #include "ui/fillin/StandaloneFillInForm.h"
+#include "ui/preview/PreviewView.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "support/QtPrinters.h"
-#include "ui/fillin/PreviewView.h"
+#include "ui/preview/PreviewView.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QPlainTextEdit>
 
-#include "ui/fillin/PreviewRun.h"
+#include "ui/preview/PreviewRun.h"
 
 namespace zarvy {
 

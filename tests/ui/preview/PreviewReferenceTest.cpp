@@ -10,7 +10,7 @@
 #include "base/text/Regex.h"
 #include "base/text/ReplacementTemplate.h"
 #include "support/QtPrinters.h"
-#include "ui/fillin/PreviewText.h"
+#include "ui/preview/PreviewText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

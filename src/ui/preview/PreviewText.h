@@ -5,7 +5,7 @@
 
 #include "core/model/SnippetList.h"
 #include "core/placeholders/FillInField.h"
-#include "ui/fillin/PreviewRun.h"
+#include "ui/preview/PreviewRun.h"
 
 namespace zarvy {
 

@@ -1,11 +1,11 @@
-#include "ui/fillin/PreviewNesting.h"
+#include "ui/preview/PreviewNesting.h"
 
 #include <algorithm>
 #include <array>
 
 #include <QHash>
 
-#include "ui/fillin/ReplaceEach.h"
+#include "ui/preview/ReplaceEach.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "support/QtPrinters.h"
-#include "ui/fillin/PreviewText.h"
+#include "ui/preview/PreviewText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

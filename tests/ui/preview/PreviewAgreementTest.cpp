@@ -6,7 +6,7 @@
 #include "core/placeholders/RandomText.h"
 #include "support/QtPrinters.h"
 #include "ui/fillin/FillInHarness.h"
-#include "ui/fillin/PreviewText.h"
+#include "ui/preview/PreviewText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "ui/fillin/PreviewMarks.h"
+#include "ui/preview/PreviewMarks.h"
 
 #include <array>
 #include <utility>

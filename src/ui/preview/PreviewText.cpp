@@ -1,4 +1,4 @@
-#include "ui/fillin/PreviewText.h"
+#include "ui/preview/PreviewText.h"
 
 #include <memory>
 #include <utility>
@@ -9,9 +9,9 @@
 #include "base/text/Regex.h"
 #include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/RelativeDate.h"
-#include "ui/fillin/PreviewMarks.h"
-#include "ui/fillin/PreviewNesting.h"
-#include "ui/fillin/ReplaceEach.h"
+#include "ui/preview/PreviewMarks.h"
+#include "ui/preview/PreviewNesting.h"
+#include "ui/preview/ReplaceEach.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -46,47 +46,43 @@ QString withSection(const QString& text, const FillInField& field) {
   return withSectionContent(text, sections, field.isChecked ? content : QString());
 }
 
+struct InputKind {
+  FillInFieldType::Kind kind = FillInFieldType::Kind::text;
+  FillIns (*findPlaces)(QStringView text, const QString& name) = nullptr;
+};
+
+constexpr InputKind inputKinds[] = {
+    {FillInFieldType::Kind::text, findTextFieldsOf},
+    {FillInFieldType::Kind::textarea, findTextAreasOf},
+    {FillInFieldType::Kind::dropdown, findDropdownsOf},
+};
+
 QString withField(const QString& text, const FillInField& field) {
-  FillIns places;
-  switch (field.type.kind) {
-    case FillInFieldType::Kind::text:
-      places = findTextFieldsOf(text, field.name);
-      break;
-    case FillInFieldType::Kind::textarea:
-      places = findTextAreasOf(text, field.name);
-      break;
-    case FillInFieldType::Kind::dropdown:
-      places = findDropdownsOf(text, field.name);
-      break;
-    case FillInFieldType::Kind::optional:
-      return withSection(text, field);
+  for (const InputKind& input : inputKinds) {
+    if (input.kind != field.type.kind) continue;
+    const FillIns places = input.findPlaces(text, field.name);
+    return places.empty() ? text : withAnswer(text, places, shownValue(field));
   }
-  return places.empty() ? text : withAnswer(text, places, shownValue(field));
+  return withSection(text, field);
 }
 
-QString withLetterCases(const QString& text) {
-  return replaceEach(text, {letterCaseOpeners}, [](const Placeholder& placeholder) {
-    const QString argument = withoutMarks(placeholder.argument.toString());
-    if (placeholder.opener == upper) return regular(upperCased(argument));
-    if (placeholder.opener == lower) return regular(lowerCased(argument));
-    return regular(capitalized(argument));
-  });
+QString inLetterCase(const Placeholder& placeholder) {
+  const QString argument = withoutMarks(placeholder.argument.toString());
+  if (placeholder.opener == upper) return upperCased(argument);
+  if (placeholder.opener == lower) return lowerCased(argument);
+  return capitalized(argument);
 }
 
-QString withCounters(const QString& text) {
-  return replaceEach(text, {counterOpeners}, [](const Placeholder& placeholder) {
-    const QString argument = withoutMarks(placeholder.argument.toString());
-    return regular(u"[#"_s + argument.section(u':', 0, 0) + u']');
-  });
+QString counterName(const Placeholder& placeholder) {
+  const QString argument = withoutMarks(placeholder.argument.toString());
+  return u"[#"_s + argument.section(u':', 0, 0) + u']';
 }
 
-QString withScripts(const QString& text) {
-  return replaceEach(text, {scriptOpeners}, [](const Placeholder& placeholder) {
-    const QString script = withoutMarks(placeholder.argument.toString());
-    QString shown = firstGraphemes(script, shownScriptLength).toString();
-    if (shown.size() < script.size()) shown += u"..."_s;
-    return regular(u"[js:"_s + shown + u']');
-  });
+QString scriptBeginning(const Placeholder& placeholder) {
+  const QString script = withoutMarks(placeholder.argument.toString());
+  QString shown = firstGraphemes(script, shownScriptLength).toString();
+  if (shown.size() < script.size()) shown += u"..."_s;
+  return u"[js:"_s + shown + u']';
 }
 
 bool isWord(QStringView text) {
@@ -107,12 +103,29 @@ bool isOffsetTime(QStringView argument) {
 QString offset(const Placeholder& placeholder) {
   const QStringView argument = placeholder.argument;
   const qsizetype colon = argument.indexOf(u':');
-  return regular(u'[' + (colon < 0 ? argument : argument.first(colon)).toString() + u']');
+  return u'[' + (colon < 0 ? argument : argument.first(colon)).toString() + u']';
 }
 
-QString withOffsets(const QString& text) {
-  return replaceEach(replaceEach(text, {dateOpeners, isOffsetDate}, offset),
-                     {timeOpeners, isOffsetTime}, offset);
+// What is not worked out, and what stands for it. In this order: a kind finds also what those
+// before it have put in.
+struct ShownKind {
+  PlaceholderForm form;
+  QString (*shownFor)(const Placeholder& placeholder) = nullptr;
+};
+
+constexpr ShownKind shownKinds[] = {
+    {{letterCaseOpeners}, inLetterCase},   {{counterOpeners}, counterName},
+    {{scriptOpeners}, scriptBeginning},    {{dateOpeners, isOffsetDate}, offset},
+    {{timeOpeners, isOffsetTime}, offset},
+};
+
+QString withShownKinds(QString text) {
+  for (const ShownKind& kind : shownKinds) {
+    text = replaceEach(text, kind.form, [&kind](const Placeholder& placeholder) {
+      return regular(kind.shownFor(placeholder));
+    });
+  }
+  return text;
 }
 
 // The last six rows have been taken as offsets before.
@@ -135,8 +148,7 @@ QList<PreviewRun> previewRuns(const QString& replacement, const QList<FillInFiel
                               const SnippetList& snippets, const PreviewDates& dates) {
   QString text = withNestedSnippets(replacement, snippets);
   for (const FillInField& field : fields) text = withField(text, field);
-  text = withScripts(withCounters(withLetterCases(text)));
-  return splitAtMarks(withFixedTexts(withOffsets(text), dates));
+  return splitAtMarks(withFixedTexts(withShownKinds(text), dates));
 }
 
 }  // namespace zarvy

@@ -1,4 +1,4 @@
-#include "ui/fillin/PreviewView.h"
+#include "ui/preview/PreviewView.h"
 
 #include <algorithm>
 #include <iterator>

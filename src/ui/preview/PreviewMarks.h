@@ -3,7 +3,7 @@
 #include <QList>
 #include <QString>
 
-#include "ui/fillin/PreviewRun.h"
+#include "ui/preview/PreviewRun.h"
 
 namespace zarvy {
 

@@ -12,6 +12,12 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+namespace {
+
+// Of the forms that give way to another: the one that is open, and one that its end opens.
+constexpr int toldOnes = 2;
+
+}  // namespace
 
 FillInWindowController::FillInWindowController(const FillInServices& services)
     : m_services(services) {}
@@ -20,7 +26,7 @@ FillInWindowController::~FillInWindowController() = default;
 
 void FillInWindowController::show(const Snippet& snippet, FolderColor folderColor,
                                   OnComplete onComplete, OnCancel onCancel) {
-  while (m_window) closeAndForget(m_opening);  // the end of one may have opened another
+  if (!giveWay()) return;
   m_didComplete = false;
   ++m_opening;
   auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
@@ -72,6 +78,22 @@ void FillInWindowController::closeAndForget(quint64 opening) {
   if (opening != m_opening) return;
   close();
   if (controller && opening == m_opening) forget();
+}
+
+// False where a callback has ended the controller. A callback may open a form again whenever one
+// closes: what it opens meanwhile is closed once more, and then no longer told of.
+bool FillInWindowController::giveWay() {
+  const QPointer<FillInWindowController> controller(this);
+  if (!m_isGivingWay) {
+    m_isGivingWay = true;
+    for (int round = 0; m_window && round < toldOnes; ++round) {
+      closeAndForget(m_opening);
+      if (!controller) return false;
+    }
+    m_isGivingWay = false;
+  }
+  forget();
+  return true;
 }
 
 void FillInWindowController::forget() {

@@ -24,7 +24,8 @@ class FillInWindowController final : public QObject, public FillInWindow {
   FillInWindowController& operator=(const FillInWindowController&) = delete;
 
   // A press of "Cancel" calls `onCancel` twice, once for itself and once for the closing that
-  // follows; any other closing without "Expand" calls it once.
+  // follows; any other closing without "Expand" calls it once. The form that is open gives way, and
+  // so does one that its end opens in turn; what the end of that one opens goes without a call.
   void show(const Snippet& snippet, FolderColor folderColor, OnComplete onComplete,
             OnCancel onCancel) override;
 
@@ -35,12 +36,14 @@ class FillInWindowController final : public QObject, public FillInWindow {
   [[nodiscard]] OnCancel wrapped(const OnCancel& onCancel);
   [[nodiscard]] OnCancel onCloseOf(const OnCancel& onCancel);
   void closeAndForget(quint64 opening);
+  [[nodiscard]] bool giveWay();
   void forget();
 
   const FillInServices m_services;
   PanelPtr<FillInPanel> m_window;
   std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
   bool m_didComplete = false;                              // "Expand" was used
+  bool m_isGivingWay = false;                              // to another form
   quint64 m_opening = 0;                                   // counts the panels
 };
 

@@ -160,6 +160,39 @@ TEST_F(FillInWindows, GiveWayAlsoWhereTheCallbackHasOpenedAnother) {
   EXPECT_EQ(m_calls.sliced(2), QStringList{u"c cancel"_s});
 }
 
+TEST_F(FillInWindows, GiveWayWhateverTheirCallbacksOpen) {
+  m_inCallback = [this] {
+    show(u"again"_s);
+    show(u"and again"_s);
+  };
+  show(u"a"_s);
+  show(u"b"_s);
+  EXPECT_EQ(m_calls, (QStringList{u"a cancel"_s, u"and again cancel"_s}));
+  ASSERT_NE(openPanel(), nullptr);
+  m_inCallback = nullptr;
+  openPanel()->close();
+  EXPECT_EQ(m_calls.sliced(2), QStringList{u"b cancel"_s});
+}
+
+TEST_F(FillInWindows, AreCancelledWhateverTheirCallbacksOpen) {
+  m_inCallback = [this] { show(u"again"_s); };
+  show(u"a"_s);
+  press(u"Cancel"_s);
+  EXPECT_EQ(m_calls, (QStringList{u"a cancel"_s, u"a cancel"_s, u"again cancel"_s}));
+  ASSERT_NE(openPanel(), nullptr);
+  m_inCallback = nullptr;
+  openPanel()->close();
+  EXPECT_EQ(m_calls.sliced(3), QStringList{u"again cancel"_s});
+}
+
+TEST_F(FillInWindows, BearTheEndOfTheControllerWhileTheyGiveWay) {
+  m_inCallback = [this] { m_controller.reset(); };
+  show(u"a"_s);
+  show(u"b"_s);
+  EXPECT_EQ(m_calls, QStringList{u"a cancel"_s});
+  EXPECT_EQ(openPanel(), nullptr);
+}
+
 TEST_F(FillInWindows, CancelAfterOneThatWasCompleted) {
   show(u"a"_s);
   press(u"Expand"_s);

@@ -87,7 +87,7 @@ ZarvyApp::ZarvyApp(LineOutput& output)
       m_windows(m_state, m_parts.workspace),
       m_menu(
           m_state.library(), m_state.selection(), m_state.expansion(),
-          [this](const QString& id) { m_windows.comeForwardWith(id); }, &QCoreApplication::quit),
+          [this](Scene scene) { m_windows.comeForwardWith(scene); }, &QCoreApplication::quit),
       m_trayIcon(m_state.library(), m_state.expansion(), m_menu) {}
 
 ZarvyApp::~ZarvyApp() {
@@ -120,7 +120,7 @@ void ZarvyApp::start() {
 }
 
 void ZarvyApp::openManageSnippets() {
-  m_windows.comeForwardWith(scene::manageSnippets);
+  m_windows.comeForwardWith(Scene::manageSnippets);
 }
 
 // A save that has begun goes from the documents to the shared file and back.

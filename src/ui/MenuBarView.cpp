@@ -11,7 +11,6 @@
 #include "app/library/Library.h"
 #include "app/library/LibrarySelection.h"
 #include "ui/MenuCircumstancesOf.h"
-#include "ui/Scenes.h"
 #include "ui/style/QuietEntries.h"
 #include "ui/symbols/SymbolIcon.h"
 
@@ -30,8 +29,7 @@ QString literal(QString text) {
 }  // namespace
 
 MenuBarView::MenuBarView(const Library& library, LibrarySelection& selection,
-                         ExpansionService& expansion,
-                         std::function<void(const QString& id)> openScene,
+                         ExpansionService& expansion, std::function<void(Scene)> openScene,
                          std::function<void()> quit)
     : m_library(library),
       m_selection(selection),
@@ -114,16 +112,16 @@ void MenuBarView::perform(MenuAction action) {
     case MenuAction::none:
       break;
     case MenuAction::openPermissionRequest:
-      return m_openScene(scene::permissionRequest);
+      return m_openScene(Scene::permissionRequest);
     case MenuAction::openManageSnippets:
-      return m_openScene(scene::manageSnippets);
+      return m_openScene(Scene::manageSnippets);
     case MenuAction::addNewSnippet:
       m_selection.setPendingNewSnippet(true);
-      return m_openScene(scene::manageSnippets);
+      return m_openScene(Scene::manageSnippets);
     case MenuAction::openSettings:
-      return m_openScene(scene::settings);
+      return m_openScene(Scene::settings);
     case MenuAction::openStatistics:
-      return m_openScene(scene::statistics);
+      return m_openScene(Scene::statistics);
     case MenuAction::togglePause:
       return m_expansion.togglePause();
     case MenuAction::quit:

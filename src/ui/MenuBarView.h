@@ -6,6 +6,7 @@
 #include <QMenu>
 
 #include "ui/MenuEntries.h"
+#include "ui/Scenes.h"
 
 namespace zarvy {
 
@@ -20,10 +21,10 @@ class MenuBarView final : public QMenu {
   Q_OBJECT
 
  public:
-  // `openScene` brings the program forward and opens the window of that id; `quit` ends the
+  // `openScene` brings the program forward and opens that window; `quit` ends the
   // program. The others outlive this object.
   MenuBarView(const Library& library, LibrarySelection& selection, ExpansionService& expansion,
-              std::function<void(const QString& id)> openScene, std::function<void()> quit);
+              std::function<void(Scene)> openScene, std::function<void()> quit);
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -45,7 +46,7 @@ class MenuBarView final : public QMenu {
   const Library& m_library;
   LibrarySelection& m_selection;
   ExpansionService& m_expansion;
-  const std::function<void(const QString& id)> m_openScene;
+  const std::function<void(Scene)> m_openScene;
   const std::function<void()> m_quit;
   std::vector<Row> m_rows;
   bool m_isOpen = false;  // also where a panel draws the menu

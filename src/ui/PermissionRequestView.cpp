@@ -122,7 +122,7 @@ QWidget* PermissionRequestView::makeGranted() {
   getStarted->setDefault(true);
   connect(getStarted, &QPushButton::clicked, this, [this] {
     const auto next = m_getStarted;  // closing may delete this window
-    close();
+    window()->close();
     next();
   });
   column->addWidget(getStarted, 0, Qt::AlignCenter);

@@ -1,16 +1,13 @@
 #pragma once
 
-#include <functional>
-#include <map>
-#include <memory>
+#include <vector>
 
 #include <QPointer>
-#include <QString>
-#include <QWidget>
+
+#include "ui/SceneWindow.h"
 
 namespace zarvy {
 
-class AppState;
 class Workspace;
 
 // Opens the windows of the program, and knows which are open.
@@ -24,18 +21,18 @@ class SceneWindows {
 
   // The open step of the menu: the program takes its place among the applications of the desktop,
   // and then as below.
-  void comeForwardWith(const QString& id);
+  void comeForwardWith(Scene scene);
 
-  // Brings the window of this id to the front, and makes it where it is not open.
-  void open(const QString& id);
+  // Brings the window of this scene to the front, and makes it where it is not open.
+  void open(Scene scene);
 
  private:
-  [[nodiscard]] std::unique_ptr<QWidget> make(const QString& id);
-  void appear(const QString& id, QWidget& window);
+  [[nodiscard]] SceneWindow* openWindow(Scene scene) const;
+  [[nodiscard]] SceneWindow& make(const SceneRow& row);
 
   AppState& m_state;
   Workspace& m_workspace;
-  std::map<QString, QPointer<QWidget>> m_windows;  // by id; a closed window deletes itself
+  std::vector<QPointer<SceneWindow>> m_windows;  // those too that are only still there
 };
 
 }  // namespace zarvy

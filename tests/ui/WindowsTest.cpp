@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMultiMap>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -103,9 +104,9 @@ class Windows : public testing::Test {
 
 TEST_F(Windows, OpenOnceEachWithTheirTitles) {
   SceneWindows windows(state(), m_harness.workspace);
-  for (const Scene& scene : scenes()) {
-    windows.open(scene.id);
-    windows.open(scene.id);
+  for (const SceneRow& row : allScenes()) {
+    windows.open(row.scene);
+    windows.open(row.scene);
   }
   EXPECT_EQ(openTitles(), (QStringList{u"Global Variables"_s, u"Manage Snippets"_s, u"Setup"_s,
                                        u"Statistics"_s, u"Zarvy Settings"_s}));
@@ -113,7 +114,7 @@ TEST_F(Windows, OpenOnceEachWithTheirTitles) {
 
 // Without a size of its own a window keeps to its content, which it shows whole.
 struct SizeOfScene {
-  QString id;
+  Scene scene = Scene::manageSnippets;
   std::optional<QSize> size;
 };
 
@@ -122,7 +123,7 @@ class WindowSizes : public Windows, public testing::WithParamInterface<SizeOfSce
 TEST_P(WindowSizes, AreThoseOfTheSceneInTheMiddleOfTheScreen) {
   losePermission();
   SceneWindows windows(state(), m_harness.workspace);
-  windows.open(GetParam().id);
+  windows.open(GetParam().scene);
   QApplication::sendPostedEvents();
   const QWidget* const window = openWindow();
   ASSERT_TRUE(window);
@@ -135,31 +136,94 @@ TEST_P(WindowSizes, AreThoseOfTheSceneInTheMiddleOfTheScreen) {
 }
 
 INSTANTIATE_TEST_SUITE_P(, WindowSizes,
-                         testing::Values(SizeOfScene{scene::manageSnippets, QSize(900, 600)},
-                                         SizeOfScene{scene::permissionRequest, {}},
-                                         SizeOfScene{scene::settings, {}},
-                                         SizeOfScene{scene::statistics, QSize(700, 550)},
-                                         SizeOfScene{scene::globalVariables, QSize(500, 400)}),
+                         testing::Values(SizeOfScene{Scene::manageSnippets, QSize(900, 600)},
+                                         SizeOfScene{Scene::permissionRequest, {}},
+                                         SizeOfScene{Scene::settings, {}},
+                                         SizeOfScene{Scene::statistics, QSize(700, 550)},
+                                         SizeOfScene{Scene::globalVariables, QSize(500, 400)}),
                          [](const auto& row) {
-                           return row.param.id.split(u'-').first().toStdString();
+                           return rowOf(row.param.scene).id.split(u'-').first().toStdString();
                          });
 
 TEST_F(Windows, OpenAgainOnceTheyHaveBeenClosed) {
   SceneWindows windows(state(), m_harness.workspace);
-  windows.open(scene::statistics);
+  windows.open(Scene::statistics);
   for (QWidget* window : QApplication::topLevelWidgets()) {
     if (window->isVisible()) window->close();
   }
   QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_EQ(openTitles(), QStringList());
-  windows.open(scene::statistics);
+  windows.open(Scene::statistics);
   EXPECT_EQ(openTitles(), QStringList{u"Statistics"_s});
+}
+
+// The window that closes is there until its events are done, and cannot come back.
+TEST_F(Windows, OpenAgainInTheTurnInWhichTheyClose) {
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(Scene::statistics);
+  const QPointer<QWidget> first(openWindow());
+  first->close();
+  windows.open(Scene::statistics);
+  EXPECT_TRUE(first) << "it is still there";
+  EXPECT_EQ(openTitles(), QStringList{u"Statistics"_s});
+  QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(first);
+  EXPECT_EQ(openTitles(), QStringList{u"Statistics"_s});
+  QWidget* const second = openWindow();
+  windows.open(Scene::statistics);
+  EXPECT_EQ(openWindow(), second);
+}
+
+TEST_F(Windows, GoWithTheirOwnerAlsoWhereTheyAreJustClosing) {
+  QPointer<QWidget> window;
+  {
+    SceneWindows windows(state(), m_harness.workspace);
+    windows.open(Scene::settings);
+    window = openWindow();
+    window->close();
+    windows.open(Scene::statistics);
+  }
+  EXPECT_FALSE(window);
+  EXPECT_EQ(openTitles(), QStringList());
+}
+
+TEST_F(Windows, GoOnToTheNextFromTheSetup) {
+  SceneWindows windows(state(), m_harness.workspace);
+  windows.open(Scene::permissionRequest);
+  QApplication::sendPostedEvents();
+  buttonWith(*openWindow(), u"Get Started"_s)->click();
+  EXPECT_EQ(openTitles(), QStringList{u"Manage Snippets"_s});
+}
+
+TEST_F(Windows, AreClosedWithTheKeyForItAndSomeWithEscape) {
+  SceneWindows windows(state(), m_harness.workspace);
+  for (const SceneRow& row : allScenes()) {
+    windows.open(row.scene);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(openWindow()));
+    QTest::keyClick(openWindow(), Qt::Key_Escape);
+    EXPECT_EQ(openTitles().isEmpty(), row.closesOnEscape) << row.id.toStdString();
+    windows.open(row.scene);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(openWindow()));
+    QTest::keyClick(openWindow(), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(openTitles(), QStringList()) << row.id.toStdString();
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+}
+
+TEST(Scenes, AreKnownByTheirIds) {
+  QStringList ids;
+  for (const SceneRow& row : allScenes()) {
+    EXPECT_EQ(&rowOf(row.scene), &row);
+    ids.append(row.id);
+  }
+  EXPECT_EQ(ids, (QStringList{u"manage-snippets"_s, u"permission-request"_s, u"settings"_s,
+                              u"statistics"_s, u"global-variables"_s}));
 }
 
 TEST_F(Windows, GoWithTheirOwner) {
   {
     SceneWindows windows(state(), m_harness.workspace);
-    windows.open(scene::settings);
+    windows.open(Scene::settings);
   }
   EXPECT_EQ(openTitles(), QStringList());
 }
@@ -200,7 +264,7 @@ TEST_F(Windows, SayWhatToDoWhereNobodyCanBeAskedForThePermission) {
   losePermission();
   m_harness.permission.isAskable = false;
   SceneWindows windows(state(), m_harness.workspace);
-  windows.open(scene::permissionRequest);
+  windows.open(Scene::permissionRequest);
   QApplication::sendPostedEvents();
   QWidget* const setup = openWindow();
   ASSERT_TRUE(setup);
@@ -217,7 +281,7 @@ TEST_F(Windows, SayWhatToDoWhereNobodyCanBeAskedForThePermission) {
 TEST_F(Windows, LeaveTheSetupRoomForAllItsWords) {
   losePermission();
   SceneWindows windows(state(), m_harness.workspace);
-  windows.open(scene::permissionRequest);
+  windows.open(Scene::permissionRequest);
   QApplication::sendPostedEvents();
   for (const bool granted : {false, true}) {
     m_harness.permission.setTrusted(granted);
@@ -235,18 +299,17 @@ TEST_F(Windows, TakeTheNamesOfApplicationsInTheMenuAsTheyAre) {
   m_harness.workspace.setFrontmost(RunningApplication{10, {}, u"Safe & Sound"_s, 1});
   m_harness.secureInput.isEnabled = true;
   MenuBarView menu(
-      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
-      [] {});
+      state().library(), state().selection(), state().expansion(), [](Scene /*scene*/) {}, [] {});
   m_harness.scheduler.advance(std::chrono::milliseconds(500));
   EXPECT_EQ(shownTexts(menu).front(), u"Blocked by Safe && Sound"_s);
 }
 
 TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
-  QStringList opened;
+  QList<Scene> opened;
   int quits = 0;
   MenuBarView menu(
       state().library(), state().selection(), state().expansion(),
-      [&opened](const QString& id) { opened.append(id); }, [&quits] { ++quits; });
+      [&opened](Scene scene) { opened.append(scene); }, [&quits] { ++quits; });
   const auto trigger = [&menu](const QString& text) {
     QAction* const action = actionWith(menu, text);
     ASSERT_TRUE(action) << text.toStdString();
@@ -258,8 +321,8 @@ TEST_F(Windows, AreOpenedFromTheMenuWhichFollowsTheState) {
   EXPECT_TRUE(state().selection().pendingNewSnippet());
   trigger(u"Settings..."_s);
   trigger(u"Statistics..."_s);
-  EXPECT_EQ(opened, (QStringList{u"manage-snippets"_s, u"manage-snippets"_s, u"settings"_s,
-                                 u"statistics"_s}));
+  EXPECT_EQ(opened, (QList<Scene>{Scene::manageSnippets, Scene::manageSnippets, Scene::settings,
+                                  Scene::statistics}));
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   EXPECT_EQ(shownTexts(menu).front(), u"1 snippets"_s);
   EXPECT_FALSE(actionWith(menu, u"1 snippets"_s)->isEnabled());
@@ -288,8 +351,7 @@ class TakenKeys : public Windows {
 
 TEST_F(TakenKeys, AreToldInTheMenu) {
   MenuBarView menu(
-      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
-      [] {});
+      state().library(), state().selection(), state().expansion(), [](Scene /*scene*/) {}, [] {});
   EXPECT_EQ(shownTexts(menu).front(), u"Alt+Space Is Taken: Choose Another Key..."_s);
   state().changeHotKey({49, 0xC0000});
   EXPECT_EQ(shownTexts(menu).front(), u"10 snippets"_s);
@@ -297,8 +359,8 @@ TEST_F(TakenKeys, AreToldInTheMenu) {
 
 TEST_F(TakenKeys, AreExchangedForOneThatIsFreeInTheWindows) {
   SceneWindows windows(state(), m_harness.workspace);
-  for (const QString& id : {scene::settings, scene::manageSnippets}) {
-    windows.open(id);
+  for (const Scene scene : {Scene::settings, Scene::manageSnippets}) {
+    windows.open(scene);
     QApplication::sendPostedEvents();
     QWidget* const window = openWindow();
     ASSERT_TRUE(window);
@@ -313,7 +375,7 @@ TEST_F(TakenKeys, AreExchangedForOneThatIsFreeInTheWindows) {
     EXPECT_EQ(state().library().settings().quickSearchModifiers, 0x60000U);
     EXPECT_EQ(visibleTexts(*window).size(), 1);
     expectNoTextCut(*window);
-    if (id == scene::settings) {
+    if (scene == Scene::settings) {
       EXPECT_LT(window->height(), height);
     }
     state().changeHotKey({49, 0x80000});
@@ -326,7 +388,7 @@ TEST_F(TakenKeys, LeadToTheFileWhereNoneIsFree) {
   m_harness.hotKeys.taken = {{49, 0x80000}, {49, 0xC0000}, {49, 0x100000}, {49, 0x60000}};
   state().changeHotKey({49, 0x80000});
   SceneWindows windows(state(), m_harness.workspace);
-  windows.open(scene::settings);
+  windows.open(Scene::settings);
   EXPECT_EQ(visibleTexts(*openWindow()).front(),
             u"Alt+Space belongs to another program and does not open quick search. Choose another "
             "key in the file settings.json."_s);
@@ -334,10 +396,10 @@ TEST_F(TakenKeys, LeadToTheFileWhereNoneIsFree) {
 
 class Menus : public Windows {
  protected:
-  QStringList m_opened;
+  QList<Scene> m_opened;
   int m_quits = 0;
   MenuBarView m_menu{state().library(), state().selection(), state().expansion(),
-                     [this](const QString& id) { m_opened.append(id); }, [this] { ++m_quits; }};
+                     [this](Scene scene) { m_opened.append(scene); }, [this] { ++m_quits; }};
 };
 
 TEST_F(Menus, StayAsTheyAreWhileTheyAreOpen) {
@@ -381,7 +443,7 @@ class Shortcuts : public Menus {
     EXPECT_FALSE(state().expansion().isPaused());
     QTest::keyClick(&widget, Qt::Key_Comma, Qt::ControlModifier);
     QTest::keyClick(&widget, Qt::Key_N, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(m_opened, (QStringList{u"settings"_s, u"manage-snippets"_s}));
+    EXPECT_EQ(m_opened, (QList<Scene>{Scene::settings, Scene::manageSnippets}));
     EXPECT_TRUE(state().selection().pendingNewSnippet());
     QTest::keyClick(&widget, Qt::Key_Q, Qt::ControlModifier);
     EXPECT_EQ(m_quits, 1);
@@ -421,8 +483,7 @@ TEST_F(Shortcuts, CloseTheOpenMenuAndDoWhatTheySay) {
 TEST_F(Windows, HaveNoShortcutForWhatTheMenuDoesNotShow) {
   losePermission();
   MenuBarView menu(
-      state().library(), state().selection(), state().expansion(), [](const QString& /*id*/) {},
-      [] {});
+      state().library(), state().selection(), state().expansion(), [](Scene /*scene*/) {}, [] {});
   QWidget window;
   window.show();
   window.activateWindow();

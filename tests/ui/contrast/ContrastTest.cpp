@@ -147,7 +147,7 @@ Shown setupGranted() {
 }
 
 Shown coming() {
-  auto window = std::make_unique<ComingWindow>(scene::settings, *program().state);
+  auto window = std::make_unique<ComingWindow>(Scene::settings, *program().state);
   window->resize(500, 200);
   window->show();
   return {std::move(window), {}};
@@ -175,7 +175,7 @@ Shown menu() {
   program().load({{program().snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   auto window = std::make_unique<MenuBarView>(
       program().state->library(), program().state->selection(), program().state->expansion(),
-      [](const QString&) {}, [] {});
+      [](Scene) {}, [] {});
   program().scheduler.advance(std::chrono::seconds(1));
   window->resize(window->sizeHint());
   window->ensurePolished();

@@ -2,14 +2,15 @@
 
 #include <utility>
 
-#include <QFrame>
-#include <QHBoxLayout>
-#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "app/expansion/ExpansionService.h"
+#include "ui/controls/Divider.h"
+#include "ui/controls/SymbolLabel.h"
+#include "ui/controls/SymbolView.h"
+#include "ui/controls/WrappedLabel.h"
 #include "ui/style/ToneKeeper.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,39 +23,16 @@ constexpr int windowWidth = 400;
 constexpr int padding = 32;
 constexpr int spacing = 24;
 constexpr int innerSpacing = 12;
-constexpr QSize symbolSize(64, 64);
-constexpr QSize checkMarkSize(16, 16);
-const QString checkMark = u":/icons/check-circle.svg"_s;
+constexpr int symbolExtent = 64;
 
-QLabel* makeText(const QString& text, QWidget* parent, const TextStyle& style = textStyle::body) {
-  auto* const label = inTone(new QLabel(text, parent), {TextColor::secondary, style});
-  label->setWordWrap(true);
-  label->setAlignment(Qt::AlignCenter);
+QLabel* makeText(const QString& text, QWidget* parent) {
+  auto* const label = inTone(new WrappedLabel(text, parent), {TextColor::secondary});
+  label->setAlignment(Qt::AlignHCenter);
   return label;
 }
 
-QLabel* makeTitle(const QString& text, QWidget* parent) {
-  auto* const label = inTone(new QLabel(text, parent), {TextColor::primary, textStyle::title});
-  label->setAlignment(Qt::AlignCenter);
-  return label;
-}
-
-QLabel* makeSymbol(const QString& file, const QSize& size, QWidget* parent) {
-  auto* const label = new QLabel(parent);
-  label->setPixmap(QIcon(file).pixmap(size));
-  return label;
-}
-
-// A line behind a check mark.
-QWidget* makePoint(const QString& text, QWidget* parent) {
-  auto* const point = new QWidget(parent);
-  auto* const row = new QHBoxLayout(point);
-  row->setContentsMargins(0, 0, 0, 0);
-  auto* const label = makeText(text, point, textStyle::subheadline);
-  label->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  row->addWidget(makeSymbol(checkMark, checkMarkSize, point));
-  row->addWidget(label, 1);
-  return point;
+SymbolLabel* makeChecked(const QString& text, const Tone& tone, QWidget* parent) {
+  return new SymbolLabel(Symbol::checkmarkCircleFill, meaning::success, text, tone, parent);
 }
 
 QVBoxLayout* makeColumn(QWidget* parent, int gap) {
@@ -84,10 +62,11 @@ PermissionRequestView::PermissionRequestView(ExpansionService& expansion,
 }
 
 void PermissionRequestView::addExplanation(QVBoxLayout& column) {
-  auto* const symbol = makeSymbol(u":/icons/keyboard.svg"_s, symbolSize, this);
-  symbol->setAlignment(Qt::AlignCenter);
-  column.addWidget(symbol);
-  column.addWidget(makeTitle(u"Accessibility Permission Required"_s, this));
+  column.addWidget(new SymbolView(Symbol::keyboard, symbolExtent, this, SystemColor::blue), 0,
+                   Qt::AlignHCenter);
+  auto* const title = inTone(new QLabel(u"Accessibility Permission Required"_s, this),
+                             {TextColor::primary, textStyle::title});
+  column.addWidget(title, 0, Qt::AlignHCenter);
   column.addWidget(
       makeText(u"Zarvy needs accessibility permission to detect when you type trigger words and "
                "expand them into snippets."_s,
@@ -97,27 +76,20 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   for (const QString& point :
        {u"Monitor keyboard input to detect triggers"_s,
         u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s}) {
-    list->addWidget(makePoint(point, points));
+    auto* const label = makeChecked(point, {TextColor::secondary, textStyle::subheadline}, points);
+    label->setWordWrap(true);
+    list->addWidget(label);
   }
   column.addWidget(points);
-  auto* const divider = new QFrame(this);
-  divider->setFrameShape(QFrame::HLine);
-  divider->setFrameShadow(QFrame::Sunken);
-  column.addWidget(divider);
+  column.addWidget(new Divider(this));
 }
 
 QWidget* PermissionRequestView::makeGranted() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, spacing);
-  auto* const row = new QHBoxLayout;
-  row->setSpacing(innerSpacing / 2);
-  auto* const headline =
-      inTone(new QLabel(u"Permission Granted"_s, part), {meaning::success, textStyle::headline});
-  row->addStretch();
-  row->addWidget(makeSymbol(checkMark, checkMarkSize, part));
-  row->addWidget(headline);
-  row->addStretch();
-  column->addLayout(row);
+  column->addWidget(
+      makeChecked(u"Permission Granted"_s, {meaning::success, textStyle::headline}, part), 0,
+      Qt::AlignHCenter);
   auto* const getStarted = new QPushButton(u"Get Started"_s, part);
   getStarted->setDefault(true);
   connect(getStarted, &QPushButton::clicked, this, [this] {

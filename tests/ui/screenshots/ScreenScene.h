@@ -21,10 +21,11 @@ struct ScreenScene {
 
 [[nodiscard]] QList<ScreenScene> fillInScenes();
 [[nodiscard]] QList<ScreenScene> quickSearchScenes();
+[[nodiscard]] QList<ScreenScene> setupScenes();
 
 // The table: all that there are.
 [[nodiscard]] inline QList<ScreenScene> screenScenes() {
-  return fillInScenes() + quickSearchScenes();
+  return fillInScenes() + quickSearchScenes() + setupScenes();
 }
 
 }  // namespace zarvy

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ranges>
 #include <vector>
 
 #include "app/library/Library.h"
@@ -89,8 +90,8 @@ void LibraryOperations::deleteSnippets(const QSet<QUuid>& ids) {
     afterChange({});
   } else {
     // From the end, so that the places of the others hold.
-    for (auto stretch = stretches.rbegin(); stretch != stretches.rend(); ++stretch) {
-      const ListChange change = m_library.removeSnippets(stretch->first, stretch->count);
+    for (const Stretch& stretch : std::ranges::reverse_view(stretches)) {
+      const ListChange change = m_library.removeSnippets(stretch.first, stretch.count);
       m_engine.changeSnippets(m_library.snippets(), change);
     }
     m_saver.scheduleSave();

@@ -65,7 +65,7 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   column.addWidget(new SymbolView(Symbol::keyboard, symbolExtent, this, SystemColor::blue), 0,
                    Qt::AlignHCenter);
   auto* const title = inTone(new QLabel(u"Accessibility Permission Required"_s, this),
-                             {TextColor::primary, textStyle::title});
+                             {TextColor::primary, lettering::title});
   column.addWidget(title, 0, Qt::AlignHCenter);
   column.addWidget(
       makeText(u"Zarvy needs accessibility permission to detect when you type trigger words and "
@@ -76,7 +76,7 @@ void PermissionRequestView::addExplanation(QVBoxLayout& column) {
   for (const QString& point :
        {u"Monitor keyboard input to detect triggers"_s,
         u"Replace trigger text with expanded snippets"_s, u"Works in any application"_s}) {
-    auto* const label = makeChecked(point, {TextColor::secondary, textStyle::subheadline}, points);
+    auto* const label = makeChecked(point, {TextColor::secondary, lettering::subheadline}, points);
     label->setWordWrap(true);
     list->addWidget(label);
   }
@@ -88,7 +88,7 @@ QWidget* PermissionRequestView::makeGranted() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, spacing);
   column->addWidget(
-      makeChecked(u"Permission Granted"_s, {meaning::success, textStyle::headline}, part), 0,
+      makeChecked(u"Permission Granted"_s, {meaning::success, lettering::headline}, part), 0,
       Qt::AlignHCenter);
   auto* const getStarted = new QPushButton(u"Get Started"_s, part);
   getStarted->setDefault(true);

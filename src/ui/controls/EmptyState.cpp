@@ -22,7 +22,7 @@ WrappedLabel* centeredLabel(const Tone& tone, QWidget* parent) {
 EmptyState::EmptyState(Symbol symbol, int symbolExtent, QWidget* parent)
     : QWidget(parent),
       m_column(new QVBoxLayout(this)),
-      m_headline(centeredLabel({TextColor::primary, textStyle::headline}, this)),
+      m_headline(centeredLabel({TextColor::primary, lettering::headline}, this)),
       m_text(centeredLabel({TextColor::tertiary}, this)) {
   m_column->setSpacing(gapBetween);
   m_column->addStretch(1);

@@ -20,7 +20,7 @@ constexpr double labelOpacity = 0.15;
 }  // namespace
 
 QSize FolderLabel::sizeHint(const QFont& font) const {
-  const QFont own = styledFont(font, textStyle::caption);
+  const QFont own = styledFont(font, lettering::caption);
   const double width = QFontMetricsF(own).horizontalAdvance(oneLine(name));
   return {static_cast<int>(std::ceil(width)) + 1 + 2 * labelPaddingX,
           QFontMetrics(own).height() + 2 * labelPaddingY};
@@ -34,7 +34,7 @@ void FolderLabel::draw(QPainter& painter, const QRect& area, const QFont& font,
   painter.setBrush(withOpacity(own, labelOpacity));
   painter.drawRoundedRect(area, labelRadius, labelRadius);
   painter.setPen(inkOn(color, palette, blended(ground, own, labelOpacity)));
-  painter.setFont(styledFont(font, textStyle::caption));
+  painter.setFont(styledFont(font, lettering::caption));
   const QRect text = area.adjusted(labelPaddingX, 0, -labelPaddingX, 0);
   painter.drawText(text, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                    painter.fontMetrics().elidedText(oneLine(name), Qt::ElideRight, text.width()));

@@ -29,14 +29,14 @@ void FormSection::addRow(const QString& label, QWidget& control, const QString& 
   control.setAccessibleName(label);
   auto* const texts = new QVBoxLayout;
   texts->setSpacing(aboveCaption);
-  const TextStyle& style = caption.isEmpty() ? textStyle::body : textStyle::emphasized;
+  const TextStyle& style = caption.isEmpty() ? lettering::body : lettering::emphasized;
   auto* const name = inTone(new QLabel(label, this), {TextColor::primary, style});
   name->setBuddy(&control);
   texts->addWidget(name);
   if (!caption.isEmpty()) {
     control.setAccessibleDescription(caption);
     texts->addWidget(
-        inTone(new WrappedLabel(caption, this), {TextColor::secondary, textStyle::caption}));
+        inTone(new WrappedLabel(caption, this), {TextColor::secondary, lettering::caption}));
   }
   auto* const line = new QHBoxLayout;
   line->setSpacing(besideControl);

@@ -57,7 +57,7 @@ void Keycap::paintEvent(QPaintEvent* /*event*/) {
 }
 
 QFont Keycap::keyFont() const {
-  return styledFont(font(), textStyle::caption);
+  return styledFont(font(), lettering::caption);
 }
 
 }  // namespace zarvy

@@ -1,5 +1,7 @@
 #include "ui/controls/PaneSplitter.h"
 
+#include <utility>
+
 #include <QKeyEvent>
 #include <QPainter>
 #include <QSplitterHandle>
@@ -79,8 +81,8 @@ QSize Pane::minimumSizeHint() const {
           m_least.height() > 0 ? m_least.height() : own.height()};
 }
 
-PaneSplitter::PaneSplitter(Qt::Orientation orientation, const QString& handleName, QWidget* parent)
-    : QSplitter(orientation, parent), m_handleName(handleName) {
+PaneSplitter::PaneSplitter(Qt::Orientation orientation, QString handleName, QWidget* parent)
+    : QSplitter(orientation, parent), m_handleName(std::move(handleName)) {
   setHandleWidth(graspWidth);
   setChildrenCollapsible(false);
 }

@@ -26,7 +26,7 @@ class PaneSplitter final : public QSplitter {
 
  public:
   // `handleName` is what a screen reader calls the line.
-  PaneSplitter(Qt::Orientation orientation, const QString& handleName, QWidget* parent);
+  PaneSplitter(Qt::Orientation orientation, QString handleName, QWidget* parent);
 
  protected:
   [[nodiscard]] QSplitterHandle* createHandle() override;

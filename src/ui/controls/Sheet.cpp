@@ -34,7 +34,7 @@ Sheet::Sheet(const Words& words, int width, QWidget& window)
   column->setContentsMargins(sheetPadding, sheetPadding, sheetPadding, sheetPadding);
   column->setSpacing(sheetSpacing);
   column->addWidget(
-      inTone(new QLabel(words.title, this), {TextColor::primary, textStyle::headline}));
+      inTone(new QLabel(words.title, this), {TextColor::primary, lettering::headline}));
   m_body->setSpacing(sheetSpacing);
   column->addLayout(m_body, 1);
   auto* const buttons = new QDialogButtonBox(this);

@@ -45,7 +45,7 @@ TriggerBadge::TriggerBadge(const Snippet& snippet, SystemColor color, QWidget* p
 }
 
 QFont TriggerBadge::textFont(QFont::Weight weight) const {
-  return styledFont(font(), {textStyle::badge.scale, weight, true});
+  return styledFont(font(), {lettering::badge.scale, weight, true});
 }
 
 int TriggerBadge::prefixWidth() const {

@@ -24,8 +24,8 @@ class TwoLineRows : public QStyledItemDelegate {
 
  public:
   struct Look {
-    TextStyle title = textStyle::body;
-    TextStyle detail = textStyle::trigger;
+    TextStyle title = lettering::body;
+    TextStyle detail = lettering::trigger;
     QPalette::ColorRole ground = QPalette::Window;  // what the list is on
   };
 

@@ -29,8 +29,8 @@ constexpr int editorHeight = 80;
 constexpr int sectionPadding = 6;
 constexpr qsizetype shownContentLength = 100;  // in user-perceived characters
 
-constexpr Tone remark{TextColor::secondary, textStyle::caption};
-constexpr Tone mark{meaning::required, textStyle::headline};
+constexpr Tone remark{TextColor::secondary, lettering::caption};
+constexpr Tone mark{meaning::required, lettering::headline};
 
 QString shownContent(const QString& content) {
   const QStringView beginning = firstGraphemes(content, shownContentLength);

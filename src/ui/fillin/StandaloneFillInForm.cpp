@@ -100,9 +100,9 @@ QWidget* StandaloneFillInForm::makeHeader() {
   auto* const texts = new QVBoxLayout;
   texts->setSpacing(2);
   texts->addWidget(
-      inTone(new QLabel(u"Fill In Values"_s, bar), {TextColor::primary, textStyle::heading}));
+      inTone(new QLabel(u"Fill In Values"_s, bar), {TextColor::primary, lettering::heading}));
   texts->addWidget(inTone(new QLabel(u"Complete the fields below"_s, bar),
-                          {TextColor::tertiary, textStyle::caption}));
+                          {TextColor::tertiary, lettering::caption}));
   line->addLayout(texts);
   line->addStretch(1);
   line->addWidget(new TriggerBadge(m_snippet, tintOf(m_folderColor), bar), 0, Qt::AlignVCenter);
@@ -129,7 +129,7 @@ QWidget* StandaloneFillInForm::makePreviewPane() {
   auto* const column = makePadded<QVBoxLayout>(pane, panePadding);
   column->setSpacing(4);
   column->addWidget(inTone(new QLabel(u"Preview"_s, pane),
-                           {TextColor::secondary, textStyle::caption, QPalette::Base}));
+                           {TextColor::secondary, lettering::caption, QPalette::Base}));
   m_preview = new PreviewView(pane);
   column->addWidget(
       new RoundedBox(*m_preview, {QPalette::Base, RoundedBox::scrollBarPadding}, pane), 1);
@@ -203,7 +203,7 @@ QWidget* StandaloneFillInForm::makeRows() {
   if (m_fields.isEmpty()) {
     setAccessibleDescription(nothingToFillIn);
     auto* const none = inTone(new QLabel(nothingToFillIn, this),
-                              {TextColor::secondary, textStyle::body, QPalette::Base});
+                              {TextColor::secondary, lettering::body, QPalette::Base});
     none->setAlignment(Qt::AlignCenter);
     none->setWordWrap(true);
     return none;

@@ -41,7 +41,7 @@ void addHint(QHBoxLayout& line, const QList<Key>& keys, const QString& action) {
   QWidget* const bar = line.parentWidget();
   line.addSpacing(hintGap);
   for (const Key& key : keys) line.addWidget(new Keycap(key.name, key.symbol, bar));
-  line.addWidget(inTone(new QLabel(action, bar), {TextColor::tertiary, textStyle::caption}));
+  line.addWidget(inTone(new QLabel(action, bar), {TextColor::tertiary, lettering::caption}));
 }
 
 }  // namespace
@@ -80,7 +80,7 @@ QWidget* QuickSearchView::makeSearchBar() {
   line->setContentsMargins(horizontalPadding, 0, horizontalPadding, searchPadding);
   line->setSpacing(10);
   line->addWidget(new SymbolView(Symbol::magnifyingglass, searchIconExtent, bar));
-  m_search = new PlainField(textStyle::search, bar);
+  m_search = new PlainField(lettering::search, bar);
   m_search->setPlaceholderText(u"Search snippets..."_s);
   m_search->setAccessibleName(u"Search snippets"_s);
   connect(m_search, &QLineEdit::textChanged, this, &QuickSearchView::filter);
@@ -108,7 +108,7 @@ QWidget* QuickSearchView::makeFooter() {
   auto* const line = new QHBoxLayout(bar);
   line->setContentsMargins(horizontalPadding, footerPadding, horizontalPadding, footerPadding);
   line->setSpacing(hintSpacing);
-  m_count = inTone(new QLabel(bar), {TextColor::tertiary, textStyle::caption});
+  m_count = inTone(new QLabel(bar), {TextColor::tertiary, lettering::caption});
   line->addWidget(m_count);
   line->addStretch(1);
   addHint(*line, {{u"up arrow"_s, Symbol::arrowUp}, {u"down arrow"_s, Symbol::arrowDown}},

@@ -7,7 +7,6 @@
 
 #include "app/expansion/QuickSearchWindow.h"
 #include "base/Scheduler.h"
-#include "ui/quicksearch/QuickSearchServices.h"
 #include "ui/window/Panel.h"
 
 class QWindow;
@@ -15,6 +14,21 @@ class QWindow;
 namespace zarvy {
 
 class FloatingPanel;
+class Workspace;
+
+// What quick search works with. All of it outlives the controller and its panel.
+struct QuickSearchServices {
+  Scheduler& scheduler;
+  Workspace& workspace;
+
+  // A compositor runs, so that a window may let through what is behind it. Asked each time that
+  // the panel opens.
+  std::function<bool()> hasCompositor = [] { return false; };
+
+  // The panel is there for a moment: taskbars and pagers have no entry for it. Called with its
+  // native window before this comes to the screen.
+  std::function<void(quint64 nativeWindow)> keepOutOfTaskbar = [](quint64) {};
+};
 
 // Opens quick search in a panel above the other windows, which goes as soon as the user turns to
 // another application. The end of the controller takes an open panel away.

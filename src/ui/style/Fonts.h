@@ -11,7 +11,7 @@ struct TextStyle {
   bool isMonospaced = false;
 };
 
-namespace textStyle {
+namespace lettering {
 
 inline constexpr TextStyle title{1.3, QFont::DemiBold};            // of a window that explains
 inline constexpr TextStyle heading{15.0 / 13.0, QFont::DemiBold};  // of a form
@@ -24,7 +24,7 @@ inline constexpr TextStyle search{18.0 / 13.0};  // of a field that a window is 
 inline constexpr TextStyle trigger{12.0 / 13.0, QFont::Normal, true};  // below a title
 inline constexpr TextStyle badge{0.85, QFont::Medium, true};
 
-}  // namespace textStyle
+}  // namespace lettering
 
 // `font` in `scale` times its size, in whole pixels where it has such.
 [[nodiscard]] QFont scaledFont(QFont font, double scale);

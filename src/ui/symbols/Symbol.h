@@ -65,7 +65,7 @@ enum class Symbol {
 };
 
 struct SymbolRow {
-  Symbol symbol;
+  Symbol symbol = {};
   QStringView name;       // of the program's own picture
   QStringView themeName;  // by the icon naming of the desktops; empty where none fits
 };

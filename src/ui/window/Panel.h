@@ -1,16 +1,27 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
 
 #include <QWidget>
 
-#include "ui/window/WindowDelegate.h"
-
 class QScreen;
 
 namespace zarvy {
+
+// Is told of the closing of a window, by whatever way it closes. The window does not keep it alive:
+// whoever opened the window does, and hears of nothing more once it has dropped it.
+struct WindowDelegate {
+  std::function<void()> onClose;
+
+  // Called by the window. The callback may drop this object.
+  void windowWillClose() const {
+    const auto callback = onClose;
+    if (callback) callback();
+  }
+};
 
 // A window that comes up where the user is, above all others, and goes when it has been answered.
 // The pointer moves it by any part of it that is no control.

@@ -48,7 +48,7 @@ constexpr double unseen = 1.001;
 
 // A window of the program, and some of the texts that must be found in it.
 struct Shown {
-  std::unique_ptr<QWidget> window;
+  std::shared_ptr<QWidget> window;
   QStringList texts;
 };
 
@@ -213,16 +213,17 @@ Shown controls() {
 }
 
 Shown sheet() {
-  static QWidget owner;
-  auto window = std::make_unique<Sheet>(Sheet::Words{u"Add Text Field"_s, u"Insert"_s}, 300, owner);
+  const auto owner = std::make_shared<QWidget>();
+  auto made = std::make_unique<Sheet>(Sheet::Words{u"Add Text Field"_s, u"Insert"_s}, 300, *owner);
+  // Deleted ahead of its owner.
+  const std::shared_ptr<Sheet> window(made.release(), [owner](Sheet* sheet) { delete sheet; });
   window->setAttribute(Qt::WA_DeleteOnClose, false);
   auto* const field = new QLineEdit(window.get());
   field->setPlaceholderText(u"Field name"_s);
   window->body().addWidget(new QCheckBox(u"Required"_s, window.get()));
   window->body().addWidget(field);
   window->open();
-  return {std::move(window),
-          {u"Add Text Field"_s, u"Required"_s, u"Field name"_s, u"Cancel"_s, u"Insert"_s}};
+  return {window, {u"Add Text Field"_s, u"Required"_s, u"Field name"_s, u"Cancel"_s, u"Insert"_s}};
 }
 
 const SomeWindow allWindows[] = {{"Form", form},

@@ -67,7 +67,7 @@ TEST_F(Fields, HaveASymbolInFrontOfASearch) {
 }
 
 TEST_F(Fields, AreWrittenOnTheWindowWithoutAFrame) {
-  auto& field = shown(new PlainField(textStyle::search, &m_window));
+  auto& field = shown(new PlainField(lettering::search, &m_window));
   EXPECT_FALSE(field.hasFrame());
   QFont font = QApplication::font();
   font.setPixelSize(26);

@@ -122,7 +122,7 @@ TEST(TwoLineRowsDelegates, AreAsHighAsTheirFonts) {
   const QStringListModel model({u"one"_s});
   const QStyleOptionViewItem option = optionFor(desktopPalette(u"light"_s));
   const SomeRows usual({}, {});
-  const SomeRows large({}, {.title = textStyle::search, .detail = textStyle::trigger});
+  const SomeRows large({}, {.title = lettering::search, .detail = lettering::trigger});
   EXPECT_GT(large.sizeHint(option, model.index(0)).height(),
             usual.sizeHint(option, model.index(0)).height());
 }

@@ -32,11 +32,11 @@ TEST(Fonts, TakeSizeWeightAndFamilyOfAStyle) {
   QFont font;
   font.setPixelSize(100);
   font.setWeight(QFont::Light);
-  const QFont caption = styledFont(font, textStyle::caption);
+  const QFont caption = styledFont(font, lettering::caption);
   EXPECT_EQ(caption.pixelSize(), 85);
   EXPECT_EQ(caption.weight(), QFont::Normal);
   EXPECT_EQ(caption.families(), font.families());
-  const QFont badge = styledFont(font, textStyle::badge);
+  const QFont badge = styledFont(font, lettering::badge);
   EXPECT_EQ(badge.pixelSize(), 85);
   EXPECT_EQ(badge.weight(), QFont::Medium);
   EXPECT_EQ(badge.families(), monospaced(font).families());

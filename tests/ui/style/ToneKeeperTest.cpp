@@ -15,7 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr Tone quiet{TextColor::secondary, textStyle::caption};
+constexpr Tone quiet{TextColor::secondary, lettering::caption};
 
 class Toned : public testing::Test {
  protected:

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ranges>
 #include <vector>
 
 #include "app/library/Library.h"
@@ -40,7 +39,8 @@ struct Stretch {
   qsizetype count = 0;
 };
 
-// Where the snippets of these ids stand, in order.
+// Where the snippets of these ids stand, from the last to the first, so that removing one does not
+// move those behind it in the result.
 std::vector<Stretch> stretchesOf(const SnippetList& snippets, const QSet<QUuid>& ids) {
   std::vector<Stretch> stretches;
   qsizetype position = 0;
@@ -53,6 +53,7 @@ std::vector<Stretch> stretchesOf(const SnippetList& snippets, const QSet<QUuid>&
     }
     ++position;
   }
+  std::reverse(stretches.begin(), stretches.end());
   return stretches;
 }
 
@@ -89,8 +90,7 @@ void LibraryOperations::deleteSnippets(const QSet<QUuid>& ids) {
     m_library.setSnippets(left);
     afterChange({});
   } else {
-    // From the end, so that the places of the others hold.
-    for (const Stretch& stretch : std::ranges::reverse_view(stretches)) {
+    for (const Stretch& stretch : stretches) {
       const ListChange change = m_library.removeSnippets(stretch.first, stretch.count);
       m_engine.changeSnippets(m_library.snippets(), change);
     }

@@ -91,7 +91,7 @@ int runToTheEnd(const Running& program) {
 int main(int argc, char* argv[]) {
   zarvy::openMissingStandardDescriptors();
   zarvy::writeToolkitMessagesWithoutWaiting();
-  // Whoever reads the output, or a child process, may end before this program does.
+  // Anyone who reads the output, or a child process, may end before this program does.
   std::signal(SIGPIPE, SIG_IGN);
   // A parent that ignores the end of its children bequeaths that, and the exit status is then lost.
   std::signal(SIGCHLD, SIG_DFL);

@@ -54,7 +54,7 @@ class ChunkedList {
   };
 
   ChunkedList() = default;
-  // Implicit, so that whoever has a QList can hand it over as it is.
+  // Implicit, so that a caller with a QList can hand it over as it is.
   ChunkedList(const QList<T>& records) {  // NOLINT(google-explicit-constructor)
     for (qsizetype first = 0; first < records.size(); first += chunkSize) {
       m_chunks.append(records.sliced(first, std::min(chunkSize, records.size() - first)));

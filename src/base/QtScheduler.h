@@ -12,7 +12,7 @@
 namespace zarvy {
 
 // The main thread's scheduler on Qt's event loop. Made and destroyed on the main thread, within
-// the life of the QCoreApplication. Whoever posts from another thread must have ended before the
+// the life of the QCoreApplication. Anyone who posts from another thread must have ended before the
 // scheduler does; tasks that have not run by then never run.
 class QtScheduler final : public Scheduler {
  public:

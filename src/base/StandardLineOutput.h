@@ -15,7 +15,7 @@ namespace zarvy {
 //
 // A terminal that was stopped with Ctrl+S and a pipe that is full let a writer wait without limit.
 // No flag of the descriptor prevents that, for it would hold for all other programs on the same
-// terminal; so a thread of its own does the writing. Whoever prints waits until the line is out,
+// terminal; so a thread of its own does the writing. Anyone who prints waits until the line is out,
 // for `patience` at most. After one wait in vain nobody waits any more until all is out again.
 class StandardLineOutput final : public LineOutput {
  public:

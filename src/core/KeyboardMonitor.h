@@ -53,10 +53,10 @@ class KeyboardMonitor {
   quint64 quickSearchModifiers = modifier::command;  // exactly these, Caps Lock apart
 
   // Begins to listen; does nothing while listening already. Without the permission it prints a
-  // line and does not listen: whoever gets the permission calls again.
+  // line and does not listen: the one who gets the permission calls again.
   void start();
 
-  // Ends listening, empties the buffer and forgets the callbacks: set them anew before the next
+  // Ends listening, empties the buffer and forgets the callbacks: set them again before the next
   // start().
   void stop();
 

@@ -7,7 +7,7 @@
 namespace zarvy {
 
 // The last characters typed, counted in user-perceived characters. What is dropped is overwritten
-// in memory, as it may be something that nobody was to know. Any thread.
+// in memory, as it may be something secret. Any thread.
 class RollingBuffer {
  public:
   explicit RollingBuffer(qsizetype maxLength);

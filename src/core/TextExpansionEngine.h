@@ -80,7 +80,7 @@ class TextExpansionEngine {
   [[nodiscard]] std::optional<TriggerMatch> findMatch(const QString& buffer);
 
   // The expression of `snippet` with "$" behind it, compiled once and kept until the library is
-  // set anew. Null, after a line of output, where it does not compile.
+  // set again. Null, after a line of output, where it does not compile.
   [[nodiscard]] CompiledRegex compiledRegex(const Snippet& snippet);
 
   // The leftmost match of the expression of `snippet` in `buffer`. Absent too where the match

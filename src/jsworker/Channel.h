@@ -13,7 +13,7 @@ struct ScriptRequest {
   std::string zoneName;
 };
 
-// The worker's end of the socket. When the program at the other end has gone, or says what is not
+// The worker's end of the socket. When the program at the other end is gone, or says what is not
 // agreed, the process ends: there is nothing left to do for it.
 class Channel {
  public:

@@ -3,7 +3,7 @@
 namespace zarvy {
 
 // Ends the process, at once and from a thread of its own, when the program at the other end of the
-// socket has gone, when a running script has made the process larger than 256 MiB, or when scripts
+// socket is gone, when a running script has made the process larger than 256 MiB, or when scripts
 // have left it larger than 128 MiB and nothing frees that. While no script runs the thread wakes up
 // only where much was left, once.
 class ScriptWatch {

@@ -11,7 +11,7 @@ class AccessibilityPermission {
 
   [[nodiscard]] virtual bool isTrusted() const = 0;
 
-  // Looks anew at what the permission depends on, where that may have come since.
+  // Looks again at what the permission depends on, where that may have come since.
   virtual void lookAgain() = 0;
 
   // Why not, in one line for the user; empty while isTrusted().

@@ -28,7 +28,7 @@ class Desktop : public AccessibilityPermission {
   virtual void abandonTyping() = 0;
 
   // The end of the desktop for this program. After everything that hears and types has ended. Says
-  // that the desktop has gone where that has not been said. Main thread.
+  // that the desktop is gone where that has not been said. Main thread.
   virtual void close() = 0;
 };
 

@@ -22,7 +22,7 @@ class TypingSession {
   virtual bool pressText(QStringView run) = 0;
 
   // For a platform on which a modifier that somebody holds changes what is typed, so that
-  // pressText() waits for whoever types with one: whether it would wait so now.
+  // pressText() waits for a person who types with one: whether it would wait so now.
   [[nodiscard]] virtual bool mustWait() const { return false; }
 
   // For the same platform: pressText() without that wait. It types somebody's own letters, which

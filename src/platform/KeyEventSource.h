@@ -19,7 +19,7 @@ class KeyEventSource {
   // Installs `handler` for the keys that are meant for other applications. It is called on the main
   // thread, in typing order. In its place among the keys `onForget` is called where what was typed
   // before no longer stands before the caret, as after a click or where another window has the
-  // keyboard, and in place of each key that nobody is to know of. Absent where capturing is not
+  // keyboard, and in place of each key that is secret. Absent where capturing is not
   // possible. Main thread.
   [[nodiscard]] virtual std::optional<Token> addGlobalMonitor(Handler handler,
                                                               std::function<void()> onForget) = 0;

@@ -8,7 +8,7 @@
 namespace zarvy {
 
 // A desktop that may come after those who stand on it have been made: absent until it has come, and
-// again once it has gone. Each call goes to where its port says that it may be made.
+// again once it is gone. Each call goes to where its port says that it may be made.
 class LateDesktop final : public KeyEventSource,
                           public KeyEventPoster,
                           public Workspace,

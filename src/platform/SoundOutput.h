@@ -7,7 +7,7 @@ class SoundOutput {
  public:
   virtual ~SoundOutput() = default;
 
-  // Plays the sound of a finished expansion; returns at once, silent where there is none.
+  // Plays the sound of a finished expansion; returns at once, silent if there is none.
   virtual void playExpansionSound() = 0;
 };
 

@@ -24,7 +24,7 @@ class Workspace {
 
   [[nodiscard]] virtual bool isActive(const RunningApplication& application) const = 0;
 
-  // Asks for `application` to come to the front; does not wait for it. False where it has gone, or
+  // Asks for `application` to come to the front; does not wait for it. False where it is gone, or
   // has no window any more that could come.
   virtual bool activate(const RunningApplication& application) = 0;
 

@@ -49,7 +49,8 @@ class DataStore {
   DataStore(const DataStore&) = delete;
   DataStore& operator=(const DataStore&) = delete;
 
-  // The folder of the documents, found anew and made where it is missing, for the user alone.
+  // The folder of the documents, looked up each time and made where it is missing, for the user
+  // alone.
   [[nodiscard]] QString dataDirectory() const;
 
   // Keeps the documents as they are, ahead of a sync that replaces the library. Each other write

@@ -31,7 +31,7 @@ class DocumentFile {
   DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
                DocumentBackups* backups = nullptr);
 
-  // The decoded document; absent where there is none or where it could not be read. `decode` takes
+  // The decoded document; absent if there is none or where it could not be read. `decode` takes
   // a QJsonValue and gives a JsonResult.
   template <typename Decode>
   [[nodiscard]] auto load(Decode decode) const {

@@ -78,7 +78,8 @@ bool isOldFile(int descriptor) {
 void removeIfLeftBehind(const std::filesystem::path& file) {
   const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!opened.isOpen() || !isOldFile(opened.get())) return;
-  // Whoever is writing it holds the lock; where there are no locks, there is nobody to ask.
+  // The process that is writing it holds the lock; where there are no locks, there is nobody to
+  // ask.
   if (tryToLock(opened.get()) != FileLock::heldByAnother) ::unlink(file.c_str());
 }
 

@@ -83,7 +83,7 @@ void MenuBarView::makeRow(const MenuEntry& entry) {
   m_rows.push_back({action, entry.hasDividerBehind ? addSeparator() : nullptr});
 }
 
-// A panel may not tell of the end: then the menu is as it ought to be when it opens the next time.
+// A panel may not tell of the end: then the menu is as it should be when it opens the next time.
 void MenuBarView::followOpening() {
   connect(this, &QMenu::aboutToShow, this, [this] {
     m_isOpen = false;

@@ -128,7 +128,7 @@ void ExpansionCoordinator::typeLater(std::chrono::milliseconds delay,
   });
 }
 
-// Counted at once: nobody hears whether the text arrives.
+// Counted at once: there is no news of whether the text arrives.
 void ExpansionCoordinator::type(const PendingExpansion& expansion, const ExpandedText& expanded) {
   m_services.injector.inject(expanded.text, expansion.matchLength, expansion.targetApp,
                              expanded.cursorOffset, expansion.typedSince);

@@ -73,7 +73,7 @@ class ExpansionCoordinator final : public QObject {
   // Expands the snippet whose trigger ends `buffer`, if there is one.
   void handlePotentialTrigger(const QString& buffer);
 
-  // Opens the form for `fields`, once whoever asks for it has returned.
+  // Opens the form for `fields`, once the caller has returned.
   void handleNeedsFillIn(const Snippet& snippet, const QList<FillInField>& fields);
 
   // Types the text of the open form, by the names of its fields, when its window has had the time

@@ -28,7 +28,7 @@ class HotKeyWatch final : public QObject {
   // Both outlive this object.
   HotKeyWatch(const Library& library, const HotKeys& hotKeys);
 
-  // Looks anew. True where the key is another program's.
+  // Looks again. True where the key is another program's.
   bool look();
 
   // As it was found last.

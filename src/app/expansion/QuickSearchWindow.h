@@ -23,8 +23,8 @@ class QuickSearchWindow {
   // Takes the panel away, if there is one. A closing without a choice is not reported.
   virtual void hide() = 0;
 
-  // Opens the panel anew on these lists, which do not follow later changes. `onSelect` is called at
-  // most once, with the choice, after the panel has been hidden.
+  // Opens the panel again on these lists, which do not follow later changes. `onSelect` is called
+  // at most once, with the choice, after the panel has been hidden.
   virtual void show(const SnippetList& snippets, const QList<Folder>& folders,
                     OnSelect onSelect) = 0;
 };

@@ -4,8 +4,8 @@
 
 namespace zarvy {
 
-// Whether `value` was something else than `property` held, which holds it now: whoever announces a
-// property's changes does so then, and only then.
+// Whether `value` was something else than `property` held, which holds it now: an object that
+// announces a property's changes does so then, and only then.
 template <typename Value>
 [[nodiscard]] bool assignIfChanged(Value& property, Value value) {
   if (property == value) return false;

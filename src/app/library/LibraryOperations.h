@@ -45,7 +45,7 @@ class LibraryOperations {
   void deleteFolder(const QUuid& id);
 
   void addGlobalVariable(const GlobalVariable& variable);
-  // Changed now. Does nothing where there is none with its id.
+  // Changed now. Does nothing if there is none with its id.
   void updateGlobalVariable(GlobalVariable variable);
   void deleteGlobalVariable(const QUuid& id);
 

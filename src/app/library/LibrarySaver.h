@@ -25,7 +25,7 @@ class LibrarySync;
 // What is written is what the library was when the save was asked for: a later change comes with a
 // save of its own. Several saves can be on their way at once. Nothing is saved before the library
 // has been loaded. Main thread; all operations return at
-// once, and nobody hears of failures.
+// once, and failures are not reported.
 class LibrarySaver final : public QObject {
   Q_OBJECT
 

@@ -13,8 +13,8 @@ namespace zarvy {
 
 // A child process that leads a process group of its own, has every signal at its default, and none
 // of this program's file descriptors but those that it is given. One thread at a time. The kernel
-// keeps an ended child until it is reaped: whoever lets go of one that may still run hands it to a
-// ChildReaper.
+// keeps an ended child until it is reaped: an owner that lets go of one that may still run hands it
+// to a ChildReaper.
 class ChildProcess {
  public:
   // Stands for the descriptor of the same number in this program.

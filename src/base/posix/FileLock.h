@@ -2,7 +2,7 @@
 
 namespace zarvy {
 
-// A lock on the whole of an open file, for whoever asks for one as well. It goes when the last
+// A lock on the whole of an open file, for all who ask for one. It goes when the last
 // descriptor of that opening is closed, at the latest with the process. Any thread.
 
 enum class FileLock {

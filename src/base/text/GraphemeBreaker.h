@@ -15,7 +15,7 @@ class GraphemeBreaker {
   explicit GraphemeBreaker(QStringView text);
 
   // The nearest boundary before or after `position`, in UTF-16 units; the text's start or end
-  // where there is none further.
+  // if there is none further.
   [[nodiscard]] qsizetype preceding(qsizetype position) const;
   [[nodiscard]] qsizetype following(qsizetype position) const;
   [[nodiscard]] bool isBoundary(qsizetype position) const;

@@ -17,7 +17,7 @@ namespace {
 }
 
 // What decides how texts, numbers and times look, and where the loader finds libraries. The rest
-// may hold what is nobody's business, or settings of the engine that somebody else has made.
+// may hold secrets, or settings of the engine that somebody else has made.
 QByteArrayList environmentOfWorker() {
   QByteArrayList environment;
   for (char** variable = environ; *variable != nullptr; ++variable) {

@@ -82,7 +82,7 @@ bool TextInjector::takesKeys(const RunningApplication& target) {
   return bringToFront(target) && (m_isCutShort || !m_inputMethod.isComposing());
 }
 
-// False where it has gone, or does not come: what is in front then is none of the user's choice. On
+// False where it is gone, or does not come: what is in front then is none of the user's choice. On
 // a busy machine it comes later than it should, and keys that are typed before are lost.
 bool TextInjector::bringToFront(const RunningApplication& target) {
   if (m_isCutShort || m_workspace.isActive(target)) return true;

@@ -42,7 +42,7 @@ class TextInjector : public std::enable_shared_from_this<TextInjector> {
   // Types `text` in place of the `backspaceCount` characters before the caret of `targetApp`, or of
   // the frontmost application if absent, and puts the caret `cursorOffset` characters before the
   // end of the text. Returns at once. Does nothing without a target, nor where the target is this
-  // program itself or has gone: what is in front then is none of the user's choice. Nor while an
+  // program itself or is gone: what is in front then is none of the user's choice. Nor while an
   // input method composes: it would take the keys for its own, and some of what the user typed is
   // not in the application yet. A negative `backspaceCount` ends the process. Main thread.
   //

@@ -53,7 +53,7 @@ class MatchingRound {
   // The snippets whose pattern was too slow.
   [[nodiscard]] std::vector<Snippet> tooSlow() const;
 
-  // The time is used up, and that is nobody's fault but that they are so many.
+  // The time is used up, and no single pattern is to blame: there are too many.
   [[nodiscard]] bool isCrowded() const;
 
  private:

@@ -10,7 +10,7 @@ class FieldDefaults;
 class MainThread;
 class Pasteboard;
 
-// What the placeholders of a text are made from. All of it outlives whoever holds this.
+// What the placeholders of a text are made from. All of it outlives the holder of this.
 struct PlaceholderServices {
   const Clock& clock;
   DateFormatters& dates;

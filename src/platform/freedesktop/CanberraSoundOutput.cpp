@@ -30,7 +30,7 @@ class CanberraSoundOutput::Player {
   Player(const Player&) = delete;
   Player& operator=(const Player&) = delete;
 
-  // True for whoever may call play() next.
+  // True for the caller that may call play() next.
   [[nodiscard]] bool begin() { return m_context != nullptr && !m_isBusy.exchange(true); }
 
   void play() {

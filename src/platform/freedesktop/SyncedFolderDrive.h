@@ -17,7 +17,7 @@ class SyncedFolderDrive final : public CloudDrive {
   // not begin with a slash.
   static constexpr QStringView folderKey = u"ZarvyCloudDriveFolder";
 
-  // Gives a home folder; absent where there is none.
+  // Gives a home folder; absent if there is none.
   using HomeLookup = std::function<std::optional<QString>()>;
 
   // Reads `defaults` at each use.

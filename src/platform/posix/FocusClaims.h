@@ -11,9 +11,9 @@ namespace zarvy {
 // elsewhere.
 //
 // A process is believed where the display gives the keyboard to it or to its kin: browsers have
-// helpers for what a page shows. It is believed too where whoever has the keyboard has never said a
-// true word of it: a program in a sandbox speaks through another process, one of another machine is
-// not known here. One thread.
+// helpers for what a page shows. It is believed too where the application with the keyboard has
+// never said a true word of it: a program in a sandbox speaks through another process, one of
+// another machine is not known here. One thread.
 class FocusClaims {
  public:
   // `keyboardOwner` asks the display for the process that has the keyboard; 0 where it is not

@@ -21,7 +21,7 @@ std::string stateOf(pid_t process) {
                                                                     : line.substr(nameEnd + 2);
 }
 
-// 0 where there is none, or it cannot be learned.
+// 0 if there is none, or it cannot be learned.
 pid_t parentOf(pid_t process) {
   const std::string state = stateOf(process);
   return state.empty() ? 0 : static_cast<pid_t>(std::strtol(state.c_str() + 1, nullptr, 10));

@@ -11,7 +11,7 @@ namespace zarvy {
 [[nodiscard]] std::vector<int> pseudoTerminalsOf(pid_t process);
 
 // Whether the line that is typed into that pseudoterminal is read without being shown, as prompts
-// for passwords have it. False where there is none of that number. Some 5 us. Any thread.
+// for passwords have it. False if there is none of that number. Some 5 us. Any thread.
 [[nodiscard]] bool readsHiddenLine(int pseudoTerminal);
 
 }  // namespace zarvy

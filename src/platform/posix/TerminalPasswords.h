@@ -37,7 +37,7 @@ class TerminalPasswords final : public SecureInput {
   // thread.
   void follow(qint64 process);
 
-  // Whether what is typed now is to be heard by nobody. Asks the terminals: some 5 us for each tab.
+  // Whether what is typed now must not be heard. Asks the terminals: some 5 us for each tab.
   // Looks for new tabs now and then, and for the owner of the keyboard where nobody has told it,
   // which waits for the display. Any thread.
   [[nodiscard]] bool mustNotBeHeard() const;

@@ -77,7 +77,7 @@ class X11Session {
   // The program is about to end: typing that is still under way stops at once. Any thread.
   void abandonTyping();
 
-  // False once the display has gone. Asks it. Any thread.
+  // False once the display is gone. Asks it. Any thread.
   [[nodiscard]] bool isAlive() const;
 
  private:

@@ -30,7 +30,7 @@ namespace zarvy {
 // Every operation returns at once and does its work on the service's queue, which may take as long
 // as a slow disk does; the callbacks run there too. While a sync or a download waits for the file,
 // the queue is free: an upload that was handed over in the meantime is done before the file is
-// read. Nobody hears of failures but through SyncResult::status; each prints one line.
+// read. Failures are reported only through SyncResult::status; each prints one line.
 class iCloudSyncService {  // NOLINT(readability-identifier-naming)
  public:
   using OnSynced = std::function<void(const SyncResult&)>;
@@ -55,7 +55,7 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
               const QList<GlobalVariable>& globalVariables,
               const std::optional<SyncMetadata>& metadata, OnUploaded onUploaded = {}) const;
 
-  // Gives the shared file's content as it is 0.3 s from now; absent where there is none that can be
+  // Gives the shared file's content as it is 0.3 s from now; absent if there is none that can be
   // read. Any thread.
   void download(OnDownloaded onDownloaded) const;
 

@@ -18,7 +18,7 @@ constexpr double crossWidth = 1.25;
 CloseButton::CloseButton(QWidget* parent) : QAbstractButton(parent) {
   setAccessibleName(u"Close"_s);
   setFocusPolicy(Qt::NoFocus);
-  setAttribute(Qt::WA_Hover);  // painted anew when the pointer comes and goes
+  setAttribute(Qt::WA_Hover);  // repainted when the pointer comes and goes
   setFixedSize(buttonExtent, buttonExtent);
 }
 

@@ -33,7 +33,7 @@ bool OptionPicker::eventFilter(QObject* watched, QEvent* event) {
   return QComboBox::eventFilter(watched, event);
 }
 
-// Whoever scrolls the form does not mean to choose something else.
+// Anyone who scrolls the form does not mean to choose something else.
 void OptionPicker::wheelEvent(QWheelEvent* event) {
   if (hasFocus()) {
     QComboBox::wheelEvent(event);

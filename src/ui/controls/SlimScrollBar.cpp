@@ -16,7 +16,7 @@ constexpr int handleMargin = 3;
 
 SlimScrollBar::SlimScrollBar(QWidget* parent) : QScrollBar(Qt::Vertical, parent) {
   setAttribute(Qt::WA_OpaquePaintEvent, false);
-  setAttribute(Qt::WA_Hover);  // painted anew when the pointer comes and goes
+  setAttribute(Qt::WA_Hover);  // repainted when the pointer comes and goes
 }
 
 QSize SlimScrollBar::sizeHint() const {

@@ -29,7 +29,7 @@ class OpeningMarks {
 
   struct Found {
     qsizetype position = 0;
-    const Marks* marks = nullptr;  // null where there is none
+    const Marks* marks = nullptr;  // null if there is none
   };
 
   [[nodiscard]] Found from(qsizetype position) {

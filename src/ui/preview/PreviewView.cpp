@@ -120,7 +120,7 @@ void PreviewView::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) formatAnew();
 }
 
-// Whoever reads it with the keyboard keeps the place.
+// Anyone who reads it with the keyboard keeps the place.
 void PreviewView::resizeEvent(QResizeEvent* event) {
   QPlainTextEdit::resizeEvent(event);
   if (hasFocus()) ensureCursorVisible();

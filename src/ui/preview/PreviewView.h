@@ -18,7 +18,7 @@ class PreviewView final : public QPlainTextEdit {
   explicit PreviewView(QWidget* parent);
 
   // Touches only what differs from the runs before, so that a long text stays where it is scrolled
-  // to and is not laid out anew at each key.
+  // to and is not laid out again at each key.
   void setRuns(const QList<PreviewRun>& runs);
 
  protected:

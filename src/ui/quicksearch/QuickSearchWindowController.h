@@ -56,7 +56,7 @@ class QuickSearchWindowController final : public QObject, public QuickSearchWind
   PanelPtr<FloatingPanel> m_panel;
   std::shared_ptr<const WindowDelegate> m_windowDelegate;  // the panel does not keep it alive
   TaskHandle m_secondRequest;                              // for the keyboard
-  TaskHandle m_absence;                                    // looks where the keyboard has gone
+  TaskHandle m_absence;                                    // looks which window has the keyboard
   bool m_hasHadKeyboard = false;                           // the panel that is open
   quint64 m_opening = 0;                                   // counts the panels
 };

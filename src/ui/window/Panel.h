@@ -12,7 +12,7 @@ class QScreen;
 namespace zarvy {
 
 // Is told of the closing of a window, by whatever way it closes. The window does not keep it alive:
-// whoever opened the window does, and hears of nothing more once it has dropped it.
+// anyone who opened the window does, and hears of nothing more once it has dropped it.
 struct WindowDelegate {
   std::function<void()> onClose;
 

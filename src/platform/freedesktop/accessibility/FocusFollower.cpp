@@ -143,7 +143,7 @@ void FocusFollower::consider(const Claim& claim) {
            [this, peer](const QDBusMessage& answer) { learnProcess(peer, numberIn(answer)); });
 }
 
-// Whoever has gone by now, so that nobody knows them, has no field.
+// A client that is gone by now, and is therefore unknown, has no field.
 void FocusFollower::learnProcess(const QString& peer, std::optional<uint> process) {
   if (!m_claims.contains(peer)) return;
   const Claim claim = m_claims.take(peer);
@@ -203,7 +203,7 @@ void FocusFollower::lookAgain() {
     return askForFocus();
   }
   if (!m_field || (m_isSettled && !m_secrecy.mustNotBeHeard())) return;
-  // The time of a field that has been waited for in vain is not begun anew.
+  // The time of a field that has been waited for in vain is not begun again.
   if (m_secrecy.mustNotBeHeard()) m_patience.start();
   m_isSettled = false;
   askForFocus();

@@ -35,7 +35,7 @@ class PasswordFields final : public SecureInput {
     std::chrono::milliseconds pauseWithoutBus{1000};
     // Has Chromium and its relatives tell of their fields, which costs them memory and time.
     bool wakesBrowsers = false;
-    // The program's own: what it says of its menus is none of its business.
+    // The program's own: what it says of its menus does not matter.
     qint64 ownProcess = QCoreApplication::applicationPid();
   };
 
@@ -60,7 +60,7 @@ class PasswordFields final : public SecureInput {
   // destructor does.
   void stop();
 
-  // Whether what is typed now is to be heard by nobody: in a password field, and in a field of
+  // Whether what is typed now must not be heard: in a password field, and in a field of
   // which nothing is known yet. Any thread, as long as this lives.
   [[nodiscard]] bool mustNotBeHeard() const { return m_secrecy.mustNotBeHeard(); }
 

@@ -98,7 +98,7 @@ bool DesktopInputMethod::isComposing() {
   const auto answer = std::make_shared<std::promise<bool>>();
   auto answered = answer->get_future();
   m_queue.post([this, wanted = std::weak_ptr(answer)] {
-    if (wanted.expired()) return;  // whoever has asked has gone on without
+    if (wanted.expired()) return;  // the caller has gone on without it
     const bool isComposing = m_services->isComposing();
     if (const auto waiting = wanted.lock()) waiting->set_value(isComposing);
   });

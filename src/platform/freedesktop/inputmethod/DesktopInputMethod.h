@@ -11,7 +11,7 @@
 
 namespace zarvy {
 
-// fcitx5 or ibus, whichever runs, asked over D-Bus anew each time: they are started, ended and
+// fcitx5 or ibus, whichever runs, asked over D-Bus each time: they are started, ended and
 // switched at any moment. A thread of its own asks, so that nobody waits for longer than `patience`
 // where a service or a bus hangs; one that is there and does not answer counts as composing. The
 // end waits for a question that is under way, for some times `limit`.
@@ -20,7 +20,7 @@ class DesktopInputMethod final : public InputMethod {
   struct Options {
     QString sessionAddress = {};                // of the session bus; empty for the desktop's
     std::function<QString()> ibusAddress = {};  // empty for the desktop's
-    std::chrono::milliseconds patience{150};    // of whoever asks
+    std::chrono::milliseconds patience{150};    // of the caller
     std::chrono::milliseconds limit{500};       // of each question that the thread asks
   };
 

@@ -16,10 +16,10 @@ class GrabProbe {
  public:
   explicit GrabProbe(Connection& connection) : m_connection(connection), m_window(connection) {}
 
-  // Waits for the answer. Absent where the server has gone.
+  // Waits for the answer. Absent where the server is gone.
   [[nodiscard]] std::optional<bool> isGrabbedByAnother() const;
 
-  // The same for the pointer; false where the server has gone. Somebody has it as well for as long
+  // The same for the pointer; false where the server is gone. Somebody has it as well for as long
   // as one of its buttons is held.
   [[nodiscard]] bool isPointerGrabbedByAnother() const;
 

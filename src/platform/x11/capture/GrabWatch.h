@@ -62,8 +62,9 @@ class GrabWatch {
   // Any thread.
   [[nodiscard]] bool isGrabbed() const;
 
-  // Whether a key that went down at `time`, by the server's clock, may have been meant for whoever
-  // has or had the keyboard: the record may tell of an end ahead of the keys before it. Any thread.
+  // Whether a key that went down at `time`, by the server's clock, may have been meant for the
+  // client that has or had the keyboard: the record may tell of an end ahead of the keys before it.
+  // Any thread.
   [[nodiscard]] bool mayHide(xcb_timestamp_t time) const;
 
   // For how long by now; nothing where it is not grabbed. Any thread.

@@ -34,7 +34,7 @@ KeyCapture::KeyCapture(Connection& connection, OwnPosts& posts, LiveKeymap& keym
   m_decoder.setState(KeyboardState::query(m_connection));
 }
 
-// Raw events, since they come whoever has the focus and whoever holds a grab; the state of the
+// Raw events, since they come whatever client has the focus or holds a grab; the state of the
 // modifiers on the same connection, so that both arrive in the order in which they happened.
 // Keyboards that come and go are told, since autorepeat is listened for on each of them. The focus
 // is for GrabWatch: what is listened for at a window is one set, and these are the same windows.
@@ -120,15 +120,16 @@ void KeyCapture::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
   if (press) handleForeignPress(keycode, event.time);
 }
 
-// What must not be heard may begin on another thread while a key is being decoded: whoever begins
-// it has what was typed before forgotten, and a key that was told after that is forgotten here.
+// What must not be heard may begin on another thread while a key is being decoded: anyone who
+// begins it has what was typed before forgotten, and a key that was told after that is forgotten
+// here.
 void KeyCapture::handleForeignPress(uint8_t keycode, xcb_timestamp_t time) {
   if (m_mustNotBeHeard(time)) return tellThatSomethingWasTyped();
   m_onPress(m_decoder.decodePress(keycode));
   if (m_mustNotBeHeard(time)) tellThatSomethingWasTyped();
 }
 
-// Not what it was: nobody here is to know it.
+// Not what it was: it is secret here.
 void KeyCapture::tellThatSomethingWasTyped() {
   m_decoder.breakOffSequence();
   m_onHiddenPress();

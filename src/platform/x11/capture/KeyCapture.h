@@ -24,7 +24,7 @@ class KeyCapture {
   using PressHandler = std::function<void(const KeyEvent&)>;
 
   // `keymap` is that of the union of all keyboards. `mustNotBeHeard` says whether a key that went
-  // down at that time of the server is nobody's business here; it is asked on the reader's thread
+  // down at that time of the server is secret; it is asked on the reader's thread
   // for each of them.
   KeyCapture(Connection& connection, OwnPosts& posts, LiveKeymap& keymap,
              std::function<bool(xcb_timestamp_t time)> mustNotBeHeard);
@@ -33,7 +33,7 @@ class KeyCapture {
   // reader's thread. Before the reader starts.
   void onPress(PressHandler handler) { m_onPress = std::move(handler); }
 
-  // Called on the reader's thread for each key-down that is nobody's business.
+  // Called on the reader's thread for each key-down that is secret.
   void onHiddenPress(std::function<void()> handler) { m_onHiddenPress = std::move(handler); }
 
   // Called on the reader's thread for each press of the pointer that may move the caret: of a

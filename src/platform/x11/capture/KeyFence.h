@@ -7,8 +7,8 @@
 
 namespace zarvy::x11 {
 
-// A fence among the key events of the connection. Whoever learns from elsewhere that a secret has
-// ended cannot know which keys have been read by then; those that wait to be read were typed
+// A fence among the key events of the connection. Anyone who learns from elsewhere that a secret
+// has ended cannot know which keys have been read by then; those that wait to be read were typed
 // before. The fence is an event that this object sends to itself: the server puts it behind them.
 class KeyFence {
  public:
@@ -20,7 +20,7 @@ class KeyFence {
   // Whether keys that are read now were typed before the latest fence. Any thread.
   [[nodiscard]] bool isAhead() const { return m_passed != m_set; }
 
-  // On the reader's thread, ahead of whoever reads the keys.
+  // On the reader's thread, ahead of what reads the keys.
   void handleEvent(const xcb_generic_event_t& event);
 
  private:

@@ -32,7 +32,8 @@ class X11KeyEventSource final : public KeyEventSource {
   // the main thread. On the reader's thread.
   void deliverOwnKeys();
 
-  // Has the global monitors forget what was typed until now, whoever has the keyboard. Any thread.
+  // Has the global monitors forget what was typed until now, whatever window has the keyboard. Any
+  // thread.
   void deliverForgetting();
 
  private:

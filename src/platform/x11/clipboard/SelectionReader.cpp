@@ -20,7 +20,7 @@ xcb_window_t makeWindow(xcb_connection_t* connection) {
   return window;
 }
 
-// Who owns it and says when it goes; nobody where it has gone by now.
+// Who owns it and says when it goes; none if it is gone by now.
 xcb_window_t followOwner(xcb_connection_t* connection, xcb_atom_t selection) {
   const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
       connection, xcb_get_selection_owner(connection, selection), nullptr));

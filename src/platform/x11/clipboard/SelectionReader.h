@@ -16,8 +16,7 @@ namespace zarvy::x11 {
 // wait.
 class SelectionReader {
  public:
-  // On a connection that outlives it. Whoever owns the selection is asked, and nobody where it has
-  // no owner.
+  // On a connection that outlives it. Asks the owner of the selection, if there is one.
   SelectionReader(xcb_connection_t* connection, xcb_atom_t selection, QDeadlineTimer deadline);
   ~SelectionReader();
   SelectionReader(const SelectionReader&) = delete;

@@ -39,7 +39,7 @@ class Connection {
   [[nodiscard]] uint8_t xkbEventBase() const { return m_xkbEventBase; }
   [[nodiscard]] int32_t coreKeyboard() const { return m_coreKeyboard; }
 
-  // False once the server has gone; every request is then a no-op and every reply null.
+  // False once the server is gone; every request is then a no-op and every reply null.
   [[nodiscard]] bool isAlive() const;
 
   // Sends what is still buffered.

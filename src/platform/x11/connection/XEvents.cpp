@@ -31,7 +31,7 @@ void selectInputEvents(Connection& connection, xcb_window_t window, uint16_t dev
   xcb_input_xi_select_events(connection.xcb(), window, 1, &selection.head);
 }
 
-// Without an event mask it goes to whoever made the window.
+// Without an event mask it goes to the client that made the window.
 void sendToOwner(Connection& connection, const ClientMessage& message) {
   send(connection, message.window, XCB_EVENT_MASK_NO_EVENT, message);
 }

@@ -22,7 +22,7 @@ class HeldKeys {
   [[nodiscard]] std::vector<uint16_t> physicalKeyboards() const;
 
   // The one among them whose events reach the applications that the connection's keyboard serves;
-  // there can be a keyboard for each pointer on the screen. Absent where there is none.
+  // there can be a keyboard for each pointer on the screen. Absent if there is none.
   [[nodiscard]] std::optional<uint16_t> ownFakeKeyboard() const;
 
   // On one keyboard, or on the union of all.

@@ -15,7 +15,7 @@ class KeymapName {
   // Asks for the name of the keyboard with this XInput number. Any thread.
   static KeymapName ask(Connection& connection, uint16_t device);
 
-  // The answer; XCB_ATOM_NONE where there is none. Once.
+  // The answer; XCB_ATOM_NONE if there is none. Once.
   [[nodiscard]] xcb_atom_t answer() const;
 
  private:

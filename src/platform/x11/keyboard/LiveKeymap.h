@@ -14,7 +14,7 @@ namespace zarvy::x11 {
 class Connection;
 class OwnMapChanges;
 
-// The keymap of one keyboard, read anew whenever somebody else changes it.
+// The keymap of one keyboard, read again whenever somebody else changes it.
 //
 // The one that matters is that of the union of all keyboards: applications read keys by it. It
 // becomes the keymap of whichever keyboard is used, and this program types on the one that the user
@@ -40,7 +40,7 @@ class LiveKeymap {
   // True where the event made a new keymap. On the reader's thread.
   bool handleEvent(const xcb_generic_event_t& event);
 
-  // Reads the keymap anew. On the reader's thread, or before it starts.
+  // Reads the keymap again. On the reader's thread, or before it starts.
   void reload();
 
  private:

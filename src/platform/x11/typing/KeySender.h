@@ -9,7 +9,7 @@ namespace zarvy::x11 {
 class Connection;
 
 // Fakes key presses and releases through XTEST and puts each on record as this program's own. The
-// events are buffered until flush(). Any thread; whoever posts a run that must not be torn keeps
+// events are buffered until flush(). Any thread; anyone who posts a run that must not be torn keeps
 // others out by a lock of their own.
 //
 // A key is faked on the keyboard that is named, by its XInput number, as if it were pressed there:

@@ -11,7 +11,7 @@ namespace zarvy::x11 {
 // keys. One thread.
 class ProcessActivity {
  public:
-  // 0, or a process that has gone, is always taken for resting.
+  // 0, or a process that is gone, is always taken for resting.
   explicit ProcessActivity(qint64 processIdentifier);
 
   // True where all its threads sleep and have done next to nothing since the last call. Some

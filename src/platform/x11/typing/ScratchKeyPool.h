@@ -31,7 +31,7 @@ class ScratchKeyPool {
     bool replacesUnread = false;  // some slot must not be changed before the target has caught up
   };
 
-  // Starts anew, with `levels` empty slots on each key.
+  // Starts over, with `levels` empty slots on each key.
   void reset(std::span<const uint8_t> keycodes, int levels);
 
   [[nodiscard]] const std::vector<Slot>& slots() const { return m_slots; }

@@ -59,7 +59,7 @@ bool ScratchKeys::areThere() const {
   });
 }
 
-// What is left of an earlier pool is given back first, so that its keys are free to be taken anew.
+// What is left of an earlier pool is given back first, so that its keys are free to be taken again.
 void ScratchKeys::startAnew() {
   giveBack();
   const std::vector<uint8_t> keycodes = m_writer.freeKeys();

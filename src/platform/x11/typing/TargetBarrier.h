@@ -30,7 +30,7 @@ class TargetBarrier {
                 std::chrono::milliseconds longestDetour = std::chrono::milliseconds(200));
 
   // Any thread but the reader's. Waits for a bounded time for all the windows together. A window
-  // that has gone has read all that it will ever read; one whose process has been stopped may read
+  // that is gone has read all that it will ever read; one whose process has been stopped may read
   // on tomorrow, and is not waited for.
   void waitUntilRead(const std::set<xcb_window_t>& windows);
 

@@ -54,8 +54,8 @@ void Typist::endSession() {
 bool Typist::typeKey(quint16 virtualKey) {
   const std::lock_guard lock(m_mutex);
   while (isLetIn()) {
-    // Whoever types with a modifier is not waited for: what they type goes ahead of a backspace.
-    // For the same reason the scratch keys are left alone here.
+    // A person who types with a modifier is not waited for: what they type goes ahead of a
+    // backspace. For the same reason the scratch keys are left alone here.
     Look seen = look();
     if (m_textWasTyped && m_barrier.awaitKeyDetour(seen.server.focus)) {
       m_textWasTyped = false;

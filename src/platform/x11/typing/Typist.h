@@ -52,12 +52,13 @@ class Typist {
   void beginSession();
   void endSession();
 
-  // False where the keyboard has no such key, or somebody keeps it, or the server has gone.
+  // False where the keyboard has no such key, or somebody keeps it, or the server is gone.
   bool typeKey(quint16 virtualKey);
 
   // Types `characters`; `upcoming` starts with them and goes on with what the session will type
   // next, so that one change of the mapping serves for long. False where one of them was left out.
-  // Waits ahead of each run for whoever types with a modifier held, unless it is to be `atOnce`.
+  // Waits ahead of each run for a person who types with a modifier held, unless it is to be
+  // `atOnce`.
   bool typeCharacters(std::span<const char32_t> characters, std::span<const char32_t> upcoming,
                       bool atOnce);
 
@@ -125,7 +126,7 @@ class Typist {
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
   bool m_isShutOut = false;      // somebody kept the keyboard from the present sessions
-  bool m_isPatient = true;       // the present sessions wait for whoever types with a modifier
+  bool m_isPatient = true;       // the present sessions wait for a person who types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_textWasTyped = false;   // by the user or by sessions, since the last key
   bool m_reportedNoScratchKeys = false;

@@ -19,19 +19,19 @@ class WindowProperties {
   explicit WindowProperties(Connection& connection) : m_connection(connection) {}
 
   // The window that has the keyboard, as the window manager tells it; without one the top-level
-  // window that has the input focus. XCB_WINDOW_NONE where there is none.
+  // window that has the input focus. XCB_WINDOW_NONE if there is none.
   [[nodiscard]] xcb_window_t activeWindow() const;
 
   // The window of an application that the window with the input focus belongs to: the one that
   // carries its properties. `focus` can be XCB_INPUT_FOCUS_POINTER_ROOT. XCB_WINDOW_NONE where it
-  // has gone.
+  // is gone.
   [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t focus) const;
 
   // The same for the window that has the input focus now.
   [[nodiscard]] xcb_window_t focusedTopLevel() const;
 
   // Whether the window is on the screen, or minimised in the care of a window manager. False for
-  // one that has gone, and for one that its application has hidden.
+  // one that is gone, and for one that its application has hidden.
   [[nodiscard]] bool isInUse(xcb_window_t window) const;
 
   // Whether a window manager of that screen brings windows to the front on request.
@@ -49,11 +49,11 @@ class WindowProperties {
   [[nodiscard]] std::optional<QString> windowClass(xcb_window_t window) const;
   [[nodiscard]] bool answersPing(xcb_window_t window) const;
 
-  // Where it is on its screen, without its border; absent for one that has gone.
+  // Where it is on its screen, without its border; absent for one that is gone.
   [[nodiscard]] std::optional<QRect> areaOf(xcb_window_t window) const;
 
   // The root window of the screen that `window` is on; that of the screen which the environment
-  // names where the window has gone.
+  // names where the window is gone.
   [[nodiscard]] xcb_window_t rootOf(xcb_window_t window) const;
 
   // Whether windows may let through what is behind them: a compositor runs.

@@ -102,7 +102,7 @@ bool X11Workspace::isActive(const RunningApplication& application) const {
   return active == application.nativeWindow || application.processIdentifier != 0;
 }
 
-// An application whose window has gone is still there with another one.
+// An application whose window is gone is still there with another one.
 xcb_window_t X11Workspace::livingWindow(const RunningApplication& application) const {
   const auto window = static_cast<xcb_window_t>(application.nativeWindow);
   if (m_windows.isInUse(window) && isOf(application, window)) return window;

@@ -99,6 +99,7 @@ TEST_F(SecureInputWatchTest, LeavesNoTimerBehind) {
   }
   m_secureInput.isEnabled = true;
   m_scheduler.advance(5s);
+  EXPECT_EQ(m_scheduler.pendingCount(), 0U);
 }
 
 }  // namespace

@@ -96,7 +96,7 @@ TEST_F(StandardLineOutputTest, ShowsControlCharactersInPlaceOfSendingThem) {
   EXPECT_EQ(takeWrite(), QByteArray("two\\nlines\\x09\\x1b]52;c;\\x07 \\x7f \\x9b ü\n"));
 }
 
-TEST_F(StandardLineOutputTest, LosesItsLinesWithoutHarmWhenNobodyReads) {
+TEST_F(StandardLineOutputTest, DoesNotEndTheProcessWhenNobodyReads) {
   closeReadingEnd();
   m_output.print(u"unheard"_s);
   m_output.print(u"again"_s);

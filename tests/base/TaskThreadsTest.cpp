@@ -76,7 +76,7 @@ TEST(ThreadSerialQueue, TakesTasksFromTheEndOfWhatATaskHeld) {
   EXPECT_TRUE(ran);
 }
 
-TEST(ThreadSerialQueue, DrainsAtOnceWhenNothingWasPosted) {
+TEST(ThreadSerialQueue, DoesNotHangInADrainWithNothingPosted) {
   ThreadSerialQueue queue("serial");
   queue.drain();
 }

@@ -10,6 +10,7 @@
 #include "fakes/RecordingLineOutput.h"
 #include "platform/SyntheticEvent.h"
 #include "platform/VirtualKey.h"
+#include "support/OwnMemory.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -520,6 +521,40 @@ TEST_F(KeyboardMonitorTest, DoesNothingOnceItIsGone) {
   runQueues();
   EXPECT_EQ(m_offers, QStringList());
   EXPECT_EQ(m_quickSearches, 0);
+}
+
+// Letters in an order that nothing else has, each with marks: the copies that were dropped are then
+// larger than what the search itself makes and drops, and stay in memory as they were.
+constexpr std::size_t unitsOfCharacter = 4;
+
+char16_t secretUnit(std::size_t index) {
+  const std::size_t letter = index / unitsOfCharacter;
+  if (index % unitsOfCharacter != 0) return u'\u0301';
+  return static_cast<char16_t>(u'a' + (letter * 5 + letter * letter * 7 + 11) % 26);
+}
+
+QString secretCharacter(std::size_t number) {
+  QString character;
+  for (std::size_t index = 0; index < unitsOfCharacter; ++index) {
+    character += QChar(secretUnit(number * unitsOfCharacter + index));
+  }
+  return character;
+}
+
+TEST_F(KeyboardMonitorTest, LeavesNothingInMemoryOfWhatWasTypedBeforeEscape) {
+  // A part from the middle: where a copy was dropped its beginning is soon something else.
+  constexpr std::size_t part = 40;
+  const auto middle = [](std::size_t index) { return secretUnit(index + 20); };
+  const OwnMemory memory;
+  m_monitor.start();
+  for (std::size_t number = 0; number < 40; ++number) {
+    m_source.type(secretCharacter(number));
+    runQueues();
+  }
+  ASSERT_TRUE(memory.holds(part, middle)) << "the search finds nothing at all";
+  m_source.press(virtualkey::escape);
+  runQueues();
+  EXPECT_FALSE(memory.holds(part, middle));
 }
 
 }  // namespace

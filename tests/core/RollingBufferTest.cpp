@@ -2,6 +2,7 @@
 
 #include "base/text/Wipe.h"
 #include "core/RollingBuffer.h"
+#include "support/OwnMemory.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -61,6 +62,27 @@ TEST(RollingBuffer, IsEmptyOnceCleared) {
   buffer.clear();
   EXPECT_EQ(buffer.text(), QString());
   EXPECT_EQ(buffer.append(u"b"), u"b"_s);
+}
+
+// Letters in an order that nothing else has.
+char16_t secretUnit(std::size_t index) {
+  return static_cast<char16_t>(u'a' + (index * 7 + index * index * 3 + 5) % 26);
+}
+
+TEST(RollingBuffer, LeavesNothingInMemoryOfWhatWasCleared) {
+  constexpr std::size_t length = 24;
+  // Without the first one, in whose place the end of the emptied text is marked.
+  const auto allButTheFirst = [](std::size_t index) { return secretUnit(index + 1); };
+  const OwnMemory memory;
+  RollingBuffer buffer(50);
+  for (std::size_t index = 0; index < length; ++index) {
+    const char16_t unit = secretUnit(index);
+    QString copy = buffer.append(QStringView(&unit, 1));
+    wipe(copy);
+  }
+  ASSERT_TRUE(memory.holds(length - 1, allButTheFirst)) << "the search finds nothing at all";
+  buffer.clear();
+  EXPECT_FALSE(memory.holds(length - 1, allButTheFirst));
 }
 
 }  // namespace

@@ -237,7 +237,7 @@ TEST_F(FillInForm, KeepsTheCaretInSightInALowPane) {
   }
 }
 
-TEST_F(FillInForm, ForgetsTheKeyboardWhereItIsGoneByThen) {
+TEST_F(FillInForm, DoesNotTouchTheFormWhereItIsGoneByThen) {
   open(u"{{field:A}}"_s);
   m_form.reset();
   giveFocus();

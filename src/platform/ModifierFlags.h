@@ -8,7 +8,7 @@ namespace zarvy::modifier {
 inline constexpr quint64 capsLock = 0x10000;
 inline constexpr quint64 shift = 0x20000;
 inline constexpr quint64 control = 0x40000;
-inline constexpr quint64 option = 0x80000;
-inline constexpr quint64 command = 0x100000;
+inline constexpr quint64 option = 0x80000;    // Alt
+inline constexpr quint64 command = 0x100000;  // Super, which some call Windows
 
 }  // namespace zarvy::modifier

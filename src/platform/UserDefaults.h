@@ -6,7 +6,8 @@
 
 namespace zarvy {
 
-// Texts by their keys that survive restarts, apart from the documents. Any thread.
+// Texts by their keys that survive restarts, apart from the documents: what the user has set in a
+// file of settings (Zarvy.conf), and what the program keeps there for itself. Any thread.
 class UserDefaults {
  public:
   virtual ~UserDefaults() = default;

@@ -86,7 +86,7 @@ void AppState::syncIfEnabled() {
   });
 }
 
-QList<Snippet> AppState::filteredSnippets() {
+SnippetList AppState::filteredSnippets() {
   return m_filter.filtered(m_library.snippets(), m_selection.selectedFolderID(),
                            m_selection.searchText());
 }

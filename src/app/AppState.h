@@ -44,7 +44,7 @@ class AppState final : public QObject {
   [[nodiscard]] DesktopPresence& presence() { return m_presence; }
 
   // What of the library the selected folder and the search text leave, in stored order.
-  [[nodiscard]] QList<Snippet> filteredSnippets();
+  [[nodiscard]] SnippetList filteredSnippets();
 
   // Once the library is loaded. Saves them as well, and does what follows from what has changed:
   // taskbar, login item, hot key.

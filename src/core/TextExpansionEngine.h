@@ -63,8 +63,9 @@ class TextExpansionEngine {
   // for each expression of more than 10,000 UTF-16 units; findMatch() never asks those.
   void setSnippets(const SnippetList& snippets);
 
-  // The same where `change` is what has become of the library that was set last: what it costs does
-  // not grow with the number of literal triggers. What is added stands behind all others.
+  // The same where `change` is what has become of the library that was set last; what is added
+  // stands behind all others. Quick also among very many snippets, so it works under the lock.
+  // Prints a line for the changed ones alone.
   void changeSnippets(const SnippetList& snippets, const ListChange& change);
 
   [[nodiscard]] SnippetList snippets() const;

@@ -3,8 +3,9 @@
 namespace zarvy {
 
 // Takes from the whole process, all of its threads, and for good: opening files, sockets, starting
-// programs, and whatever else a script has no use for. Such a call then fails with EPERM, and
-// the first one of those that nobody expects is told on standard error. What is open stays open.
+// programs, and whatever else a script has no use for. Such a call then fails with EPERM, and the
+// first unexpected one is told on standard error; on a thread that blocks all signals an unexpected
+// one ends the process. What is open stays open.
 // Throws std::system_error where the kernel refuses, and nothing is taken then.
 void enterSandbox();
 

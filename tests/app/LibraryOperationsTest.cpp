@@ -153,6 +153,19 @@ TEST_F(LibraryOperationsTest, DeleteAFolderAndKeepItsSnippets) {
   EXPECT_EQ(engineSnippets(), state().library().snippets());
 }
 
+TEST_F(LibraryOperationsTest, HandOverTheFoldersOfExpressionsWithTheNextChange) {
+  Snippet expression = m_harness.snippet(u"x+y"_s, u"text"_s);
+  expression.isRegexTrigger = true;
+  expression.folderID = work.id;
+  state().operations().addSnippet(expression);
+  state().operations().deleteFolder(work.id);
+  ASSERT_TRUE(m_harness.engine.findMatch(u"xy"_s));
+  EXPECT_EQ(m_harness.engine.findMatch(u"xy"_s)->snippet.folderID, work.id);
+  state().operations().addSnippet(m_harness.snippet(u";new"_s, u"new"_s));
+  ASSERT_TRUE(m_harness.engine.findMatch(u"xy"_s));
+  EXPECT_EQ(m_harness.engine.findMatch(u"xy"_s)->snippet.folderID, std::nullopt);
+}
+
 TEST_F(LibraryOperationsTest, KeepTheSelectionOfAnotherFolder) {
   state().selection().setSelectedFolderID(home.id);
   state().operations().deleteFolder(work.id);

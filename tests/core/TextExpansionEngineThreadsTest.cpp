@@ -66,6 +66,11 @@ TEST(TextExpansionEngineThreads, MatchesWhileTheLibraryIsEdited) {
     } else {
       engine.changeSnippets(edition(number, regexID), {ListChange::Kind::updated, 0, 3});
     }
+    QList<Snippet> longer = edition(number, regexID);
+    longer.append(longer.front());
+    longer.back().trigger = u";longer"_s;
+    engine.changeSnippets(longer, {ListChange::Kind::added, 3, 1});
+    engine.changeSnippets(longer.first(3), {ListChange::Kind::removed, 3, 1});
     engine.setGlobalVariables({{QUuid(), QString::number(number), {}, {}, {}}});
   }
   isEnding = true;

@@ -33,7 +33,7 @@ class Library final : public QObject {
   [[nodiscard]] const QList<ImportBatch>& recentImports() const { return m_recentImports; }
 
   void setSnippets(const SnippetList& snippets);
-  // Each of these changes a stretch of the list, and gives what it has announced.
+  // Each of these changes a stretch of the list, and gives what has become of it.
   ListChange appendSnippet(const Snippet& snippet);
   ListChange replaceSnippet(qsizetype position, const Snippet& snippet);
   ListChange removeSnippets(qsizetype first, qsizetype count);
@@ -44,7 +44,8 @@ class Library final : public QObject {
   void setRecentImports(const QList<ImportBatch>& recentImports);
 
  Q_SIGNALS:
-  // `change` leads from the list that was there before to that of now.
+  // `change` leads from the list that was there before to that of now. A slot must not change the
+  // list: further changes of the same deletion may be on their way.
   void snippetsChanged(const ListChange& change);
   void foldersChanged();
   void globalVariablesChanged();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "app/library/Library.h"
@@ -57,9 +58,14 @@ std::vector<Stretch> stretchesOf(const SnippetList& snippets, const QSet<QUuid>&
   return stretches;
 }
 
-// A deletion in more places than this is told as another list: following it place by place would
-// take longer.
-constexpr std::size_t mostStretches = 64;
+// A deletion of very much is told as another list: following it would take longer.
+bool isTooMuchToFollow(const std::vector<Stretch>& stretches) {
+  constexpr std::size_t mostStretches = 64;
+  constexpr qsizetype mostSnippets = 1000;
+  qsizetype snippets = 0;
+  for (const Stretch& stretch : stretches) snippets += stretch.count;
+  return stretches.size() > mostStretches || snippets > mostSnippets;
+}
 
 }  // namespace
 
@@ -84,7 +90,7 @@ void LibraryOperations::deleteSnippet(const QUuid& id) {
 void LibraryOperations::deleteSnippets(const QSet<QUuid>& ids) {
   if (ids.isEmpty()) return;
   const std::vector<Stretch> stretches = stretchesOf(m_library.snippets(), ids);
-  if (stretches.size() > mostStretches) {
+  if (isTooMuchToFollow(stretches)) {
     QList<Snippet> left = m_library.snippets().toList();
     left.removeIf([&ids](const Snippet& snippet) { return ids.contains(snippet.id); });
     m_library.setSnippets(left);
@@ -92,8 +98,9 @@ void LibraryOperations::deleteSnippets(const QSet<QUuid>& ids) {
   } else {
     for (const Stretch& stretch : stretches) {
       const ListChange change = m_library.removeSnippets(stretch.first, stretch.count);
-      m_engine.changeSnippets(m_library.snippets(), change);
+      handOver(change);
     }
+    if (stretches.empty()) m_engine.setSnippets(m_library.snippets());
     m_saver.scheduleSave();
   }
   m_selection.forgetSnippets(ids);
@@ -124,7 +131,9 @@ void LibraryOperations::addFolder(const Folder& folder) {
 void LibraryOperations::deleteFolder(const QUuid& id) {
   QList<Snippet> snippets = m_library.snippets().toList();
   for (Snippet& snippet : snippets) {
-    if (snippet.folderID == id) snippet.folderID.reset();
+    if (snippet.folderID != id) continue;
+    snippet.folderID.reset();
+    m_isEngineBehind = true;
   }
   m_library.setSnippets(snippets);
   m_library.setFolders(without(m_library.folders(), id));
@@ -168,8 +177,16 @@ bool LibraryOperations::isVariableNameDuplicate(const QString& name,
 }
 
 void LibraryOperations::afterChange(const ListChange& change) {
-  m_engine.changeSnippets(m_library.snippets(), change);
+  handOver(change);
   m_saver.scheduleSave();
+}
+
+void LibraryOperations::handOver(const ListChange& change) {
+  if (std::exchange(m_isEngineBehind, false)) {
+    m_engine.setSnippets(m_library.snippets());
+  } else {
+    m_engine.changeSnippets(m_library.snippets(), change);
+  }
 }
 
 void LibraryOperations::changeGlobalVariables(const QList<GlobalVariable>& variables) {

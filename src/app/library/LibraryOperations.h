@@ -58,6 +58,7 @@ class LibraryOperations {
 
  private:
   void afterChange(const ListChange& change);
+  void handOver(const ListChange& change);
   void changeGlobalVariables(const QList<GlobalVariable>& variables);
 
   Library& m_library;
@@ -65,6 +66,7 @@ class LibraryOperations {
   LibrarySaver& m_saver;
   TextExpansionEngine& m_engine;
   const Clock& m_clock;
+  bool m_isEngineBehind = false;  // it has not been told of the last change of folders
 };
 
 }  // namespace zarvy

@@ -15,10 +15,10 @@ bool isSame(const QString& a, const QString& b) {
 
 }  // namespace
 
-QList<Snippet> SnippetFilter::filtered(const SnippetList& snippets,
-                                       const std::optional<QUuid>& folderID,
-                                       const QString& searchText) {
-  if (!folderID && searchText.isEmpty()) return snippets.toList();
+SnippetList SnippetFilter::filtered(const SnippetList& snippets,
+                                    const std::optional<QUuid>& folderID,
+                                    const QString& searchText) {
+  if (!folderID && searchText.isEmpty()) return snippets;
   if (m_texts.size() > 2 * snippets.size()) m_texts.clear();  // most of them have been deleted
   const CaseInsensitiveSearch search(searchText, m_locale);
   const auto isWanted = [&](const Snippet& snippet) {

@@ -23,9 +23,9 @@ class SnippetFilter {
   // Those of `snippets`, in their order, that lie in the folder of that id, unless it is absent,
   // and in whose title, trigger or replacement `searchText` occurs. An empty `searchText` narrows
   // nothing down.
-  [[nodiscard]] QList<Snippet> filtered(const SnippetList& snippets,
-                                        const std::optional<QUuid>& folderID,
-                                        const QString& searchText);
+  [[nodiscard]] SnippetList filtered(const SnippetList& snippets,
+                                     const std::optional<QUuid>& folderID,
+                                     const QString& searchText);
 
  private:
   struct FoldedText {

@@ -9,8 +9,8 @@
 
 namespace zarvy {
 
-// A child process of this one, held so that its number cannot become another process's, and so that
-// its end can be waited for without looking for it. One thread at a time.
+// A child process of this one, whose end can be waited for without asking again and again. Its
+// number is not given to another process before it has been reaped. One thread at a time.
 class ProcessHandle {
  public:
   // Throws std::system_error where the system gives none. `child` has not been reaped.

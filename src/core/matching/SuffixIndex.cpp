@@ -86,7 +86,9 @@ std::size_t SuffixIndex::makeNode(std::u32string_view label) {
 
 // Puts a node ahead of the part of the label that is behind `depth` characters.
 void SuffixIndex::split(std::size_t node, std::size_t depth) {
-  const std::size_t lower = makeNode(std::u32string_view(m_nodes[node].label).substr(depth));
+  // A copy: making a node may move all others.
+  const Numbers rest = m_nodes[node].label.substr(depth);
+  const std::size_t lower = makeNode(rest);
   Node& upper = m_nodes[node];
   m_nodes[lower].children = std::exchange(upper.children, {{m_nodes[lower].label.front(), lower}});
   m_nodes[lower].ranks = std::exchange(upper.ranks, {});

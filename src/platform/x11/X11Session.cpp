@@ -193,7 +193,7 @@ std::unique_ptr<X11Session> X11Session::open(Scheduler& scheduler, LineOutput& o
   parts->grabs.tellFocus();
   parts->typist.reclaimScratchKeys();
   parts->typist.onNoScratchKeys([&output] {
-    output.print(u"No scratch keys: characters that the keyboard layout lacks are left out"_s);
+    output.print(u"No spare keys: characters that the keyboard layout lacks are left out"_s);
   });
   Parts* raw = parts.get();
   parts->reader.start([raw, &scheduler, onLost = std::move(onLost)] {

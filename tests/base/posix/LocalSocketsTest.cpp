@@ -1,3 +1,6 @@
+#include <sys/prctl.h>
+#include <unistd.h>
+
 #include <QTemporaryDir>
 #include <QUuid>
 
@@ -47,6 +50,17 @@ TEST(LocalSockets, TellWhoseTheOtherEndIs) {
   const auto sockets = makeSocketPair();
   ASSERT_TRUE(sockets);
   EXPECT_TRUE(isOfThisUser(sockets->own.get()));
+}
+
+TEST(LocalSockets, TellThatTheOtherEndIsAnotherUsers) {
+  constexpr uid_t another = 65534;
+  if (::geteuid() != 0) GTEST_SKIP() << "only root can be another user";
+  ASSERT_EQ(::seteuid(another), 0);
+  const auto sockets = makeSocketPair();
+  ASSERT_EQ(::seteuid(0), 0);
+  ::prctl(PR_SET_DUMPABLE, 1);  // as it was before the change of the user
+  ASSERT_TRUE(sockets);
+  EXPECT_FALSE(isOfThisUser(sockets->own.get()));
 }
 
 }  // namespace

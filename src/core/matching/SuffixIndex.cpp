@@ -99,7 +99,7 @@ void SuffixIndex::split(std::size_t node, std::size_t depth) {
 void SuffixIndex::removeEmptyNodes(const std::vector<std::size_t>& path) {
   for (std::size_t level = path.size() - 1; level > 0; --level) {
     Node& node = m_nodes[path[level]];
-    if (!node.ranks.isEmpty() || !node.children.empty()) return;
+    if (!node.ranks.empty() || !node.children.empty()) return;
     std::vector<Child>& siblings = m_nodes[path[level - 1]].children;
     siblings.erase(placeOf(siblings, node.label.front()));
     node = {};
@@ -138,7 +138,7 @@ std::optional<Rank> SuffixIndex::find(QStringView text) const {
     for (const Number number : std::u32string_view(here.label).substr(1)) {
       if (nextNumber() != number) return best;
     }
-    if (!here.ranks.isEmpty() && (!best || here.ranks.front() < *best)) best = here.ranks.front();
+    if (!here.ranks.empty() && (!best || here.ranks.front() < *best)) best = here.ranks.front();
   }
   return best;
 }

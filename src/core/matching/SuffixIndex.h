@@ -6,7 +6,6 @@
 #include <vector>
 
 #include <QStringView>
-#include <QVarLengthArray>
 
 #include "base/text/CanonicalGraphemes.h"
 
@@ -16,8 +15,9 @@ namespace zarvy {
 // has the lower rank. Ranks need not be successive, so a snippet keeps its rank when others go.
 using Rank = quint64;
 
-// Ascending. Nearly always one: that of the only snippet with a trigger.
-using Ranks = QVarLengthArray<Rank, 1>;
+// Ascending. Nearly always one: that of the only snippet with a trigger. No QVarLengthArray: that
+// of Qt 6.4 loses memory where one that has grown is moved onto another.
+using Ranks = std::vector<Rank>;
 
 void insertRank(Ranks& ranks, Rank rank);
 void removeRank(Ranks& ranks, Rank rank);

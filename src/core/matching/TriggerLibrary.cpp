@@ -76,7 +76,7 @@ void TriggerLibrary::add(const Snippet& snippet, Rank rank) {
 void TriggerLibrary::remove(const Snippet& snippet, Rank rank) {
   const auto ranks = m_triggers.find(snippet.trigger);
   removeRank(*ranks, rank);
-  if (ranks->isEmpty()) m_triggers.erase(ranks);
+  if (ranks->empty()) m_triggers.erase(ranks);
   if (!snippet.isRegexTrigger) {
     m_literals.remove(snippet.trigger, rank);
   } else if (!hasTooLongPattern(snippet)) {

@@ -14,8 +14,13 @@ class DocumentQueue {
  public:
   using Work = std::function<void(const DataStore&)>;
 
-  // No one else uses `store` or `queue` from then on. Both outlive the work that is handed over.
+  // Both outlive this object, and only this object uses them from then on.
   DocumentQueue(const DataStore& store, SerialQueue& queue) : m_store(store), m_queue(queue) {}
+
+  // Waits for the work that was handed over.
+  ~DocumentQueue() { m_queue.drain(); }
+  DocumentQueue(const DocumentQueue&) = delete;
+  DocumentQueue& operator=(const DocumentQueue&) = delete;
 
   // Returns at once. What `work` holds is a copy, so that later changes do not reach it.
   void post(Work work) {

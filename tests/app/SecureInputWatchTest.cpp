@@ -16,7 +16,7 @@ class SecureInputWatchTest : public testing::Test {
  protected:
   SecureInputWatchTest() {
     m_workspace.setFrontmost(RunningApplication{10, u"editor"_s, u"The Editor"_s, 1});
-    m_watch.onChange = [this] { m_names.append(m_watch.secureInputAppName().value_or(u"-"_s)); };
+    m_watch.onChange([this] { m_names.append(m_watch.secureInputAppName().value_or(u"-"_s)); });
   }
 
   Journal m_journal;

@@ -14,11 +14,11 @@ class FakeFillInWindow final : public FillInWindow {
  public:
   explicit FakeFillInWindow(Journal& journal) : m_journal(journal) {}
 
-  void show(const Snippet& snippet, FolderColor folderColor, OnComplete onComplete,
-            OnCancel onCancel) override {
+  void show(const Snippet& snippet, FolderColor folderColor, TakeTypedAhead takeTypedAhead,
+            OnComplete onComplete, OnCancel onCancel) override {
     close();
     m_journal.add(QStringLiteral("form %1 %2").arg(snippet.trigger, rawText(folderColor)));
-    m_form = {snippet, std::move(onComplete), std::move(onCancel)};
+    m_form = {snippet, std::move(takeTypedAhead), std::move(onComplete), std::move(onCancel)};
   }
 
   void close() override {
@@ -30,6 +30,8 @@ class FakeFillInWindow final : public FillInWindow {
 
   [[nodiscard]] bool isOpen() const { return m_form.has_value(); }
   [[nodiscard]] const Snippet& snippet() const { return m_form->snippet; }
+
+  [[nodiscard]] QString takeTypedAhead() const { return m_form->takeTypedAhead(); }
 
   void pressExpand(const QMap<QString, QString>& values) {
     m_isCompleting = true;
@@ -49,6 +51,7 @@ class FakeFillInWindow final : public FillInWindow {
  private:
   struct Form {
     Snippet snippet;
+    TakeTypedAhead takeTypedAhead;
     OnComplete onComplete;
     OnCancel onCancel;
   };

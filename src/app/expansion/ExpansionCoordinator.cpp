@@ -67,12 +67,12 @@ void ExpansionCoordinator::openForm(const PendingExpansion& pending) {
   m_services.fillInWindow
       .close();  // of an earlier one, whose end must not take this one for its own
   setPending(pending);
-  m_services.fillInWindow.takeTypedAhead = [typedSince = pending.typedSince] {
-    return typedSince ? typedSince->takeForForm() : QString();
-  };
   const QPointer weak(this);
   m_services.fillInWindow.show(
       pending.snippet, folderColorOf(pending.snippet, m_library.folders()),
+      [typedSince = pending.typedSince] {
+        return typedSince ? typedSince->takeForForm() : QString();
+      },
       [weak](const QMap<QString, QString>& values) {
         if (weak) weak->submitFillIn(values);
       },
@@ -137,7 +137,6 @@ void ExpansionCoordinator::type(const PendingExpansion& expansion, const Expande
 
 // The form's two properties change together; listeners hear of it when both have.
 void ExpansionCoordinator::setPending(const std::optional<PendingExpansion>& pending) {
-  if (!pending) m_services.fillInWindow.takeTypedAhead = nullptr;
   const bool expansionChanged = assignIfChanged(m_pendingExpansion, pending);
   const bool showingChanged = assignIfChanged(m_showingFillInForm, pending.has_value());
   if (expansionChanged) Q_EMIT pendingExpansionChanged();

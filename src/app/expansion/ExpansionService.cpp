@@ -25,13 +25,13 @@ ExpansionService::ExpansionService(const Library& library, ExpansionCoordinator&
       m_services(services),
       m_hotKeyWatch(library, services.hotKeys),
       m_hasAccessibilityPermission(services.permission.isTrusted()) {
-  m_services.secureInputWatch.onChange = [this] { Q_EMIT secureInputAppNameChanged(); };
+  m_services.secureInputWatch.onChange([this] { Q_EMIT secureInputAppNameChanged(); });
   connect(&m_hotKeyWatch, &HotKeyWatch::takenHotKeyChanged, this,
           &ExpansionService::takenHotKeyChanged);
 }
 
 ExpansionService::~ExpansionService() {
-  m_services.secureInputWatch.onChange = nullptr;
+  m_services.secureInputWatch.onChange(nullptr);
   m_services.secureInputWatch.stop();
 }
 

@@ -17,19 +17,18 @@ class FillInWindow {
   // The answers by the name of the field.
   using OnComplete = std::function<void(const QMap<QString, QString>& values)>;
   using OnCancel = std::function<void()>;
-
-  // Gives what somebody has typed into the application between the trigger and the form: the first
-  // keys of the first field. Asked once for a form, when that field has the keyboard. To be set
-  // ahead of show().
-  std::function<QString()> takeTypedAhead;
+  // Gives what was typed into the application between the trigger and the form: the first keys of
+  // the first field.
+  using TakeTypedAhead = std::function<QString()>;
 
   virtual ~FillInWindow() = default;
 
   // Closes the form that is open, and opens one for `snippet`, whose trigger stands in a badge of
   // `folderColor`. Exactly one of the callbacks is called for it: `onComplete` once, ahead of the
   // window's closing; or `onCancel`, which may come twice for one press.
-  virtual void show(const Snippet& snippet, FolderColor folderColor, OnComplete onComplete,
-                    OnCancel onCancel) = 0;
+  // `takeTypedAhead` is asked once, when the first field has the keyboard.
+  virtual void show(const Snippet& snippet, FolderColor folderColor, TakeTypedAhead takeTypedAhead,
+                    OnComplete onComplete, OnCancel onCancel) = 0;
 
   // Closes the form, as its user does by the window's own button, and forgets it. Nothing happens
   // where none is open.

@@ -56,7 +56,7 @@ QString SecureInputWatch::secureInputOwnerName() const {
 
 void SecureInputWatch::setAppName(const std::optional<QString>& name) {
   if (std::exchange(m_appName, name) == name) return;
-  if (onChange) onChange();
+  if (m_onChange) m_onChange();
 }
 
 }  // namespace zarvy

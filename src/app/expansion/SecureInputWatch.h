@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include <QString>
 
@@ -23,8 +24,8 @@ class SecureInputWatch {
   SecureInputWatch(const SecureInputWatch&) = delete;
   SecureInputWatch& operator=(const SecureInputWatch&) = delete;
 
-  // Called after every real change of secureInputAppName().
-  std::function<void()> onChange;
+  // Called after every real change of secureInputAppName(). One handler; null for none.
+  void onChange(std::function<void()> handler) { m_onChange = std::move(handler); }
 
   // The name of the application that has the keyboard for itself; absent where none has, and while
   // the watch is stopped.
@@ -44,6 +45,7 @@ class SecureInputWatch {
   const Workspace& m_workspace;
   Scheduler& m_scheduler;
   TaskHandle m_timer;
+  std::function<void()> m_onChange;
   bool m_wasSecureInputEnabled = false;
   std::optional<QString> m_appName;
 };

@@ -55,6 +55,10 @@ iCloudSyncService::iCloudSyncService(const CloudDrive& drive, UserDefaults& defa
       m_queue(queue),
       m_output(output) {}
 
+iCloudSyncService::~iCloudSyncService() {
+  m_queue.drain();
+}
+
 void iCloudSyncService::sync(const QList<Snippet>& snippets, const QList<Folder>& folders,
                              const QList<GlobalVariable>& globalVariables,
                              const std::optional<SyncMetadata>& localMetadata,
@@ -132,10 +136,11 @@ void iCloudSyncService::write(const SyncedLists& lists,
 void iCloudSyncService::readAfterTheWait(OnDownloaded onDownloaded) const {
   const auto folder = findFolderIfSignedIn();
   if (!folder) return onDownloaded(std::nullopt);
-  m_scheduler.postAfter(
-      waitForFile, [this, folder = *folder, onDownloaded = std::move(onDownloaded)] {
-        m_queue.post([this, folder, onDownloaded] { onDownloaded(read(folder)); });
-      });
+  m_scheduler.postAfter(waitForFile, [this, life = std::weak_ptr(m_life), folder = *folder,
+                                      onDownloaded = std::move(onDownloaded)] {
+    if (life.expired()) return;
+    m_queue.post([this, folder, onDownloaded] { onDownloaded(read(folder)); });
+  });
 }
 
 std::optional<SyncedData> iCloudSyncService::read(const QString& folder) const {

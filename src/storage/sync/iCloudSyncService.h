@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -37,10 +38,16 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
   using OnUploaded = std::function<void()>;
   using OnDownloaded = std::function<void(const std::optional<SyncedData>&)>;
 
-  // All of them, and the service, outlive the work that is handed over. The queue is the service's
-  // alone; the scheduler gives the time to wait.
+  // All of them outlive the service. The queue is the service's alone; the scheduler gives the time
+  // to wait.
   iCloudSyncService(const CloudDrive& drive, UserDefaults& defaults, const Clock& clock,
                     Scheduler& scheduler, SerialQueue& queue, LineOutput& output);
+
+  // Waits for the work that is on its queue. A sync or a download that waits for the file is
+  // dropped without a callback. Main thread.
+  ~iCloudSyncService();
+  iCloudSyncService(const iCloudSyncService&) = delete;
+  iCloudSyncService& operator=(const iCloudSyncService&) = delete;
 
   // Compares the library with the shared file 0.3 s from now, and either replaces the file or gives
   // back what is to replace the library. `localMetadata` is that of the last sync or upload; absent
@@ -67,6 +74,8 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
   [[nodiscard]] SyncMetadata nextMetadata(const std::optional<SyncMetadata>& current) const;
 
  private:
+  struct Life {};
+
   // What is said before any file is looked at; absent where the drive and its folder are there.
   [[nodiscard]] std::optional<SyncStatus> prepare() const;
   [[nodiscard]] SyncResult settle(const SyncedLists& local,
@@ -89,6 +98,7 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
   Scheduler& m_scheduler;
   SerialQueue& m_queue;
   LineOutput& m_output;
+  std::shared_ptr<Life> m_life = std::make_shared<Life>();  // main-thread tasks hold it weakly
   mutable std::mutex m_identityLock;  // held while an identity is read or made
 };
 

@@ -25,13 +25,14 @@ FillInWindowController::FillInWindowController(const FillInServices& services)
 FillInWindowController::~FillInWindowController() = default;
 
 void FillInWindowController::show(const Snippet& snippet, FolderColor folderColor,
-                                  OnComplete onComplete, OnCancel onCancel) {
+                                  TakeTypedAhead takeTypedAhead, OnComplete onComplete,
+                                  OnCancel onCancel) {
   if (!giveWay()) return;
   m_didComplete = false;
   ++m_opening;
   auto form = std::make_unique<StandaloneFillInForm>(snippet, folderColor, m_services,
                                                      wrapped(onComplete), wrapped(onCancel));
-  form->takeTypedAhead = takeTypedAhead;
+  form->setTypedAhead(std::move(takeTypedAhead));
   m_window = makePanel<FillInPanel>(std::move(form), u"Fill In - "_s + snippet.title);
   m_windowDelegate = std::make_shared<const WindowDelegate>(WindowDelegate{onCloseOf(onCancel)});
   m_window->setDelegate(m_windowDelegate);

@@ -26,8 +26,8 @@ class FillInWindowController final : public QObject, public FillInWindow {
   // A press of "Cancel" calls `onCancel` twice, once for itself and once for the closing that
   // follows; any other closing without "Expand" calls it once. The form that is open gives way, and
   // so does one that its end opens in turn; what the end of that one opens goes without a call.
-  void show(const Snippet& snippet, FolderColor folderColor, OnComplete onComplete,
-            OnCancel onCancel) override;
+  void show(const Snippet& snippet, FolderColor folderColor, TakeTypedAhead takeTypedAhead,
+            OnComplete onComplete, OnCancel onCancel) override;
 
   void close() override;
 

@@ -194,7 +194,7 @@ void StandaloneFillInForm::focusFirstField() {
   if (!m_list) return;
   setAttribute(Qt::WA_InputMethodEnabled, false);
   m_list->takeFocus(m_fields.constFirst().id);
-  if (const auto take = std::exchange(takeTypedAhead, nullptr)) m_earlyKeys.putAhead(take());
+  if (const auto take = std::exchange(m_takeTypedAhead, nullptr)) m_earlyKeys.putAhead(take());
   m_earlyKeys.handOn(*this, [this] { m_expand->click(); });
 }
 

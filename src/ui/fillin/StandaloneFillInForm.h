@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 #include <QList>
 #include <QMap>
@@ -38,8 +39,8 @@ class StandaloneFillInForm final : public QWidget {
   StandaloneFillInForm(Snippet snippet, FolderColor folderColor, const FillInServices& services,
                        OnExpand onExpand, OnCancel onCancel);
 
-  // As FillInWindow's. May be unset.
-  std::function<QString()> takeTypedAhead;
+  // What was typed ahead of the form: `take` is asked once, when the first field has the keyboard.
+  void setTypedAhead(std::function<QString()> take) { m_takeTypedAhead = std::move(take); }
 
   // Empty until the form has appeared, then as the user has left them.
   [[nodiscard]] const QList<FillInField>& fields() const { return m_fields; }
@@ -77,6 +78,7 @@ class StandaloneFillInForm final : public QWidget {
   const FillInServices m_services;
   const OnExpand m_onExpand;
   const OnCancel m_onCancel;
+  std::function<QString()> m_takeTypedAhead;
   QList<FillInField> m_fields;
   bool m_hasAppeared = false;
   EarlyKeys m_earlyKeys;

@@ -149,6 +149,20 @@ TEST_F(FillInForm, KeepsWhatIsTypedBeforeTheFirstFieldHasTheKeyboard) {
   EXPECT_EQ(m_expansions + m_cancellations, 0);
 }
 
+TEST_F(FillInForm, PutsWhatTheApplicationGotAheadOfWhatTheFormKept) {
+  StandaloneFillInForm& form = open(u"{{field:A:old}}"_s);
+  int asked = 0;
+  form.setTypedAhead([&asked] {
+    ++asked;
+    return u"Ad"_s;
+  });
+  QTest::keyClicks(m_form.get(), u"a"_s);
+  EXPECT_EQ(asked, 0);
+  giveFocus();
+  EXPECT_EQ(form.fields().constFirst().value, u"Ada"_s);
+  EXPECT_EQ(asked, 1);
+}
+
 TEST_F(FillInForm, GoesOnFromFieldToFieldWithTheKeysOfBefore) {
   open(u"{{field:A:a}} {{field:B:b}}"_s);
   QTest::keyClicks(m_form.get(), u"1"_s);

@@ -31,7 +31,7 @@ class FillInWindows : public testing::Test {
     Snippet snippet = FillInHarness::snippet(u"{{field:A:x}}"_s);
     snippet.title = title;
     m_controller->show(
-        snippet, FolderColor::red,
+        snippet, FolderColor::red, [] { return QString(); },
         [this, name](const QMap<QString, QString>& values) {
           m_calls.append(name + u" complete "_s + values.value(u"A"_s) +
                          (openPanel() ? u" while open"_s : u""_s));

@@ -1,6 +1,8 @@
-#include "base/StandardErrorMessages.h"
+#include "base/StandardStreams.h"
 
 #include <climits>
+#include <fcntl.h>
+#include <initializer_list>
 #include <poll.h>
 #include <unistd.h>
 
@@ -25,6 +27,13 @@ void writeMessage(QtMsgType type, const QMessageLogContext& context, const QStri
 }
 
 }  // namespace
+
+void openMissingStandardDescriptors() {
+  for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    // The system gives the lowest number that is free, which is this one.
+    if (::fcntl(descriptor, F_GETFD) < 0) static_cast<void>(::open("/dev/null", O_RDWR));
+  }
+}
 
 void writeToolkitMessagesWithoutWaiting() {
   qInstallMessageHandler(&writeMessage);

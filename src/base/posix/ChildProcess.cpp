@@ -4,11 +4,12 @@
 #include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 
-#include "base/posix/FileDescriptor.h"
+#include "base/posix/Waiting.h"
 
 namespace zarvy {
 namespace {
@@ -98,16 +99,20 @@ pid_t spawn(const QByteArrayList& arguments, const std::vector<int>& descriptors
   return id;
 }
 
+// Not by the C library's function, which its header of 2.36 hides from C++.
+int openProcess(pid_t process) {
+  return static_cast<int>(::syscall(SYS_pidfd_open, process, 0));
+}
+
 // A child without a handle could be neither waited for nor handed on.
-ProcessHandle handleOf(pid_t child) {
-  try {
-    return ProcessHandle(child);
-  } catch (const std::system_error&) {
-    ::kill(-child, SIGKILL);
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
-    throw;
+FileDescriptor handleOf(pid_t child) {
+  FileDescriptor handle(openProcess(child));
+  if (handle.isOpen()) return handle;
+  const int error = errno;
+  ::kill(-child, SIGKILL);
+  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }
+  throw std::system_error(error, std::generic_category(), "pidfd_open");
 }
 
 }  // namespace
@@ -119,10 +124,24 @@ ChildProcess::ChildProcess(const QByteArrayList& arguments, const std::vector<in
                            const QByteArrayList& environment)
     : ChildProcess(spawn(arguments, descriptors, pointersTo(environment).data())) {}
 
-ChildProcess::ChildProcess(pid_t id) : m_id(id), m_handle(handleOf(m_id)) {}
+ChildProcess::ChildProcess(pid_t id) : m_id(id), m_end(handleOf(m_id)) {}
+
+bool ChildProcess::waitForEnd(const QDeadlineTimer& deadline) const {
+  return waitUntilReadable(m_end.get(), deadline);
+}
 
 void ChildProcess::signalGroup(int signal) const {
   ::kill(-m_id, signal);
+}
+
+std::optional<int> ChildProcess::reap() const {
+  siginfo_t end{};
+  const auto idOfEnd = static_cast<id_t>(m_end.get());
+  while (::waitid(P_PIDFD, idOfEnd, &end, WEXITED | WNOHANG) != 0) {
+    if (errno != EINTR) return -1;  // how it ended is not known
+  }
+  if (end.si_pid == 0) return std::nullopt;
+  return end.si_status;
 }
 
 }  // namespace zarvy

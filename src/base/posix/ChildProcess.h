@@ -7,7 +7,7 @@
 #include <QByteArrayList>
 #include <QDeadlineTimer>
 
-#include "base/posix/ProcessHandle.h"
+#include "base/posix/FileDescriptor.h"
 
 namespace zarvy {
 
@@ -32,25 +32,23 @@ class ChildProcess {
   [[nodiscard]] pid_t id() const { return m_id; }
 
   // Readable once the child has ended.
-  [[nodiscard]] int endDescriptor() const { return m_handle.endDescriptor(); }
+  [[nodiscard]] int endDescriptor() const { return m_end.get(); }
 
   // Sleeps until the child has ended. False where the deadline comes first.
-  [[nodiscard]] bool waitForEnd(const QDeadlineTimer& deadline) const {
-    return m_handle.waitForEnd(deadline);
-  }
+  [[nodiscard]] bool waitForEnd(const QDeadlineTimer& deadline) const;
 
   // Sends `signal` to the child and to what it has started. Not after it has been reaped.
   void signalGroup(int signal) const;
 
-  // Takes an ended child from the kernel: its exit status, or the signal that ended it. Absent
-  // while it runs. Does not block.
-  [[nodiscard]] std::optional<int> reap() { return m_handle.reap(); }
+  // Takes an ended child from the kernel: its exit status, or the signal that ended it. -1 where
+  // it has been taken already. Absent while it runs. Does not block.
+  [[nodiscard]] std::optional<int> reap() const;
 
  private:
   explicit ChildProcess(pid_t id);
 
   pid_t m_id = -1;
-  ProcessHandle m_handle;
+  FileDescriptor m_end;  // a handle of the child, by which its end is waited for
 };
 
 }  // namespace zarvy

@@ -1,14 +1,68 @@
 #include "base/text/Graphemes.h"
 
 #include <optional>
+#include <utility>
 
+#include <unicode/ubrk.h>
 #include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
 #include "base/text/CodePoints.h"
-#include "base/text/GraphemeBreaker.h"
 
 namespace zarvy {
+
+// The full rules of character boundaries over one text. One thread.
+class GraphemeBreaker {
+ public:
+  // The text must outlive the breaker.
+  explicit GraphemeBreaker(QStringView text) : m_text(text), m_iterator(copyOfRules()) {
+    if (!m_iterator) return;
+    UErrorCode status = U_ZERO_ERROR;
+    ubrk_setText(m_iterator.get(), text.utf16(), static_cast<int32_t>(text.size()), &status);
+    if (U_FAILURE(status)) m_iterator.reset();
+  }
+
+  // The nearest boundary before or after `position`, in UTF-16 units; else the text's start or end.
+  [[nodiscard]] qsizetype preceding(qsizetype position) const {
+    if (!m_iterator) return position > 0 ? position - 1 : 0;
+    const int32_t boundary = ubrk_preceding(m_iterator.get(), static_cast<int32_t>(position));
+    return boundary == UBRK_DONE ? 0 : boundary;
+  }
+
+  [[nodiscard]] qsizetype following(qsizetype position) const {
+    if (!m_iterator) return position < m_text.size() ? position + 1 : m_text.size();
+    const int32_t boundary = ubrk_following(m_iterator.get(), static_cast<int32_t>(position));
+    return boundary == UBRK_DONE ? m_text.size() : boundary;
+  }
+
+  [[nodiscard]] bool isBoundary(qsizetype position) const {
+    return !m_iterator || ubrk_isBoundary(m_iterator.get(), static_cast<int32_t>(position)) != 0;
+  }
+
+ private:
+  struct Close {
+    void operator()(UBreakIterator* iterator) const { ubrk_close(iterator); }
+  };
+  using Iterator = std::unique_ptr<UBreakIterator, Close>;
+
+  // Null only where the installation of the ICU data is broken; every unit is a character then.
+  static Iterator copyOfRules() {
+    // Reading the rules takes ten times as long as copying what was read. Never changed once made.
+    static const Iterator rules = [] {
+      UErrorCode status = U_ZERO_ERROR;
+      Iterator made(ubrk_open(UBRK_CHARACTER, "", nullptr, 0, &status));
+      return U_SUCCESS(status) ? std::move(made) : nullptr;
+    }();
+    if (!rules) return nullptr;
+    UErrorCode status = U_ZERO_ERROR;
+    Iterator copy(ubrk_clone(rules.get(), &status));
+    return U_SUCCESS(status) ? std::move(copy) : nullptr;
+  }
+
+  QStringView m_text;
+  Iterator m_iterator;
+};
+
 namespace {
 
 // Code points that join nothing by themselves: between two of them there is always a boundary.

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/matching/GroupNames.h"
+#include "core/placeholders/Captures.h"
 #include "support/QtPrinters.h"
 
 using namespace Qt::Literals::StringLiterals;

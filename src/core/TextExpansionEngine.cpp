@@ -6,7 +6,6 @@
 #include "base/text/Graphemes.h"
 #include "base/text/Regex.h"
 #include "core/CursorMarker.h"
-#include "core/matching/MatchingRound.h"
 #include "core/placeholders/Captures.h"
 #include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInFields.h"

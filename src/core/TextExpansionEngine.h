@@ -16,7 +16,7 @@
 #include "base/LineOutput.h"
 #include "base/SteadyClock.h"
 #include "core/CursorMarker.h"
-#include "core/matching/SlowPatterns.h"
+#include "core/matching/MatchingRound.h"
 #include "core/matching/TriggerLibrary.h"
 #include "core/model/GlobalVariable.h"
 #include "core/model/Snippet.h"
@@ -25,7 +25,6 @@
 namespace zarvy {
 
 struct FillInField;
-class MatchingRound;
 class Regex;
 
 // The snippet whose trigger ends the typed text.

@@ -2,19 +2,95 @@
 
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include <QSet>
 
 #include "core/placeholders/FieldDefaults.h"
-#include "core/placeholders/FillInScan.h"
+#include "core/placeholders/NextOccurrence.h"
+#include "core/placeholders/PlaceholderScan.h"
 
 namespace zarvy {
 namespace {
 
 using Kind = FillInFieldType::Kind;
 
+constexpr QStringView textFieldOpeners[] = {u"{{field:"};
+constexpr QStringView textAreaOpeners[] = {u"{{textarea:"};
+constexpr QStringView sectionOpeners[] = {u"{{?:"};
+constexpr QStringView sectionEnd = u"{{/?}}";
 constexpr QStringView required = u"required";
 constexpr QStringView requiredSuffix = u":required";
+
+// {{field:Name:default:required}} and {{textarea:Name:default:required}}; views into the text.
+struct TextInputArgument {
+  QStringView name;
+  std::optional<QStringView> second;  // a default value, or the word "required"
+  bool isRequired = false;            // "required" stands in third place
+};
+
+// {{dropdown:Name:a,b,c}}. The name goes to the next colon, whatever stands in between.
+struct Dropdown {
+  QStringView name;
+  QStringView options;  // as they stand, ":required" behind them included
+};
+
+// {{?:Name}}content{{/?}}. The first closing mark ends the content: sections do not nest.
+struct OptionalSection {
+  QStringView name;
+  QStringView content;
+};
+
+// Absent for any other argument.
+std::optional<TextInputArgument> readTextInput(QStringView argument) {
+  const qsizetype nameEnd = argument.indexOf(u':');
+  if (nameEnd < 0) return TextInputArgument{argument, {}, false};
+  if (nameEnd == 0) return std::nullopt;
+  const QStringView name = argument.first(nameEnd);
+  const QStringView rest = argument.sliced(nameEnd + 1);
+  const qsizetype secondEnd = rest.indexOf(u':');
+  if (secondEnd < 0) return TextInputArgument{name, rest, false};
+  if (rest.sliced(secondEnd + 1) != required) return std::nullopt;
+  return TextInputArgument{name, rest.first(secondEnd), true};
+}
+
+bool isTextInput(QStringView argument) {
+  return readTextInput(argument).has_value();
+}
+
+std::vector<Dropdown> findDropdowns(QStringView text) {
+  constexpr QStringView opener = u"{{dropdown:";
+  std::vector<Dropdown> found;
+  NextOccurrence colon(text, u":");
+  NextOccurrence brace(text, u"}");
+  for (qsizetype start = text.indexOf(opener); start >= 0;) {
+    const qsizetype name = start + opener.size();
+    const qsizetype nameEnd = colon.from(name);
+    if (nameEnd == text.size()) break;
+    const qsizetype options = nameEnd + 1;
+    const qsizetype end = brace.from(options);
+    const bool isDropdown = nameEnd > name && end > options && text.sliced(end).startsWith(u"}}");
+    if (isDropdown) {
+      found.push_back({text.sliced(name, nameEnd - name), text.sliced(options, end - options)});
+    }
+    start = text.indexOf(opener, isDropdown ? end + 2 : start + 1);
+  }
+  return found;
+}
+
+std::vector<OptionalSection> findOptionalSections(QStringView text) {
+  std::vector<OptionalSection> found;
+  PlaceholderScan openings(text, {sectionOpeners});
+  NextOccurrence closing(text, sectionEnd);
+  while (const auto opening = openings.next()) {
+    const qsizetype content = opening->literal.utf16() - text.utf16() + opening->literal.size();
+    const qsizetype end = closing.from(content);
+    if (end == text.size()) break;
+    found.push_back({opening->argument, text.sliced(content, end - content)});
+    openings.skipTo(end + sectionEnd.size());
+  }
+  return found;
+}
 
 QStringView trimmedBlanks(QStringView text) {
   const auto isBlank = [](QChar unit) { return unit == u' ' || unit == u'\t'; };
@@ -107,8 +183,8 @@ QList<FillInField> parseFillInFields(const QString& text, const FieldDefaults& d
       }
     }
   };
-  addTextInputs(Kind::text, textFieldForm);
-  addTextInputs(Kind::textarea, textAreaForm);
+  addTextInputs(Kind::text, {textFieldOpeners, isTextInput});
+  addTextInputs(Kind::textarea, {textAreaOpeners, isTextInput});
   for (const Dropdown& dropdown : findDropdowns(text)) fields.add(dropdown);
   for (const OptionalSection& section : findOptionalSections(text)) fields.add(section);
   return fields.take();

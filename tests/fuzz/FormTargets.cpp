@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
-#include "core/placeholders/FillInFields.h"
+#include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/FillInValues.h"
 #include "core/placeholders/ReferenceLanguage.h"

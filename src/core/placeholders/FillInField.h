@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QUuid>
 
 namespace zarvy {
+
+class FieldDefaults;
 
 // What kind of input a form offers for a field.
 struct FillInFieldType {
@@ -37,5 +40,11 @@ struct FillInField {
 
   bool operator==(const FillInField&) const = default;
 };
+
+// The inputs that a text asks for, grouped by kind and in the text's order within a kind: text
+// fields, text areas, dropdowns, optional sections. The first placeholder of a name settles the
+// field; only a text field and a text area can share one. Empty where the text asks for none.
+[[nodiscard]] QList<FillInField> parseFillInFields(const QString& text,
+                                                   const FieldDefaults& defaults);
 
 }  // namespace zarvy

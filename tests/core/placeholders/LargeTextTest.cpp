@@ -6,7 +6,6 @@
 
 #include "core/CursorMarker.h"
 #include "core/placeholders/FillInField.h"
-#include "core/placeholders/FillInFields.h"
 #include "core/placeholders/FillInValues.h"
 #include "core/placeholders/NestedSnippets.h"
 #include "core/placeholders/Passes.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "core/placeholders/Captures.h"
-#include "core/placeholders/FillInFields.h"
+#include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInValues.h"
 #include "core/placeholders/NestedSnippets.h"
 #include "core/placeholders/Passes.h"

@@ -1,4 +1,4 @@
-#include "core/placeholders/FillInFields.h"
+#include "core/placeholders/FillInField.h"
 
 #include <optional>
 #include <utility>

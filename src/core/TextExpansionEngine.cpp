@@ -8,7 +8,7 @@
 #include "core/CursorMarker.h"
 #include "core/placeholders/Captures.h"
 #include "core/placeholders/FillInField.h"
-#include "core/placeholders/FillInValues.h"
+#include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/NestedSnippets.h"
 #include "core/placeholders/Passes.h"
 

@@ -6,7 +6,6 @@
 
 #include "core/placeholders/FillInField.h"
 #include "core/placeholders/FillInPlaces.h"
-#include "core/placeholders/FillInValues.h"
 #include "core/placeholders/ReferenceLanguage.h"
 #include "ui/preview/PreviewText.h"
 

@@ -1,5 +1,10 @@
 #include "core/placeholders/FillInPlaces.h"
 
+#include <array>
+#include <utility>
+
+#include <QSet>
+
 #include "base/text/ReplacementTemplate.h"
 #include "core/placeholders/ExpansionLimit.h"
 #include "core/placeholders/NextOccurrence.h"
@@ -64,6 +69,15 @@ QString withEach(const QString& text, const FillIns& fillIns, Answer answerTo) {
   return result += source.sliced(end);
 }
 
+QString withAnswerEverywhere(QString text, const QString& name, const QString& answer) {
+  constexpr std::array kinds{findTextFieldsOf, findTextAreasOf, findDropdownsOf, findSectionsOf};
+  for (const auto find : kinds) {
+    const FillIns fillIns = find(text, name);
+    if (!fillIns.empty()) text = withAnswer(text, fillIns, answer);
+  }
+  return text;
+}
+
 }  // namespace
 
 FillIns findTextFieldsOf(QStringView text, const QString& name) {
@@ -102,6 +116,31 @@ QString withSectionContent(const QString& text, const FillIns& sections, const Q
     constexpr const char* whole = R"(\A\{\{\?:[^}]*\}\}([\s\S]*)\{\{/\?\}\}\z)";
     return expandTemplate(content, section, whole).value_or(content);
   });
+}
+
+QString substituteFillInValues(const QString& text, const QList<FillInField>& fields,
+                               const QMap<QString, QString>& values) {
+  QString result = text;
+  ExpansionLimit limit;
+  QSet<QString> done;
+  const auto apply = [&](const QString& name, const QString& answer) {
+    if (done.contains(name) || !limit.spend(result.size())) return;
+    done.insert(name);
+    result = withAnswerEverywhere(std::move(result), name, answer);
+  };
+  const auto applyFields = [&](bool areSections) {
+    for (const FillInField& field : fields) {
+      const bool isSection = field.type.kind == FillInFieldType::Kind::optional;
+      const auto answer = values.constFind(field.name);
+      if (isSection == areSections && answer != values.constEnd()) apply(field.name, *answer);
+    }
+  };
+  applyFields(true);
+  applyFields(false);
+  for (auto value = values.cbegin(); value != values.cend(); ++value) {
+    apply(value.key(), value.value());
+  }
+  return result;
 }
 
 }  // namespace zarvy

@@ -4,7 +4,7 @@
 
 #include "core/placeholders/Captures.h"
 #include "core/placeholders/FillInField.h"
-#include "core/placeholders/FillInValues.h"
+#include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/NestedSnippets.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/RandomText.h"

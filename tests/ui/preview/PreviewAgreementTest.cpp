@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/placeholders/FillInValues.h"
+#include "core/placeholders/FillInPlaces.h"
 #include "core/placeholders/RandomText.h"
 #include "support/QtPrinters.h"
 #include "ui/fillin/FillInHarness.h"

@@ -7,7 +7,6 @@
 #include <QSet>
 
 #include "core/placeholders/FieldDefaults.h"
-#include "core/placeholders/NextOccurrence.h"
 #include "core/placeholders/PlaceholderScan.h"
 
 namespace zarvy {

@@ -7,7 +7,7 @@
 
 #include "base/text/ReplacementTemplate.h"
 #include "core/placeholders/ExpansionLimit.h"
-#include "core/placeholders/NextOccurrence.h"
+#include "core/placeholders/PlaceholderScan.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -6,8 +6,6 @@
 
 #include <QStringView>
 
-#include "core/placeholders/NextOccurrence.h"
-
 namespace zarvy {
 
 // How a kind of placeholder is written: one of its openers, such as "{{counter:", then an argument
@@ -26,6 +24,27 @@ struct Placeholder {
 
 // False where `text` holds no placeholder of any form.
 [[nodiscard]] bool mayHoldPlaceholders(QStringView text);
+
+// The next place of `literal` in `text`, for a caller who asks from left to right: no stretch of
+// the text is searched twice, however often it asks. The text must outlive this.
+class NextOccurrence {
+ public:
+  NextOccurrence(QStringView text, QStringView literal) : m_text(text), m_literal(literal) {}
+
+  // The first place at or after `position`; the end of the text if there is none.
+  [[nodiscard]] qsizetype from(qsizetype position) {
+    if (m_found < position) {
+      const qsizetype found = m_text.indexOf(m_literal, position);
+      m_found = found < 0 ? m_text.size() : found;
+    }
+    return m_found;
+  }
+
+ private:
+  QStringView m_text;
+  QStringView m_literal;
+  qsizetype m_found = -1;
+};
 
 // Walks the placeholders of one form in a text from left to right, none overlapping. Finds exactly
 // what the regular expression of the form would, `\{\{counter:([^}]+)\}\}` for instance, but in a

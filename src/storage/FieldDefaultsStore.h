@@ -5,7 +5,7 @@
 #include <QMap>
 
 #include "base/Scheduler.h"
-#include "core/placeholders/FieldDefaults.h"
+#include "core/placeholders/PlaceholderServices.h"
 #include "storage/DebouncedSave.h"
 
 namespace zarvy {

@@ -10,9 +10,7 @@
 
 #include "base/MainThread.h"
 #include "core/evaluation/Evaluator.h"
-#include "core/placeholders/Counters.h"
 #include "core/placeholders/DateFormatters.h"
-#include "core/placeholders/FieldDefaults.h"
 #include "core/placeholders/PlaceholderServices.h"
 #include "fakes/ManualClock.h"
 #include "fakes/ManualScheduler.h"

@@ -1,6 +1,6 @@
 #include "base/text/DecimalText.h"
-#include "core/placeholders/Counters.h"
 #include "core/placeholders/Passes.h"
+#include "core/placeholders/PlaceholderServices.h"
 #include "core/placeholders/Replacement.h"
 
 namespace zarvy {

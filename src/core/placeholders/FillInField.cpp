@@ -6,8 +6,8 @@
 
 #include <QSet>
 
-#include "core/placeholders/FieldDefaults.h"
 #include "core/placeholders/PlaceholderScan.h"
+#include "core/placeholders/PlaceholderServices.h"
 
 namespace zarvy {
 namespace {

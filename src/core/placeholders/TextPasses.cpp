@@ -1,8 +1,12 @@
+// The passes that take a text from elsewhere, or change one that stands in the placeholder.
+
 #include <QHash>
 
+#include "base/MainThread.h"
 #include "base/text/CaseMapping.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/Replacement.h"
+#include "platform/Pasteboard.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,6 +37,10 @@ class VariablesByName {
   QHash<QString, qsizetype> m_positions;  // made for the first question
 };
 
+constexpr QStringView upper = u"{{uppercase:";
+constexpr QStringView lower = u"{{lowercase:";
+constexpr QStringView letterCaseOpeners[] = {upper, lower, u"{{titlecase:"};
+
 }  // namespace
 
 QString globalVariablesPass(const QString& text, PassContext& context) {
@@ -43,6 +51,26 @@ QString globalVariablesPass(const QString& text, PassContext& context) {
     return u"[#"_s + name + u"?]"_s;
   };
   return replacePlaceholders(text, {variableOpeners}, valueOf, context.limit);
+}
+
+QString clipboardPass(const QString& text, PassContext& context) {
+  constexpr QStringView literal = u"{{clipboard}}";
+  if (!text.contains(literal)) return text;
+  const PlaceholderServices& services = context.services;
+  const auto clipboard = services.mainThread.call([&] { return services.pasteboard.text(); });
+  QString result = text;
+  replaceLiteral(result, literal, clipboard.value_or(QString()), context.limit);
+  return result;
+}
+
+QString letterCasePass(const QString& text, PassContext& context) {
+  const auto valueOf = [](const Placeholder& placeholder) {
+    const QString argument = placeholder.argument.toString();
+    if (placeholder.opener == upper) return upperCased(argument);
+    if (placeholder.opener == lower) return lowerCased(argument);
+    return capitalized(argument);
+  };
+  return replacePlaceholders(text, {letterCaseOpeners}, valueOf, context.limit);
 }
 
 }  // namespace zarvy

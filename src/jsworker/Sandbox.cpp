@@ -1,19 +1,26 @@
 #include "jsworker/Sandbox.h"
 
+#include <algorithm>
+#include <array>
+#include <atomic>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <fcntl.h>
 #include <memory>
+#include <poll.h>
 #include <sched.h>
 #include <seccomp.h>
+#include <string_view>
 #include <sys/ioctl.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <system_error>
+#include <ucontext.h>
 #include <unistd.h>
-
-#include "jsworker/RefusedCalls.h"
 
 namespace zarvy {
 namespace {
@@ -95,6 +102,62 @@ void check(int result) {
 
 // Threads yes, processes no.
 constexpr scmp_datum_t threadFlags = CLONE_VM | CLONE_THREAD;
+
+#if defined(__x86_64__)
+constexpr bool knowsRegisters = true;
+void setResult(ucontext_t& caller, int result) {
+  caller.uc_mcontext.gregs[REG_RAX] = result;
+}
+#elif defined(__aarch64__)
+constexpr bool knowsRegisters = true;
+void setResult(ucontext_t& caller, int result) {
+  caller.uc_mcontext.regs[0] = static_cast<unsigned long long>(result);
+}
+#else
+constexpr bool knowsRegisters = false;
+void setResult(ucontext_t& /*caller*/, int /*result*/) {}
+#endif
+
+// This and refuse() run in the middle of the code that has made the call: no memory, no locks.
+void tell(int call) {
+  constexpr std::string_view text = "zarvy-js-worker: The sandbox refuses the system call ";
+  constexpr std::size_t longestNumber = 11;
+  std::array<char, text.size() + longestNumber + 1> line{};
+  char* end = std::copy(text.begin(), text.end(), line.data());
+  end = std::to_chars(end, end + longestNumber, call).ptr;
+  *end++ = '\n';
+  // A full pipe would hold up the script, and one without a reader would end the process.
+  pollfd room{STDERR_FILENO, POLLOUT, 0};
+  if (poll(&room, 1, 0) != 1 || room.revents != POLLOUT) return;
+  [[maybe_unused]] const ssize_t written =
+      write(STDERR_FILENO, line.data(), static_cast<std::size_t>(end - line.data()));
+}
+
+void refuse(int, siginfo_t* information, void* caller) {
+  constexpr int bySandbox = 1;  // SYS_SECCOMP, which the C library's headers do not have
+  if (information->si_code != bySandbox) _exit(EXIT_FAILURE);  // from outside, as if unhandled
+  static std::atomic_flag hasTold = ATOMIC_FLAG_INIT;
+  const int before = errno;
+  if (!hasTold.test_and_set()) tell(information->si_syscall);
+  errno = before;
+  setResult(*static_cast<ucontext_t*>(caller), -EPERM);
+}
+
+// What the kernel is to do, as libseccomp has it, with a call that the sandbox refuses: such a call
+// fails with EPERM. A library that was updated may ask for one that is not in the lists above, so
+// the first one that is refused so is told on standard error, by its number, where that takes a
+// line at once. On machines whose registers are not known here none is told.
+//
+// Takes SIGSYS for that: a call of a thread that blocks all signals, as the C library does for
+// moments, ends the process. Once, ahead of the sandbox.
+std::uint32_t actionForRefusedCalls() {
+  if (!knowsRegisters) return SCMP_ACT_ERRNO(EPERM);
+  struct sigaction action {};
+  action.sa_sigaction = &refuse;
+  action.sa_flags = SA_SIGINFO | SA_RESTART;
+  sigaction(SIGSYS, &action, nullptr);
+  return SCMP_ACT_TRAP;
+}
 
 }  // namespace
 

@@ -1,5 +1,6 @@
 #include "jsworker/EngineZone.h"
 
+#include <algorithm>
 #include <dlfcn.h>
 #include <utility>
 
@@ -11,10 +12,10 @@
 
 #include "base/zone/LocalTimeZone.h"
 
-// The engine has no way to be told the time zone: it asks ICU for the machine's, and ICU looks into
-// files that nobody can open here, or into data of its own that is as old as the library. So this
-// file defines four of ICU's functions once more. The loader finds those of the program ahead of
-// those of the libraries; each leaves the work to ICU's, which is next, and puts the zone in.
+// The engine cannot be told the time zone: it asks ICU for the machine's, and ICU looks into files
+// that cannot be opened here, or into data of its own that is as old as the library. So this file
+// defines four of ICU's functions once more. The loader finds those of the program ahead of those
+// of the libraries; each leaves the work to ICU's, which is next, and puts the zone in.
 
 namespace zarvy {
 namespace {
@@ -53,6 +54,23 @@ Function* nextOf(Function*, const char* name) {
 }
 
 }  // namespace
+
+std::int32_t ProgramsLocalTime::offsetAt(std::int64_t instant) const {
+  return answerFor(instant).offset;
+}
+
+std::int32_t ProgramsLocalTime::savingAt(std::int64_t instant) const {
+  return answerFor(instant).saving;
+}
+
+const scriptwire::ClockAnswer& ProgramsLocalTime::answerFor(std::int64_t instant) const {
+  using scriptwire::furthestInstant;
+  instant = std::clamp(instant, -furthestInstant, furthestInstant);
+  const auto known = m_answers.upper_bound(instant);
+  if (known != m_answers.end() && known->second.from <= instant) return known->second;
+  const scriptwire::ClockAnswer answer = m_channel.ask({instant});
+  return m_answers.insert_or_assign(answer.until, answer).first->second;
+}
 
 void setEngineZone(std::shared_ptr<const LocalTime> time, const std::string& name) {
   const std::string known = knownZoneName(name);

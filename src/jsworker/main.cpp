@@ -11,7 +11,6 @@
 #include "jsworker/Channel.h"
 #include "jsworker/DateText.h"
 #include "jsworker/EngineZone.h"
-#include "jsworker/ProgramsLocalTime.h"
 #include "jsworker/Sandbox.h"
 #include "jsworker/ScriptContext.h"
 #include "jsworker/ScriptWatch.h"

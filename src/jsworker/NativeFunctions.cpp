@@ -6,9 +6,13 @@
 #include <cstdint>
 #include <limits>
 #include <random>
+#include <string>
 #include <sys/random.h>
 
-#include "jsworker/DateText.h"
+#include <unicode/ucal.h>
+#include <unicode/udat.h>
+#include <unicode/uloc.h>
+
 #include "jsworker/EngineText.h"
 
 namespace zarvy {
@@ -38,6 +42,21 @@ std::int64_t integerArgument(JSContextRef context, std::size_t index, std::size_
   constexpr double last = 9007199254740991;
   const double number = index < count ? JSValueToNumber(context, arguments[index], exception) : 0;
   return std::isnan(number) ? 0 : static_cast<std::int64_t>(std::clamp(number, -last, last));
+}
+
+// The present date and time in the language of the process and the zone of the engine. Empty where
+// ICU has no words for it.
+std::u16string dateText(UDateFormatStyle date, UDateFormatStyle time) {
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::LocalUDateFormatPointer format(
+      udat_open(time, date, nullptr, nullptr, 0, nullptr, 0, &status));
+  if (U_FAILURE(status)) return {};
+  std::u16string text(256, u'\0');  // no locale's styles come near it
+  const int32_t length = udat_format(format.getAlias(), ucal_getNow(), text.data(),
+                                     static_cast<int32_t>(text.size()), nullptr, &status);
+  if (U_FAILURE(status)) return {};
+  text.resize(static_cast<std::size_t>(length));
+  return text;
 }
 
 JSValueRef now(JSContextRef context, JSObjectRef, JSObjectRef, std::size_t, const JSValueRef[],
@@ -93,6 +112,14 @@ constexpr NativeFunction nativeFunctions[] = {
     {"now", now}, {"today", today}, {"time", time}, {"random", random}, {"uuid", uuid}};
 
 }  // namespace
+
+void setLanguage(const char* locale) {
+  UErrorCode status = U_ZERO_ERROR;
+  if (*locale != '\0') uloc_setDefault(locale, &status);
+  // Otherwise ICU would look for the machine's zone.
+  ucal_setDefaultTimeZone(u"UTC", &status);
+  (void)dateText(UDAT_MEDIUM, UDAT_SHORT);
+}
 
 void bindNativeFunctions(JSGlobalContextRef context) {
   JSObjectRef global = JSContextGetGlobalObject(context);

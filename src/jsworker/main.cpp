@@ -9,8 +9,8 @@
 #include <memory>
 
 #include "jsworker/Channel.h"
-#include "jsworker/DateText.h"
 #include "jsworker/EngineZone.h"
+#include "jsworker/NativeFunctions.h"
 #include "jsworker/Sandbox.h"
 #include "jsworker/ScriptContext.h"
 #include "jsworker/ScriptWatch.h"

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/SystemSleeper.h"
+#include "base/Sleeper.h"
 
 namespace zarvy {
 namespace {

@@ -1,4 +1,4 @@
-#include "base/TaskThreads.h"
+#include "base/ThreadQueues.h"
 
 #include <utility>
 

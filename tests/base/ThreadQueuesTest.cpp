@@ -6,7 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include "base/TaskThreads.h"
 #include "base/ThreadQueues.h"
 
 namespace zarvy {

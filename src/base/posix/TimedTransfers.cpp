@@ -5,8 +5,8 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "base/posix/MoveAll.h"
 #include "base/posix/Waiting.h"
+#include "base/posix/WholeTransfers.h"
 
 namespace zarvy {
 

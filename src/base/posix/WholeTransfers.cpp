@@ -3,8 +3,6 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include "base/posix/MoveAll.h"
-
 namespace zarvy {
 
 namespace {

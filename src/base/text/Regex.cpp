@@ -5,6 +5,8 @@
 
 #include <unicode/uregex.h>
 
+#include "base/text/IcuText.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
@@ -45,6 +47,9 @@ RegexMatch currentMatch(URegularExpression* expression) {
   }
   return match;
 }
+
+// In UTF-16 units: a template of many "$0" multiplies what it matched.
+constexpr qsizetype longestResult = qsizetype{16} * 1024 * 1024;
 
 }  // namespace
 
@@ -130,6 +135,27 @@ RegexSearch Regex::search(bool fromStart) const {
   if (U_FAILURE(status)) return {RegexOutcome::gaveUp, {}};
   if (!found) return {};
   return {RegexOutcome::matched, currentMatch(m_handle.get())};
+}
+
+std::optional<QString> expandTemplate(const QString& replacementTemplate, QStringView matched,
+                                      const char* whole) {
+  if (!replacementTemplate.contains(u'$') && !replacementTemplate.contains(u'\\')) {
+    return replacementTemplate;
+  }
+  const qsizetype references = replacementTemplate.count(u'$');
+  if (replacementTemplate.size() + references * matched.size() > longestResult) return std::nullopt;
+  // What matches all of the text, once, has ICU itself read the template.
+  UErrorCode status = U_ZERO_ERROR;
+  const icu::LocalURegularExpressionPointer everything(uregex_openC(whole, 0, nullptr, &status));
+  uregex_setText(everything.getAlias(), matched.isEmpty() ? u"" : matched.utf16(),
+                 static_cast<int32_t>(matched.size()), &status);
+  if (U_FAILURE(status)) return std::nullopt;
+  const QStringView source = replacementTemplate;
+  const auto replace = [&](char16_t* target, int32_t capacity, UErrorCode* outcome) {
+    return uregex_replaceFirst(everything.getAlias(), source.utf16(),
+                               static_cast<int32_t>(source.size()), target, capacity, outcome);
+  };
+  return textFromIcu(source.size() + matched.size(), replace);
 }
 
 }  // namespace zarvy

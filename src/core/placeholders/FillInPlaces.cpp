@@ -5,7 +5,7 @@
 
 #include <QSet>
 
-#include "base/text/ReplacementTemplate.h"
+#include "base/text/Regex.h"
 #include "core/placeholders/ExpansionLimit.h"
 #include "core/placeholders/PlaceholderScan.h"
 

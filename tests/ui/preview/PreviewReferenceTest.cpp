@@ -8,7 +8,6 @@
 #include "base/text/CaseMapping.h"
 #include "base/text/Graphemes.h"
 #include "base/text/Regex.h"
-#include "base/text/ReplacementTemplate.h"
 #include "support/QtPrinters.h"
 #include "ui/preview/PreviewText.h"
 

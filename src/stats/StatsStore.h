@@ -11,7 +11,7 @@
 #include "core/model/Snippet.h"
 #include "core/model/StatsSummary.h"
 #include "stats/StatsFigures.h"
-#include "storage/DebouncedSave.h"
+#include "storage/DocumentQueue.h"
 
 namespace zarvy {
 

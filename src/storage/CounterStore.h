@@ -6,7 +6,7 @@
 
 #include "base/Scheduler.h"
 #include "core/placeholders/PlaceholderServices.h"
-#include "storage/DebouncedSave.h"
+#include "storage/DocumentQueue.h"
 
 namespace zarvy {
 

@@ -12,7 +12,6 @@
 #include "core/model/GlobalVariable.h"
 #include "core/model/SnippetList.h"
 #include "core/model/SyncMetadata.h"
-#include "storage/DebouncedSave.h"
 #include "storage/DocumentQueue.h"
 #include "storage/sync/iCloudSyncService.h"
 

@@ -8,7 +8,6 @@
 
 #include "base/CheckedArithmetic.h"
 #include "base/EndProcess.h"
-#include "stats/SavedTyping.h"
 
 namespace zarvy {
 namespace {
@@ -19,6 +18,17 @@ qint64 sum(qint64 total, qint64 characters) {
 }
 
 }  // namespace
+
+qint64 charactersSaved(const ExpansionEvent& event) {
+  if (event.expansionLength <= event.triggerLength) return 0;
+  return checkedDifference(event.expansionLength, event.triggerLength,
+                           "An expansion has saved more characters than 64 bits can count.");
+}
+
+double secondsSaved(qint64 characters) {
+  constexpr double charactersPerSecond = 3.33;
+  return static_cast<double>(characters) / charactersPerSecond;
+}
 
 PeriodStatistics::PeriodStatistics(const QList<ExpansionEvent>& events, std::optional<int> days,
                                    const QDateTime& now)

@@ -11,6 +11,13 @@
 
 namespace zarvy {
 
+// What an expansion spared its user: the characters that did not have to be typed; 0 where the
+// trigger is longer than the text. Ends the process where that does not fit into 64 bits.
+[[nodiscard]] qint64 charactersSaved(const ExpansionEvent& event);
+
+// The time for so many characters, at an assumed typing speed of 3.33 a second.
+[[nodiscard]] double secondsSaved(qint64 characters);
+
 // What the events of one period amount to. One thread; StatsStore tells what the results are.
 class PeriodStatistics {
  public:

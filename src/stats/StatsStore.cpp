@@ -8,7 +8,6 @@
 #include "base/text/CalendarDays.h"
 #include "base/text/Graphemes.h"
 #include "stats/PeriodStatistics.h"
-#include "stats/SavedTyping.h"
 
 namespace zarvy {
 

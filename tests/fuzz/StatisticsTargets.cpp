@@ -7,7 +7,6 @@
 #include "base/UtcZone.h"
 #include "fuzz/ByteSource.h"
 #include "stats/PeriodStatistics.h"
-#include "stats/SavedTyping.h"
 #include "support/EnvironmentVariable.h"
 
 namespace zarvy::fuzz {

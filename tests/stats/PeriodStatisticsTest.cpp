@@ -8,7 +8,6 @@
 
 #include "stats/Events.h"
 #include "stats/PeriodStatistics.h"
-#include "stats/SavedTyping.h"
 #include "support/EnvironmentVariable.h"
 #include "support/QtPrinters.h"
 

@@ -2,11 +2,11 @@
 
 #include <QPointer>
 
-#include "app/expansion/FolderColorOf.h"
 #include "app/library/AssignIfChanged.h"
 #include "app/library/Library.h"
 #include "base/text/Graphemes.h"
 #include "core/CursorMarker.h"
+#include "core/model/Folder.h"
 
 using namespace Qt::Literals::StringLiterals;
 

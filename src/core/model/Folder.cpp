@@ -1,6 +1,9 @@
 #include "core/model/Folder.h"
 
+#include <algorithm>
+
 #include "base/json/JsonRecord.h"
+#include "core/model/Snippet.h"
 
 namespace zarvy {
 
@@ -35,6 +38,13 @@ QJsonObject Folder::toJson() const {
 
 size_t qHash(const Folder& folder, size_t seed) noexcept {
   return recordHash(folder, folderFields, seed);
+}
+
+FolderColor folderColorOf(const Snippet& snippet, const QList<Folder>& folders) {
+  const auto found = std::find_if(folders.begin(), folders.end(), [&](const Folder& folder) {
+    return folder.id == snippet.folderID;
+  });
+  return found == folders.end() ? FolderColor::gray : found->color;
 }
 
 }  // namespace zarvy

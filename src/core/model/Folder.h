@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QJsonObject>
+#include <QList>
 #include <QString>
 #include <QUuid>
 
@@ -8,6 +9,8 @@
 #include "core/model/FolderColor.h"
 
 namespace zarvy {
+
+struct Snippet;
 
 // A named, coloured group of snippets.
 struct Folder {
@@ -23,6 +26,9 @@ struct Folder {
 };
 
 [[nodiscard]] size_t qHash(const Folder& folder, size_t seed = 0) noexcept;
+
+// The colour of the folder that `snippet` lies in; gray where it lies in none of `folders`.
+[[nodiscard]] FolderColor folderColorOf(const Snippet& snippet, const QList<Folder>& folders);
 
 }  // namespace zarvy
 

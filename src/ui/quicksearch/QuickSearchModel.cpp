@@ -1,7 +1,5 @@
 #include "ui/quicksearch/QuickSearchModel.h"
 
-#include "app/expansion/FolderColorOf.h"
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {

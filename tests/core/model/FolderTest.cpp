@@ -6,6 +6,7 @@
 
 #include "core/model/Folder.h"
 #include "core/model/RecordJson.h"
+#include "core/model/Snippet.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -86,6 +87,19 @@ TEST(Folder, DiffersWithAnyField) {
     EXPECT_NE(qHash(changed), qHash(sample()));
     EXPECT_TRUE(known.insert(changed).second);
   }
+}
+
+TEST(Folder, GivesItsColourToItsSnippets) {
+  Folder other = sample();
+  other.id = QUuid::createUuid();
+  other.color = FolderColor::red;
+  const QList<Folder> folders{other, sample()};
+  Snippet snippet;
+  EXPECT_EQ(folderColorOf(snippet, folders), FolderColor::gray);
+  snippet.folderID = sample().id;
+  EXPECT_EQ(folderColorOf(snippet, folders), FolderColor::purple);
+  snippet.folderID = QUuid::createUuid();
+  EXPECT_EQ(folderColorOf(snippet, folders), FolderColor::gray);
 }
 
 }  // namespace

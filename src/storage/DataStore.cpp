@@ -13,7 +13,6 @@
 #include "base/posix/Users.h"
 #include "storage/DocumentBackups.h"
 #include "storage/DocumentFile.h"
-#include "storage/MapJson.h"
 #include "storage/PrivateFolder.h"
 #include "storage/ReplaceFile.h"
 

@@ -2,7 +2,9 @@
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QJsonObject>
 
+#include "base/json/JsonObjectReader.h"
 #include "base/json/JsonText.h"
 #include "storage/DocumentBackups.h"
 #include "storage/PrivateFolder.h"
@@ -12,6 +14,44 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+namespace {
+
+QString foreignFolder() {
+  return u"Its folder belongs to another user"_s;
+}
+
+std::optional<QString> textFromJson(const QJsonValue& value) {
+  if (!value.isString()) return std::nullopt;
+  return value.toString();
+}
+
+// `decode` gives the value of one member; absent where that is of another kind.
+template <typename Value>
+JsonResult<QMap<QString, Value>> mapFromJson(const QJsonValue& value,
+                                             std::optional<Value> (*decode)(const QJsonValue&),
+                                             const QString& kind) {
+  if (!value.isObject()) return JsonError{{}, u"is not an object"_s};
+  const QJsonObject object = value.toObject();
+  QMap<QString, Value> map;
+  for (auto member = object.begin(); member != object.end(); ++member) {
+    const std::optional<Value> decoded = decode(member.value());
+    if (!decoded) return JsonError{u"member %1"_s.arg(map.size()), u"is not "_s + kind};
+    map.insert(member.key(), *decoded);
+  }
+  return map;
+}
+
+template <typename Value>
+QByteArray objectToJson(const QMap<QString, Value>& map) {
+  QJsonObject object;
+  for (auto member = map.begin(); member != map.end(); ++member) {
+    // Qt 6.8 reads through the null pointer of a null key.
+    object.insert(member.key().isNull() ? u""_s : member.key(), member.value());
+  }
+  return writeJson(object);
+}
+
+}  // namespace
 
 DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
                            DocumentBackups* backups)
@@ -20,14 +60,6 @@ DocumentFile::DocumentFile(const DocumentKind& kind, const QString& folder, Line
       m_path(folder + u'/' + kind.fileName.toString()),
       m_output(output),
       m_backups(backups) {}
-
-namespace {
-
-QString foreignFolder() {
-  return u"Its folder belongs to another user"_s;
-}
-
-}  // namespace
 
 bool DocumentFile::isInForeignFolder() const {
   return m_backups && belongsToAnother(m_folder);
@@ -56,6 +88,22 @@ std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {
 void DocumentFile::printLoadFailure(const JsonError& error) const {
   m_output.print(m_kind.loadFailure.toString() + error.description());
   if (m_backups && !isInForeignFolder()) m_backups->foundUnreadable();
+}
+
+JsonResult<QMap<QString, qint64>> integersFromJson(const QJsonValue& value) {
+  return mapFromJson<qint64>(value, integerFromJson, u"a whole number of 64 bits"_s);
+}
+
+JsonResult<QMap<QString, QString>> textsFromJson(const QJsonValue& value) {
+  return mapFromJson<QString>(value, textFromJson, u"a string"_s);
+}
+
+QByteArray mapToJson(const QMap<QString, qint64>& map) {
+  return objectToJson(map);
+}
+
+QByteArray mapToJson(const QMap<QString, QString>& map) {
+  return objectToJson(map);
 }
 
 }  // namespace zarvy

@@ -2,9 +2,11 @@
 
 #include <optional>
 
+#include <QByteArray>
 #include <QJsonArray>
 #include <QJsonValue>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 #include "base/LineOutput.h"
@@ -89,5 +91,14 @@ template <typename Record>
   writer.endArray();
   return writer.take();
 }
+
+// One object of names and values: counters, and remembered texts. One value of another kind fails
+// the whole. What goes wrong is told without the name, which is the user's.
+
+[[nodiscard]] JsonResult<QMap<QString, qint64>> integersFromJson(const QJsonValue& value);
+[[nodiscard]] JsonResult<QMap<QString, QString>> textsFromJson(const QJsonValue& value);
+
+[[nodiscard]] QByteArray mapToJson(const QMap<QString, qint64>& map);
+[[nodiscard]] QByteArray mapToJson(const QMap<QString, QString>& map);
 
 }  // namespace zarvy

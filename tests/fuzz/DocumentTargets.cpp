@@ -13,7 +13,6 @@
 #include "core/model/StatsSummary.h"
 #include "core/model/SyncMetadata.h"
 #include "storage/DocumentFile.h"
-#include "storage/MapJson.h"
 #include "storage/sync/SyncedData.h"
 
 namespace zarvy::fuzz {

@@ -19,42 +19,63 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+
+// A document as the program knows it.
+template <typename Value>
+struct StoredDocument {
+  QStringView fileName;
+  QStringView content;  // what it holds, in the lines on failures
+  JsonResult<Value> (*fromJson)(const QJsonValue& value) = nullptr;
+  QByteArray (*toJson)(const Value& value) = nullptr;
+};
+
 namespace {
 
-// A counter that passes the greatest number ends the process. One that is read can be counted on
-// for longer than anybody does, whatever stands in the document.
+// A counter that passes the greatest number ends the process. One that is read is kept so far below
+// it that no use reaches it, whatever number stands in the document.
 constexpr qint64 greatestCounter = std::numeric_limits<qint64>::max() - (qint64{1} << 32);
 
-constexpr DocumentKind snippetsDocument{u"snippets.json", u"Error loading snippets: ",
-                                        u"Error saving snippets: "};
-constexpr DocumentKind foldersDocument{u"folders.json", u"Error loading folders: ",
-                                       u"Error saving folders: "};
-constexpr DocumentKind settingsDocument{u"settings.json", u"Error loading settings: ",
-                                        u"Error saving settings: "};
-constexpr DocumentKind importBatchesDocument{
-    u"import_batches.json", u"Error loading import batches: ", u"Error saving import batches: "};
-constexpr DocumentKind syncMetadataDocument{u"sync_metadata.json", u"Error loading sync metadata: ",
-                                            u"Error saving sync metadata: "};
-constexpr DocumentKind globalVariablesDocument{u"global_variables.json",
-                                               u"Error loading global variables: ",
-                                               u"Error saving global variables: "};
-constexpr DocumentKind countersDocument{u"counters.json", u"Error loading counters: ",
-                                        u"Error saving counters: "};
-constexpr DocumentKind statsEventsDocument{u"stats_events.json", u"Error loading stats events: ",
-                                           u"Error saving stats events: "};
-constexpr DocumentKind statsSummaryDocument{u"stats_summary.json", u"Error loading stats summary: ",
-                                            u"Error saving stats summary: "};
-constexpr DocumentKind fieldDefaultsDocument{
-    u"field_defaults.json", u"Error loading field defaults: ", u"Error saving field defaults: "};
+template <typename Record>
+QByteArray oneToJson(const Record& record) {
+  return writeJson(record.toJson());
+}
 
-constexpr std::array allDocuments{
-    snippetsDocument,     foldersDocument,         settingsDocument, importBatchesDocument,
-    syncMetadataDocument, globalVariablesDocument, countersDocument, statsEventsDocument,
-    statsSummaryDocument, fieldDefaultsDocument};
+template <typename Record>
+constexpr StoredDocument<Record> documentOf(QStringView fileName, QStringView content) {
+  return {fileName, content, Record::fromJson, oneToJson<Record>};
+}
+
+template <typename Record>
+constexpr StoredDocument<QList<Record>> listOf(QStringView fileName, QStringView content) {
+  return {fileName, content, recordsFromJson<Record>, recordsToJson<Record>};
+}
+
+constexpr auto snippetsDocument = listOf<Snippet>(u"snippets.json", u"snippets");
+constexpr auto foldersDocument = listOf<Folder>(u"folders.json", u"folders");
+constexpr auto settingsDocument = documentOf<Settings>(u"settings.json", u"settings");
+constexpr auto importBatchesDocument =
+    listOf<ImportBatch>(u"import_batches.json", u"import batches");
+constexpr auto syncMetadataDocument =
+    documentOf<SyncMetadata>(u"sync_metadata.json", u"sync metadata");
+constexpr auto globalVariablesDocument =
+    listOf<GlobalVariable>(u"global_variables.json", u"global variables");
+constexpr StoredDocument<QMap<QString, qint64>> countersDocument{u"counters.json", u"counters",
+                                                                 integersFromJson, mapToJson};
+constexpr auto statsEventsDocument = listOf<ExpansionEvent>(u"stats_events.json", u"stats events");
+constexpr auto statsSummaryDocument =
+    documentOf<StatsSummary>(u"stats_summary.json", u"stats summary");
+constexpr StoredDocument<QMap<QString, QString>> fieldDefaultsDocument{
+    u"field_defaults.json", u"field defaults", textsFromJson, mapToJson};
+
+constexpr std::array allFileNames{snippetsDocument.fileName,     foldersDocument.fileName,
+                                  settingsDocument.fileName,     importBatchesDocument.fileName,
+                                  syncMetadataDocument.fileName, globalVariablesDocument.fileName,
+                                  countersDocument.fileName,     statsEventsDocument.fileName,
+                                  statsSummaryDocument.fileName, fieldDefaultsDocument.fileName};
 
 QStringList documentNames() {
   QStringList names;
-  for (const DocumentKind& kind : allDocuments) names += kind.fileName.toString();
+  for (const QStringView name : allFileNames) names += name.toString();
   return names;
 }
 
@@ -106,102 +127,110 @@ void DataStore::makePrivate() const {
 
 void DataStore::removeUnfinishedSaves() const {
   const QString folder = dataDirectory();
-  for (const DocumentKind& kind : allDocuments) {
-    removeUnfinishedReplacements(folder + u'/' + kind.fileName.toString());
-  }
+  for (const QString& name : documentNames()) removeUnfinishedReplacements(folder + u'/' + name);
 }
 
-DocumentFile DataStore::document(const DocumentKind& kind) const {
+DocumentFile DataStore::file(QStringView name, QStringView content) const {
+  const DocumentKind kind{name, u"Error loading %1: "_s.arg(content),
+                          u"Error saving %1: "_s.arg(content)};
   return {kind, dataDirectory(), m_output, m_backups.get()};
 }
 
+template <typename Value>
+std::optional<Value> DataStore::loadIfThere(const StoredDocument<Value>& document) const {
+  return file(document.fileName, document.content).load(document.fromJson);
+}
+
+template <typename Value>
+Value DataStore::load(const StoredDocument<Value>& document) const {
+  return loadIfThere(document).value_or(Value());
+}
+
+template <typename Value>
+void DataStore::save(const StoredDocument<Value>& document, const Value& value) const {
+  file(document.fileName, document.content).save(document.toJson(value));
+}
+
 QList<Snippet> DataStore::loadSnippets() const {
-  return document(snippetsDocument).load(recordsFromJson<Snippet>).value_or(QList<Snippet>());
+  return load(snippetsDocument);
 }
 
 void DataStore::saveSnippets(const QList<Snippet>& snippets) const {
-  document(snippetsDocument).save(recordsToJson(snippets));
+  save(snippetsDocument, snippets);
 }
 
 QList<Folder> DataStore::loadFolders() const {
-  return document(foldersDocument).load(recordsFromJson<Folder>).value_or(QList<Folder>());
+  return load(foldersDocument);
 }
 
 void DataStore::saveFolders(const QList<Folder>& folders) const {
-  document(foldersDocument).save(recordsToJson(folders));
+  save(foldersDocument, folders);
 }
 
 Settings DataStore::loadSettings() const {
-  return document(settingsDocument).load(Settings::fromJson).value_or(Settings());
+  return load(settingsDocument);
 }
 
 void DataStore::saveSettings(const Settings& settings) const {
-  document(settingsDocument).save(writeJson(settings.toJson()));
+  save(settingsDocument, settings);
 }
 
 QList<ImportBatch> DataStore::loadImportBatches() const {
-  return document(importBatchesDocument)
-      .load(recordsFromJson<ImportBatch>)
-      .value_or(QList<ImportBatch>());
+  return load(importBatchesDocument);
 }
 
 void DataStore::saveImportBatches(const QList<ImportBatch>& importBatches) const {
-  document(importBatchesDocument).save(recordsToJson(importBatches));
+  save(importBatchesDocument, importBatches);
 }
 
 std::optional<SyncMetadata> DataStore::loadSyncMetadata() const {
-  return document(syncMetadataDocument).load(SyncMetadata::fromJson);
+  return loadIfThere(syncMetadataDocument);
 }
 
 void DataStore::saveSyncMetadata(const SyncMetadata& syncMetadata) const {
-  document(syncMetadataDocument).save(writeJson(syncMetadata.toJson()));
+  save(syncMetadataDocument, syncMetadata);
 }
 
 QList<GlobalVariable> DataStore::loadGlobalVariables() const {
-  return document(globalVariablesDocument)
-      .load(recordsFromJson<GlobalVariable>)
-      .value_or(QList<GlobalVariable>());
+  return load(globalVariablesDocument);
 }
 
 void DataStore::saveGlobalVariables(const QList<GlobalVariable>& globalVariables) const {
-  document(globalVariablesDocument).save(recordsToJson(globalVariables));
+  save(globalVariablesDocument, globalVariables);
 }
 
 QMap<QString, qint64> DataStore::loadCounters() const {
-  auto counters =
-      document(countersDocument).load(integersFromJson).value_or(QMap<QString, qint64>());
+  auto counters = load(countersDocument);
   for (qint64& value : counters) value = std::min(value, greatestCounter);
   return counters;
 }
 
 void DataStore::saveCounters(const QMap<QString, qint64>& counters) const {
-  document(countersDocument).save(mapToJson(counters));
+  save(countersDocument, counters);
 }
 
 QList<ExpansionEvent> DataStore::loadStatsEvents() const {
-  return document(statsEventsDocument)
-      .load(recordsFromJson<ExpansionEvent>)
-      .value_or(QList<ExpansionEvent>());
+  return load(statsEventsDocument);
 }
 
 void DataStore::saveStatsEvents(const QList<ExpansionEvent>& statsEvents) const {
-  document(statsEventsDocument).save(recordsToJson(statsEvents));
+  save(statsEventsDocument, statsEvents);
 }
 
 StatsSummary DataStore::loadStatsSummary() const {
-  return document(statsSummaryDocument).load(StatsSummary::fromJson).value_or(StatsSummary());
+  return load(statsSummaryDocument);
 }
 
 void DataStore::saveStatsSummary(const StatsSummary& statsSummary) const {
-  document(statsSummaryDocument).save(writeJson(statsSummary.toJson()));
+  save(statsSummaryDocument, statsSummary);
 }
 
 QMap<QString, QString> DataStore::loadFieldDefaults() const {
-  return document(fieldDefaultsDocument).load(textsFromJson).value_or(QMap<QString, QString>());
+  return load(fieldDefaultsDocument);
 }
 
 void DataStore::saveFieldDefaults(const QMap<QString, QString>& fieldDefaults) const {
-  document(fieldDefaultsDocument).save(mapToJson(fieldDefaults));
+  save(fieldDefaultsDocument, fieldDefaults);
 }
 
 }  // namespace zarvy

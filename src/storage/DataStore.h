@@ -22,7 +22,8 @@ namespace zarvy {
 
 class DocumentBackups;
 class DocumentFile;
-struct DocumentKind;
+template <typename Value>
+struct StoredDocument;
 
 // Where the documents of the program live and how they are written. Holds none of them: a load
 // reads the file, a save replaces it.
@@ -100,7 +101,13 @@ class DataStore {
   void saveFieldDefaults(const QMap<QString, QString>& fieldDefaults) const;
 
  private:
-  [[nodiscard]] DocumentFile document(const DocumentKind& kind) const;
+  [[nodiscard]] DocumentFile file(QStringView name, QStringView content) const;
+  template <typename Value>
+  [[nodiscard]] std::optional<Value> loadIfThere(const StoredDocument<Value>& document) const;
+  template <typename Value>
+  [[nodiscard]] Value load(const StoredDocument<Value>& document) const;
+  template <typename Value>
+  void save(const StoredDocument<Value>& document, const Value& value) const;
 
   LineOutput& m_output;
   ApplicationSupportLookup m_applicationSupport;

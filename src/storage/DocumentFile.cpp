@@ -67,12 +67,12 @@ bool DocumentFile::isInForeignFolder() const {
 
 bool DocumentFile::save(const QByteArray& text) const {
   if (isInForeignFolder()) {
-    m_output.print(m_kind.saveFailure.toString() + foreignFolder());
+    m_output.print(m_kind.saveFailure + foreignFolder());
     return false;
   }
   if (m_backups) m_backups->beforeWrite(m_folder, QDateTime::currentDateTimeUtc());
   const auto error = replaceFile(m_path, text);
-  if (error) m_output.print(m_kind.saveFailure.toString() + *error);
+  if (error) m_output.print(m_kind.saveFailure + *error);
   return !error;
 }
 
@@ -86,7 +86,7 @@ std::optional<JsonResult<QJsonValue>> DocumentFile::read() const {
 }
 
 void DocumentFile::printLoadFailure(const JsonError& error) const {
-  m_output.print(m_kind.loadFailure.toString() + error.description());
+  m_output.print(m_kind.loadFailure + error.description());
   if (m_backups && !isInForeignFolder()) m_backups->foundUnreadable();
 }
 

@@ -20,8 +20,8 @@ class DocumentBackups;
 // What tells one document from another.
 struct DocumentKind {
   QStringView fileName;
-  QStringView loadFailure;  // the beginning of the line that a failed load prints
-  QStringView saveFailure;
+  QString loadFailure;  // the beginning of the line that a failed load prints
+  QString saveFailure;
 };
 
 // One document in a folder. Same thread rules as DataStore.

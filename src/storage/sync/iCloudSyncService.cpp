@@ -21,11 +21,14 @@ namespace {
 constexpr QStringView syncFileName = u"zarvy_sync.json";
 constexpr QStringView folderName = u"Zarvy";
 constexpr QStringView deviceIDKey = u"ZarvySyncDeviceID";
-constexpr DocumentKind syncDocument{syncFileName, u"iCloud sync download error: ",
-                                    u"iCloud sync upload error: "};
-
 // How long whatever carries the drive is given to bring a file that was just asked for.
 constexpr std::chrono::milliseconds waitForFile{300};
+
+DocumentFile syncFileIn(const QString& folder, LineOutput& output) {
+  const DocumentKind kind{syncFileName, u"iCloud sync download error: "_s,
+                          u"iCloud sync upload error: "_s};
+  return {kind, folder, output};
+}
 
 QString placesAsText(const QStringList& places) {
   return places.join(u", "_s);
@@ -128,7 +131,7 @@ void iCloudSyncService::write(const SyncedLists& lists,
   if (!folder) return;
   const SyncedData data{lists.snippets, lists.folders, lists.globalVariables,
                         metadata ? *metadata : nextMetadata(std::nullopt)};
-  if (DocumentFile(syncDocument, *folder, m_output).save(writeJson(data.toJson()))) {
+  if (syncFileIn(*folder, m_output).save(writeJson(data.toJson()))) {
     m_output.print(u"iCloud sync: Uploaded "_s + counts(data));
   }
 }
@@ -144,7 +147,7 @@ void iCloudSyncService::readAfterTheWait(OnDownloaded onDownloaded) const {
 }
 
 std::optional<SyncedData> iCloudSyncService::read(const QString& folder) const {
-  auto data = DocumentFile(syncDocument, folder, m_output).load(SyncedData::fromJson);
+  auto data = syncFileIn(folder, m_output).load(SyncedData::fromJson);
   if (data) m_output.print(u"iCloud sync: Downloaded "_s + counts(*data));
   return data;
 }

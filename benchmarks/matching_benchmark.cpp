@@ -7,8 +7,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include "base/Clock.h"
 #include "base/LineOutput.h"
-#include "base/SteadyClock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 

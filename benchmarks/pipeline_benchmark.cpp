@@ -2,7 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "base/SteadyClock.h"
+#include "base/Clock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"

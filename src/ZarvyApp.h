@@ -8,7 +8,6 @@
 #include "base/MainThread.h"
 #include "base/QtScheduler.h"
 #include "base/Sleeper.h"
-#include "base/SteadyClock.h"
 #include "base/ThreadQueues.h"
 #include "base/posix/ChildReaper.h"
 #include "base/text/RegionalSettings.h"

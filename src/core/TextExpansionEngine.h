@@ -13,8 +13,8 @@
 #include <QString>
 #include <QUuid>
 
+#include "base/Clock.h"
 #include "base/LineOutput.h"
-#include "base/SteadyClock.h"
 #include "core/CursorMarker.h"
 #include "core/matching/MatchingRound.h"
 #include "core/matching/TriggerLibrary.h"

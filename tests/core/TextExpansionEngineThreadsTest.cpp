@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/SteadyClock.h"
+#include "base/Clock.h"
 #include "core/TextExpansionEngine.h"
 #include "fakes/FakePlaceholders.h"
 #include "fakes/RecordingLineOutput.h"

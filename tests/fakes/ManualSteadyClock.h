@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-#include "base/SteadyClock.h"
+#include "base/Clock.h"
 
 namespace zarvy {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "base/SteadyClock.h"
+#include "base/Clock.h"
 #include "base/text/Graphemes.h"
 #include "core/TextExpansionEngine.h"
 #include "core/placeholders/FillInField.h"

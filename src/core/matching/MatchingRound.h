@@ -9,7 +9,7 @@
 #include <QSet>
 #include <QString>
 
-#include "base/SteadyClock.h"
+#include "base/Clock.h"
 #include "core/model/Snippet.h"
 
 namespace zarvy {

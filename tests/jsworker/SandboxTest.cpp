@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "base/posix/TimedTransfers.h"
 #include "base/posix/WholeTransfers.h"
 #include "jsworker/Sandbox.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -28,5 +29,22 @@ class FileDescriptor {
  private:
   int m_descriptor = -1;
 };
+
+// Two ends that are open for this process alone: programs that it starts get neither. Absent where
+// no descriptors are left; errno says why. Any thread.
+
+// What is sent at one end is received at the other, both ways.
+struct SocketPair {
+  FileDescriptor own;
+  FileDescriptor other;
+};
+[[nodiscard]] std::optional<SocketPair> makeSocketPair();
+
+// The end for reading does not block.
+struct Pipe {
+  FileDescriptor reading;
+  FileDescriptor writing;
+};
+[[nodiscard]] std::optional<Pipe> makePipe();
 
 }  // namespace zarvy

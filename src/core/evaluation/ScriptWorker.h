@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "base/posix/ChildReaper.h"
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "core/evaluation/ScriptConversation.h"
 
 namespace zarvy {

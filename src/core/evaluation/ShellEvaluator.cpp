@@ -7,7 +7,7 @@
 
 #include <QStringDecoder>
 
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "base/posix/TimedTransfers.h"
 
 namespace zarvy {

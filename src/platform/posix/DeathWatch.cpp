@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "base/posix/OwnProcess.h"
 #include "base/posix/WholeTransfers.h"
 

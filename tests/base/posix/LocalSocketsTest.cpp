@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "base/posix/LocalSocketAddress.h"
 #include "base/posix/Users.h"
 

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 #include "base/posix/TimedTransfers.h"
 #include "base/posix/WholeTransfers.h"
 

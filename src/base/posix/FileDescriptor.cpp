@@ -1,4 +1,4 @@
-#include "base/posix/DescriptorPairs.h"
+#include "base/posix/FileDescriptor.h"
 
 #include <array>
 #include <fcntl.h>

@@ -16,7 +16,7 @@ class MainThread {
   // Made on the main thread.
   explicit MainThread(Scheduler& scheduler);
 
-  // As close(). Nobody may come with a call any more.
+  // As close(). No call may begin from now on.
   ~MainThread();
   MainThread(const MainThread&) = delete;
   MainThread& operator=(const MainThread&) = delete;

@@ -12,8 +12,8 @@
 namespace zarvy {
 
 // The main thread's scheduler on Qt's event loop. Made and destroyed on the main thread, within
-// the life of the QCoreApplication. Anyone who posts from another thread must have ended before the
-// scheduler does; tasks that have not run by then never run.
+// the life of the QCoreApplication. Threads that post must have ended before the scheduler does;
+// tasks that have not run by then never run.
 class QtScheduler final : public Scheduler {
  public:
   // Throws std::system_error where the process has no file descriptor left.

@@ -10,13 +10,13 @@ namespace zarvy {
 
 // Lines on standard output in UTF-8, control characters in them as "\n" or "\x1b". Each goes out in
 // one write, so that lines of several threads do not mix and a reader at the other end of a pipe
-// sees a line as soon as it is printed. An output that nobody reads any more loses its lines; that
-// ends nothing, as long as the process ignores SIGPIPE.
+// sees a line as soon as it is printed. An output whose reader has gone loses its lines; the
+// process goes on, as long as it ignores SIGPIPE.
 //
 // A terminal that was stopped with Ctrl+S and a pipe that is full let a writer wait without limit.
 // No flag of the descriptor prevents that, for it would hold for all other programs on the same
-// terminal; so a thread of its own does the writing. Anyone who prints waits until the line is out,
-// for `patience` at most. After one wait in vain nobody waits any more until all is out again.
+// terminal; so a thread of its own does the writing. print() waits until the line is out, for
+// `patience` at most. After one wait in vain it no longer waits until all lines are out again.
 class StandardLineOutput final : public LineOutput {
  public:
   struct Limits {

@@ -39,8 +39,8 @@ class KeyboardMonitor {
   // A copy that was queued before the buffer was emptied may still arrive afterwards.
   std::function<void(const QString& buffer)> onPotentialTrigger;
 
-  // While onPotentialTrigger runs: what is typed behind that copy, for as long as somebody keeps
-  // it.
+  // While onPotentialTrigger runs: what is typed behind that copy. It grows for as long as the
+  // caller keeps it.
   [[nodiscard]] std::shared_ptr<TypedSince> typedSinceOffer() const { return m_typedSinceOffer; }
 
   // Called on the main thread when the hot key was pressed.

@@ -110,7 +110,7 @@ class TextExpansionEngine {
   [[nodiscard]] QString processPlaceholders(const QString& text) const;
 
   // Makes what is made at the first use and then kept: rules of text, formatters of dates. Expands
-  // nothing, and changes nothing that anybody sees.
+  // nothing, and has no visible effect.
   void warmUp() const;
 
  private:

@@ -58,8 +58,8 @@ class DataStore {
   // keeps them by itself: see DocumentBackups.
   void keepBackupBeforeSync() const;
 
-  // Takes the rights to the folder and the documents from all but the user. What is behind links is
-  // left as it is: somebody has put it there.
+  // Takes the rights to the folder and the documents from all but the user. What links lead to
+  // is left as it is: the user has put it there.
   void makePrivate() const;
 
   // Deletes what saves left behind whose process was killed in the middle.

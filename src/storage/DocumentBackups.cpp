@@ -28,7 +28,7 @@ const QString& unfinishedName() {
   return name;
 }
 
-// Whatever else somebody puts there is left alone.
+// Other files in the folder are left alone.
 bool isSet(const fs::directory_entry& entry) {
   static const QRegularExpression names(QRegularExpression::anchoredPattern(
       uR"(\d{4}-\d\d-\d\d(T\d{6}Z (unreadable|before sync))?)"_s));

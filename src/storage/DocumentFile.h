@@ -33,7 +33,7 @@ class DocumentFile {
   DocumentFile(const DocumentKind& kind, const QString& folder, LineOutput& output,
                DocumentBackups* backups = nullptr);
 
-  // The decoded document; absent if there is none or where it could not be read. `decode` takes
+  // The decoded document; absent if the file is missing or cannot be read. `decode` takes
   // a QJsonValue and gives a JsonResult.
   template <typename Decode>
   [[nodiscard]] auto load(Decode decode) const {

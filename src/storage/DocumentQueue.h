@@ -17,7 +17,7 @@ class DocumentQueue {
  public:
   using Work = std::function<void(const DataStore&)>;
 
-  // Both outlive this object, and only this object uses them from then on.
+  // From then on `store` and `queue` are used through this object alone. Both outlive it.
   DocumentQueue(const DataStore& store, SerialQueue& queue) : m_store(store), m_queue(queue) {}
 
   // Waits for the work that was handed over.

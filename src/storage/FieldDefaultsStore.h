@@ -20,7 +20,7 @@ class FieldDefaultsStore final : public FieldDefaults {
 
   void setValue(const QString& name, const QString& value);
 
-  // Forgets the text; nothing is written if there is none.
+  // Forgets the text; nothing is written if none was remembered.
   void removeValue(const QString& name);
 
   // Puts in what was read at start; nothing is written for it.

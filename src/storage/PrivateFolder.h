@@ -12,7 +12,7 @@ namespace zarvy {
 [[nodiscard]] std::optional<QString> makePrivateFolder(const QString& path);
 
 // Whether the file or folder that `path` leads to is neither this user's nor the administrator's:
-// who it belongs to can put into it what they like. False if there is none.
+// its owner can then put into it what they like. False if it is missing.
 [[nodiscard]] bool belongsToAnother(const QString& path);
 
 // Leaves to the user alone what rights there are to the file or folder `path`. Nothing happens

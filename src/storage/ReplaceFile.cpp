@@ -61,7 +61,7 @@ bool isTemporaryOf(const std::filesystem::path& place, const std::string& name) 
          name.starts_with(start) && name.ends_with(temporaryEnd);
 }
 
-// Somebody has put the file there, and decided who may read it.
+// The user has put the file there, and decided who may read it.
 void keepMode(const std::filesystem::path& place, int descriptor) {
   struct stat status {};
   if (::stat(place.c_str(), &status) != 0) return;
@@ -78,8 +78,7 @@ bool isOldFile(int descriptor) {
 void removeIfLeftBehind(const std::filesystem::path& file) {
   const FileDescriptor opened(::open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
   if (!opened.isOpen() || !isOldFile(opened.get())) return;
-  // The process that is writing it holds the lock; where there are no locks, there is nobody to
-  // ask.
+  // The process that is writing it holds the lock. On a file system without locks its age decides.
   if (tryToLock(opened.get()) != FileLock::heldByAnother) ::unlink(file.c_str());
 }
 

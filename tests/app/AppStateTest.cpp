@@ -215,7 +215,7 @@ TEST(AppStateWithoutPermission, SaysWhyItCannotStart) {
   EXPECT_EQ(harness.source.addCount(), 0);
 }
 
-TEST(AppStateWithoutPermission, TakesTheLibraryOverWithoutAWord) {
+TEST(AppStateWithoutPermission, TakesTheLibraryOverSilently) {
   ExpansionHarness harness(false);
   harness.load({{harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});
   harness.finish();
@@ -260,7 +260,7 @@ TEST_F(AppStateTest, StartsExpansionWhenThePermissionIsFound) {
   EXPECT_EQ(*changes, 1);
 }
 
-TEST_F(AppStateTest, LooksAnewForThePermissionWhenToldTo) {
+TEST_F(AppStateTest, LooksForThePermissionAgainWhenToldTo) {
   m_harness.permission.setTrusted(false);
   m_harness.makeState();
   m_harness.load({{m_harness.snippet(u";ty"_s, u"x"_s)}, {}, {}, {}});

@@ -69,7 +69,7 @@ TEST_F(FillInExpansion, CallsTheApplicationBackThatWasInFront) {
   EXPECT_EQ(typed(), "form closes; activate ; sleep 50000; " + typedDear);
 }
 
-// On a slow machine somebody types on before the form has the keyboard.
+// On a slow machine the user types on before the form has the keyboard.
 TEST_F(FillInExpansion, DeletesWhatWasTypedAheadOfTheFormAndGivesItToTheForm) {
   m_harness.source.type(u"A"_s);
   m_harness.source.type(u"d"_s);

@@ -131,7 +131,7 @@ TEST_F(LibraryOperationsTest, TellOfADeletionInVeryManyPlacesAsOfAnotherList) {
   expectSaved();
 }
 
-TEST_F(LibraryOperationsTest, AddAFolderWithoutAWordToTheEngine) {
+TEST_F(LibraryOperationsTest, AddAFolderWithoutTellingTheEngine) {
   const Folder added{QUuid::createUuid(), u"New"_s, FolderColor::pink, 2};
   state().operations().addFolder(added);
   EXPECT_EQ(state().library().folders(), (QList{work, home, added}));

@@ -150,7 +150,7 @@ TEST_F(LibrarySaverTest, DropsTheSaveThatWaitsWithTheState) {
   EXPECT_EQ(savedSnippets(), (QList{a, b, c}));
 }
 
-TEST_F(LibrarySaverTest, BringsAnUploadToItsEndThatTheStateDoesNotSee) {
+TEST_F(LibrarySaverTest, FinishesAnUploadAfterTheEndOfTheState) {
   turnSyncOn();
   state().operations().addSnippet(made(u";d"_s));
   debounce();

@@ -55,7 +55,7 @@ TEST_F(LoadData, FindsTheSameContentAtTheSecondStart) {
   EXPECT_EQ(state().library().folders(), firstRun().folders);
 }
 
-// Empty lists beside settings with sync on, as somebody leaves behind who deletes everything.
+// Empty lists beside settings with sync on, as a user leaves them who deletes everything.
 TEST_F(LoadData, NeverUploadsTheFirstRunContentByItsSave) {
   ASSERT_TRUE(QDir(m_harness.folder.path()).mkpath(u"Drive/Zarvy"_s));
   Settings settings;
@@ -135,7 +135,7 @@ TEST_F(LoadData, SavesNothingOfWhatIsChangedBeforeItsEnd) {
 
 // Nothing that can be read: the program serves with what it has, and overwrites nothing but what it
 // makes for a new user.
-TEST_F(LoadData, ServesWithWhatItHasWhereEveryDocumentIsGarbage) {
+TEST_F(LoadData, WorksThoughEveryDocumentIsGarbage) {
   const QStringList names{u"snippets"_s,       u"folders"_s,       u"settings"_s,
                           u"import_batches"_s, u"sync_metadata"_s, u"global_variables"_s,
                           u"counters"_s,       u"stats_events"_s,  u"stats_summary"_s,

@@ -52,7 +52,7 @@ TEST_F(PlainExpansion, TakesTheCaretBackToWhereTheReplacementWantsIt) {
 }
 
 // On a busy machine letters reach the application ahead of the first backspace.
-TEST_F(PlainExpansion, DeletesTheTriggerBehindWhichSomebodyHasTypedOn) {
+TEST_F(PlainExpansion, DeletesTheTriggerThoughTheUserHasTypedOn) {
   startWith(u";ty"_s, u"Thank you"_s);
   m_harness.type(u";ty"_s);
   m_harness.type(u" s"_s);

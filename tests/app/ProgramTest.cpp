@@ -91,7 +91,7 @@ class ProgramWithoutDisplay : public testing::Test {
   QByteArray m_printed;
 };
 
-// Somebody has started it where there is no display, and starts it again on one, or not.
+// The user has started it without a display, and starts it again, with a display or without.
 TEST_F(ProgramWithoutDisplay, GivesItsPlaceToOneThatIsStartedLater) {
   m_program.start();
   ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");
@@ -165,8 +165,7 @@ TEST_F(ProgramWithoutDisplay, EndsCleanlyWhenTheSignalComesBeforeItIsUp) {
   expectCleanEnd();
 }
 
-// The folder of the documents may be written in many ways.
-// One that goes on where another is started: whoever wants no display has one that is as good.
+// Goes on where another is started: the user wants no display, so the running one is as good.
 class ProgramThatWantsNoDisplay : public ProgramWithoutDisplay {
  protected:
   ProgramThatWantsNoDisplay() {
@@ -237,7 +236,7 @@ TEST_F(ProgramThatWantsNoDisplay, IsTheOnlyOneAlsoWhereItsFolderTakesNoLock) {
   EXPECT_EQ(other.readAllStandardOutput(), "Zarvy is running already.\n");
 }
 
-// Nobody else may connect, and whatever a killed program has left does not count.
+// No other user may connect, and what a killed program has left does not count.
 TEST_F(ProgramThatWantsNoDisplay, TakesThePlaceOfOneThatWasKilled) {
   m_program.start();
   ASSERT_EQ(waitForLine("No X display can be reached."), "No X display can be reached.\n");

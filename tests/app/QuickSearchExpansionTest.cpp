@@ -43,7 +43,7 @@ TEST_F(QuickSearchExpansion, OpensAndClosesWithTheHotKey) {
   EXPECT_EQ(m_harness.takeJournal(), "panel of 1 snippets, 0 folders");
 }
 
-// Whoever has the key does something of their own when it is pressed.
+// The program that has the key does something of its own when it is pressed.
 TEST_F(QuickSearchExpansion, DoesNotOpenWithAKeyThatIsAnotherPrograms) {
   startWith(u";ty"_s, u"x"_s);
   EXPECT_EQ(state().expansion().takenHotKey(), std::nullopt);

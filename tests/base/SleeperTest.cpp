@@ -29,7 +29,7 @@ TEST(SystemSleeper, CarriesOverIntoTheNextSecond) {
   EXPECT_GE(SteadyClock::now() - start, 999'999us);
 }
 
-TEST(SystemSleeper, DoesNotHangInASleepOfNoLength) {
+TEST(SystemSleeper, ReturnsAtOnceFromASleepOfNoLength) {
   SystemSleeper sleeper;
   sleeper.sleepFor(0us);
   sleeper.sleepFor(-1s);

@@ -96,13 +96,13 @@ TEST_F(StandardLineOutputTest, ShowsControlCharactersInPlaceOfSendingThem) {
   EXPECT_EQ(takeWrite(), QByteArray("two\\nlines\\x09\\x1b]52;c;\\x07 \\x7f \\x9b ü\n"));
 }
 
-TEST_F(StandardLineOutputTest, DoesNotEndTheProcessWhenNobodyReads) {
+TEST_F(StandardLineOutputTest, DoesNotEndTheProcessWhenTheReaderIsGone) {
   closeReadingEnd();
   m_output.print(u"unheard"_s);
   m_output.print(u"again"_s);
 }
 
-// Whoever takes longer than this is kept waiting without limit.
+// What takes longer than this waits without limit.
 constexpr std::chrono::seconds soon{10};
 
 TEST_F(StandardLineOutputTest, WaitsOnceForAnOutputThatBlocksAndKeepsTheLinesInTheirOrder) {

@@ -43,7 +43,7 @@ bool isNothing(int descriptor) {
   ::_exit(wrong);
 }
 
-TEST(StandardDescriptorsTest, OpensNothingInPlaceOfThoseThatAreClosed) {
+TEST(StandardDescriptorsTest, OpensTheNullDeviceInPlaceOfThoseThatAreClosed) {
   for (const auto& closed :
        std::vector<std::vector<int>>{{}, {0}, {1}, {2}, {0, 1}, {0, 2}, {1, 2}, {0, 1, 2}}) {
     EXPECT_EXIT(exitWithCountOfWrong(closed), testing::ExitedWithCode(0), "")

@@ -54,10 +54,10 @@ TEST_F(TerminationSignalsTest, TellsOfTheFirstSignalAtOnce) {
   count = 0;
   const TerminationSignals signals([] {}, [] { ++count; });
   std::raise(SIGTERM);
-  EXPECT_EQ(count, 1) << "though nobody looks at events";
+  EXPECT_EQ(count, 1) << "though no event loop runs";
 }
 
-TEST_F(TerminationSignalsTest, KeepsASecondSignalNotWaiting) {
+TEST_F(TerminationSignalsTest, LetsASecondSignalEndTheProcessAtOnce) {
   for (const int first : {SIGTERM, SIGINT}) {
     const TerminationSignals signals([] {});
     std::raise(first);

@@ -75,7 +75,7 @@ TEST(ThreadSerialQueue, TakesTasksFromTheEndOfWhatATaskHeld) {
   EXPECT_TRUE(ran);
 }
 
-TEST(ThreadSerialQueue, DoesNotHangInADrainWithNothingPosted) {
+TEST(ThreadSerialQueue, ReturnsAtOnceFromADrainWithNothingPosted) {
   ThreadSerialQueue queue("serial");
   queue.drain();
 }

@@ -390,7 +390,7 @@ TEST_F(KeyboardMonitorTest, WorksOnTheQueueAndOffersOnTheMainThreadOnly) {
 
 class TypedSinceOffers : public KeyboardMonitorTest {
  protected:
-  // What is heard to be typed behind the offer of ";s", before anybody has looked at it.
+  // What is heard to be typed behind the offer of ";s", before the offer is looked at.
   [[nodiscard]] QString typedBehind(const std::vector<KeyEvent>& events) {
     std::shared_ptr<TypedSince> kept;
     m_monitor.onPotentialTrigger = [&](const QString& buffer) {
@@ -418,7 +418,7 @@ TEST_F(TypedSinceOffers, EndWithEscape) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(virtualkey::escape), typed(u"b"_s)}), u"a"_s);
 }
 
-TEST_F(TypedSinceOffers, EndWhereTheSourceHasWhatWasTypedForgotten) {
+TEST_F(TypedSinceOffers, EndWhenTheSourceAsksToForget) {
   std::shared_ptr<TypedSince> kept;
   m_monitor.onPotentialTrigger = [&](const QString&) { kept = m_monitor.typedSinceOffer(); };
   m_monitor.start();
@@ -433,7 +433,7 @@ TEST_F(TypedSinceOffers, EndWhereTheSourceHasWhatWasTypedForgotten) {
   EXPECT_EQ(m_monitor.buffer(), u"b"_s);
 }
 
-TEST_F(KeyboardMonitorTest, TakesForgettingForNoKey) {
+TEST_F(KeyboardMonitorTest, DoesNotTakeForgettingForAKey) {
   listen(m_monitor);
   m_monitor.quickSearchKeyCode = virtualkey::escape;
   m_monitor.quickSearchModifiers = 0;
@@ -449,7 +449,7 @@ TEST_F(TypedSinceOffers, DoNotSeeTheProgramsOwnKeys) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), synthetic(u"b"_s)}), u"a"_s);
 }
 
-TEST_F(TypedSinceOffers, StandModifierKeys) {
+TEST_F(TypedSinceOffers, GoOnAtModifierKeys) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), pressed(0, shift), pressed(0, control)}), u"a"_s);
 }
 
@@ -466,7 +466,7 @@ TEST_F(TypedSinceOffers, AreLostWhereTheCaretMayHaveMoved) {
   EXPECT_EQ(typedBehind({typed(u"a"_s), typed(u"\n"_s)}), u""_s);
 }
 
-TEST_F(KeyboardMonitorTest, WithoutListenersHearsAllTheSame) {
+TEST_F(KeyboardMonitorTest, HearsKeysAlsoWithoutListeners) {
   m_monitor.quickSearchKeyCode = virtualkey::space;
   m_monitor.start();
   m_source.type(u"a"_s);

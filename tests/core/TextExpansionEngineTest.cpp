@@ -271,7 +271,7 @@ TEST_F(TextExpansionEngineTest, AsksForTheFieldsOfAReplacementBeforeAnythingElse
   EXPECT_TRUE(m_placeholders.shell.asked.isEmpty());
 }
 
-TEST_F(TextExpansionEngineTest, TakesTheRoadOfTheFormAlsoWhereNobodyListens) {
+TEST_F(TextExpansionEngineTest, WaitsForTheFormAlsoWithoutAListener) {
   EXPECT_EQ(m_engine.processSnippet(literal(u"ab"_s, u"{{field:Name}}"_s), {}), std::nullopt);
 }
 
@@ -306,7 +306,7 @@ class RestlessClock final : public Clock {
   mutable int m_readings = 0;
 };
 
-TEST(TextExpansionEngine, ReadsTheClockOnceForTodayAndAnewForEachRelativeDate) {
+TEST(TextExpansionEngine, ReadsTheClockOnceForTodayAndAgainForEachRelativeDate) {
   RecordingLineOutput output;
   FakePlaceholders fakes;
   const RestlessClock clock;

@@ -28,7 +28,7 @@ class RecordingKeyEventPoster final : public KeyEventPoster {
   // Whether keys can be pressed from now on. One that cannot is written down as "failed ...".
   void setCanPress(bool canPress) { m_canPress = canPress; }
 
-  // Whether somebody types with a modifier held.
+  // Whether the user types with a modifier held.
   void setMustWait(bool mustWait) { m_mustWait = mustWait; }
 
  private:

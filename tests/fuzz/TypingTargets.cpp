@@ -43,7 +43,7 @@ class TextField {
     if (key.keyCode == virtualkey::leftArrow) {
       ++m_leftArrows;
     } else {
-      require(key.keyCode == virtualkey::deleteBackward, "a key that nobody asked for");
+      require(key.keyCode == virtualkey::deleteBackward, "a key that was not asked for");
       m_text.remove(m_caret, length);
     }
   }

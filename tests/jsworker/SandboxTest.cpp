@@ -93,7 +93,7 @@ TEST_F(Sandbox, RefusesWhatOtherThreadsAskFor) {
   EXPECT_EQ(statusAtTheEnd(), 0);
 }
 
-TEST_F(Sandbox, DoesNotWaitForWhoReadsTheErrors) {
+TEST_F(Sandbox, DoesNotWaitForTheReaderOfTheErrors) {
   const int writing = m_errors.writing.get();
   ASSERT_EQ(::fcntl(writing, F_SETFL, O_NONBLOCK), 0);
   const std::string much(1 << 20, ' ');
@@ -103,13 +103,13 @@ TEST_F(Sandbox, DoesNotWaitForWhoReadsTheErrors) {
   EXPECT_EQ(statusAtTheEnd(), 0);
 }
 
-TEST_F(Sandbox, BearsThatTheErrorsAreReadByNobody) {
+TEST_F(Sandbox, GoesOnWithoutAReaderOfTheErrors) {
   m_errors.reading.reset();
   start([] { return isRefused(SYS_openat); });
   EXPECT_EQ(statusAtTheEnd(), 0);
 }
 
-TEST_F(Sandbox, LeavesItsSignalTheEndOfTheProcessWhereItComesFromOutside) {
+TEST_F(Sandbox, EndsTheProcessAtItsSignalFromOutside) {
   auto line = makeSocketPair();
   ASSERT_TRUE(line);
   start([&] {

@@ -198,7 +198,7 @@ TEST(PeriodStatistics, CountsEachEventForTheHourThatWasStored) {
             (QStringList{u"0: 1"_s, u"5: 1"_s, u"10: 2"_s}));
 }
 
-TEST(PeriodStatistics, KeepsAnHourThatIsNone) {
+TEST(PeriodStatistics, KeepsAnHourOutsideTheDay) {
   QList<ExpansionEvent> events = eventsAt({now, now});
   events[0].hourOfDay = 24;
   events[1].hourOfDay = -1;

@@ -245,7 +245,7 @@ TEST_F(StatsStoreTest, CountsOnFromWhateverTheDocumentsHold) {
   EXPECT_EQ(m_stats.metrics(std::nullopt).periodExpansions, 3);
 }
 
-TEST_F(StatsStoreTest, ReadsWhatCanBeAsItIs) {
+TEST_F(StatsStoreTest, KeepsOrdinaryNumbersAsTheyAre) {
   const StatsSummary summary{qint64{1} << 62, -1, 2.5, {}};
   m_store.saveStatsSummary(summary);
   m_stats.loadFromDisk(m_store);

@@ -37,7 +37,7 @@ TEST_F(StatsThreads, EveryExpansionOfEveryThreadIsCountedAndSaved) {
       --running;
     });
   }
-  // This thread plays the main one: time goes on, and somebody looks at the statistics.
+  // This thread plays the main one: time goes on, and the statistics are read.
   while (running > 0) {
     scheduler.advance(100ms);
     const qint64 perDay = stats.dailyStats(7).back().expansionCount;

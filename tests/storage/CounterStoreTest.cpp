@@ -78,7 +78,7 @@ TEST_F(CounterStoreTest, WritesABurstOnceWithItsLastValue) {
   EXPECT_EQ(m_store.loadCounters(), (CounterMap{{u"a"_s, 10}}));
 }
 
-TEST_F(CounterStoreTest, StartsTheWaitAnewAtEachChange) {
+TEST_F(CounterStoreTest, StartsTheWaitAgainAtEachChange) {
   for (int use = 0; use < 10; ++use) {
     (void)m_counters.nextValue(u"a"_s, 1);
     m_scheduler.advance(99ms);

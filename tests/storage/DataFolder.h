@@ -15,7 +15,7 @@
 
 namespace zarvy {
 
-// A store with a data folder of its own that nobody has made yet.
+// A store with a data folder of its own, which has not been made yet.
 class DataFolder : public testing::Test {
  protected:
   [[nodiscard]] QString path(const QString& name) const {

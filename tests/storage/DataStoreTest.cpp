@@ -29,7 +29,7 @@ TEST_F(DataStoreTest, MakesItsFolderWithItsParentsForTheUserAlone) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
-TEST_F(DataStoreTest, LooksForItsFolderAnewAtEachUse) {
+TEST_F(DataStoreTest, LooksForItsFolderAgainAtEachUse) {
   EXPECT_TRUE(QDir(m_store.dataDirectory()).exists());
   ASSERT_TRUE(QDir(path(QString())).removeRecursively());
   EXPECT_TRUE(QDir(m_store.dataDirectory()).exists());
@@ -97,7 +97,7 @@ TEST_F(DataStoreTest, StandsInTheDataFolderOfTheDesktop) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
-// A temporary folder would be anybody's.
+// A temporary folder would be open to other users.
 TEST_F(DataStoreTest, KnowsTheHomeOfTheUserWhereTheEnvironmentDoesNot) {
   const EnvironmentVariable unchosen("XDG_DATA_HOME");
   const EnvironmentVariable homeless("HOME");
@@ -175,7 +175,7 @@ TEST_F(DataStoreTest, DropsFractionsOfASecondOnTheWayThroughAFile) {
   EXPECT_EQ(snippets.front().createdAt, exact.addMSecs(-750));
 }
 
-TEST_F(DataStoreTest, KeepsTextThatIsNoProperUnicode) {
+TEST_F(DataStoreTest, KeepsTextThatIsNotProperUnicode) {
   const ManualClock clock;
   const QString text = u"a"_s + QChar(0xD83D) + QChar(0) + u"\u2028"_s + QChar(0xDE00);
   const QList<Snippet> snippets{Snippet::create(text, text, text, clock)};
@@ -200,7 +200,7 @@ class ForeignDocuments : public DataStoreTest {
   const QMap<QString, qint64> m_none;
 };
 
-TEST_F(ForeignDocuments, AreNotReadAndReplacedByOnesOwn) {
+TEST_F(ForeignDocuments, AreNotReadAndReplacedByTheUsersOwn) {
   giveAway(path(u"counters.json"_s));
   EXPECT_EQ(m_store.loadCounters(), m_none);
   EXPECT_EQ(m_output.takeLines(),
@@ -302,7 +302,7 @@ TEST_F(DataStoreTest, LeavesTheSaveOfAnotherProcessAlone) {
   EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(DataStoreTest, LeavesWhatIsNoFileAlone) {
+TEST_F(DataStoreTest, LeavesLinksAlone) {
   const QString name = u".folders.json.a1B2c3.zarvy-save"_s;
   write(u"elsewhere"_s, "x");
   makeOld(u"elsewhere"_s);
@@ -311,7 +311,7 @@ TEST_F(DataStoreTest, LeavesWhatIsNoFileAlone) {
   EXPECT_EQ(files(), (QStringList{name, u"elsewhere"_s}));
 }
 
-// As those have it who keep their documents under version control.
+// As users have it who keep their documents under version control.
 TEST_F(DataStoreTest, SavesADocumentThatIsALinkWhereItLeads) {
   ASSERT_TRUE(QDir().mkpath(path(u"kept"_s)));
   write(u"kept/counters"_s, "{}");

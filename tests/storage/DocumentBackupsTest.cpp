@@ -125,7 +125,7 @@ TEST_F(DocumentBackupsTest, HoldWhatIsBehindLinksAndNotWhatIsWrittenThereLater) 
   EXPECT_EQ(content(u"Backups/2026-03-01/a.json"_s), "behind");
 }
 
-TEST_F(DocumentBackupsTest, AreNotMadeOfNothing) {
+TEST_F(DocumentBackupsTest, AreNotMadeWithoutDocuments) {
   ASSERT_TRUE(QFile::remove(path(u"a.json"_s)));
   ASSERT_TRUE(QFile::remove(path(u"b.json"_s)));
   block(u"b.json"_s);

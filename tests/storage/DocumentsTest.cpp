@@ -310,7 +310,7 @@ TEST_P(Documents, SayWhereTheFileItselfCannotBeReadOrReplaced) {
   expectSaveFailure();
 }
 
-// To open one would wait for whoever writes into it.
+// Opening a pipe would wait for a writer.
 TEST_P(Documents, AreRefusedWhereAPipeStandsInTheirPlace) {
   write(GetParam().fileName(), "");
   ASSERT_TRUE(QFile::remove(path(GetParam().fileName())));

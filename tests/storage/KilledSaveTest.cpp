@@ -167,7 +167,7 @@ TEST_F(KilledSave, BringsTheContentAndThenTheFolderToTheDisk) {
 }
 
 // Another process may clear up between the making of the temporary file and its locking.
-TEST_F(KilledSave, IsNotLostToWhoeverTakesItForUnfinished) {
+TEST_F(KilledSave, IsNotLostToAProcessThatTakesItForUnfinished) {
   m_store.saveFieldDefaults(documentOf(0));
   TracedChild child([this] {
     m_store.saveFieldDefaults(documentOf(1));

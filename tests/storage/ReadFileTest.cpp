@@ -44,8 +44,8 @@ TEST_F(ReadFile, JudgesASizeByWhatIsRead) {
   EXPECT_FALSE(content.value().isEmpty());
 }
 
-// A test that waits for somebody to write into the pipe does not end.
-TEST_F(ReadFile, RefusesWhatIsNoFile) {
+// A test that waits for a writer of the pipe does not end.
+TEST_F(ReadFile, RefusesWhatIsNotAFile) {
   block(u"folder"_s);
   ASSERT_EQ(::mkfifo(QFile::encodeName(path(u"pipe"_s)).constData(), 0600), 0);
   EXPECT_EQ(errorOf(path(u"folder"_s)), u"Is a directory"_s);

@@ -92,7 +92,7 @@ TEST_F(ReplaceFileTest, WritesThroughSymbolicLinks) {
   EXPECT_EQ(namesIn(path(u"target"_s)), (QStringList{u"b.json"_s, u"c.json"_s}));
 }
 
-// Who may read it is decided by whoever has put it there.
+// The user who has put it there decides who may read it.
 TEST_F(ReplaceFileTest, LeavesTheModeOfAFileBehindALink) {
   const QString target = path(u"target.json"_s);
   ASSERT_EQ(replaceFile(target, "one"), std::nullopt);
@@ -111,7 +111,7 @@ TEST_F(ReplaceFileTest, TellsThatALinkLeadsNowhere) {
   EXPECT_TRUE(QFileInfo(path(u"a.json"_s)).isSymLink());
 }
 
-// Nobody could read it either.
+// It could not be read either.
 TEST_F(ReplaceFileTest, ReplacesALinkToItself) {
   ASSERT_TRUE(QFile::link(u"a.json"_s, path(u"a.json"_s)));
   ASSERT_EQ(replaceFile(path(u"a.json"_s), "one"), std::nullopt);

@@ -40,8 +40,8 @@ struct ExpansionServices {
   LineOutput& output;
 };
 
-// Whether expansion runs: it does once somebody starts it, unless the user has paused it or the
-// permission is missing. A signal is raised only when a value has really changed. Main thread.
+// Whether expansion runs: it does once start() has been called, unless the user has paused it or
+// the permission is missing. A signal is raised only when a value has really changed. Main thread.
 class ExpansionService final : public QObject {
   Q_OBJECT
 

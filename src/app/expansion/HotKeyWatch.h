@@ -20,7 +20,7 @@ struct TakenHotKey {
 };
 
 // Knows whether the key of quick search is another program's, which does something of its own when
-// it is pressed. Nobody tells of a change: it is looked at when it matters. Main thread.
+// it is pressed. The desktop tells of no change, so it is asked when it matters. Main thread.
 class HotKeyWatch final : public QObject {
   Q_OBJECT
 

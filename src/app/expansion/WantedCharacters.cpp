@@ -25,7 +25,7 @@ bool isWanted(char32_t character) {
 class UseCounter {
  public:
   void count(const QString& text, qsizetype snippet) {
-    // A lone half comes out as U+FFFD, which nobody types on purpose either.
+    // A lone half comes out as U+FFFD, which is not wanted either.
     for (const char32_t character : text.toUcs4()) {
       if (isWanted(character)) count(character, snippet);
     }

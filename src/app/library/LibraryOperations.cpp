@@ -25,7 +25,7 @@ QList<Record> without(QList<Record> records, const QUuid& id) {
   return records;
 }
 
-// The first snippet of that id; absent where none has it.
+// The first snippet of that id; absent without one.
 std::optional<qsizetype> positionOf(const SnippetList& snippets, const QUuid& id) {
   qsizetype position = 0;
   for (const Snippet& snippet : snippets) {

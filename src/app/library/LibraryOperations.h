@@ -31,10 +31,10 @@ class LibraryOperations {
   void deleteSnippet(const QUuid& id);
   void deleteSnippets(const QSet<QUuid>& ids);
 
-  // The first snippet that has the selected id; absent where none has it.
+  // The first snippet that has the selected id; absent without one.
   [[nodiscard]] std::optional<Snippet> selectedSnippet() const;
-  // Puts `snippet` in the place of the one with its id. Does nothing where it is absent or there is
-  // none with its id.
+  // Puts `snippet` in the place of the one with its id. Does nothing where it is absent or no
+  // snippet has its id.
   void setSelectedSnippet(const std::optional<Snippet>& snippet);
 
   // For a change of folders themselves: LibrarySaver::scheduleSave() behind it.
@@ -45,7 +45,7 @@ class LibraryOperations {
   void deleteFolder(const QUuid& id);
 
   void addGlobalVariable(const GlobalVariable& variable);
-  // Changed now. Does nothing if there is none with its id.
+  // Changed now. Does nothing if no record has its id.
   void updateGlobalVariable(GlobalVariable variable);
   void deleteGlobalVariable(const QUuid& id);
 

@@ -27,7 +27,7 @@ class LibrarySelection final : public QObject {
   // What the list is narrowed down by; empty: nothing.
   [[nodiscard]] const QString& searchText() const { return m_searchText; }
 
-  // Somebody asked for a new snippet, and the main window is to begin one.
+  // The user asked for a new snippet, and the main window is to begin one.
   [[nodiscard]] bool pendingNewSnippet() const { return m_pendingNewSnippet; }
 
   void setSelectedFolderID(const std::optional<QUuid>& id);

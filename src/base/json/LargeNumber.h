@@ -19,7 +19,8 @@ namespace largenumber {
 // Absent where `value` is anything else.
 [[nodiscard]] std::optional<quint64> fromJson(const QJsonValue& value);
 
-// A valid document with its large numbers as such objects. Fast where there are none.
+// A valid document with its large numbers as such objects. Fast for a document without large
+// numbers.
 [[nodiscard]] QByteArray marked(const QByteArray& document);
 
 }  // namespace largenumber

@@ -9,8 +9,8 @@
 
 namespace zarvy {
 
-// Reaps the children that nobody waits for any more, each as it ends, on a thread of its own that
-// sleeps in between. Children that still run when it goes are left to the system.
+// Reaps the children that their owners have let go, each as it ends, on a thread of its own that
+// sleeps in between. Children that outlive the reaper are left to the system.
 class ChildReaper {
  public:
   // Throws std::system_error where the process has no descriptor or no thread left.

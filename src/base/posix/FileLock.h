@@ -14,7 +14,7 @@ enum class FileLock {
 // Does not wait for another.
 [[nodiscard]] FileLock tryToLock(int file);
 
-// Waits until nobody else has it. Without a lock where there are none.
+// Waits for the lock as long as another has it. Does nothing on a file system without locks.
 void lockIfPossible(int file);
 
 }  // namespace zarvy

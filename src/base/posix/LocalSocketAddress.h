@@ -33,7 +33,7 @@ class LocalSocketAddress {
   socklen_t m_length = 0;
 };
 
-// A socket that does not block; not open where nobody takes connections there.
+// A socket that does not block; not open where no program takes connections there.
 [[nodiscard]] FileDescriptor connectTo(const LocalSocketAddress& address);
 
 }  // namespace zarvy

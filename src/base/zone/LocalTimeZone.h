@@ -10,8 +10,8 @@
 
 namespace zarvy {
 
-// What ICU takes for a time zone, told by somebody else: ICU's own data is as old as the library.
-// From that data come only the words for a zone. Copies share the LocalTime.
+// A time zone for ICU whose clocks are those of a LocalTime, for ICU's own data is as old as the
+// library. Only the words for a zone come from that data. Copies share the LocalTime.
 class LocalTimeZone final : public icu::BasicTimeZone {
  public:
   // `name` is one that ICU has words for; see knownZoneName().
@@ -34,7 +34,7 @@ class LocalTimeZone final : public icu::BasicTimeZone {
   [[nodiscard]] UBool useDaylightTime() const override;
   UBool inDaylightTime(UDate date, UErrorCode& status) const override;
 
-  // Nobody sets the clocks here.
+  // Does nothing: the clocks cannot be set here.
   void setRawOffset(int32_t) override {}
 
   // What the changes of the clocks are by rule is not known here, only what they come to.

@@ -22,8 +22,8 @@ class SystemLocalTime final : public LocalTime {
 
   [[nodiscard]] std::int32_t savingAt(std::int64_t instant) const override;
 
-  // As the tz database names the zone, such as "Europe/Berlin". Without a promise that anybody
-  // knows the name: it is whatever TZ says, and empty where nothing tells.
+  // As the tz database names the zone, such as "Europe/Berlin". The name may be
+  // unknown to others, for it is what TZ says; empty where the system has no name.
   [[nodiscard]] static std::string zoneName();
 };
 

@@ -23,7 +23,7 @@ bool isAgreed(const scriptwire::ClockQuestion& question) {
 scriptwire::Request requestFor(const QString& expression) {
   scriptwire::Request request{static_cast<std::uint32_t>(expression.size()), {}};
   const std::string zoneName = SystemLocalTime::zoneName();
-  // A name that does not fit is none that anybody knows.
+  // No known zone has a name that does not fit.
   if (zoneName.size() < sizeof(request.zoneName)) {
     zoneName.copy(request.zoneName, zoneName.size());
   }

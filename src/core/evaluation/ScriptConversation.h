@@ -24,7 +24,8 @@ enum class ScriptFailure {
 };
 
 // What is said with a script worker over its socket. The worker runs what strangers wrote: nothing
-// that it says is believed. Comes to its end by the deadline, whatever the worker does. One thread.
+// that it says is trusted. Every call returns by the deadline, whatever the worker does. One
+// thread.
 class ScriptConversation {
  public:
   // Both must outlive this object.
@@ -35,7 +36,7 @@ class ScriptConversation {
   [[nodiscard]] int awaitReady();
 
   // Sends `expression`, at most scriptwire::longestText long, and answers what the worker asks on
-  // the way. After a failure, what the worker may still say belongs to no one.
+  // the way. After a failure the worker must be ended: it may still answer the failed request.
   [[nodiscard]] std::variant<ScriptReply, ScriptFailure> run(const QString& expression);
 
  private:

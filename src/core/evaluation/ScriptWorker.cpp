@@ -17,7 +17,7 @@ namespace {
 }
 
 // What decides how texts, numbers and times look, and where the loader finds libraries. The rest
-// may hold secrets, or settings of the engine that somebody else has made.
+// may hold secrets, or settings of the engine that were made for other programs.
 QByteArrayList environmentOfWorker() {
   QByteArrayList environment;
   for (char** variable = environ; *variable != nullptr; ++variable) {

@@ -14,7 +14,8 @@
 namespace zarvy {
 
 // The process that runs scripts, seen from this side. One thread at a time. It is killed at the
-// end, whatever it does, and must end after a failure: what it may still say belongs to no one.
+// end, whatever it does. It must be ended after a failure, as it may still answer the failed
+// request.
 class ScriptWorker {
  public:
   // Starts the program whose path is the first of `arguments`, and waits until it takes scripts.

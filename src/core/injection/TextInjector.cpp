@@ -10,14 +10,14 @@ namespace zarvy {
 
 namespace {
 
-// Nobody types so much within the two milliseconds of a backspace, again and again.
+// No person types a letter within the two milliseconds of a backspace so many times in a row.
 constexpr int mostRoundsOfDeletion = 8;
 
 // A second. An application that has not come by then does not come.
 constexpr int mostPausesForActivation = 20;
 
-// UTF-16 units. So much is typed before somebody presses the next key; behind a longer text, or one
-// that waits for somebody, what was typed ahead of it would come behind what is typed meanwhile.
+// UTF-16 units. So much is typed before the user presses the next key. Behind a longer text, or one
+// that waits for the user, what was typed ahead of it would come after what is typed meanwhile.
 constexpr qsizetype longestTextAheadOfTyped = 60;
 
 // Performs one action of a plan.

@@ -8,7 +8,7 @@
 
 namespace zarvy {
 
-// What somebody has typed since a moment, as long as all of it stands right before the caret: the
+// What the user has typed since a moment, as long as all of it stands right before the caret: the
 // letters that go ahead of the first backspace of an expansion, on a busy machine, or ahead of a
 // form. Overwritten in memory at its end. Any thread.
 class TypedSince {
@@ -47,7 +47,7 @@ class TypedSince {
   bool m_hasEnded = false;
 };
 
-// Those that somebody still holds, and that hear of each key. One thread at a time.
+// Tells each key to the TypedSince objects that are still held. One thread at a time.
 class TypedSinceNow {
  public:
   // One that begins now.

@@ -8,7 +8,7 @@
 
 namespace zarvy {
 
-// The replacement of the first snippet with exactly this trigger; absent if there is none.
+// The replacement of the first snippet with exactly this trigger; absent if no snippet has it.
 using ReplacementOfTrigger = std::function<std::optional<QString>(const QString& trigger)>;
 
 // Puts the replacements of other snippets in the place of {{snippet:trigger}}, as they are: their

@@ -31,7 +31,7 @@ class NextOccurrence {
  public:
   NextOccurrence(QStringView text, QStringView literal) : m_text(text), m_literal(literal) {}
 
-  // The first place at or after `position`; the end of the text if there is none.
+  // The first place at or after `position`; the end of the text without one.
   [[nodiscard]] qsizetype from(qsizetype position) {
     if (m_found < position) {
       const qsizetype found = m_text.indexOf(m_literal, position);

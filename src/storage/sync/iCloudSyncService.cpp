@@ -21,7 +21,7 @@ namespace {
 constexpr QStringView syncFileName = u"zarvy_sync.json";
 constexpr QStringView folderName = u"Zarvy";
 constexpr QStringView deviceIDKey = u"ZarvySyncDeviceID";
-// How long whatever carries the drive is given to bring a file that was just asked for.
+// How long the drive is given to bring a file that was just asked for.
 constexpr std::chrono::milliseconds waitForFile{300};
 
 DocumentFile syncFileIn(const QString& folder, LineOutput& output) {
@@ -40,8 +40,8 @@ QString counts(const SyncedData& data) {
       .arg(data.globalVariables.size());
 }
 
-// A generation may come from a file that anyone can write, so it stops at the largest number
-// instead of ending the process.
+// The shared file may hold any generation, so counting stops at the largest number instead of
+// ending the process.
 qint64 generationAfter(qint64 generation) {
   return generation == std::numeric_limits<qint64>::max() ? generation : generation + 1;
 }

@@ -62,7 +62,7 @@ class iCloudSyncService {  // NOLINT(readability-identifier-naming)
               const QList<GlobalVariable>& globalVariables,
               const std::optional<SyncMetadata>& metadata, OnUploaded onUploaded = {}) const;
 
-  // Gives the shared file's content as it is 0.3 s from now; absent if there is none that can be
+  // Gives the shared file's content as it is 0.3 s from now; absent if it cannot be
   // read. Any thread.
   void download(OnDownloaded onDownloaded) const;
 

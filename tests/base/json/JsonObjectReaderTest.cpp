@@ -135,7 +135,7 @@ TEST(JsonObjectReader, NamesWhatIsMissingOrNull) {
   EXPECT_EQ(errorOf(null), u"key \"a\" is null and not a boolean"_s);
 }
 
-TEST(JsonObjectReader, RefusesWhatIsNoObject) {
+TEST(JsonObjectReader, RefusesWhatIsNotAnObject) {
   EXPECT_EQ(errorOf(JsonObjectReader(QJsonArray())), u"is not an object"_s);
   EXPECT_EQ(errorOf(JsonObjectReader(QJsonValue())), u"is not an object"_s);
 }

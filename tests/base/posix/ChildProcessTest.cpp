@@ -42,7 +42,7 @@ TEST(ChildProcess, TellsNothingWhileItRuns) {
   EXPECT_EQ(child.reap(), SIGKILL);
 }
 
-TEST(ChildProcess, DoesNotPassForRunningWhenSomeoneElseTookItsEnd) {
+TEST(ChildProcess, IsNotTakenForRunningAfterItHasBeenReapedElsewhere) {
   ChildProcess child = start("exit 0");
   ASSERT_EQ(waitpid(child.id(), nullptr, 0), child.id());
   EXPECT_TRUE(child.reap().has_value());

@@ -119,7 +119,7 @@ TEST_F(Transfers, EndWhenTheTimeIsOver) {
   EXPECT_EQ(readToEnd(m_pipe.reading.get(), 100, shortTime), std::nullopt);
 }
 
-TEST_F(Transfers, AreNoEndWhereMoreComesThanMay) {
+TEST_F(Transfers, FailWhereMoreComesThanIsAllowed) {
   ASSERT_TRUE(writeAll(m_pipe.writing.get(), "abc", 3));
   m_pipe.writing.reset();
   EXPECT_EQ(readToEnd(m_pipe.reading.get(), 2, patience), std::nullopt);

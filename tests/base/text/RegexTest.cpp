@@ -58,7 +58,7 @@ TEST(Regex, SaysWhatIsWrongWithAPattern) {
   EXPECT_EQ(std::get<QString>(compilation), u"U_REGEX_MISMATCHED_PAREN at character 3"_s);
 }
 
-TEST(Regex, SaysThatAnEmptyPatternIsNone) {
+TEST(Regex, RefusesAnEmptyPattern) {
   EXPECT_TRUE(std::holds_alternative<QString>(Regex::compile(QString())));
 }
 

@@ -93,7 +93,7 @@ const Row rows[] = {
      u"(function f() { return f() + 1 })()"_s,
      u""_s,
      {u"JS Exception: RangeError: Maximum call stack size exceeded."_s}},
-    {"AnArrayThatNobodyCanHave",
+    {"AnArrayThatIsTooLarge",
      u"try { new Uint8Array(1e15) } catch (e) { throw e.constructor('too large') }"_s,
      u""_s,
      {u"JS Exception: RangeError: too large"_s}},

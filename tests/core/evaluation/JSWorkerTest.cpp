@@ -86,7 +86,7 @@ TEST_F(JSWorker, EndsWhereAScriptLeavesMuchMemoryInUse) {
   EXPECT_EQ(m_output.lines(), QStringList());
 }
 
-TEST_F(JSWorker, FreesWhatNoScriptReachesAnyMoreAndStays) {
+TEST_F(JSWorker, FreesWhatScriptsNoLongerReachAndStays) {
   EXPECT_EQ(m_evaluator.evaluate(u"var kept = 1; kept"_s), u"1"_s);
   const pid_t first = worker();
   ASSERT_NE(first, 0);
@@ -125,7 +125,7 @@ TEST_F(JSWorker, IsConfined) {
 }
 
 // Which it would say on standard error.
-TEST_F(JSWorker, IsRefusedNothingThatItsWorkTakes) {
+TEST_F(JSWorker, MayDoAllThatItsWorkNeeds) {
   const QTemporaryDir folder;
   const std::string path = folder.filePath(u"errors"_s).toStdString();
   const int errors = dup(STDERR_FILENO);

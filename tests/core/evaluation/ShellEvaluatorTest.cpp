@@ -54,7 +54,7 @@ const Row rows[] = {
     {"MarksAShellThatASignalEndsAfterOutput", "echo out; kill -15 $$; sleep 60",
      u"[Shell Error]"_s},
     {"RunsAPipeline", "printf 'b\\na\\n' | sort | tr a-z A-Z", u"A\nB"_s},
-    {"EndsAPipelineThatNobodyReads", "yes | head -n 1", u"y"_s},
+    {"EndsAPipelineWhoseReaderIsGone", "yes | head -n 1", u"y"_s},
     {"SetsVariables", "x='a  b'; echo \"<$x>\"", u"<a  b>"_s},
     {"SubstitutesCommands", "echo $(echo inner)", u"inner"_s},
     {"KeepsQuotes", "echo \"it's\" '\"so\"'", u"it's \"so\""_s},

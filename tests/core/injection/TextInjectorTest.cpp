@@ -267,7 +267,7 @@ TEST_F(TextInjectorTest, TypesItAgainAheadOfALongText) {
             u"again 'x'; sleep 1000; text '%1'"_s.arg(twenty));
 }
 
-TEST_F(TextInjectorTest, TypesItAgainAheadOfATextThatWaitsForSomebodyWhoTypesWithShift) {
+TEST_F(TextInjectorTest, TypesItAgainAheadOfATextThatWaitsForShift) {
   TypedSinceNow typing;
   const auto typed = typing.begin();
   typing.append(u"x");
@@ -292,7 +292,7 @@ TEST_F(TextInjectorTest, DoesNotTypeWhatAFormHas) {
             "text 'abc'; sleep 1000; again 'y'; sleep 1000; end; complete");
 }
 
-TEST_F(TextInjectorTest, DoesNotDeleteForEverWhereSomebodyTypesForEver) {
+TEST_F(TextInjectorTest, StopsDeletingThoughTheUserTypesOn) {
   TypedSinceNow typing;
   const auto typed = typing.begin();
   m_sleeper.setOnSleep([&] { typing.append(u"x"); });

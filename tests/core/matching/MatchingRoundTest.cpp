@@ -86,7 +86,7 @@ TEST_F(MatchingRoundTest, BlamesAPatternThatTakesLongToCompile) {
   EXPECT_EQ(tooSlow(), (QStringList{u"b"_s, u"c"_s}));
 }
 
-TEST_F(MatchingRoundTest, BlamesNobodyForTheTimeThatCompilingTook) {
+TEST_F(MatchingRoundTest, BlamesNoPatternForTheTimeThatCompilingTook) {
   EXPECT_TRUE(search(u"a"_s, 5ms, many));
   for (int pattern = 0; pattern < 5; ++pattern) compile(QString::number(pattern), 9ms, true);
   EXPECT_TRUE(m_round.isOver());

@@ -31,7 +31,7 @@ TEST(StatsSummary, IsWrittenWithEveryFieldAndReadBack) {
   EXPECT_EQ(read.value(), sample());
 }
 
-TEST(StatsSummary, LeavesTheDateOutWhileThereIsNone) {
+TEST(StatsSummary, LeavesTheDateOutBeforeTheFirstExpansion) {
   EXPECT_EQ(writeJson(StatsSummary().toJson()), QByteArray("{\n"
                                                            "  \"totalCharactersSaved\" : 0,\n"
                                                            "  \"totalExpansions\" : 0,\n"

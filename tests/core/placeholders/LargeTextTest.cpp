@@ -1,6 +1,6 @@
-// Texts far larger than anybody writes. What they would cost with a search for every placeholder,
-// or with an expression that begins anew at every brace, is minutes; nobody waits for that here, so
-// a mistake shows as a test that does not end.
+// Texts far larger than a person writes. A search for every placeholder, or an expression that
+// starts again at every brace, would take minutes. The tests have no time limit of their own, so a
+// mistake shows as a test that does not end.
 
 #include <gtest/gtest.h>
 

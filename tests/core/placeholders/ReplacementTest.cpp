@@ -76,7 +76,7 @@ TEST(Replacement, GoesOnBehindAPlaceholderWhoseValueIsTooLong) {
   EXPECT_EQ(asked, (QStringList{u"a"_s, u"long"_s, u"b"_s}));
 }
 
-TEST(Replacement, StopsWhereThereIsNoEndOfReplacing) {
+TEST(Replacement, StopsReplacingThatWouldNeverEnd) {
   ExpansionLimit limit;
   const auto valueOf = [](const Placeholder& placeholder) {
     return placeholder.literal.toString().repeated(2);

@@ -1,5 +1,4 @@
-// A shared file that is not what it should be: whoever has something puts it right, and nobody
-// loses anything.
+// A damaged shared file: a machine that has a library replaces it, and no machine loses anything.
 
 #include <sys/stat.h>
 

@@ -75,8 +75,8 @@ TEST_F(TwoMachines, TakeTheOneThatSavedMoreWhateverTheClockSays) {
   EXPECT_EQ(m_other.metadata->dataVersion, 5);
 }
 
-// Whatever happened before, three syncs in turn leave both with one library, which is one that
-// somebody had.
+// Whatever happened before, three syncs in turn leave both with the same library, which one of them
+// had.
 TEST_F(TwoMachines, AgreeInTheEndWhateverHappened) {
   std::mt19937 random(20260121);
   const auto pick = [&random](std::size_t count) { return random() % count; };

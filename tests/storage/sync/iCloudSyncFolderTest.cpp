@@ -64,7 +64,7 @@ TEST_F(iCloudSyncFolderTest, LiesInTheFirstPlaceThatIsThere) {
             (QStringList{u"Drive"_s, u"Later"_s}));
 }
 
-TEST_F(iCloudSyncFolderTest, IsNotTouchedWhereNobodyIsSignedIn) {
+TEST_F(iCloudSyncFolderTest, IsNotTouchedWhileTheUserIsSignedOut) {
   m_drive.setSignedIn(false);
   expectNothingTaken(m_machine.sync(), SyncStatus::unavailable());
   EXPECT_EQ(m_output.takeLines(), QStringList{u"iCloud sync: User not signed into iCloud"_s});
@@ -159,7 +159,7 @@ TEST_F(iCloudSyncFolderTest, KeepsTheOldFileWhereTheNewOneCannotBeWritten) {
   EXPECT_EQ(files(), QStringList{u"zarvy_sync.json"_s});
 }
 
-TEST_F(iCloudSyncFolderTest, IsRidOfUploadsThatWereKilledInTheMiddle) {
+TEST_F(iCloudSyncFolderTest, LosesWhatKilledUploadsHaveLeft) {
   ASSERT_TRUE(QDir().mkpath(folder()));
   const QString left = u".zarvy_sync.json.a1B2c3.zarvy-save"_s;
   const QString ofRsync = u".zarvy_sync.json.AbC123"_s;

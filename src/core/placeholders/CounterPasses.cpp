@@ -1,4 +1,5 @@
 #include "base/text/DecimalText.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/PlaceholderServices.h"
 #include "core/placeholders/Replacement.h"
@@ -6,7 +7,7 @@
 namespace zarvy {
 namespace {
 
-constexpr QStringView counterOpeners[] = {u"{{counter:"};
+constexpr QStringView counterOpeners[] = {opener::counter};
 
 // What stands before and behind the only colon; no name is empty.
 struct NameAndRest {

@@ -1,6 +1,7 @@
 #include "base/Clock.h"
 #include "base/text/CalendarArithmetic.h"
 #include "core/placeholders/DateFormatters.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/RelativeDate.h"
 #include "core/placeholders/Replacement.h"
@@ -8,8 +9,8 @@
 namespace zarvy {
 namespace {
 
-constexpr QStringView dateOpeners[] = {u"{{date:"};
-constexpr QStringView timeOpeners[] = {u"{{time:"};
+constexpr QStringView dateOpeners[] = {opener::date};
+constexpr QStringView timeOpeners[] = {opener::time};
 
 std::optional<RelativeDate> readDate(QStringView argument) {
   return readRelativeDate(argument, u"dwmy");
@@ -80,10 +81,10 @@ QString fixedDatesPass(const QString& text, PassContext& context) {
     const DateFormatter& (DateFormatters::*formatter)() = nullptr;
   };
   constexpr Fixed all[] = {
-      {u"{{date:short}}", &DateFormatters::shortDateFormatter},
-      {u"{{date:long}}", &DateFormatters::longDateFormatter},
-      {u"{{date:medium}}", &DateFormatters::mediumDateFormatter},
-      {u"{{time}}", &DateFormatters::timeFormatter},
+      {literal::shortDate, &DateFormatters::shortDateFormatter},
+      {literal::longDate, &DateFormatters::longDateFormatter},
+      {literal::mediumDate, &DateFormatters::mediumDateFormatter},
+      {literal::time, &DateFormatters::timeFormatter},
   };
   QString result = text;
   for (const Fixed& fixed : all) {

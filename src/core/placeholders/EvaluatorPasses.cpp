@@ -1,5 +1,6 @@
 #include "base/text/Graphemes.h"
 #include "core/evaluation/Evaluator.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/PlaceholderScan.h"
 #include "core/placeholders/Replacement.h"
@@ -9,8 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView scriptOpeners[] = {u"{{js:"};
-constexpr QStringView commandOpeners[] = {u"{{shell:"};
+constexpr QStringView scriptOpeners[] = {opener::script};
+constexpr QStringView commandOpeners[] = {opener::command};
 
 // Whether `part` of `text` begins and ends between user-perceived characters.
 bool isOfWholeCharacters(QStringView text, QStringView part) {

@@ -6,6 +6,7 @@
 
 #include <QSet>
 
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/PlaceholderScan.h"
 #include "core/placeholders/PlaceholderServices.h"
 
@@ -14,10 +15,9 @@ namespace {
 
 using Kind = FillInFieldType::Kind;
 
-constexpr QStringView textFieldOpeners[] = {u"{{field:"};
-constexpr QStringView textAreaOpeners[] = {u"{{textarea:"};
-constexpr QStringView sectionOpeners[] = {u"{{?:"};
-constexpr QStringView sectionEnd = u"{{/?}}";
+constexpr QStringView textFieldOpeners[] = {opener::textField};
+constexpr QStringView textAreaOpeners[] = {opener::textArea};
+constexpr QStringView sectionOpeners[] = {opener::section};
 constexpr QStringView required = u"required";
 constexpr QStringView requiredSuffix = u":required";
 
@@ -58,12 +58,11 @@ bool isTextInput(QStringView argument) {
 }
 
 std::vector<Dropdown> findDropdowns(QStringView text) {
-  constexpr QStringView opener = u"{{dropdown:";
   std::vector<Dropdown> found;
   NextOccurrence colon(text, u":");
   NextOccurrence brace(text, u"}");
-  for (qsizetype start = text.indexOf(opener); start >= 0;) {
-    const qsizetype name = start + opener.size();
+  for (qsizetype start = text.indexOf(opener::dropdown); start >= 0;) {
+    const qsizetype name = start + opener::dropdown.size();
     const qsizetype nameEnd = colon.from(name);
     if (nameEnd == text.size()) break;
     const qsizetype options = nameEnd + 1;
@@ -72,7 +71,7 @@ std::vector<Dropdown> findDropdowns(QStringView text) {
     if (isDropdown) {
       found.push_back({text.sliced(name, nameEnd - name), text.sliced(options, end - options)});
     }
-    start = text.indexOf(opener, isDropdown ? end + 2 : start + 1);
+    start = text.indexOf(opener::dropdown, isDropdown ? end + 2 : start + 1);
   }
   return found;
 }
@@ -80,13 +79,13 @@ std::vector<Dropdown> findDropdowns(QStringView text) {
 std::vector<OptionalSection> findOptionalSections(QStringView text) {
   std::vector<OptionalSection> found;
   PlaceholderScan openings(text, {sectionOpeners});
-  NextOccurrence closing(text, sectionEnd);
+  NextOccurrence closing(text, literal::sectionEnd);
   while (const auto opening = openings.next()) {
     const qsizetype content = opening->literal.utf16() - text.utf16() + opening->literal.size();
     const qsizetype end = closing.from(content);
     if (end == text.size()) break;
     found.push_back({opening->argument, text.sliced(content, end - content)});
-    openings.skipTo(end + sectionEnd.size());
+    openings.skipTo(end + literal::sectionEnd.size());
   }
   return found;
 }

@@ -7,6 +7,7 @@
 
 #include "base/text/Regex.h"
 #include "core/placeholders/ExpansionLimit.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/PlaceholderScan.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -81,27 +82,28 @@ QString withAnswerEverywhere(QString text, const QString& name, const QString& a
 }  // namespace
 
 FillIns findTextFieldsOf(QStringView text, const QString& name) {
-  return findTextInputs(text, u"{{field:"_s + name);
+  return findTextInputs(text, opener::textField.toString() + name);
 }
 
 FillIns findTextAreasOf(QStringView text, const QString& name) {
-  return findTextInputs(text, u"{{textarea:"_s + name);
+  return findTextInputs(text, opener::textArea.toString() + name);
 }
 
 FillIns findDropdownsOf(QStringView text, const QString& name) {
   ClosingBraces braces(text);
-  return findFillIns(text, u"{{dropdown:"_s + name + u':', [&](qsizetype position) -> qsizetype {
-    return braces.isAt(position) ? -1 : braces.endBehind(position);
-  });
+  return findFillIns(text, opener::dropdown.toString() + name + u':',
+                     [&](qsizetype position) -> qsizetype {
+                       return braces.isAt(position) ? -1 : braces.endBehind(position);
+                     });
 }
 
 FillIns findSectionsOf(QStringView text, const QString& name) {
-  constexpr QStringView mark = u"{{/?}}";
-  NextOccurrence closing(text, mark);
-  return findFillIns(text, u"{{?:"_s + name + u"}}"_s, [&](qsizetype position) -> qsizetype {
-    const qsizetype end = closing.from(position);
-    return end == text.size() ? -1 : end + mark.size();
-  });
+  NextOccurrence closing(text, literal::sectionEnd);
+  return findFillIns(text, opener::section.toString() + name + u"}}"_s,
+                     [&](qsizetype position) -> qsizetype {
+                       const qsizetype end = closing.from(position);
+                       return end == text.size() ? -1 : end + literal::sectionEnd.size();
+                     });
 }
 
 QString withAnswer(const QString& text, const FillIns& fillIns, const QString& answer) {

@@ -2,6 +2,7 @@
 
 #include <QHash>
 
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/Replacement.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -9,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView snippetOpeners[] = {u"{{snippet:"};
+constexpr QStringView snippetOpeners[] = {opener::snippet};
 constexpr qsizetype greatestDepth = 10;
 
 // What an inclusion costs besides the look at its text, in units of the limit.

@@ -4,6 +4,7 @@
 
 #include "base/MainThread.h"
 #include "base/text/CaseMapping.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/Passes.h"
 #include "core/placeholders/Replacement.h"
 #include "platform/Pasteboard.h"
@@ -13,7 +14,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView variableOpeners[] = {u"{{#"};
+constexpr QStringView variableOpeners[] = {opener::variable};
 
 // By name in lower case; of several of one name the first in the list counts.
 class VariablesByName {
@@ -37,9 +38,8 @@ class VariablesByName {
   QHash<QString, qsizetype> m_positions;  // made for the first question
 };
 
-constexpr QStringView upper = u"{{uppercase:";
-constexpr QStringView lower = u"{{lowercase:";
-constexpr QStringView letterCaseOpeners[] = {upper, lower, u"{{titlecase:"};
+constexpr QStringView letterCaseOpeners[] = {opener::uppercase, opener::lowercase,
+                                             opener::titlecase};
 
 }  // namespace
 
@@ -54,20 +54,19 @@ QString globalVariablesPass(const QString& text, PassContext& context) {
 }
 
 QString clipboardPass(const QString& text, PassContext& context) {
-  constexpr QStringView literal = u"{{clipboard}}";
-  if (!text.contains(literal)) return text;
+  if (!text.contains(literal::clipboard)) return text;
   const PlaceholderServices& services = context.services;
   const auto clipboard = services.mainThread.call([&] { return services.pasteboard.text(); });
   QString result = text;
-  replaceLiteral(result, literal, clipboard.value_or(QString()), context.limit);
+  replaceLiteral(result, literal::clipboard, clipboard.value_or(QString()), context.limit);
   return result;
 }
 
 QString letterCasePass(const QString& text, PassContext& context) {
   const auto valueOf = [](const Placeholder& placeholder) {
     const QString argument = placeholder.argument.toString();
-    if (placeholder.opener == upper) return upperCased(argument);
-    if (placeholder.opener == lower) return lowerCased(argument);
+    if (placeholder.opener == opener::uppercase) return upperCased(argument);
+    if (placeholder.opener == opener::lowercase) return lowerCased(argument);
     return capitalized(argument);
   };
   return replacePlaceholders(text, {letterCaseOpeners}, valueOf, context.limit);

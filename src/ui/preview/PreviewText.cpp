@@ -8,6 +8,7 @@
 #include "base/text/Graphemes.h"
 #include "base/text/Regex.h"
 #include "core/placeholders/FillInPlaces.h"
+#include "core/placeholders/Openers.h"
 #include "core/placeholders/RelativeDate.h"
 #include "ui/preview/PreviewMarks.h"
 #include "ui/preview/PreviewNesting.h"
@@ -18,13 +19,12 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView upper = u"{{uppercase:";
-constexpr QStringView lower = u"{{lowercase:";
-constexpr QStringView letterCaseOpeners[] = {upper, lower, u"{{titlecase:"};
-constexpr QStringView counterOpeners[] = {u"{{counter:"};
-constexpr QStringView scriptOpeners[] = {u"{{js:"};
-constexpr QStringView dateOpeners[] = {u"{{date:"};
-constexpr QStringView timeOpeners[] = {u"{{time:"};
+constexpr QStringView letterCaseOpeners[] = {opener::uppercase, opener::lowercase,
+                                             opener::titlecase};
+constexpr QStringView counterOpeners[] = {opener::counter};
+constexpr QStringView scriptOpeners[] = {opener::script};
+constexpr QStringView dateOpeners[] = {opener::date};
+constexpr QStringView timeOpeners[] = {opener::time};
 constexpr qsizetype shownScriptLength = 15;  // in user-perceived characters
 
 QString regular(const QString& text) {
@@ -40,9 +40,10 @@ QString shownValue(const FillInField& field) {
 QString withSection(const QString& text, const FillInField& field) {
   const FillIns sections = findSectionsOf(text, field.name);
   if (sections.empty()) return text;
-  const qsizetype opener = QStringView(u"{{?:}}").size() + field.name.size();
-  const qsizetype closer = QStringView(u"{{/?}}").size();
-  const QString content = sections.front().sliced(opener).chopped(closer).toString();
+  const qsizetype beginning =
+      opener::section.size() + field.name.size() + QStringView(u"}}").size();
+  const QString content =
+      sections.front().sliced(beginning).chopped(literal::sectionEnd.size()).toString();
   return withSectionContent(text, sections, field.isChecked ? content : QString());
 }
 
@@ -68,8 +69,8 @@ QString withField(const QString& text, const FillInField& field) {
 
 QString inLetterCase(const Placeholder& placeholder) {
   const QString argument = withoutMarks(placeholder.argument.toString());
-  if (placeholder.opener == upper) return upperCased(argument);
-  if (placeholder.opener == lower) return lowerCased(argument);
+  if (placeholder.opener == opener::uppercase) return upperCased(argument);
+  if (placeholder.opener == opener::lowercase) return lowerCased(argument);
   return capitalized(argument);
 }
 
@@ -130,15 +131,15 @@ QString withShownKinds(QString text) {
 
 // The last six rows have been taken as offsets before.
 QString withFixedTexts(QString text, const PreviewDates& dates) {
-  const std::pair<QString, QString> table[] = {
-      {u"{{date:short}}"_s, dates.shortDate}, {u"{{date:medium}}"_s, dates.mediumDate},
-      {u"{{date:long}}"_s, dates.longDate},   {u"{{time}}"_s, dates.time},
-      {u"{{clipboard}}"_s, u"[clipboard]"_s}, {u"{{cursor}}"_s, u"[cursor]"_s},
-      {u"{{date:+1d}}"_s, u"[tomorrow]"_s},   {u"{{date:-1d}}"_s, u"[yesterday]"_s},
-      {u"{{date:+7d}}"_s, u"[+7 days]"_s},    {u"{{date:+1m}}"_s, u"[+1 month]"_s},
-      {u"{{time:+1h}}"_s, u"[+1 hour]"_s},    {u"{{time:+30M}}"_s, u"[+30 min]"_s},
+  const std::pair<QStringView, QString> table[] = {
+      {literal::shortDate, dates.shortDate},  {literal::mediumDate, dates.mediumDate},
+      {literal::longDate, dates.longDate},    {literal::time, dates.time},
+      {literal::clipboard, u"[clipboard]"_s}, {literal::cursor, u"[cursor]"_s},
+      {u"{{date:+1d}}", u"[tomorrow]"_s},     {u"{{date:-1d}}", u"[yesterday]"_s},
+      {u"{{date:+7d}}", u"[+7 days]"_s},      {u"{{date:+1m}}", u"[+1 month]"_s},
+      {u"{{time:+1h}}", u"[+1 hour]"_s},      {u"{{time:+30M}}", u"[+30 min]"_s},
   };
-  for (const auto& [literal, shown] : table) text.replace(literal, regular(shown));
+  for (const auto& [fixed, shown] : table) text.replace(fixed.toString(), regular(shown));
   return text;
 }
 

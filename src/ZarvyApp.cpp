@@ -6,7 +6,7 @@
 #include <QGuiApplication>
 
 #include "base/posix/OwnProcess.h"
-#include "platform/desktop/DesktopFactory.h"
+#include "platform/desktop/ProgramStart.h"
 #include "ui/Scenes.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,12 +1,33 @@
 #pragma once
 
 #include "platform/AccessibilityPermission.h"
-#include "platform/DesktopParts.h"
 
 namespace zarvy {
 
+class ActivationPolicy;
+class HotKeys;
 class InputMethod;
+class KeyEventPoster;
+class KeyEventSource;
 class Pasteboard;
+class SecureInput;
+class Workspace;
+
+// What depends on whether there is a desktop.
+struct DesktopParts {
+  KeyEventSource& keyEventSource;
+  KeyEventPoster& keyEventPoster;
+  Workspace& workspace;
+  SecureInput& secureInput;
+  HotKeys& hotKeys;
+  ActivationPolicy& activationPolicy;
+};
+
+// Those of an object that is all of them.
+template <typename Whole>
+[[nodiscard]] DesktopParts partsOf(Whole& whole) {
+  return {whole, whole, whole, whole, whole, whole};
+}
 
 // The desktop that the program stands on: there from the start, found later, or missing for good.
 // Whether it may be used is its own to say, as the permission that it is. Made by makeDesktop() in

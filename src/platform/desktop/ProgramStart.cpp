@@ -1,7 +1,10 @@
 #include "platform/desktop/ProgramStart.h"
 
-#include "platform/freedesktop/accessibility/ToolkitBridge.h"
-#include "platform/x11/connection/DisplayProbe.h"
+#include <utility>
+
+#include "platform/desktop/X11Desktop.h"
+#include "platform/freedesktop/accessibility/DBusProbe.h"
+#include "platform/x11/X11Session.h"
 #include "platform/x11/typing/TypingRecord.h"
 
 namespace zarvy {
@@ -19,6 +22,11 @@ void releaseKeysLeftBy(pid_t died) {
 
 void keepToolkitFromServicesThatHang() {
   keepToolkitFromBusThatHangs();
+}
+
+std::unique_ptr<Desktop> makeDesktop(Scheduler& scheduler, LineOutput& output,
+                                     const UserDefaults& defaults, std::function<void()> onLost) {
+  return std::make_unique<X11Desktop>(scheduler, output, defaults, std::move(onLost));
 }
 
 }  // namespace zarvy

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QtGui/qguiapplication_platform.h>
 
-#include "platform/x11/connection/DisplayProbe.h"
 #include "platform/x11/windows/WindowOwner.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -10,8 +10,8 @@
 #include "base/Scheduler.h"
 #include "platform/Desktop.h"
 #include "platform/LateDesktop.h"
+#include "platform/SecureInput.h"
 #include "platform/UserDefaults.h"
-#include "platform/desktop/EitherSecureInput.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
 #include "platform/freedesktop/inputmethod/DesktopInputMethod.h"
 #include "platform/posix/FocusClaims.h"
@@ -20,6 +20,27 @@
 #include "platform/x11/clipboard/X11Pasteboard.h"
 
 namespace zarvy {
+
+// Secure input of two kinds as one. Where both are on, the first one's owner is named. Main thread.
+class EitherSecureInput final : public SecureInput {
+ public:
+  // Both outlive this.
+  EitherSecureInput(const SecureInput& first, const SecureInput& second)
+      : m_first(first), m_second(second) {}
+
+  [[nodiscard]] bool isSecureEventInputEnabled() const override {
+    return m_first.isSecureEventInputEnabled() || m_second.isSecureEventInputEnabled();
+  }
+
+  [[nodiscard]] std::optional<qint32> ownerProcessIdentifier() const override {
+    const SecureInput& active = m_first.isSecureEventInputEnabled() ? m_first : m_second;
+    return active.ownerProcessIdentifier();
+  }
+
+ private:
+  const SecureInput& m_first;
+  const SecureInput& m_second;
+};
 
 // The X display, with what the session's services and the terminals know of passwords. Dropping it
 // gives the keyboard mapping back.

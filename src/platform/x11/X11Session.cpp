@@ -4,6 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include <xcb/xcb.h>
+
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
 #include "platform/x11/capture/GrabRecord.h"
@@ -33,6 +35,13 @@
 namespace zarvy::x11 {
 
 using namespace Qt::Literals::StringLiterals;
+
+bool canReachDisplay() {
+  xcb_connection_t* connection = xcb_connect(nullptr, nullptr);
+  const bool isReached = xcb_connection_has_error(connection) == 0;
+  xcb_disconnect(connection);
+  return isReached;
+}
 
 // What can be missing.
 struct X11Session::Keyboards {

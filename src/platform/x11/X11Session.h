@@ -21,6 +21,10 @@ class Workspace;
 
 namespace zarvy::x11 {
 
+// Whether the X display that the environment names answers. Asks with a connection of its own, so
+// it may be called before anything else is made.
+[[nodiscard]] bool canReachDisplay();
+
 // The X11 adapters, on their one connection. Made and dropped on the main thread, after everything
 // that types has ended; dropping it gives the scratch keys back.
 class X11Session {

@@ -13,7 +13,7 @@
 #include "fakes/RecordingLineOutput.h"
 #include "platform/Desktop.h"
 #include "platform/KeyEventSource.h"
-#include "platform/desktop/DesktopFactory.h"
+#include "platform/desktop/ProgramStart.h"
 #include "support/QtPrinters.h"
 
 namespace zarvy {

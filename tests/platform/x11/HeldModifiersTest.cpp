@@ -16,7 +16,7 @@
 #include "platform/x11/capture/OwnPosts.h"
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/HeldKeys.h"
-#include "platform/x11/keyboard/KeyboardSnapshot.h"
+#include "platform/x11/keyboard/KeyboardState.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"
 #include "platform/x11/keyboard/PersonsKeys.h"
 #include "platform/x11/typing/HeldModifiers.h"

@@ -12,7 +12,7 @@
 #include "e2e/harness/PrivateXServer.h"
 #include "fakes/ManualScheduler.h"
 #include "fakes/RecordingLineOutput.h"
-#include "platform/KeyEvent.h"
+#include "platform/KeyEventSource.h"
 #include "platform/x11/TypingWitness.h"
 #include "platform/x11/X11Session.h"
 

@@ -9,7 +9,7 @@
 #include <QDBusVariant>
 #include <QUuid>
 
-#include "platform/freedesktop/accessibility/AsyncQuestion.h"
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
 #include "platform/freedesktop/accessibility/DBusProbe.h"
 
 using namespace Qt::Literals::StringLiterals;

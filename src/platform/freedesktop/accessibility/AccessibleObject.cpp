@@ -1,7 +1,12 @@
 #include "platform/freedesktop/accessibility/AccessibleObject.h"
 
+#include <utility>
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
+#include <QDBusPendingCall>
+#include <QDBusPendingCallWatcher>
+#include <QObject>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -26,6 +31,16 @@ AccessibleObject accessibleDesktop() {
 QDBusMessage questionTo(const AccessibleObject& object, const QString& member) {
   return QDBusMessage::createMethodCall(object.peer, object.path, u"org.a11y.atspi.Accessible"_s,
                                         member);
+}
+
+void askLater(const QDBusConnection& bus, const QDBusMessage& question, QObject* owner,
+              std::function<void(const QDBusMessage& answer)> handler) {
+  auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(question), owner);
+  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, owner,
+                   [handler = std::move(handler)](QDBusPendingCallWatcher* call) {
+                     call->deleteLater();
+                     handler(call->reply());
+                   });
 }
 
 // The bits of all states stand in two words; the second holds none that is asked for here.

@@ -1,8 +1,13 @@
 #pragma once
 
+#include <functional>
+
+#include <QDBusConnection>
 #include <QDBusMessage>
 #include <QList>
 #include <QString>
+
+class QObject;
 
 namespace zarvy {
 
@@ -32,6 +37,11 @@ constexpr quint64 managesDescendants = 1ULL << 31U;  // a table, with cells with
 
 // The call of a member of the interface that every object has.
 [[nodiscard]] QDBusMessage questionTo(const AccessibleObject& object, const QString& member);
+
+// Puts `question` on `bus` and returns. `handler` gets the answer, an error included, on the thread
+// of `owner`, which runs an event loop; not where `owner` is gone by then.
+void askLater(const QDBusConnection& bus, const QDBusMessage& question, QObject* owner,
+              std::function<void(const QDBusMessage& answer)> handler);
 
 // What an answer to "GetState" says; none where it is an error or something else.
 [[nodiscard]] quint64 statesIn(const QDBusMessage& answer);

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/freedesktop/accessibility/AsyncQuestion.h"
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -5,7 +5,7 @@
 #include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 
-#include "platform/freedesktop/accessibility/AsyncQuestion.h"
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
 #include "platform/freedesktop/accessibility/FieldSecrecy.h"
 #include "platform/freedesktop/accessibility/FocusSearch.h"
 #include "platform/freedesktop/accessibility/ToolkitKeyDetour.h"

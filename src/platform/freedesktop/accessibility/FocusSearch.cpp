@@ -5,7 +5,7 @@
 
 #include <QTimer>
 
-#include "platform/freedesktop/accessibility/AsyncQuestion.h"
+#include "platform/freedesktop/accessibility/AccessibleObject.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -4,7 +4,6 @@
 #include <QDeadlineTimer>
 
 #include "platform/freedesktop/accessibility/AccessibleObject.h"
-#include "platform/freedesktop/accessibility/AsyncQuestion.h"
 
 using namespace Qt::Literals::StringLiterals;
 

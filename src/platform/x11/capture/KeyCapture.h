@@ -5,7 +5,7 @@
 
 #include <xcb/xcb.h>
 
-#include "platform/KeyEvent.h"
+#include "platform/KeyEventSource.h"
 #include "platform/x11/capture/KeyDecoder.h"
 
 struct xcb_input_key_press_event_t;

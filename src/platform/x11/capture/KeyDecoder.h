@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/KeyEvent.h"
+#include "platform/KeyEventSource.h"
 #include "platform/x11/capture/ComposeSequence.h"
 #include "platform/x11/keyboard/KeyboardState.h"
 #include "platform/x11/keyboard/KeymapSnapshot.h"

@@ -6,8 +6,9 @@
 #include <xkbcommon/xkbcommon-x11.h>
 
 #include "platform/x11/connection/Connection.h"
+#include "platform/x11/connection/XcbReply.h"
+#include "platform/x11/connection/XkbProtocol.h"
 #include "platform/x11/keyboard/FunctionKeys.h"
-#include "platform/x11/keyboard/KeymapName.h"
 
 namespace zarvy::x11 {
 
@@ -31,6 +32,23 @@ bool isDeadKey(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t layout)
 }
 
 }  // namespace
+
+KeymapName KeymapName::ask(Connection& connection, uint16_t device) {
+  const auto cookie = xcb_xkb_get_names(connection.xcb(), device, XCB_XKB_NAME_DETAIL_SYMBOLS);
+  return {connection, cookie.sequence};
+}
+
+xcb_atom_t KeymapName::answer() const {
+  const XcbPtr<xcb_xkb_get_names_reply_t> reply(
+      xcb_xkb_get_names_reply(m_connection.xcb(), {m_sequence}, nullptr));
+  if (!reply || reply->which != XCB_XKB_NAME_DETAIL_SYMBOLS) return XCB_ATOM_NONE;
+  xcb_xkb_get_names_value_list_t names{};
+  xcb_xkb_get_names_value_list_unpack(xcb_xkb_get_names_value_list(reply.get()), reply->nTypes,
+                                      reply->indicators, reply->virtualMods, reply->groupNames,
+                                      reply->nKeys, reply->nKeyAliases, reply->nRadioGroups,
+                                      reply->which, &names);
+  return names.symbolsName;
+}
 
 std::shared_ptr<KeymapSnapshot> KeymapSnapshot::read(Connection& connection, uint16_t device) {
   std::shared_ptr<KeymapSnapshot> snapshot(new KeymapSnapshot);

@@ -7,7 +7,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/x11/keyboard/KeyboardSnapshot.h"
+#include "platform/x11/keyboard/ModifierKeys.h"
 #include "platform/x11/keyboard/PersonsKeys.h"
 
 namespace zarvy::x11 {

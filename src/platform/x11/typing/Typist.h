@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/x11/capture/GrabProbe.h"
-#include "platform/x11/keyboard/KeyboardSnapshot.h"
+#include "platform/x11/keyboard/KeyboardState.h"
 #include "platform/x11/typing/HeldModifiers.h"
 #include "platform/x11/typing/ScratchKeys.h"
 #include "platform/x11/typing/TypingRecord.h"

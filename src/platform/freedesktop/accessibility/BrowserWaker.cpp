@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <QDBusPendingCall>
+
 #include "platform/freedesktop/accessibility/AccessibleObject.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -7,6 +7,8 @@
 
 #include "platform/x11/connection/Connection.h"
 #include "platform/x11/keyboard/LiveKeymap.h"
+#include "platform/x11/keyboard/PersonsKeys.h"
+#include "platform/x11/typing/KeySender.h"
 #include "platform/x11/typing/TargetBarrier.h"
 #include "platform/x11/typing/TypingRun.h"
 

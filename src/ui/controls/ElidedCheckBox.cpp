@@ -5,7 +5,6 @@
 #include <QStyleOptionButton>
 
 #include "ui/style/OneLine.h"
-#include "ui/style/WholeText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

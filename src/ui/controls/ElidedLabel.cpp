@@ -7,7 +7,6 @@
 #include <QPainter>
 
 #include "ui/style/OneLine.h"
-#include "ui/style/WholeText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -40,4 +40,12 @@ void FolderLabel::draw(QPainter& painter, const QRect& area, const QFont& font,
                    painter.fontMetrics().elidedText(oneLine(name), Qt::ElideRight, text.width()));
 }
 
+void drawColorDot(QPainter& painter, const QRectF& area, SystemColor color,
+                  const QPalette& palette) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(systemColor(color, palette));
+  painter.drawEllipse(area);
+}
+
 }  // namespace zarvy

@@ -8,6 +8,7 @@
 
 class QPainter;
 class QRect;
+class QRectF;
 
 namespace zarvy {
 
@@ -23,5 +24,9 @@ struct FolderLabel {
   void draw(QPainter& painter, const QRect& area, const QFont& font, const QPalette& palette,
             const QColor& ground) const;
 };
+
+// A round spot of a folder's colour that fills `area`.
+void drawColorDot(QPainter& painter, const QRectF& area, SystemColor color,
+                  const QPalette& palette);
 
 }  // namespace zarvy

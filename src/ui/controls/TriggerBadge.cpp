@@ -11,7 +11,6 @@
 #include "ui/style/Fonts.h"
 #include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
-#include "ui/style/WholeText.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -5,7 +5,6 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include "ui/controls/ColorDot.h"
 #include "ui/style/OneLine.h"
 #include "ui/style/Tones.h"
 

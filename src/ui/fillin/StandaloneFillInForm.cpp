@@ -27,7 +27,7 @@
 #include "ui/preview/PreviewText.h"
 #include "ui/preview/PreviewView.h"
 #include "ui/style/ControlOutline.h"
-#include "ui/style/FolderTint.h"
+#include "ui/style/SystemColors.h"
 #include "ui/style/ToneKeeper.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,11 +1,19 @@
 #include "ui/quicksearch/QuickSearchList.h"
 
 #include "ui/controls/SlimScrollBar.h"
-#include "ui/quicksearch/QuickSearchRow.h"
+#include "ui/quicksearch/QuickSearchModel.h"
+#include "ui/style/SystemColors.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+
+TwoLineRow QuickSearchRow::rowAt(const QModelIndex& index) const {
+  const auto folder = index.data(QuickSearchModel::folderColorRole).value<FolderColor>();
+  return {.title = index.data(Qt::DisplayRole).toString(),
+          .detail = index.data(QuickSearchModel::triggerRole).toString(),
+          .dot = tintOf(folder)};
+}
 
 QuickSearchList::QuickSearchList(QWidget* parent) : QListView(parent) {
   setAccessibleName(u"Snippets"_s);

@@ -7,6 +7,11 @@
 
 namespace zarvy {
 
+// The colours of `desktop` that may not be legible in it, mended so that they are: no palette
+// guarantees those of placeholders and of selections, and some desktops give none at all. Holds
+// just these roles, so that all others go on following the desktop. Pure.
+[[nodiscard]] QPalette legibleRoles(const QPalette& desktop);
+
 // Keeps the colours of the program those of the desktop while this turns light or dark, and all of
 // them legible. Where the desktop has a palette of its own, Qt follows it, also while the program
 // runs. Where it has none Qt takes that of its style, and does not come back to it when the desktop

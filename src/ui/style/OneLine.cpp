@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include <QHelpEvent>
+#include <QToolTip>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
@@ -20,6 +23,11 @@ bool breaksLine(QChar unit) {
          unit == QChar::ParagraphSeparator || unit == u'\t';
 }
 
+// `text` as a tool tip that shows it as it stands, and does not cover the screen.
+QString plainToolTip(const QString& text) {
+  return u"<p style=\"white-space: pre-wrap\">"_s + beginningOf(text).toHtmlEscaped() + u"</p>"_s;
+}
+
 }  // namespace
 
 QString oneLine(const QString& text) {
@@ -28,8 +36,8 @@ QString oneLine(const QString& text) {
   return line;
 }
 
-QString plainToolTip(const QString& text) {
-  return u"<p style=\"white-space: pre-wrap\">"_s + beginningOf(text).toHtmlEscaped() + u"</p>"_s;
+void showWholeText(const QHelpEvent& event, QWidget& widget, const QString& text, bool isCut) {
+  QToolTip::showText(event.globalPos(), isCut ? plainToolTip(text) : QString(), &widget);
 }
 
 }  // namespace zarvy

@@ -48,4 +48,26 @@ QColor systemColor(SystemColor color, const QPalette& palette) {
   return QColor::fromRgb(isDark(palette) ? row.dark : row.light);
 }
 
+SystemColor tintOf(FolderColor color) {
+  switch (color) {
+    case FolderColor::red:
+      return SystemColor::red;
+    case FolderColor::orange:
+      return SystemColor::orange;
+    case FolderColor::yellow:
+      return SystemColor::yellow;
+    case FolderColor::green:
+      return SystemColor::green;
+    case FolderColor::blue:
+      return SystemColor::blue;
+    case FolderColor::purple:
+      return SystemColor::purple;
+    case FolderColor::pink:
+      return SystemColor::pink;
+    case FolderColor::gray:
+      break;
+  }
+  return SystemColor::gray;
+}
+
 }  // namespace zarvy

@@ -2,6 +2,8 @@
 
 #include <QColor>
 
+#include "core/model/FolderColor.h"
+
 class QPalette;
 
 namespace zarvy {
@@ -40,5 +42,8 @@ inline constexpr SystemColor hours = SystemColor::orange;
 
 // For areas: the circle of a folder, the bar of a chart. Text and thin marks in it want inkOn().
 [[nodiscard]] QColor systemColor(SystemColor color, const QPalette& palette);
+
+// The colour that stands for `color` on the screen.
+[[nodiscard]] SystemColor tintOf(FolderColor color);
 
 }  // namespace zarvy

@@ -23,7 +23,6 @@
 #include "ui/contrast/PaintedTexts.h"
 #include "ui/contrast/RealPalettes.h"
 #include "ui/controls/EmptyState.h"
-#include "ui/controls/FormSection.h"
 #include "ui/controls/GroupedForm.h"
 #include "ui/controls/SearchField.h"
 #include "ui/controls/SegmentedPicker.h"
@@ -36,7 +35,7 @@
 #include "ui/quicksearch/FloatingPanel.h"
 #include "ui/quicksearch/QuickSearchView.h"
 #include "ui/quicksearch/SearchedLibrary.h"
-#include "ui/style/LegiblePalette.h"
+#include "ui/style/DesktopColors.h"
 
 using namespace Qt::Literals::StringLiterals;
 

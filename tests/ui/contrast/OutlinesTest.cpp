@@ -13,7 +13,7 @@
 #include "ui/fillin/FillInHarness.h"
 #include "ui/fillin/StandaloneFillInForm.h"
 #include "ui/preview/PreviewView.h"
-#include "ui/style/LegiblePalette.h"
+#include "ui/style/DesktopColors.h"
 #include "ui/style/Tones.h"
 
 using namespace Qt::Literals::StringLiterals;

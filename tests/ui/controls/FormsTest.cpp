@@ -11,7 +11,6 @@
 
 #include "support/QtPrinters.h"
 #include "ui/controls/Card.h"
-#include "ui/controls/FormSection.h"
 #include "ui/controls/GroupedForm.h"
 
 using namespace Qt::Literals::StringLiterals;

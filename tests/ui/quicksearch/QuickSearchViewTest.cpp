@@ -14,7 +14,6 @@
 #include "support/QtPrinters.h"
 #include "ui/controls/Keycap.h"
 #include "ui/quicksearch/QuickSearchList.h"
-#include "ui/quicksearch/QuickSearchRow.h"
 #include "ui/quicksearch/QuickSearchView.h"
 #include "ui/quicksearch/SearchedLibrary.h"
 #include "ui/screenshots/DesktopTheme.h"

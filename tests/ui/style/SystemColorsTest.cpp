@@ -4,7 +4,6 @@
 
 #include "support/QtPrinters.h"
 #include "ui/screenshots/DesktopTheme.h"
-#include "ui/style/FolderTint.h"
 #include "ui/style/Ink.h"
 
 namespace zarvy {

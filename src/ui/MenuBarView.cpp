@@ -10,7 +10,6 @@
 #include "app/expansion/ExpansionService.h"
 #include "app/library/Library.h"
 #include "app/library/LibrarySelection.h"
-#include "ui/MenuCircumstancesOf.h"
 #include "ui/style/QuietEntries.h"
 #include "ui/symbols/SymbolIcon.h"
 

@@ -1,8 +1,21 @@
 #include "ui/MenuEntries.h"
 
+#include "app/expansion/ExpansionService.h"
+#include "app/library/Library.h"
+#include "ui/HotKeyText.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace zarvy {
+
+MenuCircumstances menuCircumstancesOf(const Library& library, const ExpansionService& expansion) {
+  const auto& taken = expansion.takenHotKey();
+  return {.hasAccessibilityPermission = expansion.hasAccessibilityPermission(),
+          .secureInputAppName = expansion.secureInputAppName(),
+          .snippetCount = library.snippets().size(),
+          .isPaused = expansion.isPaused(),
+          .takenHotKey = taken ? std::optional(hotKeyText(taken->key)) : std::nullopt};
+}
 
 QList<MenuEntry> menuEntries(const MenuCircumstances& circumstances) {
   const auto& blocker = circumstances.secureInputAppName;

@@ -10,6 +10,9 @@
 
 namespace zarvy {
 
+class ExpansionService;
+class Library;
+
 // What the menu behind the tray icon depends on.
 struct MenuCircumstances {
   bool hasAccessibilityPermission = false;
@@ -20,6 +23,9 @@ struct MenuCircumstances {
 
   bool operator==(const MenuCircumstances&) const = default;
 };
+
+[[nodiscard]] MenuCircumstances menuCircumstancesOf(const Library& library,
+                                                    const ExpansionService& expansion);
 
 enum class MenuAction {
   none,  // a line that only tells something

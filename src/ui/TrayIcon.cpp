@@ -5,7 +5,7 @@
 #include <QMenu>
 #include <QScreen>
 
-#include "ui/MenuCircumstancesOf.h"
+#include "app/expansion/ExpansionService.h"
 
 using namespace Qt::Literals::StringLiterals;
 

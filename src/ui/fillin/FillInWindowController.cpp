@@ -3,9 +3,8 @@
 #include <utility>
 
 #include <QPointer>
+#include <QVBoxLayout>
 
-#include "ui/fillin/FillInPanel.h"
-#include "ui/fillin/StandaloneFillInForm.h"
 #include "ui/window/BringForward.h"
 #include "ui/window/UserScreen.h"
 
@@ -14,10 +13,30 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
+constexpr QSize leastSize(350, 400);
+constexpr QSize usualSize(450, 550);
+
+// Qt takes these three characters for the place of a mark, unless they stand there twice.
+QString literalTitle(QString title) {
+  return title.replace(u"[*]"_s, u"[*][*]"_s);
+}
+
 // Of the forms that give way to another: the one that is open, and one that its end opens.
 constexpr int toldOnes = 2;
 
 }  // namespace
+
+FillInPanel::FillInPanel(std::unique_ptr<QWidget> content, const QString& title) {
+  setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                 Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
+  setWindowTitle(literalTitle(title));
+  setWindowRole(u"fill-in"_s);
+  setMinimumSize(leastSize);
+  resize(usualSize);
+  auto* const layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(content.release());
+}
 
 FillInWindowController::FillInWindowController(const FillInServices& services)
     : m_services(services) {}

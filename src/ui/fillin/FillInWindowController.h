@@ -3,14 +3,22 @@
 #include <memory>
 
 #include <QObject>
+#include <QString>
 
 #include "app/expansion/FillInWindow.h"
-#include "ui/fillin/FillInServices.h"
+#include "ui/fillin/StandaloneFillInForm.h"
 #include "ui/window/Panel.h"
 
 namespace zarvy {
 
-class FillInPanel;
+// The window around a form, above all others.
+class FillInPanel final : public Panel {
+  Q_OBJECT
+
+ public:
+  // Takes `content` over.
+  FillInPanel(std::unique_ptr<QWidget> content, const QString& title);
+};
 
 // Opens the form in a panel above the other windows. The end of the controller takes an open panel
 // away without a call.

@@ -15,15 +15,30 @@
 #include "core/model/Snippet.h"
 #include "core/placeholders/FillInField.h"
 #include "ui/fillin/EarlyKeys.h"
-#include "ui/fillin/FillInServices.h"
 
 class QPushButton;
 class QVBoxLayout;
 
 namespace zarvy {
 
+class Clock;
+class DateFormatters;
+class FieldDefaultsStore;
 class FieldList;
 class PreviewView;
+class Scheduler;
+class TextExpansionEngine;
+class Workspace;
+
+// What a form works with. All of it outlives the controller and its window.
+struct FillInServices {
+  const TextExpansionEngine& engine;
+  FieldDefaultsStore& fieldDefaults;
+  DateFormatters& dates;
+  const Clock& clock;
+  Scheduler& scheduler;
+  Workspace& workspace;
+};
 
 // Asks for the values of a snippet's fields, and shows what the text is about to become. Main
 // thread.

@@ -26,7 +26,7 @@
 #include "storage/DataStore.h"
 #include "storage/DocumentQueue.h"
 #include "storage/FieldDefaultsStore.h"
-#include "ui/fillin/FillInServices.h"
+#include "ui/fillin/StandaloneFillInForm.h"
 
 namespace zarvy {
 

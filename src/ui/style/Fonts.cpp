@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include <QFontDatabase>
+#include <QStringList>
 
 namespace zarvy {
 

@@ -21,13 +21,13 @@ class TypingSession {
   // surrogate pair may be cut between them. False where something of the run could not be typed.
   virtual bool pressText(QStringView run) = 0;
 
-  // For a platform on which a modifier that somebody holds changes what is typed, so that
-  // pressText() waits for a person who types with one: whether it would wait so now.
+  // For a platform on which a modifier that the user holds changes what is typed, so that
+  // pressText() waits while the user types with one: whether it would wait now.
   [[nodiscard]] virtual bool mustWait() const { return false; }
 
-  // For the same platform: pressText() without that wait. It types somebody's own letters, which
-  // stood there and were deleted for a moment, and what they type next is to come behind. No pair
-  // is cut.
+  // For the same platform: pressText() without that wait. It types the user's own letters again,
+  // which were deleted for a moment, and the user's next letters must come behind them. No pair is
+  // cut.
   virtual bool pressTextAgain(QStringView run) { return pressText(run); }
 };
 

@@ -6,7 +6,7 @@
 
 namespace zarvy {
 
-// Whether some application has the keyboard for itself, so that nobody else is to hear what is
+// Whether an application has the keyboard for itself, so that no other program may hear what is
 // typed. Main thread.
 class SecureInput {
  public:

@@ -101,7 +101,7 @@ QWidget* PermissionRequestView::makeGranted() {
   return part;
 }
 
-// Where nobody can be asked, the words say what is to be done instead.
+// Where the permission cannot be asked for, the words say what is to be done instead.
 QWidget* PermissionRequestView::makeMissing() {
   auto* const part = new QWidget(this);
   auto* const column = makeColumn(part, innerSpacing);

@@ -29,7 +29,7 @@ SceneWindow::SceneWindow(const SceneRow& row, std::unique_ptr<QWidget> content) 
   connect(closing, &QShortcut::activated, this, &QWidget::close);
 }
 
-// At once, so that nobody sees it with a gap or cut off.
+// At once, so that the user does not see it with a gap or cut off.
 bool SceneWindow::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::LayoutRequest) {
     setFixedSize(static_cast<QWidget*>(watched)->sizeHint());

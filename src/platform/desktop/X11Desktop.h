@@ -67,7 +67,7 @@ class X11Desktop final : public Desktop {
   [[nodiscard]] QString reasonForMissing() const override;
   // Tries once more where there is no display yet.
   void lookAgain() override;
-  // A display has what the program needs or has not: there is no one to ask, and nothing to grant.
+  // A display has what the program needs or has not: there is nothing to ask for, or to grant.
   [[nodiscard]] bool canBeAskedFor() const override { return false; }
   [[nodiscard]] QString remedy() const override;
   void ask() override {}

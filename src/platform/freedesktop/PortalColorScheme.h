@@ -20,9 +20,10 @@ class PortalColorScheme final : public QObject {
   using Listener = std::function<void(ColorScheme scheme)>;
 
   // `onScheme` is called whenever the portal tells one: soon after the making of this object, and
-  // at each change. Never where `session` is not connected, or nobody there has such settings. No
-  // call waits for an answer. `onAnswered` is called once, when the portal has answered, whatever
-  // it is, and so knows this program; in the constructor where there is nobody to ask.
+  // at each change. Never where `session` is not connected, or no service there has such settings.
+  // No call waits for an answer. `onAnswered` is called once, when the portal has answered,
+  // whatever it says, and so knows this program; in the constructor where there is no portal to
+  // ask.
   PortalColorScheme(const QDBusConnection& session, Listener onScheme,
                     std::function<void()> onAnswered);
 

@@ -18,7 +18,7 @@ constexpr char watching = 'w';
 constexpr char endInOrder = 'e';
 constexpr int lineOfWatcher = STDERR_FILENO + 1;
 
-// Anyone who reads the output of the program learns of its end, though this process is still there.
+// What reads the output of the program learns of its end, though this process is still there.
 void keepOnly(int lifeLine) {
   const int nothing = ::open("/dev/null", O_RDWR);
   for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Between a new tab and the first password in it somebody types a command. Few programs that have
+// Between a new tab and the first password in it the user types a command. Few programs that have
 // no terminal open one later.
 constexpr auto lookAgainIntoTerminal = 300ms;
 constexpr auto lookAgainIntoOthers = 2000ms;

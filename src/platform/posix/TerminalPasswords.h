@@ -38,8 +38,8 @@ class TerminalPasswords final : public SecureInput {
   void follow(qint64 process);
 
   // Whether what is typed now must not be heard. Asks the terminals: some 5 us for each tab.
-  // Looks for new tabs now and then, and for the owner of the keyboard where nobody has told it,
-  // which waits for the display. Any thread.
+  // Looks for new tabs now and then, and for the owner of the keyboard where follow() has not told
+  // it, which waits for the display. Any thread.
   [[nodiscard]] bool mustNotBeHeard() const;
 
   [[nodiscard]] bool isSecureEventInputEnabled() const override;

@@ -41,9 +41,9 @@ class X11Session {
     std::function<bool()> mustNotBeHeard = [] { return false; };
     // What holds up the keys of some applications; null where nothing does. Outlives the session.
     KeyDetour* keyDetour = nullptr;
-    // The keyboard has gone to another window, of that process of this machine; 0 where it is not
-    // known, or nobody has the keyboard. Called once at the beginning too. On a thread of the
-    // session's own, or the caller's at the beginning.
+    // The keyboard has gone to another window, of that process of this machine; 0 where the process
+    // is not known, or no window has the keyboard. Called once at the beginning too. On a thread of
+    // the session's own, or the caller's at the beginning.
     std::function<void(qint64 process)> onFocusMoved = [](qint64) {};
     // The display went away; called once, on the main thread.
     std::function<void()> onConnectionLost;

@@ -33,7 +33,7 @@ bool OptionPicker::eventFilter(QObject* watched, QEvent* event) {
   return QComboBox::eventFilter(watched, event);
 }
 
-// Anyone who scrolls the form does not mean to choose something else.
+// A user who scrolls the form does not mean to choose something else.
 void OptionPicker::wheelEvent(QWheelEvent* event) {
   if (hasFocus()) {
     QComboBox::wheelEvent(event);

@@ -19,7 +19,7 @@ constexpr double selectionRadius = 6;
 constexpr int dotExtent = 8;
 constexpr double selectionOpacity = 0.22;
 
-// At the left whatever its direction, in which it is read all the same.
+// At the left whatever its direction, in which it is still read.
 void drawLine(QPainter& painter, const QRect& area, const QFont& font, const QString& text) {
   const QString line = oneLine(text);
   painter.setFont(font);

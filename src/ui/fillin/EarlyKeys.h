@@ -11,7 +11,7 @@ class QWidget;
 
 namespace zarvy {
 
-// The keys of somebody who types on while a form comes up: kept from when the form has the keyboard
+// The keys of a user who types on while a form comes up: kept from when the form has the keyboard
 // until its first field has. Main thread.
 class EarlyKeys {
  public:

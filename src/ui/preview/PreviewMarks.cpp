@@ -8,7 +8,7 @@ namespace {
 
 using Kind = PreviewRun::Kind;
 
-// Around letters that nobody types between two of these characters, which have no width.
+// Around letters that users do not type between two of these characters, which have no width.
 constexpr char16_t marker = 0xFEFF;
 
 struct Marks {

@@ -117,10 +117,10 @@ QTextCharFormat PreviewView::formatOf(PreviewRun::Kind kind) const {
 
 void PreviewView::changeEvent(QEvent* event) {
   QPlainTextEdit::changeEvent(event);
-  if (event->type() == QEvent::PaletteChange) formatAnew();
+  if (event->type() == QEvent::PaletteChange) formatAgain();
 }
 
-// Anyone who reads it with the keyboard keeps the place.
+// A user who reads it with the keyboard keeps the place.
 void PreviewView::resizeEvent(QResizeEvent* event) {
   QPlainTextEdit::resizeEvent(event);
   if (hasFocus()) ensureCursorVisible();
@@ -144,7 +144,7 @@ QMimeData* PreviewView::createMimeDataFromSelection() const {
 }
 
 // The text stays as it is, and with it what is selected and where it is scrolled to.
-void PreviewView::formatAnew() {
+void PreviewView::formatAgain() {
   QTextCursor cursor(document());
   cursor.beginEditBlock();
   for (std::size_t index = 0; index < m_lengths.size(); ++index) {

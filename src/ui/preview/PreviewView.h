@@ -29,7 +29,7 @@ class PreviewView final : public QPlainTextEdit {
  private:
   void replaceRuns(qsizetype first, qsizetype behindLast, const QList<PreviewRun>& runs);
   [[nodiscard]] QTextCharFormat formatOf(PreviewRun::Kind kind) const;
-  void formatAnew();
+  void formatAgain();
 
   QList<PreviewRun> m_runs;
   std::vector<int> m_lengths;  // of each run, in positions of the document

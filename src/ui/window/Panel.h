@@ -11,8 +11,8 @@ class QScreen;
 
 namespace zarvy {
 
-// Is told of the closing of a window, by whatever way it closes. The window does not keep it alive:
-// anyone who opened the window does, and hears of nothing more once it has dropped it.
+// Is told of the closing of a window, by whatever way it closes. The window does not keep it alive.
+// What opened the window does, and hears of nothing more once it has dropped it.
 struct WindowDelegate {
   std::function<void()> onClose;
 

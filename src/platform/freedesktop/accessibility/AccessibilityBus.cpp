@@ -103,10 +103,10 @@ void AccessibilityBus::findBus() {
 }
 
 void AccessibilityBus::announceListener() {
-  ask(aboutIsEnabled(u"Get"_s), &AccessibilityBus::announceWhereNobodyHas);
+  ask(aboutIsEnabled(u"Get"_s), &AccessibilityBus::announceUnlessAnnounced);
 }
 
-void AccessibilityBus::announceWhereNobodyHas(const QDBusMessage& isEnabledAnswer) {
+void AccessibilityBus::announceUnlessAnnounced(const QDBusMessage& isEnabledAnswer) {
   const auto isEnabled = isEnabledAnswer.arguments().value(0).value<QDBusVariant>().variant();
   if (isEnabled.typeId() != QMetaType::Bool || isEnabled.toBool()) return;
   m_hasAnnounced = true;
@@ -140,7 +140,7 @@ void AccessibilityBus::followBus() {
   announceListener();
 }
 
-// Applications connect to the next bus by themselves; somebody has to ask for it.
+// Applications connect to the next bus by themselves, once a program has asked for it.
 void AccessibilityBus::loseBus() {
   dropBus();
   m_later.start(m_options.pauseWithoutBus);

@@ -16,8 +16,8 @@ namespace zarvy {
 // Finds the accessibility bus of the user's session and follows the focus on it. Where there is no
 // such bus it waits for one; where it goes away, it asks for another one, which starts it, after a
 // pause that grows from one question to the next; where it does not answer, it tries again with
-// each lookAgain(). Toolkits that speak on the bus only if somebody listens are told that somebody
-// does, until close(). One thread, which runs an event loop and may wait for the buses: for half a
+// each lookAgain(). Toolkits that speak on the bus only to a listener are told that there is one,
+// until close(). One thread, which runs an event loop and may wait for the buses: for half a
 // second where one does not say its first words.
 class AccessibilityBus final : public QObject {
   Q_OBJECT
@@ -50,7 +50,7 @@ class AccessibilityBus final : public QObject {
   void useBus(const QDBusMessage& addressAnswer);
   void followBus();
   void announceListener();
-  void announceWhereNobodyHas(const QDBusMessage& isEnabledAnswer);
+  void announceUnlessAnnounced(const QDBusMessage& isEnabledAnswer);
   void takeBackAnnouncement();
   void ask(const QDBusMessage& question, AnswerHandler handler);
 
@@ -61,7 +61,7 @@ class AccessibilityBus final : public QObject {
   QString m_address;                     // of m_bus, or of one that has not answered
   std::unique_ptr<FocusFollower> m_follower;
   std::unique_ptr<BrowserWaker> m_waker;  // beside the follower, where browsers are woken
-  bool m_hasAnnounced = false;            // nobody had before
+  bool m_hasAnnounced = false;            // no other program had before
   QTimer m_later;                         // for the next question for a bus
 };
 

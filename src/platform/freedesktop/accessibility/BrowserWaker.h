@@ -11,7 +11,7 @@
 namespace zarvy {
 
 // Has Chromium and its relatives tell of their fields. They speak on the accessibility bus, but say
-// no more than which window is active until somebody asks one of their windows for its attributes,
+// no more than which window is active until a program asks one of their windows for its attributes,
 // as screen readers do. That costs them memory and time from then on. Asks each application once:
 // those that are there at the beginning, and others as soon as one of their windows is active. One
 // thread, which runs an event loop.
@@ -19,7 +19,7 @@ class BrowserWaker final : public QObject {
   Q_OBJECT
 
  public:
-  // `bus` is connected, and somebody has asked the registry for the activation of windows.
+  // `bus` is connected, and the registry has been asked for the activation of windows.
   explicit BrowserWaker(QDBusConnection bus);
 
  private:

@@ -83,13 +83,13 @@ std::optional<QString> partThatAnswers(const QString& address, std::chrono::mill
 
 namespace {
 
-// For each of the two questions. Long, as a slow machine must not cost anybody his screen reader.
+// For each of the two questions. Long, as a slow machine must not cost a user the screen reader.
 constexpr std::chrono::milliseconds patience{2000};
 
 // Which the toolkit takes in place of all that it finds by itself.
 constexpr auto addressVariable = "AT_SPI_BUS_ADDRESS";
 
-// Nobody listens there, so that the toolkit goes on at once.
+// No bus listens there, so that the toolkit goes on at once.
 constexpr auto addressOfNoBus = "unix:path=/dev/null";
 
 // What the launcher of the bus says, unless it hangs as well.
@@ -113,7 +113,7 @@ bool busHangs() {
 
 }  // namespace
 
-// Windows that nobody can see are not offered.
+// Without a display the toolkit offers no windows.
 void keepToolkitFromBusThatHangs() {
   if (QGuiApplication::platformName() == u"offscreen") return;
   if (busHangs()) qputenv(addressVariable, addressOfNoBus);

@@ -66,7 +66,7 @@ void FocusFollower::listen() {
                 SLOT(handleNewRole(QDBusMessage)));
   m_bus.connect({}, {}, u"org.a11y.atspi.Event.Window"_s, u"Deactivate"_s, this,
                 SLOT(handleDeactivatedWindow(QDBusMessage)));
-  // Only of names that nobody has any more.
+  // Only of names that no connection has any more.
   m_bus.connect(u"org.freedesktop.DBus"_s, u"/org/freedesktop/DBus"_s, u"org.freedesktop.DBus"_s,
                 u"NameOwnerChanged"_s, {QString(), QString(), u""_s}, {}, this,
                 SLOT(handleLostPeer(QDBusMessage)));
@@ -75,7 +75,7 @@ void FocusFollower::listen() {
   connect(registry, &QDBusServiceWatcher::serviceRegistered, this, &FocusFollower::askForEvents);
 }
 
-// Applications send only what somebody has asked the registry for.
+// Applications send only what the registry has been asked for.
 void FocusFollower::askForEvents() {
   for (const QString& event :
        {u"object:state-changed:focused"_s, u"object:property-change:accessible-role"_s,
@@ -104,7 +104,7 @@ void FocusFollower::handleFocus(const QDBusMessage& signal) {
 }
 
 // Some toolkits say no more than this when the user turns to another application. The field is
-// asked all the same: with two windows of one application the order of events is anybody's guess.
+// asked nevertheless: with two windows of one application the events come in any order.
 void FocusFollower::handleDeactivatedWindow(const QDBusMessage& signal) {
   if (m_field && m_field->peer == signal.service()) lookAgain();
 }
@@ -179,7 +179,7 @@ void FocusFollower::begin() {
   m_patience.start();
 }
 
-// Nobody is left whose field may have the keyboard beside the one that is known.
+// No application is left whose field may have the keyboard beside the one that is known.
 void FocusFollower::endDoubtOfClaims() {
   const bool isAwaited = !m_isSettled && m_patience.isActive();
   if (m_claims.isEmpty() && !isAwaited && !m_secrecy.isPasswordField()) m_secrecy.setOpen();
@@ -242,7 +242,7 @@ void FocusFollower::settle(bool isSecret) {
   }
 }
 
-// An answer that still comes counts all the same.
+// An answer that still comes counts nevertheless.
 void FocusFollower::loseHope() {
   m_secrecy.setOpen();
 }

@@ -23,7 +23,7 @@ class ToolkitKeyDetour;
 // Follows the keyboard's focus from field to field, as applications tell it on one accessibility
 // bus, and asks each field for its role; the first is looked for. What an application says changes
 // nothing that is known of another one's field before it is clear that it can have the keyboard.
-// Every question is asynchronous: an application that does not answer keeps nobody waiting. One
+// Every question is asynchronous: an application that does not answer holds nothing up. One
 // thread, which runs an event loop.
 class FocusFollower final : public QObject {
   Q_OBJECT
@@ -91,12 +91,12 @@ class FocusFollower final : public QObject {
   const qint64 m_ownProcess;
   const std::function<bool(qint64)> m_canHaveKeyboard;
   QTimer m_patience;                      // with a field that does not say what it is
-  QTimer m_claimPatience;                 // with a bus that does not say who somebody is
+  QTimer m_claimPatience;                 // with a bus that does not say whose a connection is
   std::unique_ptr<FocusSearch> m_search;  // absent once an application has told, which is newer
 
   QHash<QString, qint64> m_processes;  // of the connections that are known
   QHash<QString, Claim> m_claims;      // the latest of each connection that is not known yet
-  // The latest by somebody who could not have the keyboard: they may have been early.
+  // The latest of an application that could not have the keyboard: it may have been early.
   std::optional<std::pair<AccessibleObject, qint64>> m_refused;
 
   std::optional<AccessibleObject> m_field;  // the one that has the keyboard, as far as is known

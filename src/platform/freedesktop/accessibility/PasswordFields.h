@@ -27,7 +27,7 @@ class AccessibilityBus;
 class PasswordFields final : public SecureInput {
  public:
   struct Options {
-    // For how long a field that does not say what it is counts as a secret. Someone who types into
+    // For how long a field that does not say what it is counts as a secret. A user who types into
     // an application that hangs does not go on for long.
     std::chrono::milliseconds patience{1000};
     QString sessionBusAddress;  // that of the user's session where it is empty

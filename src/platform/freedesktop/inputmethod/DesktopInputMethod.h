@@ -12,9 +12,9 @@
 namespace zarvy {
 
 // fcitx5 or ibus, whichever runs, asked over D-Bus each time: they are started, ended and
-// switched at any moment. A thread of its own asks, so that nobody waits for longer than `patience`
-// where a service or a bus hangs; one that is there and does not answer counts as composing. The
-// end waits for a question that is under way, for some times `limit`.
+// switched at any moment. A thread of its own asks, so that no caller waits for longer than
+// `patience` where a service or a bus hangs; one that is there and does not answer counts as
+// composing. The end waits for a question that is under way, for some times `limit`.
 class DesktopInputMethod final : public InputMethod {
  public:
   struct Options {

@@ -10,7 +10,7 @@ class Connection;
 
 // Asks the server whether another client holds the keyboard or the pointer for itself, and changes
 // nothing by that: it is asked for on behalf of a window that is never shown. The server looks
-// first whether somebody has it and then whether the window is to be seen, and refuses it in either
+// first whether a client has it and then whether the window is to be seen, and refuses it in either
 // case. Any thread.
 class GrabProbe {
  public:
@@ -19,8 +19,8 @@ class GrabProbe {
   // Waits for the answer. Absent where the server is gone.
   [[nodiscard]] std::optional<bool> isGrabbedByAnother() const;
 
-  // The same for the pointer; false where the server is gone. Somebody has it as well for as long
-  // as one of its buttons is held.
+  // The same for the pointer; false where the server is gone. While one of its buttons is held, a
+  // client has it as well.
   [[nodiscard]] bool isPointerGrabbedByAnother() const;
 
  private:

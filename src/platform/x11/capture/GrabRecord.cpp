@@ -84,7 +84,7 @@ GrabRecord::Part GrabRecord::nextPart() const {
 }
 
 void GrabRecord::read(const xcb_record_enable_context_reply_t& part) {
-  // Clients of another byte order are on machines that nobody sits at any more.
+  // Clients of another byte order run on machines that are no longer in use.
   if (part.client_swapped != 0) return;
   switch (static_cast<Category>(part.category)) {
     case Category::fromClient:

@@ -145,8 +145,8 @@ bool GrabWatch::believe(bool isGrabbed, std::uint64_t newsCount) {
   return isBelieved;
 }
 
-// Which client has the keyboard is not known: somebody gave it back or has ended, and it may be
-// them.
+// Which client has the keyboard is not known. One has given it back or has ended, and that may be
+// the one that had it.
 void GrabWatch::lookAgainIfFound() {
   const bool isFound = [this] {
     const std::scoped_lock guard(m_lock);

@@ -20,9 +20,9 @@ namespace zarvy::x11 {
 class Connection;
 class KeyFence;
 
-// Knows whether somebody holds the keyboard for themselves: a password prompt, a screen locker, a
-// menu, a window manager's own key. What is typed then goes to nobody else, and raw key events tell
-// of it all the same.
+// Knows whether a client holds the keyboard for itself: a password prompt, a screen locker, a menu,
+// a window manager with a key of its own. What is typed then goes to that client alone, but raw key
+// events tell of it nevertheless.
 //
 // The server tells of a grab as a change of focus away from the window that has it, so that one is
 // followed. What it does not tell in this way, a grab by that very window and who it is that grabs,
@@ -77,8 +77,8 @@ class GrabWatch {
     xcb_window_t window;
   };
 
-  // Absent where nobody does, where the server does not record, and for a grab that is older than
-  // the record. Any thread.
+  // Absent where no client does, where the server does not record, and for a grab that is older
+  // than the record. Any thread.
   [[nodiscard]] std::optional<Holder> holder() const;
 
  private:

@@ -120,9 +120,8 @@ void KeyCapture::handleRawKey(const xcb_input_raw_key_press_event_t& event, bool
   if (press) handleForeignPress(keycode, event.time);
 }
 
-// What must not be heard may begin on another thread while a key is being decoded: anyone who
-// begins it has what was typed before forgotten, and a key that was told after that is forgotten
-// here.
+// What must not be heard may begin on another thread while a key is being decoded. That thread has
+// what was typed before forgotten, and a key that was told after that is forgotten here.
 void KeyCapture::handleForeignPress(uint8_t keycode, xcb_timestamp_t time) {
   if (m_mustNotBeHeard(time)) return tellThatSomethingWasTyped();
   m_onPress(m_decoder.decodePress(keycode));

@@ -43,7 +43,7 @@ class KeyCapture {
   // Called on the reader's thread for each modifier or layout that changes.
   void onStateChange(std::function<void()> handler) { m_onStateChange = std::move(handler); }
 
-  // A key that somebody else presses or releases, on the keyboard with that XInput number. The
+  // A key that this program did not press or release, on the keyboard with that XInput number. The
   // server had carried out this program's request of number `sequence`, and none behind it.
   struct ForeignKey {
     uint16_t keyboard = 0;

@@ -7,9 +7,9 @@
 
 namespace zarvy::x11 {
 
-// A fence among the key events of the connection. Anyone who learns from elsewhere that a secret
-// has ended cannot know which keys have been read by then; those that wait to be read were typed
-// before. The fence is an event that this object sends to itself: the server puts it behind them.
+// A fence among the key events of the connection. News from elsewhere that a secret has ended does
+// not say which keys have been read by then; those that wait to be read were typed before. The
+// fence is an event that this object sends to itself: the server puts it behind them.
 class KeyFence {
  public:
   explicit KeyFence(Connection& connection) : m_window(connection) {}

@@ -27,13 +27,13 @@ class OwnPosts {
   // True, once, for the event of a recorded post. Events must be asked about in their order.
   [[nodiscard]] bool take(uint32_t sequence, uint8_t keycode, bool press);
 
-  // How long the server needs, at least, for the events that are still to come: anyone who reads
-  // them as they come wakes up for each. Zero where none are to come, or where none has come since
-  // this was asked last. On the reader's thread, between two reads.
+  // How long the server needs, at least, for the events that are still to come: a thread that
+  // reads them as they come wakes up for each. Zero where none are to come, or where none has come
+  // since this was asked last. On the reader's thread, between two reads.
   [[nodiscard]] std::chrono::microseconds timeToCome();
 
-  // Waits, for a bounded time, until the events of all posts have come: anyone who asks the server
-  // before would be woken up by each of them.
+  // Waits, for a bounded time, until the events of all posts have come: a thread that asks the
+  // server before would be woken up by each of them.
   void awaitEvents();
 
  private:

@@ -18,8 +18,8 @@ constexpr uint32_t lowestBit(uint32_t mask) {
   return mask & (~mask + 1);
 }
 
-// The key with each of the locks that may be on: anyone who keeps a key for themselves keeps all of
-// these, or those that they have thought of. Empty where the keyboard has no such modifier.
+// The key with each of the locks that may be on: a program that keeps a key for itself keeps all of
+// these, or those that it knows of. Empty where the keyboard has no such modifier.
 std::vector<uint16_t> masksOf(quint64 flags, const ModifierKeys& keys) {
   uint32_t mask = 0;
   if (flags & modifier::shift) mask |= keys.shift;

@@ -16,7 +16,7 @@ struct X11KeyEventSource::Monitors {
 
   std::function<bool()> ownMenuIsOpen;
   std::map<Token, Monitor> monitors;
-  std::atomic<bool> isEmpty = true;  // spares the main thread the keys that nobody listens to
+  std::atomic<bool> isEmpty = true;  // spares the main thread the keys that have no listener
 
   std::mutex mutex;
   std::vector<Report> waiting;   // under the mutex

@@ -25,7 +25,7 @@ class X11KeyEventSource final : public KeyEventSource {
   void removeMonitor(Token token) override;
 
   // A key went down, while a window of this program's own or another had the focus. On the reader's
-  // thread. The program's own keys wait there for deliverOwnKeys() or a key of somebody else.
+  // thread. The program's own keys wait there for deliverOwnKeys() or a key of the user's.
   void deliver(const KeyEvent& event, bool ownWindowHasFocus);
 
   // Now is the time to bring over the program's own keys: they come in bursts, and each wakes up

@@ -24,8 +24,8 @@ bool X11SecureInput::isOwnGrab() const {
   return holder ? m_isOwnClient(holder->client) : m_isForThisProgram();
 }
 
-// What is typed into a menu is heard no more than a secret is, but nobody needs to be told that
-// they have a menu open. Where it is not known who holds the keyboard, it may be a secret.
+// What is typed into a menu is heard no more than a secret is, but the user need not be told that a
+// menu is open. Where it is not known which client holds the keyboard, it may be a secret.
 bool X11SecureInput::isMenusGrab() const {
   const auto holder = m_grabs.holder();
   if (!holder) return false;

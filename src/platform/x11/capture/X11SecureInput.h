@@ -28,7 +28,7 @@ class X11SecureInput final : public SecureInput {
         m_isOwnClient(std::move(isOwnClient)),
         m_isForThisProgram(std::move(isForThisProgram)) {}
 
-  // Asks the server whether it is still so where somebody holds the keyboard.
+  // Where a client holds the keyboard, asks the server whether it still does.
   [[nodiscard]] bool isSecureEventInputEnabled() const override;
 
   // Asks the server. Absent where that lacks RECORD or X-Resource, for a client of another machine,

@@ -24,13 +24,13 @@ xcb_window_t makeWindow(xcb_connection_t* connection) {
 xcb_window_t followOwner(xcb_connection_t* connection, xcb_atom_t selection) {
   const XcbPtr<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
       connection, xcb_get_selection_owner(connection, selection), nullptr));
-  constexpr xcb_window_t nobody = XCB_WINDOW_NONE;
-  if (!reply || reply->owner == nobody) return nobody;
+  constexpr xcb_window_t noOwner = XCB_WINDOW_NONE;
+  if (!reply || reply->owner == noOwner) return noOwner;
   const uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   const XcbPtr<xcb_generic_error_t> error(xcb_request_check(
       connection,
       xcb_change_window_attributes_checked(connection, reply->owner, XCB_CW_EVENT_MASK, &events)));
-  return error ? nobody : reply->owner;
+  return error ? noOwner : reply->owner;
 }
 
 }  // namespace

@@ -12,8 +12,8 @@
 namespace zarvy::x11 {
 
 // Asks the owner of a selection for what it holds, by the rules of the ICCCM, and waits for it
-// until the deadline. One thread; takes the events of its connection, on which nobody else may
-// wait.
+// until the deadline. One thread; takes the events of its connection, on which no other reader
+// may wait.
 class SelectionReader {
  public:
   // On a connection that outlives it. Asks the owner of the selection, if there is one.
@@ -27,7 +27,7 @@ class SelectionReader {
   // ready by the deadline.
   [[nodiscard]] std::optional<QByteArray> read(xcb_atom_t target, qsizetype most);
 
-  // False once there is nobody left who would answer, or no time.
+  // False once no owner is left to answer, or no time.
   [[nodiscard]] bool canAsk() const;
 
  private:

@@ -44,7 +44,7 @@ void EventReader::run() {
       return;
     }
     if (m_wakeUp.isMessage(*event)) return;
-    // Type 0 is an error of a request whose answer nobody waits for, such as a message to a window
+    // Type 0 is an error of a request whose answer is not waited for, such as a message to a window
     // that has just been closed: nothing to be done.
     if (typeOf(*event) == 0) continue;
     for (const Listener& listener : m_listeners) listener(*event);

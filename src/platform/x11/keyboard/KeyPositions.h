@@ -14,7 +14,7 @@ inline constexpr quint16 unnamedKeyBase = 0x100;
 
 [[nodiscard]] std::optional<quint16> virtualKeyOfPosition(std::string_view xkbKeyName);
 
-// How many keyboards have a key at a place. What nobody has, nobody presses by mistake.
+// How many keyboards have a key at a place. A key that no keyboard has is not pressed by mistake.
 enum class KeyRarity {
   nowhere,      // places without a name
   exceptional,  // places that are named by a number: keys for media, cameras, remote controls

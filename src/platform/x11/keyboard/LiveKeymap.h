@@ -14,7 +14,7 @@ namespace zarvy::x11 {
 class Connection;
 class OwnMapChanges;
 
-// The keymap of one keyboard, read again whenever somebody else changes it.
+// The keymap of one keyboard, read again whenever another client changes it.
 //
 // The one that matters is that of the union of all keyboards: applications read keys by it. It
 // becomes the keymap of whichever keyboard is used, and this program types on the one that the user

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// From one key to the next of somebody who types with a modifier held.
+// From one key to the next, of a user who types with a modifier held.
 constexpr auto longestPause = 500ms;
 constexpr auto longestUse = 3s;
 

@@ -17,17 +17,17 @@ namespace zarvy::x11 {
 // keyboards that people type on, and releases there what they hold. Any thread.
 class PersonsKeys {
  public:
-  // `keyboard` is the one to type on until somebody has used one; an XInput number, as all here.
+  // `keyboard` is the one to type on until the user has used one; an XInput number, as all here.
   explicit PersonsKeys(uint16_t keyboard) : m_firstKeyboard(keyboard), m_lastKeyboard(keyboard) {}
 
   void press(uint16_t keyboard, uint8_t keycode);
   void release(uint16_t keyboard, uint8_t keycode);
 
-  // Those are the keyboards there are now: what was held on others is not held any more, and nobody
-  // types on them.
+  // Those are the keyboards there are now: what was held on others is not held any more, and the
+  // user no longer types on them.
   void keepKeyboards(const std::vector<uint16_t>& keyboards);
 
-  // The keyboard that somebody pressed a key of last.
+  // The keyboard that the user pressed a key of last.
   [[nodiscard]] uint16_t lastKeyboard() const;
 
   // What is down, on all keyboards.
@@ -38,11 +38,11 @@ class PersonsKeys {
   [[nodiscard]] std::array<uint32_t, 256> releases() const;
 
   // Whether one of `modifiers` is held and has been pressed, or any key together with it, since
-  // there were `presses` presses: somebody types with it. Not one that has been held for long with
+  // there were `presses` presses: the user types with it. Not one that has been held for long with
   // nothing typed meanwhile.
   [[nodiscard]] bool areInUse(const KeycodeSet& modifiers, uint64_t presses) const;
 
-  // Waits while they are in use. False where one is for so long that nobody should wait any more.
+  // Waits while they are in use. False where one is in use for too long to wait any more.
   [[nodiscard]] bool awaitUnused(const KeycodeSet& modifiers, uint64_t presses);
 
   // Waits, not for long, until all of `keys`, which the server says are down, have been heard to

@@ -15,8 +15,8 @@ namespace zarvy::x11 {
 class Connection;
 class KeySender;
 
-// Keeps the modifiers that somebody holds from what is typed, and gives them back where they are
-// still held. No modifier is ever left down that nobody holds.
+// Keeps the modifiers that the user holds from what is typed, and gives them back where they are
+// still held. It never leaves a modifier down that the user does not hold.
 //
 // A run of typing holds the lock of this object while it posts; the reader's thread comes in
 // between two runs. What a person does in the middle of a run is put right by the reader, which
@@ -39,14 +39,14 @@ class HeldModifiers {
     uint32_t locked = 0;                   // to be unlocked until the end of the run
   };
 
-  // While this is held nobody else here posts a key. The functions below are called under it,
-  // and what they post is buffered.
+  // While this is held no other thread posts a key. The functions below are called under it, and
+  // what they post is buffered.
   [[nodiscard]] std::unique_lock<std::mutex> lockForRun() { return std::unique_lock(m_mutex); }
 
   // Makes all modifiers ineffective.
   void beginRun(const RunKeyboard& keyboard);
 
-  // Releases Shift once more, ahead of a key that must be without it: somebody may have pressed it
+  // Releases Shift once more, ahead of a key that must be without it: the user may have pressed it
   // since the run began. The same for Control, Alt, AltGr and Super.
   void holdOffShift(const RunKeyboard& keyboard);
   void holdOffOthers(const RunKeyboard& keyboard);
@@ -54,13 +54,13 @@ class HeldModifiers {
   // Ends a modifier that a stroke has held for itself.
   void release(uint16_t keyboard, uint8_t keycode);
 
-  // Presses again what the run has released and somebody holds, and locks again what it unlocked.
+  // Presses again what the run has released and the user holds, and locks again what it unlocked.
   void endRun(const RunKeyboard& keyboard);
 
   // Takes back what endRun() has pressed. At the end of the program.
   void letGo();
 
-  // On the reader's thread: somebody pressed a key before the server had carried out the request
+  // On the reader's thread: the user pressed a key before the server had carried out the request
   // that follows number `sequence`, or released it. PersonsKeys knows of it already.
   void keyPressed(uint16_t keyboard, uint8_t keycode, uint32_t sequence);
   void keyReleased(uint8_t keycode);

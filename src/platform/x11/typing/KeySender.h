@@ -9,8 +9,8 @@ namespace zarvy::x11 {
 class Connection;
 
 // Fakes key presses and releases through XTEST and puts each on record as this program's own. The
-// events are buffered until flush(). Any thread; anyone who posts a run that must not be torn keeps
-// others out by a lock of their own.
+// events are buffered until flush(). Any thread; a caller that posts a run that must not be torn
+// keeps other threads out by a lock of its own.
 //
 // A key is faked on the keyboard that is named, by its XInput number, as if it were pressed there:
 // on the keyboard that the user types on. On XTEST's own one it would make the server give every

@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t wordsPerKey = 1 + scratchKeyLevels;  // the key code, then its symbols
 constexpr uint32_t longestRecord = 256 * wordsPerKey;
 
-// The mapping is read, changed and written back; nobody else may change it in between.
+// The mapping is read, changed and written back; no other client may change it in between.
 class ServerGrab {
  public:
   explicit ServerGrab(Connection& connection) : m_connection(connection) {

@@ -46,7 +46,7 @@ class ScratchKeyWriter {
   enum class Outcome {
     written,
     modifierIsHeld,  // nothing has been changed, as for the next
-    notFree,         // somebody else has given one of the keys a meaning
+    notFree,         // another client has given one of the keys a meaning
     refused          // by the server, for one of the keyboards; nothing of it is left on the others
   };
 

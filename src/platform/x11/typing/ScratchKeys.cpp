@@ -13,7 +13,7 @@ namespace zarvy::x11 {
 
 namespace {
 
-// To change the mapping while nobody types with Shift.
+// To change the mapping while the user does not type with Shift.
 constexpr int mostAttempts = 5;
 
 }  // namespace
@@ -37,7 +37,7 @@ void ScratchKeys::follow() {
   const bool isFirst = m_snapshot == nullptr;
   m_snapshot = snapshot;
   const bool isSame = !isFirst && m_kind == m_writer.kind();
-  if (!isSame || (!looksComplete(*snapshot) && !areThere())) startAnew();
+  if (!isSame || (!looksComplete(*snapshot) && !areThere())) startOver();
 }
 
 // Keymaps are not read again for changes of this program's own, so a key may seem empty that is
@@ -60,7 +60,7 @@ bool ScratchKeys::areThere() const {
 }
 
 // What is left of an earlier pool is given back first, so that its keys are free to be taken again.
-void ScratchKeys::startAnew() {
+void ScratchKeys::startOver() {
   giveBack();
   const std::vector<uint8_t> keycodes = m_writer.freeKeys();
   m_keycodes.reset();
@@ -80,7 +80,7 @@ std::optional<KeyStroke> ScratchKeys::strokeOf(char32_t character, bool capsLock
 
 void ScratchKeys::makeRoom(std::span<const char32_t> wanted) {
   if (tryToMakeRoom(wanted)) return;
-  startAnew();
+  startOver();
   static_cast<void>(tryToMakeRoom(wanted));
 }
 

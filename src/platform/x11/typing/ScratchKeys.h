@@ -31,7 +31,7 @@ class ScratchKeys {
               TargetBarrier& barrier, const WindowProperties& windows,
               std::function<void()> awaitModifiersUnused);
 
-  // Makes the book-keeping agree with the server's keymap, which someone else may have replaced.
+  // Makes the book-keeping agree with the server's keymap, which another client may have replaced.
   // To be called ahead of the other operations whenever a run begins.
   void follow();
 
@@ -69,7 +69,7 @@ class ScratchKeys {
   void awaitReaders();
   [[nodiscard]] bool looksComplete(const KeymapSnapshot& keymap) const;
   [[nodiscard]] bool areThere() const;
-  void startAnew();
+  void startOver();
   [[nodiscard]] bool tryToMakeRoom(std::span<const char32_t> wanted);
   [[nodiscard]] std::map<uint8_t, ScratchKeySymbols> symbolsOfChangedKeys(
       const ScratchKeyPool::Plan& plan) const;

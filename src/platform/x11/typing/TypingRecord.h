@@ -9,9 +9,9 @@ namespace zarvy::x11 {
 class Connection;
 class KeySender;
 
-// Which keyboard this program is typing on right now, in a property of the root window. It is there
-// while something is typed and no longer, so one that is found was left by a run that died over it,
-// and keys may be down on that keyboard which nobody holds.
+// Which keyboard this program is typing on right now, in a property of the root window. The
+// property is there only while something is typed. One that is found was left by a run that died
+// meanwhile, and may have left keys down on that keyboard.
 //
 // One thread at a time; what is written goes out with the connection's next flush.
 class TypingRecord {

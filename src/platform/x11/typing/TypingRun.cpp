@@ -30,8 +30,8 @@ void TypingRun::holdOffModifiers() {
   if (m_strokes++ % strokesBetween == strokesBetween - 1) m_modifiers.holdOffOthers(m_keyboard);
 }
 
-// A key that somebody holds, on whichever keyboard, types nothing when it is pressed once more, so
-// each is released first; that does nothing to one that is up.
+// A key that the user holds, on any keyboard, types nothing when it is pressed once more. So each
+// key is released first, which does nothing to one that is up.
 void TypingRun::type(const KeyStroke& stroke) {
   const uint16_t keyboard = m_keyboard.number;
   const ModifierKeys& keys = m_keyboard.keys;

@@ -8,7 +8,7 @@ namespace zarvy::x11 {
 class Connection;
 class KeySender;
 
-// Keys that are posted in one go: modifiers that somebody holds are out of the way from the making
+// Keys that are posted in one go: modifiers that the user holds are out of the way from the making
 // of this object to its end, and no other client's keys come in between. Keys of hardware can; each
 // stroke is such that it and they do not change each other unless they meet within the few
 // microseconds of that one stroke. One thread.

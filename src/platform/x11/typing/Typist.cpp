@@ -111,7 +111,8 @@ bool Typist::mustWait() {
   return m_isPatient && m_keyboard.persons.areInUse(modifiers, m_pressesBefore);
 }
 
-// How many of the first characters it has typed. Absent where somebody has taken the keyboard.
+// How many of the first characters it has typed. Absent where another client has taken the
+// keyboard.
 std::optional<std::size_t> Typist::typeWhatHasAKey(const Layout& layout,
                                                    std::span<const char32_t> characters) {
   std::vector<KeyStroke> strokes;
@@ -184,8 +185,8 @@ void Typist::awaitKeyboard() {
   }
 }
 
-// Keeps other clients out from here to the end of the run that follows, so that nobody takes the
-// keyboard in between. False where somebody has it.
+// Keeps other clients out from here to the end of the run that follows, so that none of them takes
+// the keyboard in between. False where one has it already.
 bool Typist::holdFreeKeyboard() {
   xcb_grab_server(m_connection.xcb());
   if (m_grabProbe.isGrabbedByAnother() != true) return true;

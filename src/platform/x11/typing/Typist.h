@@ -28,8 +28,8 @@ class WindowProperties;
 // reader's, unless said otherwise.
 //
 // It types on the keyboard that the user typed on last, as KeySender says why, and the user types
-// on meanwhile: each stroke stands for itself, and somebody who types with a modifier held is let
-// finish first.
+// on meanwhile: each stroke stands for itself, and a user who types with a modifier held may finish
+// first.
 //
 // While another client has the keyboard for itself nothing is typed: a menu would carry it out, and
 // a screen locker take it for a password. What is left of a session whose turn does not come soon
@@ -52,7 +52,7 @@ class Typist {
   void beginSession();
   void endSession();
 
-  // False where the keyboard has no such key, or somebody keeps it, or the server is gone.
+  // False where the keyboard has no such key, another client keeps it, or the server is gone.
   bool typeKey(quint16 virtualKey);
 
   // Types `characters`; `upcoming` starts with them and goes on with what the session will type
@@ -125,7 +125,7 @@ class Typist {
   TypingRecord m_record;
   int m_sessions = 0;
   uint64_t m_pressesBefore = 0;  // by others, when the first of the present sessions began
-  bool m_isShutOut = false;      // somebody kept the keyboard from the present sessions
+  bool m_isShutOut = false;      // another client kept the keyboard from the present sessions
   bool m_isPatient = true;       // the present sessions wait for a person who types with a modifier
   KeycodeSet m_silentModifiers;  // held, though no press of them is ever heard
   bool m_textWasTyped = false;   // by the user or by sessions, since the last key

@@ -10,7 +10,7 @@ struct xcb_connection_t;
 namespace zarvy::x11 {
 
 // Whether a window of the display was made on that connection to it: each connection names what it
-// makes out of a range of numbers of its own. Asks nobody. Any thread.
+// makes out of a range of numbers of its own. Does not ask the server. Any thread.
 [[nodiscard]] bool isMadeOn(xcb_connection_t* connection, uint32_t window);
 
 // The process of this machine behind another client of the display, which is named by anything that

@@ -260,7 +260,7 @@ TEST_F(Windows, LeadToThePermissionAndOnFromThere) {
   EXPECT_EQ(openTitles(), QStringList());
 }
 
-TEST_F(Windows, SayWhatToDoWhereNobodyCanBeAskedForThePermission) {
+TEST_F(Windows, SayWhatToDoWhereThePermissionCannotBeAskedFor) {
   losePermission();
   m_harness.permission.isAskable = false;
   SceneWindows windows(state(), m_harness.workspace);
@@ -415,7 +415,7 @@ TEST_F(Menus, StayAsTheyAreWhileTheyAreOpen) {
 }
 
 // Some panels that draw the menu themselves do not.
-TEST_F(Menus, ChangeWhenTheyOpenAlsoIfNobodyTellsThatTheyHaveClosed) {
+TEST_F(Menus, ChangeWhenTheyOpenAlsoIfTheirClosingIsNotTold) {
   Q_EMIT m_menu.aboutToShow();
   state().expansion().togglePause();
   EXPECT_TRUE(actionWith(m_menu, u"Pause Expansion"_s));

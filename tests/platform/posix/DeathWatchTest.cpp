@@ -39,7 +39,7 @@ class DeathWatchTest : public testing::Test {
   // Returns once the process and what watched it have ended.
   static void awaitBoth(pid_t watched) {
     EXPECT_EQ(::waitpid(watched, nullptr, 0), watched);
-    EXPECT_GT(::waitpid(-1, nullptr, 0), 0) << "nobody watched";
+    EXPECT_GT(::waitpid(-1, nullptr, 0), 0) << "no process watched";
     EXPECT_EQ(::waitpid(-1, nullptr, 0), -1);
   }
 

@@ -34,12 +34,12 @@ TEST_F(FocusClaimsTest, AreFalseOfAnotherWhereWhoHasTheKeyboardSpeaksForItself) 
 }
 
 // It may speak through another process.
-TEST_F(FocusClaimsTest, AreBelievedOfAnyoneWhereWhoHasTheKeyboardHasSaidNothing) {
+TEST_F(FocusClaimsTest, AreBelievedWhereTheOwnerOfTheKeyboardHasSaidNothing) {
   m_owner = editor;
   EXPECT_TRUE(m_claims.isCredible(liar));
 }
 
-TEST_F(FocusClaimsTest, AreBelievedWhereNobodyKnowsWhoHasTheKeyboard) {
+TEST_F(FocusClaimsTest, AreBelievedWhereTheOwnerOfTheKeyboardIsNotKnown) {
   m_owner = editor;
   EXPECT_TRUE(m_claims.isCredible(editor));
   m_owner = 0;

@@ -108,7 +108,7 @@ TEST_F(TerminalPasswordsTest, AreSecretAsLongAsThePromptReads) {
   EXPECT_EQ(m_ends, 1);
 }
 
-TEST_F(TerminalPasswordsTest, AreNobodysBusinessWhereAnotherApplicationHasTheKeyboard) {
+TEST_F(TerminalPasswordsTest, DoNotCountWhereAnotherApplicationHasTheKeyboard) {
   const Tab tab;
   tab.askForPassword();
   start();

@@ -1,4 +1,4 @@
-// What is told of keys that somebody else has for themselves, and of who that is, on a real X
+// What is told of keys that another client has for itself, and of which client that is, on a real X
 // server.
 
 #include <thread>
@@ -234,7 +234,7 @@ TEST_F(Grabs, GetNothingOfWhatIsBeingTyped) {
     EXPECT_FALSE(typing->pressText(u"cd"));
     EXPECT_EQ(pressesIn(lockers), 0);
   }
-  EXPECT_FALSE(typing->pressText(u"ef")) << "nobody knows any more where the caret is";
+  EXPECT_FALSE(typing->pressText(u"ef")) << "the place of the caret is no longer known";
   EXPECT_EQ(m_desk.witness().text(), u"ab"_s);
   m_desk.type(u"gh"_s);
   EXPECT_EQ(m_desk.witness().text(), u"ab"_s) << "the same sessions";
@@ -340,7 +340,7 @@ TEST_F(Grabs, OfOtherDevicesAreNone) {
   ungrabDevice(connection(), masterPointer);
 }
 
-// Those that somebody has when the adapters begin.
+// Those that a client has when the adapters begin.
 class OlderGrabs : public Grabs {
  protected:
   OlderGrabs() { m_desk.closeSession(); }
@@ -382,7 +382,7 @@ TEST_F(OlderGrabs, EndWithTheClientThoughNothingIsTyped) {
   expectSecure(false);
 }
 
-TEST_F(OlderGrabs, OutlastWhoeverElseGivesBackWhatTheyDoNotHave) {
+TEST_F(OlderGrabs, OutlastOtherClientsThatGiveBackWhatTheyDoNotHave) {
   const KeyboardGrab prompt(connection());
   m_desk.openSession();
   expectSecure(true);
@@ -397,7 +397,7 @@ TEST_F(OlderGrabs, AreNotMadeUp) {
   type(u"a"_s);
   expectTold(u"a"_s);
   EXPECT_FALSE(secureInput().isSecureEventInputEnabled());
-  const KeyboardGrab prompt(connection());  // nobody is in the way of it
+  const KeyboardGrab prompt(connection());  // no other client is in its way
 }
 
 // A client that takes the keyboard, and has a window that it says something of.
@@ -570,7 +570,7 @@ TEST_F(GrabsOfWindowManagers, TakeNoFrameForAMenu) {
   expectSecure(true);
 }
 
-TEST(GrabsWithoutResourceExtension, AreNoticedAndNobodyIsNamed) {
+TEST(GrabsWithoutResourceExtension, AreNoticedWithoutAName) {
   KeyboardDesk desk({.layouts = "us"}, {"-extension", "X-Resource"});
   const KeyboardGrab prompt(desk.connection());
   const SecureInput& secureInput = desk.session().secureInput();

@@ -1,4 +1,4 @@
-// The modifiers that somebody holds around typing, on a real X server, with nobody listening to the
+// The modifiers that a person holds around typing, on a real X server, without a listener to the
 // keyboard's events: each test says what is heard, and when.
 
 #include <memory>
@@ -69,7 +69,7 @@ class HeldModifiersOnServer : public testing::Test {
     m_persons.press(m_personsKeyboard, m_shift);
   }
 
-  // Before anybody here hears of it.
+  // Before the adapters hear of it.
   void letGoOfShift() { m_person.release(XKB_KEY_Shift_L, e2e::Body::serverKeyboard); }
 
   void hearTheRelease() {

@@ -37,7 +37,7 @@ class HotKeysOfOthers : public testing::Test {
   e2e::XConnection m_other{m_desk.server().display()};
 };
 
-TEST_F(HotKeysOfOthers, AreNobodysAtFirst) {
+TEST_F(HotKeysOfOthers, AreFreeAtFirst) {
   EXPECT_FALSE(isTaken(altSpace));
   EXPECT_FALSE(isTaken(superSpace));
   EXPECT_FALSE(isTaken({10'000, 0x80000})) << "no keyboard has it";

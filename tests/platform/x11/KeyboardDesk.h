@@ -69,7 +69,7 @@ class KeyboardDesk {
   // a key of no consequence for that.
   void letAdaptersCatchUp(e2e::Body body = e2e::Body::xtest);
 
-  // Whether the adapters are told that nobody must hear what is typed.
+  // Whether the adapters are told that they must not hear what is typed.
   void setSecret(bool isSecret) { m_isSecret = isSecret; }
 
   // Has the adapters take the windows of `client`, which outlives them, for the program's own.

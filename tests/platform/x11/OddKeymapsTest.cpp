@@ -88,7 +88,7 @@ TEST(KeyboardsOfTheirOwn, KeepTheKeysThatOnlyTheOthersHaveSpare) {
   EXPECT_TRUE(mappingsOfBothKeyboards(desk) == before);
 }
 
-// Whoever types on a keyboard without them takes them away from an application that lags behind.
+// A user of a keyboard without them takes them away from an application that lags behind.
 TEST(KeyboardsOfTheirOwn, GetTheScratchKeysTooWhereTheyHaveLostThem) {
   KeyboardDesk desk({.layouts = "us"});
   desk.type(mixed);

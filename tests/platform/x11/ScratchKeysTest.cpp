@@ -43,8 +43,8 @@ class ScratchKeysOnServer : public testing::Test {
     m_before = symbols();
   }
 
-  // The mapping of the server's own keyboard, as other clients are told it once somebody uses that
-  // keyboard.
+  // The mapping of the server's own keyboard, as other clients are told it once that keyboard is
+  // used.
   [[nodiscard]] std::string symbols() {
     m_ours->synchronize();
     m_person.press(XKB_KEY_space, e2e::Body::serverKeyboard);

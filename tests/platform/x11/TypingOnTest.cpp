@@ -1,4 +1,4 @@
-// Somebody who goes on typing while the adapters type, on a real X server: every character of both
+// A person goes on typing while the adapters type, on a real X server: every character of both
 // arrives, in its order and in its case. The two have no character in common, but share keys.
 
 #include <atomic>

@@ -1,4 +1,4 @@
-// The way of a key press from the reader's thread to whoever listens on the main thread.
+// The way of a key press from the reader's thread to the listeners on the main thread.
 
 #include <gtest/gtest.h>
 

@@ -131,7 +131,7 @@ Shown setupMissing() {
   return shown;
 }
 
-Shown setupWhereNobodyCanBeAsked() {
+Shown setupWithoutRequest() {
   program().permission.isAskable = false;
   Shown shown = setup(false);
   program().permission.isAskable = true;
@@ -230,7 +230,7 @@ const SomeWindow allWindows[] = {{"Form", form},
                                  {"QuickSearch", quickSearch},
                                  {"QuickSearchWithoutResults", quickSearchWithoutResults},
                                  {"SetupMissing", setupMissing},
-                                 {"SetupWhereNobodyCanBeAsked", setupWhereNobodyCanBeAsked},
+                                 {"SetupWithoutRequest", setupWithoutRequest},
                                  {"SetupGranted", setupGranted},
                                  {"Coming", coming},
                                  {"TakenHotKey", takenHotKey},
@@ -275,7 +275,7 @@ TEST_P(Contrast, LetsEveryTextBeRead) {
   }
 }
 
-// Whoever has a window open while the desktop turns dark, or light again.
+// A window that is open while the desktop turns dark, or light again.
 TEST_P(Contrast, KeepsNoColorOfTheDesktopBefore) {
   for (const auto& [from, to] : {std::pair(0, 1), std::pair(1, 0), std::pair(5, 7)}) {
     turnTo(realPalettes.at(static_cast<std::size_t>(from)));

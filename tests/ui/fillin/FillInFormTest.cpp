@@ -325,7 +325,7 @@ TEST_F(FillInForm, LeavesAnOpenListOfOptionsItsKeys) {
   EXPECT_EQ(m_expansions + m_cancellations, 0);
 }
 
-TEST_F(FillInForm, DoesNotChooseForWhoeverScrolls) {
+TEST_F(FillInForm, DoesNotChooseForAUserWhoScrolls) {
   open(u"{{field:A}} {{dropdown:D:a,b,c}}"_s);
   giveFocus();
   auto& picker = named<QComboBox>(*m_form, u"D"_s);

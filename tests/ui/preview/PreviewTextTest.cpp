@@ -232,8 +232,8 @@ TEST(Preview, IsNotCarriedAwayByAnImmenseValue) {
   EXPECT_EQ(runs.front().text, places);
 }
 
-TEST(Preview, LeavesAMarkThatNobodyClosesInAPlainRun) {
-  // Marks of one's own in a text are not what anybody types; they never show all the same.
+TEST(Preview, LeavesAMarkThatIsNeverClosedInAPlainRun) {
+  // Users do not type such marks. Where a text holds them they never show.
   expectRows({
       {u"a\uFEFF<<\uFEFFb"_s, {}, u"ab|"_s},
       {u"a\uFEFF<<\uFEFFb\uFEFF>>\uFEFFc"_s, {}, u"a|<b>|c|"_s},

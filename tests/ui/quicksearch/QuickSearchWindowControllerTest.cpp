@@ -160,7 +160,7 @@ TEST_F(QuickSearchWindows, StayWhenTheKeyboardIsBackInAMoment) {
 }
 
 // As a window manager does while it moves the panel about.
-TEST_F(QuickSearchWindows, StayInFrontWhileSomebodyHasTheKeyboardForHimself) {
+TEST_F(QuickSearchWindows, StayInFrontWhileAnotherClientHasTheKeyboardForItself) {
   showAndWait(u"a"_s);
   ASSERT_EQ(m_workspace.frontmostApplication()->nativeWindow, openPanel()->winId());
   turnTo(Qt::ApplicationInactive);

@@ -49,7 +49,7 @@ std::shared_ptr<void> openLetter() {
   return stage;
 }
 
-// As someone has begun to fill it in.
+// As a user has begun to fill it in.
 void fillInLetter() {
   auto& name = named<QLineEdit>(*window(), u"Name"_s);
   name.setFocus();

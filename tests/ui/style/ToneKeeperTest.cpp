@@ -66,7 +66,7 @@ TEST_F(Toned, MayBeWindowsThemselves) {
   EXPECT_EQ(label->font().pixelSize(), 85);
 }
 
-TEST_F(Toned, FollowWhoeverTakesThemIn) {
+TEST_F(Toned, FollowTheirNewParent) {
   QWidget bright;
   QWidget dim;
   dim.setPalette(desktopPalette(u"dark"_s));

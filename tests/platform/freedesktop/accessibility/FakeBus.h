@@ -27,7 +27,7 @@ class FakeBus {
   // Without escapes.
   [[nodiscard]] const QString& path() const { return m_path; }
 
-  // Whether a connection has come to its first message, which nobody answers.
+  // Whether a connection has come to its first message, which gets no answer.
   [[nodiscard]] bool hasBegun() const { return m_hasBegun; }
 
   // How many connections it has taken so far.

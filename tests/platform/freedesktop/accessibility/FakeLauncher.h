@@ -12,14 +12,14 @@ class FakeLauncher final : public QDBusVirtualObject {
  public:
   FakeLauncher(const QString& sessionAddress, QString accessibilityAddress, bool isEnabled);
 
-  // Whether programs are told that somebody listens, and what it was set to so far.
+  // Whether programs are told that there is a listener, and what it was set to so far.
   [[nodiscard]] bool isEnabled() const { return m_isEnabled; }
   [[nodiscard]] const QList<bool>& settings() const { return m_settings; }
 
   // Where the bus is from now on.
   void setAddress(const QString& address) { m_accessibilityAddress = address; }
 
-  // How often somebody has asked where the bus is.
+  // How often it has been asked where the bus is.
   [[nodiscard]] int addressQuestionCount() const { return m_addressQuestionCount; }
 
   [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }

@@ -7,8 +7,8 @@
 
 namespace zarvy {
 
-// Stands on the accessibility bus for what tells applications which events somebody wants, and
-// which applications there are.
+// Stands on the accessibility bus for what tells applications which events are wanted, and which
+// applications there are.
 class FakeRegistry final : public QDBusVirtualObject {
  public:
   explicit FakeRegistry(const QString& accessibilityAddress);

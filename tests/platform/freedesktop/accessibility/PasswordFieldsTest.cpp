@@ -82,8 +82,8 @@ class PasswordFieldsTest : public testing::Test {
     stopping.join();
   }
 
-  // What was told on the bus has been looked at: the registry comes anew behind it, and is asked
-  // for events.
+  // What was told on the bus has been looked at: behind it the registry comes once more, and is
+  // asked for events.
   void awaitWhatWasTold() {
     m_registry.reset();
     m_registry.emplace(m_accessibility->address());
@@ -127,7 +127,7 @@ class PasswordFieldsTest : public testing::Test {
   FakeApplication& m_app = makeApplication(m_application);
   std::atomic<int> m_secretCount = 0;
   std::atomic<bool> m_endedWhileUnheard = false;
-  std::atomic<int> m_liesToCome = 0;  // that somebody has the keyboard
+  std::atomic<int> m_liesToCome = 0;  // that an application has the keyboard
   bool m_wakesBrowsers = false;
   qint64 m_ownProcess = -1;  // that of the fakes is another one
   std::optional<PasswordFields> m_fields;
@@ -144,7 +144,7 @@ TEST_F(PasswordFieldsTest, AreSecretAsLongAsTheyHaveTheKeyboard) {
   EXPECT_TRUE(m_endedWhileUnheard);
 }
 
-// The focus was there before anybody listened, and nothing is told of it.
+// The focus was there before the fields were listened for, and nothing is told of it.
 class OlderPasswordFieldsTest : public PasswordFieldsTest {
  protected:
   OlderPasswordFieldsTest() {
@@ -498,7 +498,7 @@ TEST_F(PasswordFieldsTest, AreAskedForAgainWhereTheRegistryIsANewOne) {
   EXPECT_TRUE(comesTrue([&] { return m_registry->wantedEvents() == wanted; }));
 }
 
-TEST_F(PasswordFieldsTest, AreAnnouncedAsWantedUntilTheEndWhereNobodyElseWantsThem) {
+TEST_F(PasswordFieldsTest, AreAnnouncedAsWantedUntilTheEndWhereNoOtherProgramWantsThem) {
   m_launcher.reset();
   m_launcher.emplace(m_session->address(), m_accessibility->address(), false);
   listen();
@@ -579,7 +579,7 @@ TEST_F(PasswordFieldsTest, AreStillFollowedWhenTheSessionBusHasGone) {
   stopListening();
 }
 
-TEST_F(PasswordFieldsTest, HoldNobodyUpAtTheEndWhereTheirApplicationHangs) {
+TEST_F(PasswordFieldsTest, DoNotHoldUpTheEndWhereTheirApplicationHangs) {
   listen();
   m_app.setHanging(true);
   enter(m_app, secretField);
@@ -598,7 +598,7 @@ TEST_F(PasswordFieldsTest, AreLookedForAgainOnABusThatHasNotAnswered) {
   EXPECT_TRUE(comesTrue([&] { return bus.connectionCount() == 2; }));
 }
 
-TEST_F(PasswordFieldsTest, SendNobodyToABusThatHangs) {
+TEST_F(PasswordFieldsTest, SendNoToolkitToABusThatHangs) {
   m_launcher.reset();
   const FakeBus bus(FakeBus::Manner::isSilent);
   m_launcher.emplace(m_session->address(), u"unix:path="_s + bus.path(), false);
@@ -608,7 +608,7 @@ TEST_F(PasswordFieldsTest, SendNobodyToABusThatHangs) {
   EXPECT_EQ(m_launcher->settings(), QList<bool>());
 }
 
-TEST_F(PasswordFieldsTest, HoldNobodyUpAtTheEndWhereTheBusHangs) {
+TEST_F(PasswordFieldsTest, DoNotHoldUpTheEndWhereTheBusHangs) {
   std::optional<FakeBus> bus(std::in_place, FakeBus::Manner::answers);
   m_launcher.reset();
   m_launcher.emplace(m_session->address(), u"unix:path="_s + bus->path(), true);

@@ -118,7 +118,7 @@ TEST_F(InputMethodTest, OfIBusComposesUnlessItIsAPlainKeyboard) {
   EXPECT_FALSE(isComposing());
 }
 
-TEST_F(InputMethodTest, OfIBusIsFoundAgainWhenItWasStartedAnew) {
+TEST_F(InputMethodTest, OfIBusIsFoundAgainWhenItWasStartedAgain) {
   EXPECT_FALSE(isComposing());
   startIBus(u"libpinyin"_s);
   EXPECT_TRUE(isComposing());
@@ -164,7 +164,7 @@ TEST_F(InputMethodTest, OfIBusThatHangsComposesAndIsNotWaitedFor) {
   EXPECT_LT(timer.elapsed(), soon);
 }
 
-// The kernel takes the connection, and nobody says a word.
+// The kernel takes the connection, and no answer comes.
 TEST_F(InputMethodTest, IsNotWaitedForWhereTheBusOfIBusHangs) {
   const QTemporaryDir folder;
   const QByteArray path = QFile::encodeName(folder.filePath(u"socket"_s));

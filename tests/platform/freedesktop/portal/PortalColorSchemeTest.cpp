@@ -123,7 +123,7 @@ TEST_F(PortalColorSchemes, StayUnheardWhereThePortalKnowsNone) {
   EXPECT_EQ(m_heard, QList{ColorScheme::dark});
 }
 
-// Not before: the portal comes when somebody asks for it, or with the desktop.
+// Not before: the portal comes when a program asks for it, or with the desktop.
 TEST_F(PortalColorSchemes, AreHeardOfAPortalThatComesLater) {
   listen();
   FakePortal portal(m_bus.address(), 0);

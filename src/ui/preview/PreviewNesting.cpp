@@ -5,6 +5,7 @@
 
 #include <QHash>
 
+#include "core/placeholders/Openers.h"
 #include "ui/preview/ReplaceEach.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -12,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace zarvy {
 namespace {
 
-constexpr QStringView openers[] = {u"{{snippet:"};
+constexpr QStringView openers[] = {opener::snippet};
 constexpr std::size_t greatestDepth = 5;
 
 // In UTF-16 units that are looked at; some tenth of a second of today's machines.

@@ -24,6 +24,7 @@ struct ScriptWorkerCommand {
 };
 
 struct ScriptLimits {
+  // By the clock. The engine's own limit counts processor time, and a loop of promises escapes it.
   std::chrono::milliseconds evaluation = std::chrono::seconds(1);
   // For the worker to come up. Some 30 ms in practice.
   std::chrono::milliseconds start = std::chrono::seconds(5);

@@ -136,6 +136,7 @@ template <typename Record, typename... Fields>
 template <typename Record, typename... Fields>
 [[nodiscard]] size_t recordHash(const Record& record, const std::tuple<Fields...>& fields,
                                 size_t seed) noexcept {
+  using ::qHash;  // of numbers, which the overloads of records would hide
   const auto hash = [&](const auto& field) {
     const auto& value = record.*field.member;
     if constexpr (requires { value.has_value(); }) {

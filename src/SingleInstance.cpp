@@ -50,7 +50,7 @@ QByteArray canonicalPath(const QString& directory) {
   return QByteArray::fromStdString(path.native());
 }
 
-// Whether the folder is this user's, and nobody else can put anything there.
+// Whether the folder is this user's, and no other user can put anything there.
 bool isPrivateFolder(const QString& folder) {
   struct stat status {};
   return ::stat(QFile::encodeName(folder).constData(), &status) == 0 && S_ISDIR(status.st_mode) &&

@@ -35,7 +35,7 @@ class SingleInstance {
   void listen(std::function<bool()> onOtherStart);
 
   // A program that is started from now on waits for the end of this one. As soon as the event loop
-  // has ended: nobody would answer.
+  // has ended: nothing would answer.
   void stopListening();
 
   // What became of the attempt to lock the file.

@@ -31,7 +31,7 @@ QString soundFile() {
   return QCoreApplication::applicationDirPath() + u"/../share/zarvy/tink.wav"_s;
 }
 
-// Without a display nobody sees a colour.
+// Without a display there is no colour to follow.
 QDBusConnection sessionOfWindows() {
   const bool hasWindows = QGuiApplication::platformName() != u"offscreen";
   return hasWindows ? QDBusConnection::sessionBus() : QDBusConnection(QString());

@@ -9,7 +9,7 @@
 #include "base/LineOutput.h"
 #include "base/Scheduler.h"
 #include "platform/Desktop.h"
-#include "platform/LateDesktop.h"
+#include "platform/LatePorts.h"
 #include "platform/SecureInput.h"
 #include "platform/UserDefaults.h"
 #include "platform/freedesktop/accessibility/PasswordFields.h"
@@ -91,7 +91,7 @@ class X11Desktop final : public Desktop {
   // These are present exactly while there is a session.
   std::optional<EitherSecureInput> m_secureInput;
   std::optional<DesktopParts> m_sessionParts;
-  LateDesktop m_late;
+  LatePorts m_late;
   const DesktopParts m_parts = partsOf(m_late);
   bool m_isClosed = false;
   const x11::X11Pasteboard m_clipboard;

@@ -33,7 +33,7 @@ class KeyDecoder {
 
   std::shared_ptr<const KeymapSnapshot> m_snapshot;
   KeyboardState m_keyboard;
-  // Has every modifier left out that does not change what a key types.
+  // Without the modifiers that are ignored for text, Caps Lock among them.
   KeymapSnapshot::State m_textState;
   ComposeSequence m_compose;
 };

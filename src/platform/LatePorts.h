@@ -13,14 +13,13 @@
 
 namespace zarvy {
 
-// What the program stands on where there is no desktop to hear keys from: nothing is heard, typed
-// or in front.
-class NullDesktop final : public KeyEventSource,
-                          public KeyEventPoster,
-                          public Workspace,
-                          public SecureInput,
-                          public HotKeys,
-                          public ActivationPolicy {
+// The ports of a desktop that is not there: nothing is heard, typed or in front.
+class NullPorts final : public KeyEventSource,
+                        public KeyEventPoster,
+                        public Workspace,
+                        public SecureInput,
+                        public HotKeys,
+                        public ActivationPolicy {
  public:
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/,
                                                       std::function<void()> /*onForget*/) override {
@@ -71,12 +70,12 @@ class NullDesktop final : public KeyEventSource,
 
 // A desktop that may come after those who stand on it have been made: absent until it has come, and
 // again once it is gone. Each call goes to where its port says that it may be made.
-class LateDesktop final : public KeyEventSource,
-                          public KeyEventPoster,
-                          public Workspace,
-                          public SecureInput,
-                          public HotKeys,
-                          public ActivationPolicy {
+class LatePorts final : public KeyEventSource,
+                        public KeyEventPoster,
+                        public Workspace,
+                        public SecureInput,
+                        public HotKeys,
+                        public ActivationPolicy {
  public:
   // `parts`, and what they name, outlive this object or its next leave(). Main thread.
   void come(const DesktopParts& parts) { m_parts = &parts; }
@@ -143,7 +142,7 @@ class LateDesktop final : public KeyEventSource,
  private:
   [[nodiscard]] const DesktopParts& now() const { return *m_parts.load(); }
 
-  NullDesktop m_null;
+  NullPorts m_null;
   const DesktopParts m_nullParts = partsOf(m_null);
   std::atomic<const DesktopParts*> m_parts = &m_nullParts;
 };

@@ -527,7 +527,7 @@ TEST_F(KeyboardMonitorTest, DoesNothingOnceItIsGone) {
 // larger than what the search itself makes and drops, and stay in memory as they were.
 constexpr std::size_t unitsOfCharacter = 4;
 
-char16_t secretUnit(std::size_t index) {
+char16_t markedSecretUnit(std::size_t index) {
   const std::size_t letter = index / unitsOfCharacter;
   if (index % unitsOfCharacter != 0) return u'\u0301';
   return static_cast<char16_t>(u'a' + (letter * 5 + letter * letter * 7 + 11) % 26);
@@ -536,7 +536,7 @@ char16_t secretUnit(std::size_t index) {
 QString secretCharacter(std::size_t number) {
   QString character;
   for (std::size_t index = 0; index < unitsOfCharacter; ++index) {
-    character += QChar(secretUnit(number * unitsOfCharacter + index));
+    character += QChar(markedSecretUnit(number * unitsOfCharacter + index));
   }
   return character;
 }
@@ -544,7 +544,7 @@ QString secretCharacter(std::size_t number) {
 TEST_F(KeyboardMonitorTest, LeavesNothingInMemoryOfWhatWasTypedBeforeEscape) {
   // A part from the middle: where a copy was dropped its beginning is soon something else.
   constexpr std::size_t part = 40;
-  const auto middle = [](std::size_t index) { return secretUnit(index + 20); };
+  const auto middle = [](std::size_t index) { return markedSecretUnit(index + 20); };
   const OwnMemory memory;
   m_monitor.start();
   for (std::size_t number = 0; number < 40; ++number) {

@@ -64,11 +64,6 @@ TEST(RollingBuffer, IsEmptyOnceCleared) {
   EXPECT_EQ(buffer.append(u"b"), u"b"_s);
 }
 
-// Letters in an order that nothing else has.
-char16_t secretUnit(std::size_t index) {
-  return static_cast<char16_t>(u'a' + (index * 7 + index * index * 3 + 5) % 26);
-}
-
 TEST(RollingBuffer, LeavesNothingInMemoryOfWhatWasCleared) {
   constexpr std::size_t length = 24;
   // Without the first one, in whose place the end of the emptied text is marked.

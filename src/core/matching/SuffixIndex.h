@@ -37,6 +37,9 @@ class SuffixIndex {
   // The lowest rank whose trigger ends `text`.
   [[nodiscard]] std::optional<Rank> find(QStringView text) const;
 
+  // Of the tree: what the index takes of the memory.
+  [[nodiscard]] std::size_t nodeCount() const { return m_nodes.size() - m_unused.size(); }
+
  private:
   using Number = CanonicalGraphemes::Number;
   using Numbers = std::u32string;  // the characters of a trigger, last one first

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/injection/TypedSince.h"
+#include "support/OwnMemory.h"
 #include "support/QtPrinters.h"
 
 namespace zarvy {
@@ -78,6 +79,22 @@ TEST_F(TypedSinceTest, IsForgottenWithItsLastHolder) {
   typed.reset();
   EXPECT_TRUE(watched.expired());
   type(u"b"_s);
+}
+
+TEST_F(TypedSinceTest, LeavesNothingInMemoryOfWhatItHeld) {
+  constexpr std::size_t length = 24;
+  // Without the beginning, in whose place something else may be written at once.
+  constexpr std::size_t part = 12;
+  const auto ending = [](std::size_t index) { return secretUnit(index + length - part); };
+  const OwnMemory memory;
+  auto typed = m_now.begin();
+  for (std::size_t index = 0; index < length; ++index) {
+    const char16_t unit = secretUnit(index);
+    m_now.append(QStringView(&unit, 1));
+  }
+  ASSERT_TRUE(memory.holds(part, ending)) << "the search finds nothing at all";
+  typed.reset();
+  EXPECT_FALSE(memory.holds(part, ending));
 }
 
 }  // namespace

@@ -114,6 +114,17 @@ TEST(SuffixIndex, FindsWhatIsLeftWhenTriggersGo) {
   EXPECT_EQ(index.find(u"yab"), std::nullopt);
 }
 
+TEST(SuffixIndex, GivesBackWhatItsTriggersTook) {
+  const QList<Snippet> snippets =
+      literals({u"ab"_s, u"xab"_s, u"yab"_s, u"xyab"_s, u"abc"_s, u"ab"_s});
+  SuffixIndex index = indexOf(snippets);
+  EXPECT_GE(index.nodeCount(), 6U);
+  for (qsizetype position = 0; position < snippets.size(); ++position) {
+    index.remove(snippets.at(position).trigger, static_cast<Rank>(position));
+  }
+  EXPECT_EQ(index.nodeCount(), 1U) << "the root alone";
+}
+
 TEST(SuffixIndex, KeepsTheRankThatASnippetHad) {
   SuffixIndex index;
   index.add(u"ab", 7);

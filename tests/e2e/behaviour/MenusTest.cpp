@@ -22,7 +22,7 @@ class MenusOfOthers : public BehaviourTest {
   using BehaviourTest::BehaviourTest;
 
   // The server looks at that before it sees that the window which asks is not shown.
-  [[nodiscard]] bool hasSomebodyTheKeyboard() {
+  [[nodiscard]] bool isKeyboardGrabbed() {
     xcb_connection_t* const xcb = stage().connection().get();
     const auto reply =
         owned(xcb_grab_keyboard_reply(xcb,
@@ -34,15 +34,15 @@ class MenusOfOthers : public BehaviourTest {
 
   [[nodiscard]] QString toolTip() { return m_tray.toolTipOf(program().process().pid()); }
 
-  // The menu that has just been called for opens, and for as long as it is open nobody is told that
-  // they are blocked.
+  // The menu that has just been called for opens, and for as long as it is open the icon does not
+  // say that typing is blocked.
   void expectNoSecretInMenu() {
-    ASSERT_TRUE(waitUntil([&] { return hasSomebodyTheKeyboard(); }, deadline)) << "no menu";
+    ASSERT_TRUE(waitUntil([&] { return isKeyboardGrabbed(); }, deadline)) << "no menu";
     EXPECT_FALSE(waitUntil([&] { return toolTip() != u"Zarvy"; }, longEnough))
         << toolTip().toStdString();
-    ASSERT_TRUE(hasSomebodyTheKeyboard()) << "the menu has gone by itself";
+    ASSERT_TRUE(isKeyboardGrabbed()) << "the menu has gone by itself";
     person().tap(XKB_KEY_Escape);
-    EXPECT_TRUE(waitUntil([&] { return !hasSomebodyTheKeyboard(); }, deadline));
+    EXPECT_TRUE(waitUntil([&] { return !isKeyboardGrabbed(); }, deadline));
   }
 
   // Alt and Space are left to the window manager.
@@ -83,13 +83,23 @@ INSTANTIATE_TEST_SUITE_P(, ContextMenus,
 class WindowMenus : public MenusOfOthers, public testing::WithParamInterface<WindowManagerKind> {
  protected:
   WindowMenus() : MenusOfOthers(GetParam()) {}
+
+  // Where the keyboard is another one than before, the window manager gives its keys up and takes
+  // them again: a press in between opens nothing, and a person presses once more.
+  void callForMenu() {
+    constexpr int presses = 3;
+    for (int press = 0; press < presses; ++press) {
+      person().press(XKB_KEY_Alt_L);
+      person().tap(XKB_KEY_space);
+      person().releaseAll();
+      if (waitUntil([&] { return isKeyboardGrabbed(); }, longEnough)) return;
+    }
+  }
 };
 
 TEST_P(WindowMenus, areNoSecret) {
   startHere(TargetKind::qt6);
-  person().press(XKB_KEY_Alt_L);
-  person().tap(XKB_KEY_space);
-  person().releaseAll();
+  callForMenu();
   expectNoSecretInMenu();
 }
 

@@ -76,6 +76,17 @@ TEST(Replacement, GoesOnBehindAPlaceholderWhoseValueIsTooLong) {
   EXPECT_EQ(asked, (QStringList{u"a"_s, u"long"_s, u"b"_s}));
 }
 
+// The values of both together are just as long as a text may be; with the rest the first is not.
+TEST(Replacement, GoesOnBehindAValueThatHasNoRoomBesideTheRest) {
+  ExpansionLimit limit;
+  const auto valueOf = [](const Placeholder& placeholder) {
+    return placeholder.argument == u"long" ? QString(ExpansionLimit::longestText - 1, u'x')
+                                           : u"1"_s;
+  };
+  EXPECT_EQ(replacePlaceholders(u"{{#long}}{{#b}}!"_s, {openers}, valueOf, limit),
+            u"{{#long}}1!"_s);
+}
+
 TEST(Replacement, StopsReplacingThatWouldNeverEnd) {
   ExpansionLimit limit;
   const auto valueOf = [](const Placeholder& placeholder) {

@@ -21,7 +21,7 @@ struct FillInStage {
 
   void show(const Snippet& snippet, FolderColor color) {
     controller.show(
-        snippet, color, [](const QMap<QString, QString>&) {}, [] {});
+        snippet, color, [] { return QString(); }, [](const QMap<QString, QString>&) {}, [] {});
   }
 };
 

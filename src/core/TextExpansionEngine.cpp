@@ -137,6 +137,9 @@ std::optional<TriggerMatch> TextExpansionEngine::findMatch(const QString& buffer
     if (match || round.isOver()) break;
   }
   conclude(round);
+  // Under the lock, as the list is changed in place once the library alone has it.
+  const std::scoped_lock guard(m_snippetsLock);
+  regexes = {};
   return match;
 }
 

@@ -17,13 +17,9 @@ class DocumentQueue {
  public:
   using Work = std::function<void(const DataStore&)>;
 
-  // From then on `store` and `queue` are used through this object alone. Both outlive it.
+  // From then on `store` and `queue` are used through this object alone. Both outlive the work that
+  // is handed over, and so does what this work names: the owner of all of it drains the queue first.
   DocumentQueue(const DataStore& store, SerialQueue& queue) : m_store(store), m_queue(queue) {}
-
-  // Waits for the work that was handed over.
-  ~DocumentQueue() { m_queue.drain(); }
-  DocumentQueue(const DocumentQueue&) = delete;
-  DocumentQueue& operator=(const DocumentQueue&) = delete;
 
   // Returns at once. What `work` holds is a copy, so that later changes do not reach it.
   void post(Work work) {

@@ -18,7 +18,7 @@ class DocumentQueue {
   using Work = std::function<void(const DataStore&)>;
 
   // From then on `store` and `queue` are used through this object alone. Both outlive the work that
-  // is handed over, and so does what this work names: the owner of all of it drains the queue first.
+  // is handed over, and so does what this work names: their owner drains the queue ahead of all.
   DocumentQueue(const DataStore& store, SerialQueue& queue) : m_store(store), m_queue(queue) {}
 
   // Returns at once. What `work` holds is a copy, so that later changes do not reach it.

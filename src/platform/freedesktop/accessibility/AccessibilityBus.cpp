@@ -135,8 +135,9 @@ void AccessibilityBus::followBus() {
   if (!m_bus->isConnected()) return dropBus();
   m_bus->connect({}, u"/org/freedesktop/DBus/Local"_s, u"org.freedesktop.DBus.Local"_s,
                  u"Disconnected"_s, this, SLOT(loseBus()));
-  m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options.follower);
+  // Ahead of the follower, which asks for the events that the waker hears too.
   if (m_options.wakesBrowsers) m_waker = std::make_unique<BrowserWaker>(*m_bus);
+  m_follower = std::make_unique<FocusFollower>(*m_bus, m_told, m_options.follower);
   announceListener();
 }
 

@@ -25,6 +25,8 @@ FakeApplication::FakeApplication(const QString& accessibilityAddress)
 }
 
 void FakeApplication::answerAll() {
+  m_isHanging = false;
+  m_isHangingAtRoles = false;
   for (const QDBusMessage& question : std::exchange(m_unanswered, {})) {
     m_bus.get().send(answerTo(question));
   }

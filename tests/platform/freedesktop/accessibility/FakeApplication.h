@@ -32,6 +32,7 @@ class FakeApplication final : public QDBusVirtualObject {
   // Whether it leaves questions unanswered until it is asked to answer them.
   void setHanging(bool isHanging) { m_isHanging = isHanging; }
   void setHangingAtRoles() { m_isHangingAtRoles = true; }
+  // Those that were left, and at once all that come from now on.
   void answerAll();
 
   // Number of questions that have come.

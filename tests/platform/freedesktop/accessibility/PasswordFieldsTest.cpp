@@ -194,7 +194,6 @@ TEST_F(OlderPasswordFieldsTest, AreNotLookedForOnceTheFocusIsTold) {
   EXPECT_TRUE(comesTrue([&] { return m_app.questionCount() == 1; }));
   enter(m_background, plainField);
   EXPECT_TRUE(comesTrue([&] { return m_background.rolesAsked() == QStringList{plainField}; }));
-  m_app.setHanging(false);
   m_app.answerAll();
   enter(m_background, plainField);
   EXPECT_TRUE(comesTrue([&] { return m_background.rolesAsked().size() == 2; }));
@@ -252,9 +251,9 @@ TEST_F(PasswordFieldsTest, StaySecretWhereTheFocusIsToldTwice) {
 
 TEST_F(PasswordFieldsTest, AreSupposedUntilTheFieldSaysWhatItIs) {
   listen();
-  m_app.setHanging(true);
   for (const QString& field : {plainField, secretField}) {
     SCOPED_TRACE(field.toStdString());
+    m_app.setHanging(true);
     enter(m_app, field);
     expectDoubt();
     m_app.answerAll();
@@ -284,7 +283,6 @@ TEST_F(PasswordFieldsTest, AreToldByTheAnswerOfTheLatestFieldAlone) {
   enter(*second, plainField);
   expectOpen();
   m_app.answerAll();
-  m_app.setHanging(false);
   // What comes behind the late answer shows that this has been looked at.
   enter(*second, plainField);
   expectOpen();

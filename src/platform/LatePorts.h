@@ -13,13 +13,16 @@
 
 namespace zarvy {
 
+// What a desktop has adapters for, in one object.
+class AllPorts : public KeyEventSource,
+                 public KeyEventPoster,
+                 public Workspace,
+                 public SecureInput,
+                 public HotKeys,
+                 public ActivationPolicy {};
+
 // The ports of a desktop that is not there: nothing is heard, typed or in front.
-class NullPorts final : public KeyEventSource,
-                        public KeyEventPoster,
-                        public Workspace,
-                        public SecureInput,
-                        public HotKeys,
-                        public ActivationPolicy {
+class NullPorts final : public AllPorts {
  public:
   [[nodiscard]] std::optional<Token> addGlobalMonitor(Handler /*handler*/,
                                                       std::function<void()> /*onForget*/) override {
@@ -70,12 +73,7 @@ class NullPorts final : public KeyEventSource,
 
 // A desktop that may come after those who stand on it have been made: absent until it has come, and
 // again once it is gone. Each call goes to where its port says that it may be made.
-class LatePorts final : public KeyEventSource,
-                        public KeyEventPoster,
-                        public Workspace,
-                        public SecureInput,
-                        public HotKeys,
-                        public ActivationPolicy {
+class LatePorts final : public AllPorts {
  public:
   // `parts`, and what they name, outlive this object or its next leave(). Main thread.
   void come(const DesktopParts& parts) { m_parts = &parts; }

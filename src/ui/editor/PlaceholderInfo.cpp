@@ -45,7 +45,7 @@ PlaceholderInfo infoOf(const Dropdown& dropdown, QStringView text) {
 }  // namespace
 
 std::optional<PlaceholderInfo> findPlaceholder(const QString& text, qsizetype characterIndex) {
-  if (text.isEmpty() || characterIndex < 0 || characterIndex > graphemeCount(text)) return {};
+  if (text.isEmpty() || characterIndex < 0 || !hasGraphemes(text, characterIndex)) return {};
   const auto fields = findTextFields(text);
   if (const auto* const field = fillInAt(characterIndex, fields, text))
     return infoOf(*field, PlaceholderType::field, text);

@@ -84,8 +84,8 @@ class WindowMenus : public MenusOfOthers, public testing::WithParamInterface<Win
  protected:
   WindowMenus() : MenusOfOthers(GetParam()) {}
 
-  // Where the keyboard is another one than before, the window manager gives its keys up and takes
-  // them again: a press in between opens nothing, and a person presses once more.
+  // On a busy machine a press may open nothing, perhaps while the window manager takes its keys
+  // again; a person presses once more.
   void callForMenu() {
     constexpr int presses = 3;
     for (int press = 0; press < presses; ++press) {

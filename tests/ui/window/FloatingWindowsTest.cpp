@@ -17,6 +17,8 @@ namespace {
 
 class FloatingWindows : public testing::Test {
  protected:
+  void SetUp() override { ASSERT_EQ(m_screens.size(), m_windowsInFront.size()); }
+
   // Of the one panel that is open.
   [[nodiscard]] QScreen* screenOfPanel() const {
     QScreen* screen = nullptr;
